@@ -1,0 +1,13 @@
+# zolt_folder(<name> SOURCES ... [LINKS ...] [QT ...])
+# One folder of src/ as one static library, zolt_<name>, that links only what its law allows.
+function(zolt_folder name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;PRIVATE_LINKS;QT" ${ARGN})
+  add_library(zolt_${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(zolt_${name} PUBLIC zolt_compiler ${ARG_LINKS} PRIVATE ${ARG_PRIVATE_LINKS})
+  if(ARG_QT)
+    list(TRANSFORM ARG_QT PREPEND Qt6::)
+    target_link_libraries(zolt_${name} PUBLIC ${ARG_QT})
+    set_target_properties(zolt_${name} PROPERTIES AUTOMOC ON)
+    target_compile_definitions(zolt_${name} PUBLIC QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS QT_NO_FOREACH)
+  endif()
+endfunction()

@@ -1,0 +1,36 @@
+# Every library from outside, and what to install when one is missing.
+find_package(PkgConfig REQUIRED)
+
+# zolt_need(<found-variable> <what> <debian> <fedora> <arch> <homebrew>)
+function(zolt_need found what debian fedora arch homebrew)
+  if(NOT ${found})
+    message(FATAL_ERROR
+      "${what} is missing. Install it with one of\n"
+      "  apt install ${debian}\n  dnf install ${fedora}\n  pacman -S ${arch}\n  brew install ${homebrew}\n"
+      "or let ./run and ./test install everything.")
+  endif()
+endfunction()
+
+pkg_check_modules(utf8proc IMPORTED_TARGET libutf8proc)
+zolt_need(utf8proc_FOUND "utf8proc" libutf8proc-dev utf8proc-devel libutf8proc utf8proc)
+
+find_package(hwy CONFIG QUIET)
+if(NOT TARGET hwy::hwy)
+  pkg_check_modules(hwy IMPORTED_TARGET libhwy)
+  if(TARGET PkgConfig::hwy)
+    add_library(hwy::hwy ALIAS PkgConfig::hwy)
+  endif()
+endif()
+zolt_need(hwy_FOUND "Highway" libhwy-dev highway-devel highway highway)
+
+if(NOT ZOLT_EMULATION_ONLY)
+  find_package(Qt6 6.4 QUIET COMPONENTS Core Gui Widgets Test)
+  zolt_need(Qt6_FOUND "Qt 6.4 or newer" qt6-base-dev qt6-qtbase-devel qt6-base qt)
+  find_package(nlohmann_json 3.9 QUIET)
+  zolt_need(nlohmann_json_FOUND "JSON for Modern C++" nlohmann-json3-dev json-devel nlohmann-json nlohmann-json)
+endif()
+
+if(ZOLT_TESTS)
+  find_package(GTest QUIET)
+  zolt_need(GTest_FOUND "GoogleTest" libgtest-dev gtest-devel gtest googletest)
+endif()

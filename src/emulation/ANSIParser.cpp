@@ -1,0 +1,154 @@
+#include "emulation/ANSIParser.h"
+
+#include "emulation/SGR.h"
+#include "text/GraphemeClusters.h"
+#include "text/TextScan.h"
+
+namespace zolt {
+
+namespace {
+
+constexpr char kEscape = '\x1B';
+constexpr char kBell = '\x07';
+
+bool isAscii(char c) {
+  return static_cast<unsigned char>(c) < 0x80;
+}
+
+// Whether a scalar after this byte could make one cluster with it: never after a control (GB4).
+bool canCarryMarks(char c) {
+  return c >= 0x20 && c != 0x7F;
+}
+
+// The bytes of a run of non-ASCII text are all dropped; only its edges matter, for an ASCII character that forms one
+// cluster with its neighbour there is dropped as well.
+bool joinsTheCharacterBefore(std::string_view text, std::size_t runStart) {
+  if (runStart == 0 || !canCarryMarks(text[runStart - 1])) return false;
+  std::size_t length = 0;
+  return !breaksBetween(static_cast<char32_t>(text[runStart - 1]), scalarAt(text, runStart, length));
+}
+
+bool joinsTheCharacterAfter(std::string_view text, std::size_t runEnd) {
+  if (runEnd == text.size() || !canCarryMarks(text[runEnd])) return false;
+  return !breaksBetween(scalarBefore(text, runEnd), static_cast<char32_t>(text[runEnd]));
+}
+
+// By string ordering, that is by the scalars of the canonical composition: "m" with a diaeresis, which has no composed
+// form, stands between "@" and "~", while an "e" with an acute accent is U+00E9 and does not.
+bool isFinalCharacter(std::string_view cluster) {
+  if (cluster.size() == 1) return cluster[0] >= 0x40 && cluster[0] <= 0x7E;
+  const ComposedStart start = composedStart(cluster);
+  return start.first >= 0x40 && (start.first < 0x7E || (start.first == 0x7E && start.alone));
+}
+
+}  // namespace
+
+AttributedString ANSIParser::parse(std::string_view text) {
+  AttributedString result;
+  result.reserve(text.size());
+  m_styleIndex.reset();
+  std::size_t position = 0;
+  std::size_t keptUpTo = 0;  // the end of the last character taken over; a mark right there takes it back
+  while (position < text.size()) {
+    const std::size_t plain = plainPrefix(text.substr(position));
+    if (plain != 0) {
+      result.appendText(text.substr(position, plain));
+      position += plain;
+      keptUpTo = position;
+      if (position == text.size()) break;
+    }
+    const char c = text[position];
+    if (c == kEscape) {
+      makeAttributedString(result);
+      position = parseEscapeSequence(text, position).value_or(position + 1);
+    } else if (c == '\r') {
+      if (position + 1 < text.size() && text[position + 1] == '\n') {
+        position += 2;  // one cluster, neither a carriage return nor a line feed: dropped
+      } else {
+        result.appendText(c);
+        ++position;
+      }
+    } else if (isAscii(c)) {
+      ++position;
+    } else {
+      const std::size_t runEnd = position + nonAsciiPrefix(text.substr(position));
+      if (keptUpTo == position && joinsTheCharacterBefore(text, position)) result.dropLastByte();
+      position = joinsTheCharacterAfter(text, runEnd) ? runEnd + 1 : runEnd;
+    }
+  }
+  makeAttributedString(result);
+  return result;
+}
+
+void ANSIParser::makeAttributedString(AttributedString& result) {
+  if (result.pendingLength() == 0) return;
+  if (!m_styleIndex) m_styleIndex = result.styleIndex(m_attributes);
+  result.endRun(*m_styleIndex);
+}
+
+ANSIParser::SequenceEnd ANSIParser::parseEscapeSequence(std::string_view text, std::size_t escape) {
+  const std::size_t next = escape + 1;
+  if (next == text.size()) return std::nullopt;
+  const std::size_t afterNext = clusterEnd(text, next);
+  if (afterNext == next + 1) {
+    switch (text[next]) {
+      case '[':
+        return parseCSI(text, next);
+      case ']':
+        return parseOSC(text, next);
+      case '(':
+      case ')':
+      case '*':
+      case '+':
+        // Character-set designation: that character and one more.
+        return afterNext == text.size() ? afterNext : clusterEnd(text, afterNext);
+      default:
+        break;
+    }
+  }
+  return afterNext;
+}
+
+ANSIParser::SequenceEnd ANSIParser::parseCSI(std::string_view text, std::size_t bracket) {
+  const std::size_t paramsStart = bracket + 1;
+  for (std::size_t position = paramsStart; position < text.size();) {
+    const std::size_t end = clusterEnd(text, position);
+    const std::string_view character = text.substr(position, end - position);
+    if (isFinalCharacter(character)) {
+      handleCSICommand(character, text.substr(paramsStart, position - paramsStart));
+      return end;
+    }
+    position = end;
+  }
+  return std::nullopt;
+}
+
+ANSIParser::SequenceEnd ANSIParser::parseOSC(std::string_view text, std::size_t bracket) {
+  // BEL and ESC are controls and so always characters of their own: a search by bytes finds them.
+  std::size_t position = bracket + 1;
+  while (true) {
+    position += controlFreePrefix(text.substr(position));
+    if (position == text.size()) return position;
+    const char control = text[position++];
+    if (control == kBell) return position;
+    if (control == kEscape && position < text.size() && text[position] == '\\' &&
+        clusterEnd(text, position) == position + 1) {
+      return position + 1;
+    }
+  }
+}
+
+void ANSIParser::handleCSICommand(std::string_view command, std::string_view params) {
+  // "H", "f", "J", "K" and "A" are known and, like every other command, deliberately do nothing: a log has no cursor.
+  if (command == "m") handleSGR(params);
+}
+
+void ANSIParser::handleSGR(std::string_view params) {
+  m_codes.clear();
+  parseSGRCodes(params, m_codes);
+  m_rendition.apply(m_codes);
+  m_attributes = m_rendition.attributes();
+  m_styleIndex.reset();
+}
+
+}  // namespace zolt

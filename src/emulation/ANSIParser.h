@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "emulation/Rendition.h"
+#include "text/AttributedString.h"
+
+namespace zolt {
+
+/// Turns decoded shell output into styled text for a log.
+///
+/// There is no cursor and no grid: Select Graphic Rendition (ECMA-48 8.3.117, SGR) changes the look of what follows,
+/// all other escape sequences are consumed without effect. What is shown is ASCII: single scalars from U+0020 to
+/// U+007F, line feed, carriage return and tab. Everything else is dropped on purpose, the cluster of a CR LF pair
+/// included.
+///
+/// The rendition carries over from one `parse` to the next; an unfinished sequence does not. Not synchronised: one
+/// thread at a time.
+class ANSIParser {
+ public:
+  ANSIParser() = default;
+
+  /// The styled text of one chunk. `text` is valid UTF-8 and is read by extended grapheme clusters (UAX #29).
+  ///
+  /// Stops the program for a negative 256-colour index ("38;5;-1") and for one whose grey level overflows.
+  AttributedString parse(std::string_view text);
+
+ private:
+  /// The position after a consumed sequence, or nothing where no complete sequence starts.
+  using SequenceEnd = std::optional<std::size_t>;
+
+  SequenceEnd parseEscapeSequence(std::string_view text, std::size_t escape);
+  SequenceEnd parseCSI(std::string_view text, std::size_t bracket);
+  static SequenceEnd parseOSC(std::string_view text, std::size_t bracket);
+  void handleCSICommand(std::string_view command, std::string_view params);
+  void handleSGR(std::string_view params);
+  /// Makes one run, in the rendition in force, of the text taken over since the last one; nothing when there is none.
+  void makeAttributedString(AttributedString& result);
+
+  Rendition m_rendition;
+  TextAttributes m_attributes;                // of m_rendition
+  std::optional<std::uint32_t> m_styleIndex;  // of m_attributes in the string being built, once known
+  std::vector<std::int64_t> m_codes;          // kept only to spare an allocation for each SGR
+};
+
+}  // namespace zolt

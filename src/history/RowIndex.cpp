@@ -1,0 +1,211 @@
+#include "history/RowIndex.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace zolt {
+
+namespace {
+
+// Up to this many fragments, counting exactly is as cheap as estimating.
+constexpr std::size_t kCheapFragments = 64;
+
+}  // namespace
+
+RowIndex::RowIndex(const TextStorage& storage, std::int64_t columns)
+    : m_storage(storage), m_columns(static_cast<LineColumn>(std::max<std::int64_t>(columns, 1))) {
+  sync();
+}
+
+void RowIndex::setColumns(std::int64_t columns) {
+  const auto wanted = static_cast<LineColumn>(std::max<std::int64_t>(columns, 1));
+  if (wanted == m_columns) return;
+  m_columns = wanted;
+  m_sums.clear();
+  m_estimated.clear();
+  m_sealedRows = 0;
+  m_refineFrom = 0;
+  for (BlockLayout& layout : m_layouts) {
+    layout.block = SIZE_MAX;
+  }
+  ++m_generation;
+  sync();
+}
+
+void RowIndex::sync() {
+  const std::size_t sealed = m_storage.blockCount() - 1;
+  while (m_sums.size() < sealed) {
+    pushSealed(m_storage.block(m_sums.size()));
+  }
+  m_tailRows = exactRows(m_storage.block(sealed));
+}
+
+// Rows that start before `column`: one at each multiple of the width.
+RowNumber RowIndex::rowsUpTo(LineColumn column) const {
+  return static_cast<RowNumber>((column + m_columns - 1) / m_columns);
+}
+
+RowNumber RowIndex::fragmentRows(const TextBlock& block, const TextBlock::Fragment& fragment) const {
+  const RowNumber rows = rowsUpTo(block.endColumn(fragment)) - rowsUpTo(fragment.startColumn);
+  return fragment.startColumn == 0 ? std::max<RowNumber>(rows, 1) : rows;
+}
+
+RowNumber RowIndex::exactRows(const TextBlock& block) const {
+  RowNumber rows = 0;
+  if (block.continuesALine()) rows += rowsUpTo(block.continuedEndColumn()) - rowsUpTo(block.fragment(0).startColumn);
+  if (block.longestLine() <= m_columns) return rows + std::ssize(block.lineStarts());
+  for (std::size_t i = block.continuesALine() ? 1 : 0; i < block.fragmentCount(); ++i) {
+    rows += fragmentRows(block, block.fragment(i));
+  }
+  return rows;
+}
+
+bool RowIndex::isCheap(const TextBlock& block) const {
+  return block.longestLine() <= m_columns || (!block.hasTabs() && block.fragmentCount() <= kCheapFragments);
+}
+
+RowNumber RowIndex::estimatedRows(const TextBlock& block) const {
+  const auto lines = std::ssize(block.lineStarts());
+  return std::max<RowNumber>(lines, lines / 2 + static_cast<RowNumber>(block.size() / m_columns));
+}
+
+void RowIndex::pushSealed(const TextBlock& block) {
+  const bool cheap = isCheap(block);
+  const RowNumber rows = cheap ? exactRows(block) : estimatedRows(block);
+  const std::size_t index = m_sums.size();
+  m_sealedRows += rows;
+  // The node at index covers the blocks up to it from the last larger power of two on.
+  const std::size_t node = index + 1;
+  RowNumber sum = rows;
+  for (std::size_t child = 1; child < (node & -node); child *= 2) {
+    sum += m_sums[node - child - 1];
+  }
+  m_sums.push_back(sum);
+  m_estimated.push_back(!cheap);
+}
+
+RowNumber RowIndex::sealedRowsBefore(std::size_t block) const {
+  RowNumber rows = 0;
+  for (std::size_t node = block; node != 0; node &= node - 1) {
+    rows += m_sums[node - 1];
+  }
+  return rows;
+}
+
+// The sealed block that holds row `row` < m_sealedRows.
+std::size_t RowIndex::sealedBlockAt(RowNumber row, RowNumber& rowsBefore) const {
+  std::size_t block = 0;
+  rowsBefore = 0;
+  for (std::size_t step = std::bit_floor(m_sums.size()); step != 0; step /= 2) {
+    if (block + step <= m_sums.size() && rowsBefore + m_sums[block + step - 1] <= row) {
+      block += step;
+      rowsBefore += m_sums[block - 1];
+    }
+  }
+  return block;
+}
+
+void RowIndex::addToSealed(std::size_t block, RowNumber difference) {
+  m_sealedRows += difference;
+  for (std::size_t node = block + 1; node <= m_sums.size(); node += node & -node) {
+    m_sums[node - 1] += difference;
+  }
+}
+
+void RowIndex::makeExact(std::size_t block) {
+  const TextBlock& source = m_storage.block(block);
+  m_estimated[block] = false;
+  const RowNumber difference = exactRows(source) - estimatedRows(source);
+  if (difference == 0) return;
+  addToSealed(block, difference);
+  ++m_generation;
+}
+
+bool RowIndex::refine(std::size_t blocks) {
+  while (m_refineFrom < m_estimated.size()) {
+    if (m_estimated[m_refineFrom]) {
+      if (blocks-- == 0) return true;
+      makeExact(m_refineFrom);
+    }
+    ++m_refineFrom;
+  }
+  return false;
+}
+
+const RowIndex::BlockLayout& RowIndex::layoutOf(std::size_t block) {
+  const TextBlock& source = m_storage.block(block);
+  for (const BlockLayout& layout : m_layouts) {
+    if (layout.block == block && layout.size == source.size()) return layout;
+  }
+  BlockLayout& layout = m_layouts[m_nextLayout];
+  m_nextLayout = (m_nextLayout + 1) % m_layouts.size();
+  layout.block = block;
+  layout.size = source.size();
+  layout.rowsBefore.clear();
+  layout.rowsBefore.reserve(source.fragmentCount() + 1);
+  RowNumber rows = 0;
+  for (std::size_t i = 0; i < source.fragmentCount(); ++i) {
+    layout.rowsBefore.push_back(static_cast<std::uint32_t>(rows));
+    rows += fragmentRows(source, source.fragment(i));
+  }
+  layout.rowsBefore.push_back(static_cast<std::uint32_t>(rows));
+  return layout;
+}
+
+RowIndex::Row RowIndex::locate(RowNumber row) {
+  row = std::clamp<RowNumber>(row, 0, rowCount() - 1);
+  std::size_t index = m_storage.blockCount() - 1;
+  RowNumber before = m_sealedRows;
+  while (row < m_sealedRows) {
+    index = sealedBlockAt(row, before);
+    if (!m_estimated[index]) break;
+    makeExact(index);
+    index = m_storage.blockCount() - 1;
+    before = m_sealedRows;
+    row = std::min(row, rowCount() - 1);
+  }
+  const TextBlock& block = m_storage.block(index);
+  const BlockLayout& layout = layoutOf(index);
+  const auto rowInBlock = static_cast<std::uint32_t>(row - before);
+  const auto after = std::upper_bound(layout.rowsBefore.begin(), layout.rowsBefore.end(), rowInBlock);
+  const auto fragmentIndex = static_cast<std::size_t>(after - layout.rowsBefore.begin()) - 1;
+  const TextBlock::Fragment fragment = block.fragment(fragmentIndex);
+
+  Row result;
+  const auto rowInFragment = static_cast<LineColumn>(rowInBlock - layout.rowsBefore[fragmentIndex]);
+  result.firstColumn = (static_cast<LineColumn>(rowsUpTo(fragment.startColumn)) + rowInFragment) * m_columns;
+  const TextBlock::Place begin = block.placeAt(fragment, result.firstColumn);
+  result.begin = block.start() + begin.offset;
+  result.beginColumn = begin.column;
+  const LineColumn limit = result.firstColumn + m_columns;
+  result.end = block.start() + block.placeAt(fragment, limit).offset;
+  // The row may go on in the blocks that follow, as far as they continue the line.
+  bool goesOn = fragmentIndex + 1 == block.fragmentCount() && fragment.contentEnd == fragment.end;
+  for (std::size_t next = index + 1; goesOn && next < m_storage.blockCount(); ++next) {
+    const TextBlock& follower = m_storage.block(next);
+    if (!follower.continuesALine()) break;
+    const TextBlock::Fragment continued = follower.fragment(0);
+    if (continued.startColumn >= limit) break;
+    result.end = follower.start() + follower.placeAt(continued, limit).offset;
+    goesOn = follower.fragmentCount() == 1 && continued.contentEnd == continued.end;
+  }
+  return result;
+}
+
+RowNumber RowIndex::rowAt(TextPosition position) {
+  const std::size_t index = m_storage.blockAt(position);
+  const TextBlock& block = m_storage.block(index);
+  if (index < m_sums.size() && m_estimated[index]) makeExact(index);
+  const auto offset = static_cast<std::size_t>(position - block.start());
+  const std::size_t fragmentIndex = block.fragmentAt(offset);
+  const TextBlock::Fragment fragment = block.fragment(fragmentIndex);
+  const BlockLayout& layout = layoutOf(index);
+  const RowNumber before = sealedRowsBefore(index) + layout.rowsBefore[fragmentIndex];
+  const RowNumber rowsInFragment = layout.rowsBefore[fragmentIndex + 1] - layout.rowsBefore[fragmentIndex];
+  // Row starts at or before the position's column; the end of a full last row starts no row of its own.
+  const RowNumber started =
+      std::min(rowsUpTo(block.columnAt(fragment, offset) + 1) - rowsUpTo(fragment.startColumn), rowsInFragment);
+  return before + started - 1;
+}
+
+}  // namespace zolt

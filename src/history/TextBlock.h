@@ -1,0 +1,113 @@
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "text/TextAttributes.h"
+
+namespace zolt {
+
+/// A place in a text storage: the number of bytes before it.
+using TextPosition = std::uint64_t;
+/// A column of a line that is not wrapped, from 0. Tabs stop every 8 columns; every other byte takes one.
+using LineColumn = std::uint64_t;
+
+inline constexpr LineColumn kTabStop = 8;
+
+/// The column after a tab that starts at `column`.
+constexpr LineColumn afterTab(LineColumn column) {
+  return (column / kTabStop + 1) * kTabStop;
+}
+
+/// A piece of a text storage of bounded size, with what is needed to lay it out and paint it without its neighbours.
+///
+/// Lines may start before a block and go on after it. The part of one line that lies in one block is a fragment.
+/// Filled from the front by TextStorage; everything else only reads it.
+class TextBlock {
+ public:
+  /// The most bytes in a block. Offsets fit 16 bits with room to spare.
+  static constexpr std::size_t capacity = 65280;
+
+  struct Fragment {
+    std::size_t begin = 0;       ///< offset of its first byte
+    std::size_t end = 0;         ///< offset after its last byte, a line end included
+    std::size_t contentEnd = 0;  ///< as `end`, without the line end (LF, CR or CR LF)
+    LineColumn startColumn = 0;  ///< of its first byte in its line; 0 exactly where the line starts here
+  };
+
+  struct StyleRun {
+    std::uint16_t begin = 0;  ///< offset of its first byte; it ends where the next run begins
+    std::uint16_t style = 0;  ///< index into `styles()`
+  };
+
+  /// An empty block at `start`, which is column `startColumn` of line number `firstLine`.
+  TextBlock(TextPosition start, std::uint64_t firstLine, LineColumn startColumn);
+
+  TextPosition start() const { return m_start; }
+  TextPosition end() const { return m_start + m_size; }
+  std::size_t size() const { return m_size; }
+  std::string_view text() const { return {m_bytes.get(), m_size}; }
+
+  /// The number of the line that the first byte belongs to.
+  std::uint64_t firstLine() const { return m_firstLine; }
+  /// Offsets where lines start, in order. The last may equal `size()`: a line that has nothing in it yet.
+  const std::vector<std::uint16_t>& lineStarts() const { return m_lineStarts; }
+
+  /// Whether the first fragment goes on with a line that started in an earlier block.
+  bool continuesALine() const { return m_startColumn != 0; }
+  std::size_t fragmentCount() const { return m_lineStarts.size() + (continuesALine() ? 1 : 0); }
+  Fragment fragment(std::size_t index) const;
+  /// The index of the fragment that holds `offset`; an offset at the end belongs to the last.
+  std::size_t fragmentAt(std::size_t offset) const;
+
+  /// Whether columns have to be found by walking, because a tab takes more than one.
+  bool hasTabs() const { return m_hasTabs; }
+  /// The column that follows the fragment's content.
+  LineColumn endColumn(const Fragment& fragment) const { return columnAt(fragment, fragment.contentEnd); }
+  /// The column of `offset`, which lies in the fragment; a line end has the column after the content.
+  LineColumn columnAt(const Fragment& fragment, std::size_t offset) const;
+  struct Place {
+    std::size_t offset = 0;
+    LineColumn column = 0;
+  };
+  /// The first place in the fragment's content whose column is not less than `column`; its end when there is none.
+  Place placeAt(const Fragment& fragment, LineColumn column) const;
+
+  /// The column after the first fragment's content, when it goes on with a line.
+  LineColumn continuedEndColumn() const { return m_continuedEndColumn; }
+  /// The columns of the longest line that starts in this block, as far as it lies in it.
+  LineColumn longestLine() const { return m_longestLine; }
+
+  const std::vector<StyleRun>& styleRuns() const { return m_runs; }
+  const std::vector<TextAttributes>& styles() const { return m_styles; }
+  /// The index of the style run that holds `offset` < size().
+  std::size_t styleRunAt(std::size_t offset) const;
+
+ private:
+  friend class TextStorage;
+
+  std::size_t room() const { return m_size < capacity ? capacity - m_size : 0; }
+  void appendBytes(std::string_view bytes);
+  std::uint16_t styleIndex(const TextAttributes& attributes);
+  void appendRun(std::uint16_t style);
+  void noteLineLength(LineColumn columns);
+
+  TextPosition m_start;
+  std::uint64_t m_firstLine;
+  LineColumn m_startColumn;
+  LineColumn m_continuedEndColumn;
+  LineColumn m_longestLine = 0;
+  bool m_hasTabs = false;
+  std::size_t m_size = 0;
+  std::unique_ptr<char[]> m_bytes;
+  std::vector<std::uint16_t> m_lineStarts;
+  std::vector<StyleRun> m_runs;
+  std::vector<TextAttributes> m_styles;
+
+  static_assert(capacity + 1 <= std::numeric_limits<std::uint16_t>::max());
+};
+
+}  // namespace zolt

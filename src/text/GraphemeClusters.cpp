@@ -1,0 +1,78 @@
+#include "text/GraphemeClusters.h"
+
+#include <utf8proc.h>
+
+#include <array>
+
+namespace zolt {
+
+char32_t scalarAt(std::string_view text, std::size_t position, std::size_t& length) {
+  const auto at = [&](std::size_t i) { return static_cast<unsigned char>(text[position + i]); };
+  const unsigned char lead = at(0);
+  if (lead < 0x80) {
+    length = 1;
+    return lead;
+  }
+  if (lead < 0xE0) {
+    length = 2;
+    return static_cast<char32_t>((lead & 0x1F) << 6 | (at(1) & 0x3F));
+  }
+  if (lead < 0xF0) {
+    length = 3;
+    return static_cast<char32_t>((lead & 0x0F) << 12 | (at(1) & 0x3F) << 6 | (at(2) & 0x3F));
+  }
+  length = 4;
+  return static_cast<char32_t>((lead & 0x07) << 18 | (at(1) & 0x3F) << 12 | (at(2) & 0x3F) << 6 | (at(3) & 0x3F));
+}
+
+char32_t scalarBefore(std::string_view text, std::size_t position) {
+  std::size_t start = position - 1;
+  while ((static_cast<unsigned char>(text[start]) & 0xC0) == 0x80) {
+    --start;
+  }
+  std::size_t length = 0;
+  return scalarAt(text, start, length);
+}
+
+bool breaksBetween(char32_t before, char32_t after) {
+  return utf8proc_grapheme_break(static_cast<utf8proc_int32_t>(before), static_cast<utf8proc_int32_t>(after));
+}
+
+std::size_t longClusterEnd(std::string_view text, std::size_t position) {
+  std::size_t length = 0;
+  auto before = static_cast<utf8proc_int32_t>(scalarAt(text, position, length));
+  utf8proc_int32_t state = 0;
+  for (position += length; position < text.size(); position += length) {
+    const auto after = static_cast<utf8proc_int32_t>(scalarAt(text, position, length));
+    if (utf8proc_grapheme_break_stateful(before, after, &state)) break;
+    before = after;
+  }
+  return position;
+}
+
+ComposedStart composedStart(std::string_view cluster) {
+  std::array<utf8proc_int32_t, 256> scalars{};  // 31 scalars decompose canonically to at most 4 each
+  utf8proc_ssize_t count = 0;
+  std::size_t length = 0;
+  int taken = 0;
+  for (std::size_t position = 0; position < cluster.size() && taken < 31; position += length, ++taken) {
+    const auto scalar = static_cast<utf8proc_int32_t>(scalarAt(cluster, position, length));
+    const utf8proc_ssize_t room = static_cast<utf8proc_ssize_t>(scalars.size()) - count;
+    int boundary = UTF8PROC_BOUNDCLASS_START;
+    const auto written = utf8proc_decompose_char(scalar, scalars.data() + count, room, UTF8PROC_DECOMPOSE, &boundary);
+    if (written < 0 || written > room) break;
+    count += written;
+  }
+  // Canonical ordering: marks sort stably by their combining class, between starters (UAX #15, D109).
+  for (utf8proc_ssize_t i = 1; i < count; ++i) {
+    const auto classOf = [&](utf8proc_ssize_t at) { return utf8proc_get_property(scalars[at])->combining_class; };
+    for (utf8proc_ssize_t j = i; j > 0 && classOf(j) != 0 && classOf(j - 1) > classOf(j); --j) {
+      std::swap(scalars[j], scalars[j - 1]);
+    }
+  }
+  count = utf8proc_normalize_utf32(scalars.data(), count,
+                                   static_cast<utf8proc_option_t>(UTF8PROC_COMPOSE | UTF8PROC_STABLE));
+  return {.first = static_cast<char32_t>(scalars[0]), .alone = count == 1};
+}
+
+}  // namespace zolt

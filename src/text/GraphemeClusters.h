@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace zolt {
+
+/// Decodes the scalar that starts at `position` of valid UTF-8; `length` receives its bytes (1 to 4).
+char32_t scalarAt(std::string_view text, std::size_t position, std::size_t& length);
+
+/// The scalar that ends just before `position` (> 0) of valid UTF-8.
+char32_t scalarBefore(std::string_view text, std::size_t position);
+
+/// Whether an extended grapheme cluster ends between two neighbouring scalars, the first of which stands in no longer
+/// context that matters (UAX #29 rules GB3 to GB9b and GB999; GB11 to GB13 need more than a pair).
+bool breaksBetween(char32_t before, char32_t after);
+
+/// The end of the extended grapheme cluster (UAX #29) that starts at `position` < text.size().
+///
+/// `text` is valid UTF-8 and `position` a cluster boundary. Linear in the cluster's length.
+std::size_t longClusterEnd(std::string_view text, std::size_t position);
+
+/// As `longClusterEnd`, without a look-up where an ASCII byte is followed by another: that pair always breaks, except
+/// between CR and LF (GB3).
+inline std::size_t clusterEnd(std::string_view text, std::size_t position) {
+  const auto byte = static_cast<unsigned char>(text[position]);
+  if (byte < 0x80) {
+    if (position + 1 == text.size()) return position + 1;
+    const auto next = static_cast<unsigned char>(text[position + 1]);
+    if (next < 0x80 && !(byte == '\r' && next == '\n')) return position + 1;
+  }
+  return longClusterEnd(text, position);
+}
+
+/// The first scalar of the canonical composition (NFC, UAX #15) of one cluster, and whether others follow it.
+struct ComposedStart {
+  char32_t first = 0;
+  bool alone = true;
+};
+
+/// Composes at most the first 31 scalars of `cluster` (not empty): the base and the 30 marks that the Stream-Safe Text
+/// Format (UAX #15 section 13) allows, so that a cluster of any length costs a bounded time.
+ComposedStart composedStart(std::string_view cluster);
+
+/// Whether `text` is valid UTF-8 as a whole (Unicode, table 3-7: no surrogates, no overlong forms, at most U+10FFFF).
+bool isValidUtf8(std::string_view text);
+
+}  // namespace zolt
