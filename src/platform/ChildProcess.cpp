@@ -1,0 +1,252 @@
+#include "platform/ChildProcess.h"
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <mutex>
+#include <thread>
+#include <utility>
+
+#include "platform/LaunchLock.h"
+#include "platform/MainQueue.h"
+#include "platform/Pipe.h"
+
+namespace zolt {
+
+struct ChildProcess::State {
+  Request request;
+  TerminationHandler handler;  // not changed once the child runs
+
+  std::mutex mutex;  // guards everything below
+  pid_t pid = 0;
+  bool running = false;
+  int status = 0;
+  Reason reason = Reason::Exit;
+
+  void send(int signal) {
+    const std::lock_guard lock(mutex);
+    // Reaping takes the same lock: the number cannot belong to anybody else by now.
+    if (running) kill(pid, signal);
+  }
+
+  void kill9() {
+    const std::lock_guard lock(mutex);
+    if (!running) return;
+    if (request.terminal == Terminal::Controlling) kill(-pid, SIGKILL);
+    kill(pid, SIGKILL);
+  }
+
+  bool isRunning() {
+    const std::lock_guard lock(mutex);
+    return running;
+  }
+
+  // Waits for the end on a thread of its own: the one way to do so that works everywhere and reaps nobody else's
+  // children.
+  void waitForEnd() {
+    siginfo_t info{};
+    while (waitid(P_PID, static_cast<id_t>(pid), &info, WEXITED | WNOWAIT) != 0 && errno == EINTR) {
+    }
+    {
+      const std::lock_guard lock(mutex);
+      int raw = 0;
+      while (waitpid(pid, &raw, 0) < 0 && errno == EINTR) {
+      }
+      running = false;
+      reason = WIFSIGNALED(raw) ? Reason::Signal : Reason::Exit;
+      status = WIFSIGNALED(raw) ? WTERMSIG(raw) : WEXITSTATUS(raw);
+    }
+    // Let go of first: what it holds may be the last thing that keeps its owner alive.
+    if (const TerminationHandler last = std::exchange(handler, nullptr)) last();
+  }
+};
+
+namespace {
+
+std::mutex remainingMutex;
+
+// The actions and attributes of one spawn, freed together.
+class SpawnPlan {
+ public:
+  SpawnPlan() {
+    posix_spawn_file_actions_init(&m_actions);
+    posix_spawnattr_init(&m_attributes);
+    sigset_t none;
+    sigemptyset(&none);
+    posix_spawnattr_setsigmask(&m_attributes, &none);
+    sigset_t all;
+    sigfillset(&all);
+    posix_spawnattr_setsigdefault(&m_attributes, &all);
+  }
+  ~SpawnPlan() {
+    posix_spawn_file_actions_destroy(&m_actions);
+    posix_spawnattr_destroy(&m_attributes);
+  }
+  SpawnPlan(const SpawnPlan&) = delete;
+  SpawnPlan& operator=(const SpawnPlan&) = delete;
+
+  void leadSession() { m_flags |= POSIX_SPAWN_SETSID; }
+  // A session leader without a terminal gets the first one that it opens.
+  void openAsStandardInput(const char* path) {
+    posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, path, O_RDWR, 0);
+  }
+  void duplicate(int from, int to) { posix_spawn_file_actions_adddup2(&m_actions, from, to); }
+  void closeEverythingElse() {
+#if defined(__GLIBC__) && __GLIBC_PREREQ(2, 34)
+    posix_spawn_file_actions_addclosefrom_np(&m_actions, STDERR_FILENO + 1);
+#elif defined(POSIX_SPAWN_CLOEXEC_DEFAULT)
+    m_flags |= POSIX_SPAWN_CLOEXEC_DEFAULT;
+#endif
+  }
+
+  int spawn(pid_t* pid, const char* path, char* const* arguments, char* const* environment) {
+    posix_spawnattr_setflags(&m_attributes, m_flags);
+    return posix_spawn(pid, path, &m_actions, &m_attributes, arguments, environment);
+  }
+
+ private:
+  posix_spawn_file_actions_t m_actions;
+  posix_spawnattr_t m_attributes;
+  short m_flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
+};
+
+std::vector<char*> pointersTo(std::vector<std::string>& texts) {
+  std::vector<char*> pointers;
+  for (std::string& text : texts) {
+    pointers.push_back(text.data());
+  }
+  pointers.push_back(nullptr);
+  return pointers;
+}
+
+// Streams below 3 would be overwritten while they are still needed: move such a descriptor out of the way.
+int outOfTheWay(int descriptor, Descriptor& owner) {
+  if (descriptor < 0 || descriptor > STDERR_FILENO) return descriptor;
+  owner = Descriptor(fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+  return owner.get();
+}
+
+}  // namespace
+
+ChildProcess::ChildProcess(Request request) : m_state(std::make_shared<State>()) {
+  m_state->request = std::move(request);
+}
+
+void ChildProcess::setTerminationHandler(TerminationHandler handler) {
+  m_state->handler = std::move(handler);
+}
+
+Result<void> ChildProcess::launch() {
+  const Request& request = m_state->request;
+  std::vector<std::string> arguments{request.executable};
+  arguments.insert(arguments.end(), request.arguments.begin(), request.arguments.end());
+  std::vector<std::string> environment;
+  for (const auto& [name, value] : request.environment) {
+    environment.push_back(name + "=" + value);
+  }
+
+  std::array<Descriptor, 3> owners;
+  const std::array streams{outOfTheWay(request.standardInput, owners[0]),
+                           outOfTheWay(request.standardOutput, owners[1]),
+                           outOfTheWay(request.standardError, owners[2])};
+  SpawnPlan plan;
+  std::array<char, 128> terminalName{};
+  if (request.terminal == Terminal::Controlling) {
+    const int failure = ttyname_r(streams[0], terminalName.data(), terminalName.size());
+    if (failure != 0) return Failure{errorText(failure)};
+    plan.leadSession();
+    plan.openAsStandardInput(terminalName.data());
+  }
+  for (int i = 0; i < 3; ++i) {
+    if (streams[static_cast<std::size_t>(i)] >= 0) plan.duplicate(streams[static_cast<std::size_t>(i)], i);
+  }
+  plan.closeEverythingElse();
+
+  pid_t pid = 0;
+  {
+    const std::lock_guard lock(launchLock());
+    const int failure =
+        plan.spawn(&pid, request.executable.c_str(), pointersTo(arguments).data(), pointersTo(environment).data());
+    if (failure != 0) return Failure{errorText(failure)};
+  }
+  {
+    const std::lock_guard lock(m_state->mutex);
+    m_state->pid = pid;
+    m_state->running = true;
+  }
+  std::thread([state = m_state] { state->waitForEnd(); }).detach();
+  return {};
+}
+
+pid_t ChildProcess::pid() const {
+  const std::lock_guard lock(m_state->mutex);
+  return m_state->pid;
+}
+
+bool ChildProcess::isRunning() const {
+  return m_state->isRunning();
+}
+
+int ChildProcess::terminationStatus() const {
+  const std::lock_guard lock(m_state->mutex);
+  return m_state->status;
+}
+
+ChildProcess::Reason ChildProcess::terminationReason() const {
+  const std::lock_guard lock(m_state->mutex);
+  return m_state->reason;
+}
+
+void ChildProcess::terminate() {
+  m_state->send(SIGTERM);
+}
+
+void ChildProcess::sendSignal(int signal) {
+  m_state->send(signal);
+}
+
+std::vector<std::weak_ptr<ChildProcess::State>>& ChildProcess::remaining() {
+  static std::vector<std::weak_ptr<State>> states;
+  return states;
+}
+
+void ChildProcess::killAfter(std::chrono::milliseconds grace) {
+  if (!isRunning()) return;
+  {
+    const std::lock_guard lock(remainingMutex);
+    std::erase_if(remaining(), [](const auto& each) { return each.expired(); });
+    remaining().push_back(m_state);
+  }
+  MainQueue::after(grace, [state = m_state] { state->kill9(); });
+}
+
+void ChildProcess::endRemaining(std::chrono::milliseconds grace) {
+  std::vector<std::shared_ptr<State>> states;
+  {
+    const std::lock_guard lock(remainingMutex);
+    for (const auto& each : remaining()) {
+      if (auto state = each.lock()) states.push_back(std::move(state));
+    }
+  }
+  const auto anyRuns = [&] {
+    return std::ranges::any_of(states, [](const auto& state) { return state->isRunning(); });
+  };
+  const auto waitUntil = [&](std::chrono::steady_clock::time_point deadline) {
+    while (anyRuns() && std::chrono::steady_clock::now() < deadline) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+  };
+  waitUntil(std::chrono::steady_clock::now() + grace);
+  for (const auto& state : states) {
+    state->kill9();
+  }
+  waitUntil(std::chrono::steady_clock::now() + std::chrono::seconds(1));
+}
+
+}  // namespace zolt

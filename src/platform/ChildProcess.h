@@ -1,0 +1,73 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/Result.h"
+#include "platform/Environment.h"
+
+namespace zolt {
+
+/// One child process: configured, launched once, told when it ends.
+///
+/// The child gets its three standard streams and no other descriptor, an empty signal mask and default dispositions. It
+/// is always reaped, also when this object is gone by then. All members may be called from any thread.
+class ChildProcess {
+ public:
+  enum class Terminal { None, Controlling };
+
+  struct Request {
+    std::string executable;              ///< a path; PATH is not searched
+    std::vector<std::string> arguments;  ///< without the program's own name
+    Environment environment;
+    int standardInput = -1;  ///< descriptors of the caller, which keeps them
+    int standardOutput = -1;
+    int standardError = -1;
+    /// Controlling: the child leads a session of its own, and its standard input is the session's terminal.
+    Terminal terminal = Terminal::None;
+  };
+
+  enum class Reason { Exit, Signal };
+
+  /// Called on a background thread, once, after the child has ended and been reaped.
+  using TerminationHandler = std::function<void()>;
+
+  explicit ChildProcess(Request request);
+
+  /// Set before `launch`.
+  void setTerminationHandler(TerminationHandler handler);
+  /// Starts the child; a failure carries the system's text. Call once.
+  Result<void> launch();
+
+  /// 0 before a successful launch.
+  pid_t pid() const;
+  bool isRunning() const;
+  /// The exit status, or the number of the signal that killed it; 0 while it runs.
+  int terminationStatus() const;
+  Reason terminationReason() const;
+
+  /// Asks the child to end (SIGTERM); nothing happens when it does not run.
+  void terminate();
+  /// Sends a signal to the child; nothing happens when it does not run.
+  void sendSignal(int signal);
+  /// Kills the child, with its process group where it leads one, if it still runs after `grace`. Needs the main loop,
+  /// or `endRemaining`.
+  void killAfter(std::chrono::milliseconds grace);
+
+  /// Waits up to `grace` for the children that `killAfter` was called for and kills those that are left: the last thing
+  /// that a program does.
+  static void endRemaining(std::chrono::milliseconds grace);
+
+ private:
+  struct State;
+  static std::vector<std::weak_ptr<State>>& remaining();
+
+  std::shared_ptr<State> m_state;
+};
+
+}  // namespace zolt

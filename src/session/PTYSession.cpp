@@ -1,0 +1,150 @@
+#include "session/PTYSession.h"
+
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <utility>
+
+#include "base/Diagnostics.h"
+#include "platform/Environment.h"
+#include "platform/MainQueue.h"
+
+namespace zolt {
+
+namespace {
+
+// A shell that is still there so long after it was asked to end and its terminal was closed is killed.
+constexpr std::chrono::milliseconds kKillGrace{2000};
+
+constexpr std::array<std::pair<const char*, const char*>, 4> kTerminalVariables{{
+    {"TERM", "xterm-256color"},
+    {"TERM_PROGRAM", "Zolt"},
+    {"TERM_PROGRAM_VERSION", "1.0.0"},
+    {"COLORTERM", "truecolor"},
+}};
+
+Environment shellEnvironment() {
+  Environment environment = processEnvironment();
+  for (const auto& [name, value] : kTerminalVariables) {
+    environment[name] = value;
+  }
+  return environment;
+}
+
+void printWriteError(const std::string& reason) {
+  printLine("Write error: " + reason);
+}
+
+}  // namespace
+
+PTYSession::PTYSession() = default;
+
+PTYSession::~PTYSession() {
+  terminate();
+}
+
+bool PTYSession::start(const Shell& shell) {
+  auto terminal = openPseudoTerminal();
+  if (!terminal) {
+    printLine("Failed to open PTY");
+    return false;
+  }
+  m_masterHandle = std::make_unique<FileHandle>(std::move(terminal.value().master));
+  m_masterHandle->setWriteFailureHandler(
+      [](const std::string& reason) { MainQueue::async([reason] { printWriteError(reason); }); });
+  m_slaveHandle = std::make_unique<FileHandle>(std::move(terminal.value().slave));
+  if (m_windowSize != WindowSize{}) setWindowSize(m_masterHandle->descriptor(), m_windowSize);
+
+  const int stream = m_slaveHandle->descriptor();
+  const auto process = std::make_shared<ChildProcess>(ChildProcess::Request{
+      .executable = shell.executable,
+      .arguments = shell.args.empty() ? std::vector<std::string>{"-l"} : shell.args,
+      .environment = shellEnvironment(),
+      .standardInput = stream,
+      .standardOutput = stream,
+      .standardError = stream,
+      .terminal = ChildProcess::Terminal::Controlling,
+  });
+  const MainQueue::Owner self(this);
+  process->setTerminationHandler([this, self, process] {
+    MainQueue::async(self, [this, process] {
+      setRunning(false);
+      if (const ExitHandler handler = onExit) handler(process->terminationStatus());
+    });
+  });
+  setupReadHandler();
+  if (const auto launched = process->launch(); !launched) {
+    printLine("Failed to start process: " + launched.reason());
+    process->setTerminationHandler(nullptr);
+    return false;
+  }
+  m_process = process;
+  setRunning(true);
+  return true;
+}
+
+void PTYSession::setupReadHandler() {
+  if (!m_masterHandle) return;
+  m_masterHandle->setReadabilityHandler([this, self = MainQueue::Owner(this)](FileHandle& handle) {
+    Bytes chunk = handle.availableData();
+    // The end of file says nothing here: only the process's own end counts.
+    if (chunk.empty()) return;
+    MainQueue::async(self, [this, chunk = std::move(chunk)] {
+      if (const OutputHandler handler = onOutput) handler(chunk);
+    });
+  });
+}
+
+void PTYSession::write(const Bytes& data) {
+  write(data.view());
+}
+
+void PTYSession::write(std::string_view text) {
+  if (!m_masterHandle) return;
+  if (const auto written = m_masterHandle->write(text); !written) printWriteError(written.reason());
+}
+
+void PTYSession::resize(int rows, int cols, int pixelWidth, int pixelHeight) {
+  m_windowSize = {.rows = rows, .cols = cols, .pixelWidth = pixelWidth, .pixelHeight = pixelHeight};
+  if (m_masterHandle) setWindowSize(m_masterHandle->descriptor(), m_windowSize);
+}
+
+void PTYSession::terminate() {
+  if (m_process) {
+    m_process->terminate();
+    m_process->killAfter(kKillGrace);
+  }
+  cleanup();
+}
+
+void PTYSession::sendSignal(std::int32_t signal) {
+  if (!m_masterHandle) return;
+  const pid_t foreground = tcgetpgrp(m_masterHandle->descriptor());
+  if (foreground > 0 && kill(-foreground, signal) == 0) return;
+  if (m_process) m_process->sendSignal(signal);
+}
+
+ChildProcess::Reason PTYSession::terminationReason() const {
+  return m_process ? m_process->terminationReason() : ChildProcess::Reason::Exit;
+}
+
+bool PTYSession::isDrained() const {
+  return !m_masterHandle || m_masterHandle->isDrained();
+}
+
+void PTYSession::cleanup() {
+  if (m_masterHandle) m_masterHandle->setReadabilityHandler(nullptr);
+  m_masterHandle.reset();
+  m_slaveHandle.reset();
+  m_process.reset();
+  setRunning(false);
+}
+
+void PTYSession::setRunning(bool running) {
+  Q_EMIT objectWillChange();
+  m_isRunning = running;
+}
+
+}  // namespace zolt

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QObject>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/ChildProcess.h"
+#include "platform/FileHandle.h"
+#include "platform/PseudoTerminal.h"
+#include "session/Shell.h"
+
+namespace zolt {
+
+/// Runs one shell process on a pseudo-terminal and delivers its output as chunks of bytes.
+///
+/// Main thread; both callbacks are called there. Both ends of the pseudo-terminal stay open until the session is
+/// started again or released, also after the shell has ended. Releasing a session ends its shell.
+///
+/// Failures are printed as lines on standard output: "Failed to open PTY", "Failed to start process: " and
+/// "Write error: " with the reason.
+class PTYSession : public QObject {
+  Q_OBJECT
+
+ public:
+  using OutputHandler = std::function<void(const Bytes& chunk)>;
+  using ExitHandler = std::function<void(std::int32_t status)>;
+
+  PTYSession();
+  ~PTYSession() override;
+
+  /// Opens a pseudo-terminal and launches `shell` on it; false when either failed. A further call replaces both.
+  bool start(const Shell& shell);
+
+  /// Writes to the terminal without blocking; nothing happens before the first start.
+  void write(const Bytes& data);
+  /// Writes `text` as UTF-8.
+  void write(std::string_view text);
+  /// Tells the terminal its size, now and after each later start. Pixels are 0 where unknown.
+  void resize(int rows, int cols, int pixelWidth = 0, int pixelHeight = 0);
+  /// Ends the shell and closes the terminal.
+  void terminate();
+  /// Sends a signal to the terminal's foreground process group, else to the shell.
+  void sendSignal(std::int32_t signal);
+
+  /// From a successful launch until the shell's end has been noticed.
+  bool isRunning() const { return m_isRunning; }
+  /// Declared for observers; nothing writes it.
+  const std::string& output() const { return m_output; }
+
+  /// Receives each non-empty chunk, as it was read: characters and sequences may be split between two. Assigning
+  /// replaces the handler there was.
+  OutputHandler onOutput;
+  /// Receives the exit status, or the number of the signal that killed the shell, after `isRunning` has become false.
+  ExitHandler onExit;
+
+  /// How the last shell that ended did so.
+  ChildProcess::Reason terminationReason() const;
+  /// Whether everything that was read has been submitted for delivery and nothing more is waiting.
+  bool isDrained() const;
+
+ Q_SIGNALS:
+  /// Before a published property changes.
+  void objectWillChange();
+
+ private:
+  void setupReadHandler();
+  void cleanup();
+  void setRunning(bool running);
+
+  std::shared_ptr<ChildProcess> m_process;
+  std::unique_ptr<FileHandle> m_masterHandle;
+  std::unique_ptr<FileHandle> m_slaveHandle;
+  std::string m_output;
+  bool m_isRunning = false;
+  WindowSize m_windowSize;
+};
+
+}  // namespace zolt

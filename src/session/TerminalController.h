@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QObject>
+#include <QUuid>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "emulation/TerminalScreenBuffer.h"
+#include "session/PTYSession.h"
+#include "session/Shell.h"
+#include "session/TerminalKey.h"
+
+namespace zolt {
+
+/// The model of one terminal: its session, its character grid, and what is sent to its shell.
+///
+/// Main thread. The shell runs when the constructor returns. A shell that ends with a status other than 0 is started
+/// again half a second later, without limit, in the same session. Releasing the controller ends the shell.
+class TerminalController : public QObject {
+  Q_OBJECT
+
+ public:
+  enum class Restart { AfterFailure, Never };
+
+  /// Runs `shell`, or the catalogue's default at this moment.
+  explicit TerminalController(std::optional<Shell> shell, Restart restart = Restart::AfterFailure);
+  ~TerminalController() override;
+
+  const QUuid& id() const { return m_id; }
+  PTYSession& ptySession() { return *m_ptySession; }
+  /// "Terminal" until the shell has started, then the shell's name.
+  const std::string& title() const { return m_title; }
+  /// Declared for observers; nothing changes it.
+  bool isActive() const { return m_isActive; }
+  /// Fed with the output only until a view takes over the session's output.
+  TerminalScreenBuffer& screenBuffer() { return *m_screenBuffer; }
+
+  /// Sends typed text.
+  void sendInput(std::string_view text);
+  /// Sends the key's sequence; see TerminalKey for the keys that stop the program.
+  void sendKey(const TerminalKey& key);
+  /// Makes grid and terminal `rows` by `cols`, both 1 or more.
+  void resize(int rows, int cols, int pixelWidth = 0, int pixelHeight = 0);
+  /// Sends ESC c (RIS) to the shell, as input, and empties the grid.
+  void clear();
+
+  const std::deque<TerminalScreenBuffer::Row>& getScreenContent() const { return m_screenBuffer->cells(); }
+  TerminalScreenBuffer::Cursor getCursorPosition() const { return m_screenBuffer->cursorPosition; }
+
+ Q_SIGNALS:
+  /// Before a published property changes, and once for each chunk of output.
+  void objectWillChange();
+  /// After the shell has ended and been reported, and before it is started again.
+  void shellEnded(int status);
+
+ private:
+  void setupBindings();
+  void startSession();
+  void handleOutput(const Bytes& data);
+  void handleExit(std::int32_t code);
+
+  QUuid m_id = QUuid::createUuid();
+  std::unique_ptr<PTYSession> m_ptySession;
+  std::string m_title = "Terminal";
+  bool m_isActive = false;
+  Restart m_restart;
+  Shell m_shell;
+  std::unique_ptr<TerminalScreenBuffer> m_screenBuffer;
+};
+
+}  // namespace zolt

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+#include <vector>
+
+namespace zolt::test {
+
+/// Whether a process with this number exists, a zombie included.
+bool processExists(pid_t pid);
+/// Children of this process, of any state, by /proc.
+std::vector<pid_t> childProcesses();
+/// Children of this process that have ended and were not reaped.
+std::vector<pid_t> zombies();
+/// The number of descriptors that this process has open.
+std::size_t openDescriptors();
+/// The whole content of a file; empty when it cannot be read.
+std::string fileContent(const std::string& path);
+
+}  // namespace zolt::test
