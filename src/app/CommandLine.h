@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/Result.h"
+
+namespace zolt {
+
+/// What the user asked for on the command line.
+struct CommandLine {
+  enum class Action { Run, ShowHelp, ShowVersion };
+
+  Action action = Action::Run;
+  std::optional<std::string> workingDirectory;
+  std::optional<std::string> screenshotFile;
+  std::vector<std::string> program;  ///< of -e, with its arguments; empty without
+
+  /// Reads the arguments without the program's own name. A failure is one line for the user.
+  static Result<CommandLine> parse(const std::vector<std::string>& arguments);
+  static std::string helpText();
+  static std::string versionText();
+};
+
+}  // namespace zolt

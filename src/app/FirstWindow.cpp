@@ -1,0 +1,75 @@
+#include "app/FirstWindow.h"
+
+#include <QApplication>
+#include <QScreen>
+#include <chrono>
+#include <cstdio>
+
+#include "platform/MainQueue.h"
+
+namespace zolt {
+
+namespace {
+
+constexpr int kSignalStatusBase = 128;
+constexpr int kLaunchFailedStatus = 127;
+constexpr std::chrono::milliseconds kDrainPoll{1};
+
+}  // namespace
+
+Shell shellForProgram(const std::vector<std::string>& program) {
+  // sh finds the program and becomes it: its status, signals and error message are the ones people know.
+  std::vector<std::string> args{"-c", "exec \"$0\" \"$@\""};
+  args.insert(args.end(), program.begin(), program.end());
+  return Shell{.name = program.front(), .executable = "/bin/sh", .args = std::move(args), .icon = "terminal"};
+}
+
+std::unique_ptr<ContentView> makeTerminalWindow(std::unique_ptr<TerminalController> terminal) {
+  auto window = std::make_unique<ContentView>(std::move(terminal));
+  window->setWindowTitle(QStringLiteral("Zolt"));
+  window->resize(900, 600);
+  if (const QScreen* screen = QApplication::primaryScreen()) {
+    QRect frame = window->geometry();
+    frame.moveCenter(screen->availableGeometry().center());
+    window->setGeometry(frame);
+  }
+  return window;
+}
+
+ProgramRun::ProgramRun(ContentView& window, std::optional<std::string> screenshotFile)
+    : m_window(window), m_screenshotFile(std::move(screenshotFile)) {
+  TerminalController& terminal = window.terminal();
+  connect(&terminal, &TerminalController::shellEnded, this, &ProgramRun::programEnded);
+  if (!terminal.ptySession().isRunning()) {
+    MainQueue::async(MainQueue::Owner(this), [this] { programEnded(kLaunchFailedStatus); });
+  }
+}
+
+void ProgramRun::programEnded(int status) {
+  const bool killed = m_window.terminal().ptySession().terminationReason() == ChildProcess::Reason::Signal;
+  m_exitStatus = killed ? kSignalStatusBase + status : status;
+  finishWhenDrained();
+}
+
+void ProgramRun::finishWhenDrained() {
+  if (!m_window.terminal().ptySession().isDrained()) {
+    MainQueue::after(MainQueue::Owner(this), kDrainPoll, [this] { finishWhenDrained(); });
+    return;
+  }
+  // The last chunk may have two turns of the main queue before it: its delivery, and its being appended.
+  MainQueue::async(MainQueue::Owner(this), [this] { MainQueue::async(MainQueue::Owner(this), [this] { finish(); }); });
+}
+
+void ProgramRun::finish() {
+  m_window.textView().makeFrameNow();
+  if (m_screenshotFile) {
+    const QString file = QString::fromStdString(*m_screenshotFile);
+    if (!m_window.grab().save(file, "PNG")) {
+      std::fprintf(stderr, "zolt: cannot write %s\n", m_screenshotFile->c_str());
+      m_exitStatus = EXIT_FAILURE;
+    }
+  }
+  QApplication::exit(m_exitStatus);
+}
+
+}  // namespace zolt

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QKeyEvent>
+#include <QPointer>
+#include <optional>
+
+#include "history/TextStorage.h"
+#include "session/TerminalController.h"
+#include "view/canvas/TextCanvas.h"
+
+namespace zolt {
+
+/// The log display: shows a growing text and sends what is typed to its terminal. Typing never changes the text.
+class TerminalNSTextView : public TextCanvas {
+  Q_OBJECT
+
+ public:
+  explicit TerminalNSTextView(QWidget* parent = nullptr);
+  ~TerminalNSTextView() override;
+
+  /// Receives the input; none at first.
+  QPointer<TerminalController> terminal;
+
+  bool acceptsFirstResponder() const { return true; }
+
+  const TextStorage& textStorage() const { return *m_storage; }
+  /// Appends to the end of the text; nothing ever removes any of it.
+  void append(const AttributedString& text);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override { keyDown(*event); }
+  void mousePressEvent(QMouseEvent* event) override;
+  void insertText(const QString& text) override;
+
+ private:
+  explicit TerminalNSTextView(std::unique_ptr<TextStorage> storage, QWidget* parent);
+
+  void keyDown(const QKeyEvent& event);
+  static std::optional<TerminalKey> handleSpecialKey(const QKeyEvent& event);
+
+  std::unique_ptr<TextStorage> m_storage;
+};
+
+}  // namespace zolt

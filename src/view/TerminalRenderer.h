@@ -1,0 +1,13 @@
+#pragma once
+
+namespace zolt {
+
+/// Holds a renderer's font size, in logical pixels. Declared for renderers to come; nothing makes one yet.
+class TerminalRenderer {
+ public:
+  explicit TerminalRenderer(double size) : fontSize(size) {}
+
+  double fontSize;
+};
+
+}  // namespace zolt

@@ -1,0 +1,53 @@
+#include "view/canvas/FrameDamage.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <optional>
+
+namespace zolt {
+
+namespace {
+
+// The index in `before` of the first row of `after` that can be found there, as a distance in rows.
+std::optional<std::ptrdiff_t> rowsMoved(const Frame& before, const Frame& after) {
+  for (std::size_t i = 0; i < after.rows.size(); ++i) {
+    const auto found = std::ranges::find_if(
+        before.rows, [&](const RowKey& key) { return key.text.begin == after.rows[i].text.begin; });
+    if (found != before.rows.end()) return (found - before.rows.begin()) - static_cast<std::ptrdiff_t>(i);
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+FrameDamage compareFrames(const Frame& before, const Frame& after, Pixels viewportHeight) {
+  FrameDamage damage;
+  const auto moved = rowsMoved(before, after);
+  if (!moved || before.rowHeight != after.rowHeight) {
+    damage.everything = true;
+    return damage;
+  }
+  damage.shift = after.firstRowTop - before.firstRowTop - *moved * after.rowHeight;
+  if (std::abs(damage.shift) >= viewportHeight) {
+    damage.everything = true;
+    return damage;
+  }
+  for (std::size_t i = 0; i < after.rows.size(); ++i) {
+    const std::ptrdiff_t source = static_cast<std::ptrdiff_t>(i) + *moved;
+    const Pixels top = after.firstRowTop + static_cast<Pixels>(i) * after.rowHeight;
+    // A row that the viewport cut off before the move has pixels that were never painted.
+    const Pixels topBefore = top - damage.shift;
+    const bool wasWhole = topBefore >= 0 && topBefore + after.rowHeight <= viewportHeight;
+    const bool isWhole = top >= 0 && top + after.rowHeight <= viewportHeight;
+    const bool same = source >= 0 && source < std::ssize(before.rows) &&
+                      before.rows[static_cast<std::size_t>(source)] == after.rows[i];
+    if (!same || (!wasWhole && (isWhole || damage.shift != 0))) damage.dirtyRows.push_back(i);
+  }
+  // What lies below the last row keeps its blank only if there were no more rows before.
+  if (before.rows.size() > after.rows.size() + static_cast<std::size_t>(std::max<std::ptrdiff_t>(*moved, 0))) {
+    damage.everything = true;
+  }
+  return damage;
+}
+
+}  // namespace zolt

@@ -1,0 +1,129 @@
+#include "view/canvas/LogRowSource.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace zolt {
+
+namespace {
+
+constexpr int kColumnsBeforeLayout = 80;
+// Blocks counted in one step in the background: about a millisecond's worth.
+constexpr std::size_t kRefinedAtOnce = 32;
+// How far a word is followed in either direction.
+constexpr CanvasPosition kLongestWord = 4096;
+
+// What names, paths and addresses are made of.
+bool isWordCharacter(char c) {
+  return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
+         std::string_view("_-./~@+%:").find(c) != std::string_view::npos;
+}
+
+}  // namespace
+
+LogRowSource::LogRowSource(const TextStorage& storage) : m_storage(storage), m_index(storage, kColumnsBeforeLayout) {}
+
+bool LogRowSource::refine() {
+  return m_index.refine(kRefinedAtOnce);
+}
+
+RowContent LogRowSource::content(CanvasRow row) {
+  const RowIndex::Row located = m_index.locate(row);
+  RowContent content;
+  content.range = {.begin = located.begin, .end = located.end};
+  LineColumn column = located.beginColumn;
+  const auto inRow = [&](LineColumn at) {
+    return static_cast<int>(std::min<LineColumn>(at - located.firstColumn, static_cast<LineColumn>(columns())));
+  };
+  m_storage.forEachRun(
+      located.begin, located.end, [&](TextPosition, std::string_view text, const TextAttributes& attributes) {
+        while (!text.empty()) {
+          const std::size_t plain = std::min(text.find('\t'), text.size());
+          if (plain != 0) {
+            content.pieces.push_back(
+                {.column = inRow(column), .text = std::string(text.substr(0, plain)), .attributes = attributes});
+            column += plain;
+            text.remove_prefix(plain);
+          } else {
+            // A tab is as many blanks in its style: they show a background and an underline.
+            const LineColumn after = afterTab(column);
+            const int from = inRow(column);
+            content.pieces.push_back({.column = from,
+                                      .text = std::string(static_cast<std::size_t>(inRow(after) - from), ' '),
+                                      .attributes = attributes});
+            column = after;
+            text.remove_prefix(1);
+          }
+        }
+      });
+  content.columns = inRow(std::max(column, located.firstColumn));
+  return content;
+}
+
+CanvasRange LogRowSource::rowRange(CanvasRow row) {
+  const RowIndex::Row located = m_index.locate(row);
+  return {.begin = located.begin, .end = located.end};
+}
+
+CanvasPosition LogRowSource::positionAt(CanvasRow row, int column) {
+  const RowIndex::Row located = m_index.locate(row);
+  const LineColumn wanted = located.firstColumn + static_cast<LineColumn>(std::max(column, 0));
+  LineColumn at = located.beginColumn;
+  CanvasPosition position = located.begin;
+  for (const char c : m_storage.text(located.begin, located.end)) {
+    if (at >= wanted) break;
+    at = c == '\t' ? afterTab(at) : at + 1;
+    ++position;
+  }
+  return position;
+}
+
+int LogRowSource::columnAt(CanvasRow row, CanvasPosition position) {
+  const RowIndex::Row located = m_index.locate(row);
+  if (position < located.begin) return 0;
+  LineColumn at = located.beginColumn;
+  for (const char c : m_storage.text(located.begin, std::min(position, located.end))) {
+    at = c == '\t' ? afterTab(at) : at + 1;
+  }
+  return static_cast<int>(std::min<LineColumn>(at - located.firstColumn, static_cast<LineColumn>(columns())));
+}
+
+std::string LogRowSource::text(CanvasRange range) const {
+  std::string copied = m_storage.text(range.begin, range.end);
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < copied.size(); ++i) {
+    if (copied[i] == '\r') {
+      copied[kept++] = '\n';
+      if (i + 1 < copied.size() && copied[i + 1] == '\n') ++i;
+    } else {
+      copied[kept++] = copied[i];
+    }
+  }
+  copied.resize(kept);
+  return copied;
+}
+
+CanvasRange LogRowSource::wordAt(CanvasPosition position) const {
+  if (position >= m_storage.size()) return {.begin = m_storage.size(), .end = m_storage.size()};
+  const CanvasPosition from = position - std::min(position, kLongestWord);
+  const std::string around = m_storage.text(from, std::min(position + kLongestWord, m_storage.size()));
+  auto begin = static_cast<std::size_t>(position - from);
+  std::size_t end = begin + 1;
+  if (isWordCharacter(around[begin])) {
+    while (begin > 0 && isWordCharacter(around[begin - 1])) {
+      --begin;
+    }
+    while (end < around.size() && isWordCharacter(around[end])) {
+      ++end;
+    }
+  }
+  return {.begin = from + begin, .end = from + end};
+}
+
+CanvasRange LogRowSource::lineAt(CanvasPosition position) const {
+  const std::uint64_t line = m_storage.lineAt(position);
+  const CanvasPosition end = line + 1 < m_storage.lineCount() ? m_storage.lineStart(line + 1) : m_storage.size();
+  return {.begin = m_storage.lineStart(line), .end = end};
+}
+
+}  // namespace zolt

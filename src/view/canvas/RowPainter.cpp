@@ -1,0 +1,78 @@
+#include "view/canvas/RowPainter.h"
+
+#include <algorithm>
+
+namespace zolt {
+
+namespace {
+
+// Blue enough to be seen on black and behind every palette colour, dark enough to leave white text readable.
+constexpr QRgb kSelectionColor = 0xFF264F78;
+
+int widthOf(const StyledPiece& piece) {
+  return static_cast<int>(piece.text.size());
+}
+
+}  // namespace
+
+QColor RowPainter::toQColor(const Color& color) {
+  const auto component = [](double value) { return static_cast<float>(std::clamp(value, 0.0, 1.0)); };
+  return QColor::fromRgbF(component(color.red), component(color.green), component(color.blue), component(color.alpha));
+}
+
+void RowPainter::paint(const RowContent& row, QPoint origin, ColumnRange selected) {
+  paintBackgrounds(row, origin);
+  const CellMetrics& cell = m_fonts.metrics();
+  if (selected.begin < selected.end) {
+    m_painter.fillRect(origin.x() + selected.begin * cell.width, origin.y(),
+                       (selected.end - selected.begin) * cell.width, cell.height, QColor::fromRgb(kSelectionColor));
+  }
+  for (const StyledPiece& piece : row.pieces) {
+    // Clear text is there for copying, not for seeing.
+    if (piece.attributes.foreground.alpha <= 0) continue;
+    paintText(piece, origin);
+    paintLines(piece, origin);
+  }
+}
+
+void RowPainter::paintBackgrounds(const RowContent& row, QPoint origin) {
+  const CellMetrics& cell = m_fonts.metrics();
+  for (const StyledPiece& piece : row.pieces) {
+    if (!piece.attributes.background) continue;
+    m_painter.fillRect(origin.x() + piece.column * cell.width, origin.y(), widthOf(piece) * cell.width, cell.height,
+                       toQColor(*piece.attributes.background));
+  }
+}
+
+void RowPainter::paintText(const StyledPiece& piece, QPoint origin) {
+  const CellMetrics& cell = m_fonts.metrics();
+  const FontFace& face = piece.attributes.font;
+  m_glyphs.clear();
+  m_positions.clear();
+  const int baseline = origin.y() + cell.baseline;
+  int x = origin.x() + piece.column * cell.width;
+  for (const char character : piece.text) {
+    if (const std::uint32_t glyph = m_fonts.glyph(face.weight, face.slant, character); glyph != 0) {
+      m_glyphs.push_back(glyph);
+      m_positions.emplace_back(x, baseline);
+    }
+    x += cell.width;
+  }
+  if (m_glyphs.empty()) return;
+  m_run.setRawFont(m_fonts.font(face.weight, face.slant));
+  m_run.setRawData(m_glyphs.data(), m_positions.data(), static_cast<int>(m_glyphs.size()));
+  m_painter.setPen(toQColor(piece.attributes.foreground));
+  m_painter.drawGlyphRun(QPointF(0, 0), m_run);
+}
+
+void RowPainter::paintLines(const StyledPiece& piece, QPoint origin) {
+  const CellMetrics& cell = m_fonts.metrics();
+  const auto line = [&](int top) {
+    m_painter.fillRect(origin.x() + piece.column * cell.width, origin.y() + top, widthOf(piece) * cell.width,
+                       cell.lineThickness, toQColor(piece.attributes.foreground));
+  };
+  if (piece.attributes.underline == Line::Single) line(cell.underlineTop);
+  if (piece.attributes.strikethrough == Line::Single) line(cell.strikethroughTop);
+}
+
+}  // namespace zolt

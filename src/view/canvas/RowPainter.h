@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QColor>
+#include <QGlyphRun>
+#include <QPainter>
+#include <QPoint>
+#include <vector>
+
+#include "view/canvas/CanvasFonts.h"
+#include "view/canvas/RowSource.h"
+
+namespace zolt {
+
+/// A range of columns; `end` is not included.
+struct ColumnRange {
+  int begin = 0;
+  int end = 0;
+};
+
+/// Paints rows of text. The painter's coordinates are device pixels.
+class RowPainter {
+ public:
+  RowPainter(QPainter& painter, CanvasFonts& fonts) : m_painter(painter), m_fonts(fonts) {}
+
+  /// Paints a row with its top left corner at `origin`: backgrounds, the selection over them, then the text.
+  void paint(const RowContent& row, QPoint origin, ColumnRange selected);
+
+  /// Clamped to what a screen can show.
+  static QColor toQColor(const Color& color);
+
+ private:
+  void paintBackgrounds(const RowContent& row, QPoint origin);
+  void paintText(const StyledPiece& piece, QPoint origin);
+  void paintLines(const StyledPiece& piece, QPoint origin);
+
+  QPainter& m_painter;
+  CanvasFonts& m_fonts;
+  QGlyphRun m_run;
+  std::vector<quint32> m_glyphs;
+  std::vector<QPointF> m_positions;
+};
+
+}  // namespace zolt

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "text/TextAttributes.h"
+
+namespace zolt {
+
+/// A place in the text that a canvas shows, counted in characters from its start.
+using CanvasPosition = std::uint64_t;
+/// A row of the wrapped text, from 0 at the top.
+using CanvasRow = std::int64_t;
+
+/// A range of text; `end` is not included.
+struct CanvasRange {
+  CanvasPosition begin = 0;
+  CanvasPosition end = 0;
+
+  bool empty() const { return begin >= end; }
+  friend bool operator==(const CanvasRange&, const CanvasRange&) = default;
+};
+
+/// Text in one style whose characters take one column each, from `column` of its row on.
+struct StyledPiece {
+  int column = 0;
+  std::string text;
+  TextAttributes attributes;
+};
+
+/// One row, ready to be painted.
+struct RowContent {
+  CanvasRange range;                ///< the characters in the row, a line end not included
+  int columns = 0;                  ///< the column after the last character
+  std::vector<StyledPiece> pieces;  ///< in order, without tabs; gaps are blank
+};
+
+/// What a text canvas shows: wrapped rows of styled text, and how rows, columns and positions belong together.
+///
+/// All row numbers are as of the last `sync` or `setColumns`; looking at rows may correct estimates, which `generation`
+/// tells. Main thread.
+class RowSource {
+ public:
+  virtual ~RowSource() = default;
+
+  /// Takes over what is new.
+  virtual void sync() = 0;
+  virtual int columns() const = 0;
+  /// Wraps at `columns`, 1 or more.
+  virtual void setColumns(int columns) = 0;
+  /// At least 1.
+  virtual CanvasRow rowCount() const = 0;
+  /// Changes whenever row numbers from before it may be off.
+  virtual std::uint64_t generation() const = 0;
+  /// Improves row numbers in the background; false when there is nothing left to improve.
+  virtual bool refine() = 0;
+
+  /// `row` from 0 to rowCount() (not included).
+  virtual RowContent content(CanvasRow row) = 0;
+  /// The characters of a row, without the cost of its content.
+  virtual CanvasRange rowRange(CanvasRow row) = 0;
+  virtual CanvasRow rowAt(CanvasPosition position) = 0;
+  /// The position in `row` before the first character at `column` or after it; the end of the row when there is none.
+  virtual CanvasPosition positionAt(CanvasRow row, int column) = 0;
+  /// The column of `position` in `row`; 0 before the row, the column after its last character behind it.
+  virtual int columnAt(CanvasRow row, CanvasPosition position) = 0;
+
+  virtual CanvasPosition size() const = 0;
+  /// The text of a range as a person copies it, lines ending in LF.
+  virtual std::string text(CanvasRange range) const = 0;
+  /// The word around `position`; a single character where there is no word.
+  virtual CanvasRange wordAt(CanvasPosition position) const = 0;
+  /// The line around `position`, with its line end.
+  virtual CanvasRange lineAt(CanvasPosition position) const = 0;
+};
+
+}  // namespace zolt

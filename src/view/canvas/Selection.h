@@ -1,0 +1,43 @@
+#pragma once
+
+#include <algorithm>
+
+#include "view/canvas/RowSource.h"
+
+namespace zolt {
+
+/// What a drag selects by.
+enum class SelectionUnit { Character, Word, Line };
+
+/// The selected range of text: an origin and where the pointer is, both widened to whole units. A value.
+class Selection {
+ public:
+  bool empty() const { return range().empty(); }
+  CanvasRange range() const {
+    return {.begin = std::min(m_origin.begin, m_head.begin), .end = std::max(m_origin.end, m_head.end)};
+  }
+  SelectionUnit unit() const { return m_unit; }
+
+  void clear() { *this = Selection(); }
+  /// Selects `origin`: empty at a place, or a whole unit around it.
+  void begin(SelectionUnit unit, CanvasRange origin) {
+    m_unit = unit;
+    m_origin = m_head = origin;
+  }
+  /// Moves the other end to `head`, a place or a whole unit.
+  void extend(CanvasRange head) { m_head = head; }
+
+  /// The part of `text` that is selected; empty ranges are all equal.
+  CanvasRange within(CanvasRange text) const {
+    const CanvasRange all = range();
+    const CanvasRange part{.begin = std::max(text.begin, all.begin), .end = std::min(text.end, all.end)};
+    return part.empty() ? CanvasRange{} : part;
+  }
+
+ private:
+  SelectionUnit m_unit = SelectionUnit::Character;
+  CanvasRange m_origin;
+  CanvasRange m_head;
+};
+
+}  // namespace zolt

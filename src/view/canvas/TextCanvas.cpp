@@ -1,0 +1,366 @@
+#include "view/canvas/TextCanvas.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QWindow>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/MainQueue.h"
+#include "view/canvas/RowPainter.h"
+#include "view/canvas/ThinScrollBar.h"
+
+namespace zolt {
+
+namespace {
+
+constexpr double kFontSize = 14;
+// Looking at rows can correct estimates, which moves rows: a few rounds settle it, for each looks at few blocks.
+constexpr int kLayoutRounds = 16;
+constexpr std::chrono::milliseconds kRefineInterval{5};
+
+}  // namespace
+
+QList<QKeySequence> commandShortcuts(Qt::Key key) {
+#ifdef Q_OS_MACOS
+  return {QKeySequence(Qt::CTRL | key)};  // Qt calls the Command key Ctrl there
+#else
+  return {QKeySequence(Qt::CTRL | Qt::SHIFT | key), QKeySequence(Qt::META | key)};
+#endif
+}
+
+TextCanvas::TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent)
+    : QAbstractScrollArea(parent),
+      m_source(std::move(source)),
+      m_fonts(std::make_unique<CanvasFonts>(kFontSize, 1)),
+      m_pacer([this] { makeFrame(); }, this),
+      m_bar(new ThinScrollBar(this)) {
+  setFrameShape(QFrame::NoFrame);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+  setVerticalScrollBar(m_bar);
+  setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_InputMethodEnabled);
+  QPalette black;
+  black.setColor(QPalette::Window, Qt::black);
+  black.setColor(QPalette::Base, Qt::black);
+  black.setColor(QPalette::Text, Qt::white);
+  setPalette(black);
+  viewport()->setPalette(black);
+  viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+  viewport()->setCursor(Qt::IBeamCursor);
+  addActions();
+  m_refineTimer.setInterval(kRefineInterval);
+  connect(&m_refineTimer, &QTimer::timeout, this, [this] {
+    const std::uint64_t before = m_source->generation();
+    if (!m_source->refine()) m_refineTimer.stop();
+    if (m_source->generation() != before) m_pacer.request();
+  });
+}
+
+TextCanvas::~TextCanvas() = default;
+
+void TextCanvas::addActions() {
+  const auto add = [this](const QString& text, const QList<QKeySequence>& shortcuts, auto slot) {
+    auto* action = new QAction(text, this);
+    action->setShortcuts(shortcuts);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    connect(action, &QAction::triggered, this, slot);
+    addAction(action);
+  };
+  add(tr("Copy"), commandShortcuts(Qt::Key_C), &TextCanvas::copy);
+  add(tr("Paste"), commandShortcuts(Qt::Key_V), &TextCanvas::paste);
+  add(tr("Select All"), commandShortcuts(Qt::Key_A), &TextCanvas::selectAll);
+}
+
+Pixels TextCanvas::toDevice(double logical) const {
+  return std::llround(logical * m_fonts->scale());
+}
+
+void TextCanvas::contentChanged() {
+  m_pacer.request();
+}
+
+void TextCanvas::scrollToEndOfDocument() {
+  m_atEnd = true;
+  m_pacer.request();
+}
+
+ScrollModel TextCanvas::scrollModel() const {
+  return {.contentHeight = m_source->rowCount() * m_fonts->metrics().height + 2 * toDevice(inset),
+          .viewportHeight = toDevice(viewport()->height())};
+}
+
+Pixels TextCanvas::offsetNow() {
+  const ScrollModel model = scrollModel();
+  if (m_atEnd) return model.maximum();
+  return model.clamped(m_source->rowAt(m_anchor) * m_fonts->metrics().height + m_anchorDelta);
+}
+
+Pixels TextCanvas::scrollOffset() {
+  m_source->sync();
+  return offsetNow();
+}
+
+Pixels TextCanvas::scrollMaximum() {
+  m_source->sync();
+  return scrollModel().maximum();
+}
+
+void TextCanvas::setOffset(Pixels offset) {
+  const ScrollModel model = scrollModel();
+  offset = model.clamped(offset);
+  m_atEnd = offset == model.maximum();
+  const CanvasRow row = std::min(offset / m_fonts->metrics().height, m_source->rowCount() - 1);
+  m_anchor = m_source->rowRange(row).begin;
+  m_anchorDelta = offset - row * m_fonts->metrics().height;
+}
+
+void TextCanvas::scrollTo(Pixels offset) {
+  m_source->sync();
+  setOffset(offset);
+  m_bar->flash();
+  m_pacer.request();
+}
+
+void TextCanvas::scrollContentsBy(int, int) {
+  // The bar's value has changed: by the user, or by updateScrollBar, which has nothing new to say.
+  if (!m_updatingBar) scrollTo(scrollModel().offsetFor(m_bar->value()));
+}
+
+void TextCanvas::updateScrollBar() {
+  const ScrollModel model = scrollModel();
+  m_updatingBar = true;
+  m_bar->setRange(0, model.barMaximum());
+  m_bar->setPageStep(model.barPageStep());
+  m_bar->setSingleStep(static_cast<int>(std::max<Pixels>(m_fonts->metrics().height / model.pixelsPerStep(), 1)));
+  if (!m_bar->isSliderDown()) m_bar->setValue(model.barValue(offsetNow()));
+  m_updatingBar = false;
+}
+
+void TextCanvas::makeFrameNow() {
+  makeFrame();
+}
+
+// Finds the rows in view, as the source now has them, into m_frame and m_rows.
+void TextCanvas::layOut() {
+  const Pixels rowHeight = m_fonts->metrics().height;
+  const Pixels viewportHeight = toDevice(viewport()->height());
+  m_source->sync();
+  for (int round = 0; round < kLayoutRounds; ++round) {
+    const std::uint64_t generation = m_source->generation();
+    const Pixels offset = offsetNow();
+    const Pixels top = offset - toDevice(inset);
+    const CanvasRow first = std::max<Pixels>(top, 0) / rowHeight;
+    const CanvasRow last = std::min<CanvasRow>((top + viewportHeight - 1) / rowHeight, m_source->rowCount() - 1);
+    m_rows.clear();
+    m_frame.rows.clear();
+    m_frame.rowHeight = rowHeight;
+    m_frame.firstRowTop = first * rowHeight - top;
+    for (CanvasRow row = first; row <= last; ++row) {
+      m_rows.push_back(m_source->content(row));
+      const CanvasRange range = m_rows.back().range;
+      m_frame.rows.push_back({.text = range, .selected = m_selection.within(range)});
+    }
+    if (m_source->generation() == generation) break;
+  }
+}
+
+void TextCanvas::makeFrame() {
+  const Frame before = std::exchange(m_frame, {});
+  const bool comparable = std::exchange(m_frameValid, true);
+  layOut();
+  updateScrollBar();
+  if (!m_refineTimer.isActive()) m_refineTimer.start();
+  const FrameDamage damage = compareFrames(before, m_frame, toDevice(viewport()->height()));
+  const double logicalShift = static_cast<double>(damage.shift) / m_fonts->scale();
+  const bool movable = logicalShift == std::floor(logicalShift);
+  if (!comparable || damage.everything || !movable || !m_preedit.isEmpty()) {
+    viewport()->update();
+    return;
+  }
+  if (damage.shift != 0) viewport()->scroll(0, static_cast<int>(logicalShift));
+  updateRows(damage.dirtyRows);
+}
+
+void TextCanvas::updateRows(const std::vector<std::size_t>& rows) {
+  const double scale = m_fonts->scale();
+  for (const std::size_t row : rows) {
+    const Pixels top = m_frame.firstRowTop + static_cast<Pixels>(row) * m_frame.rowHeight;
+    const QRectF area(0, static_cast<double>(top) / scale, viewport()->width(),
+                      static_cast<double>(m_frame.rowHeight) / scale);
+    viewport()->update(area.toAlignedRect());
+  }
+}
+
+void TextCanvas::paintEvent(QPaintEvent* event) {
+  if (!m_frameValid) {
+    layOut();
+    updateScrollBar();
+    m_frameValid = true;
+  }
+  QPainter painter(viewport());
+  const double scale = m_fonts->scale();
+  // Device pixels: glyphs are drawn at their own size, and nothing falls between two pixels.
+  painter.scale(1 / scale, 1 / scale);
+  RowPainter rows(painter, *m_fonts);
+  const QPoint origin(static_cast<int>(toDevice(inset)), static_cast<int>(m_frame.firstRowTop));
+  for (const QRect& logical : event->region()) {
+    const QRectF area(logical.x() * scale, logical.y() * scale, logical.width() * scale, logical.height() * scale);
+    painter.setClipRect(area);
+    painter.fillRect(area, Qt::black);
+    const auto firstRow = static_cast<std::ptrdiff_t>(
+        std::floor((area.top() - static_cast<double>(m_frame.firstRowTop)) / static_cast<double>(m_frame.rowHeight)));
+    for (auto row = std::max<std::ptrdiff_t>(firstRow, 0); row < std::ssize(m_rows); ++row) {
+      const QPoint at = origin + QPoint(0, static_cast<int>(row * m_frame.rowHeight));
+      if (at.y() >= area.bottom()) break;
+      const RowKey& key = m_frame.rows[static_cast<std::size_t>(row)];
+      ColumnRange selected;
+      if (!key.selected.empty()) {
+        const CanvasRow number = m_source->rowAt(key.text.begin);
+        selected = {.begin = m_source->columnAt(number, key.selected.begin),
+                    .end = m_source->columnAt(number, key.selected.end)};
+      }
+      rows.paint(m_rows[static_cast<std::size_t>(row)], at, selected);
+    }
+  }
+  paintPreedit(painter);
+}
+
+// Text that is being composed stands after the last character, underlined.
+void TextCanvas::paintPreedit(QPainter& painter) {
+  if (m_preedit.isEmpty()) return;
+  const CellMetrics& cell = m_fonts->metrics();
+  const double scale = m_fonts->scale();
+  const QRectF caret = inputMethodQuery(Qt::ImCursorRectangle).toRectF();
+  const QRectF at(caret.x() * scale, caret.y() * scale, caret.width() * scale, caret.height() * scale);
+  QFont font = CanvasFonts::systemFont(kFontSize * scale);
+  font.setUnderline(true);
+  painter.setClipping(false);
+  painter.setFont(font);
+  const double width = QFontMetricsF(font).horizontalAdvance(m_preedit);
+  painter.fillRect(QRectF(at.left(), at.top(), width, cell.height), Qt::black);
+  painter.setPen(Qt::white);
+  painter.drawText(QPointF(at.left(), at.top() + cell.baseline), m_preedit);
+}
+
+void TextCanvas::updateScale() {
+  const double scale = devicePixelRatioF();
+  if (scale == m_fonts->scale()) return;
+  m_fonts = std::make_unique<CanvasFonts>(kFontSize, scale);
+  m_frameValid = false;
+}
+
+void TextCanvas::updateGridSize() {
+  updateScale();
+  const CellMetrics& cell = m_fonts->metrics();
+  const auto room = [&](int length) { return static_cast<int>(toDevice(length) - 2 * toDevice(inset)); };
+  const int width = std::max(room(viewport()->width()), cell.width);
+  const int height = std::max(room(viewport()->height()), cell.height);
+  const GridSize size{
+      .rows = height / cell.height, .columns = width / cell.width, .pixelWidth = width, .pixelHeight = height};
+  m_source->sync();
+  m_source->setColumns(size.columns);
+  m_frameValid = false;
+  m_pacer.request();
+  if (size == m_gridSize && m_gridSizeAnnounced) return;
+  m_gridSize = size;
+  announceGridSize();
+}
+
+void TextCanvas::announceGridSize() {
+  // A resize by dragging brings many sizes in one turn of the event loop: only the last is told.
+  if (!isVisible()) return;
+  const bool pending = std::exchange(m_announcing, true);
+  if (pending) return;
+  MainQueue::async(MainQueue::Owner(this), [this] {
+    m_announcing = false;
+    m_gridSizeAnnounced = true;
+    Q_EMIT gridSizeChanged(m_gridSize);
+  });
+}
+
+void TextCanvas::resizeEvent(QResizeEvent* event) {
+  QAbstractScrollArea::resizeEvent(event);
+  updateGridSize();
+}
+
+void TextCanvas::showEvent(QShowEvent* event) {
+  QAbstractScrollArea::showEvent(event);
+  if (const QScreen* shownOn = screen(); shownOn != nullptr && shownOn->refreshRate() > 1) {
+    m_pacer.setInterval(std::chrono::microseconds(std::lround(1e6 / shownOn->refreshRate())));
+  }
+  updateGridSize();
+  if (!m_gridSizeAnnounced) announceGridSize();
+}
+
+bool TextCanvas::event(QEvent* event) {
+  // A move to a screen of another density changes the scale without a resize.
+  if (event->type() == QEvent::ScreenChangeInternal) updateGridSize();
+  return QAbstractScrollArea::event(event);
+}
+
+bool TextCanvas::viewportEvent(QEvent* event) {
+  if (event->type() == QEvent::Paint && devicePixelRatioF() != m_fonts->scale()) updateGridSize();
+  return QAbstractScrollArea::viewportEvent(event);
+}
+
+QRectF TextCanvas::rectOf(CanvasPosition position) {
+  const CellMetrics& cell = m_fonts->metrics();
+  const double scale = m_fonts->scale();
+  for (std::size_t i = 0; i < m_rows.size(); ++i) {
+    const CanvasRange range = m_rows[i].range;
+    const bool inRow =
+        position >= range.begin && (position < range.end || (position == range.end && i + 1 == m_rows.size()));
+    if (!inRow) continue;
+    const int column = m_source->columnAt(m_source->rowAt(range.begin), position);
+    return {(static_cast<double>(toDevice(inset)) + column * cell.width) / scale,
+            static_cast<double>(m_frame.firstRowTop + static_cast<Pixels>(i) * cell.height) / scale, cell.width / scale,
+            cell.height / scale};
+  }
+  return {};
+}
+
+void TextCanvas::inputMethodEvent(QInputMethodEvent* event) {
+  m_preedit = event->preeditString();
+  if (!event->commitString().isEmpty()) insertText(event->commitString());
+  viewport()->update();
+  event->accept();
+}
+
+QVariant TextCanvas::inputMethodQuery(Qt::InputMethodQuery query) const {
+  switch (query) {
+    case Qt::ImEnabled:
+      return true;
+    case Qt::ImCursorRectangle: {
+      // The candidate window opens at the end of the last row in view: where the next output will stand.
+      const CellMetrics& cell = m_fonts->metrics();
+      const double scale = m_fonts->scale();
+      const int column = m_rows.empty() ? 0 : m_rows.back().columns;
+      const Pixels last = std::max<Pixels>(std::ssize(m_rows) - 1, 0);
+      return QRectF((static_cast<double>(toDevice(inset)) + column * cell.width) / scale,
+                    static_cast<double>(m_frame.firstRowTop + last * cell.height) / scale, cell.width / scale,
+                    cell.height / scale)
+          .toRect();
+    }
+    case Qt::ImCurrentSelection:
+      return selectedText();
+    default:
+      return QAbstractScrollArea::inputMethodQuery(query);
+  }
+}
+
+// Tab belongs to the shell.
+bool TextCanvas::focusNextPrevChild(bool) {
+  return false;
+}
+
+void TextCanvas::focusInEvent(QFocusEvent* event) {
+  QAbstractScrollArea::focusInEvent(event);
+  viewport()->update();
+}
+
+}  // namespace zolt

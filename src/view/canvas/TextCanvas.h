@@ -1,0 +1,151 @@
+#pragma once
+
+#include <QAbstractScrollArea>
+#include <QTimer>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "view/canvas/CanvasFonts.h"
+#include "view/canvas/FrameDamage.h"
+#include "view/canvas/FramePacer.h"
+#include "view/canvas/RowSource.h"
+#include "view/canvas/ScrollModel.h"
+#include "view/canvas/Selection.h"
+
+namespace zolt {
+
+class ThinScrollBar;
+
+/// A size in characters and in device pixels.
+struct GridSize {
+  int rows = 1;
+  int columns = 1;
+  int pixelWidth = 0;
+  int pixelHeight = 0;
+
+  friend bool operator==(const GridSize&, const GridSize&) = default;
+};
+
+/// A scrolling widget that shows the rows of a row source and lets the user select and copy them.
+///
+/// A frame costs what is visible, whatever the size of the text, and there is at most one per refresh of the screen.
+/// Scrolling moves pixels; only rows that changed are painted.
+class TextCanvas : public QAbstractScrollArea {
+  Q_OBJECT
+
+ public:
+  /// Blank space around the text, in logical pixels.
+  static constexpr int inset = 5;
+
+  explicit TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent = nullptr);
+  ~TextCanvas() override;
+
+  RowSource& source() { return *m_source; }
+  GridSize gridSize() const { return m_gridSize; }
+  const CellMetrics& cellMetrics() const { return m_fonts->metrics(); }
+
+  /// Tells that the source has more to show.
+  void contentChanged();
+  /// Shows the end of the text from now on, until the user scrolls away from it.
+  void scrollToEndOfDocument();
+  bool isAtEnd() const { return m_atEnd; }
+  /// Pixels from the top of the text to the top of the view, and the most there can be.
+  Pixels scrollOffset();
+  Pixels scrollMaximum();
+  void scrollTo(Pixels offset);
+
+  /// Makes the frame that is due now instead of at the next refresh.
+  void makeFrameNow();
+
+  const Selection& selection() const { return m_selection; }
+  void select(CanvasRange range);
+  QString selectedText() const;
+  void copy();
+  void selectAll();
+  void paste();
+
+  /// The position nearest to a point of the viewport, in logical pixels.
+  CanvasPosition positionAt(QPointF point);
+  /// The rectangle of a character, in logical pixels of the viewport; empty when it is not in the current frame.
+  QRectF rectOf(CanvasPosition position);
+
+ Q_SIGNALS:
+  /// The room for text, at most once per turn of the event loop, and after the widget is shown.
+  void gridSizeChanged(const zolt::GridSize& size);
+
+ protected:
+  /// Text that an input method committed or that was pasted.
+  virtual void insertText(const QString& text) = 0;
+
+  bool event(QEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void scrollContentsBy(int dx, int dy) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void inputMethodEvent(QInputMethodEvent* event) override;
+  QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+  bool focusNextPrevChild(bool next) override;
+
+ private:
+  void addActions();
+  void updateScale();
+  void updateGridSize();
+  void announceGridSize();
+  void makeFrame();
+  void layOut();
+  void updateScrollBar();
+  ScrollModel scrollModel() const;
+  Pixels offsetNow();
+  void setOffset(Pixels offset);
+  Pixels toDevice(double logical) const;
+  void updateRows(const std::vector<std::size_t>& rows);
+  void paintPreedit(QPainter& painter);
+  void selectionChanged();
+  CanvasRange unitAt(CanvasPosition position, SelectionUnit unit) const;
+  CanvasRange selectableUnit(QPointF point, SelectionUnit unit);
+  void beginSelection(QPointF point, SelectionUnit unit);
+  void extendSelection(QPointF point);
+  void pasteFrom(int clipboardMode);
+
+  std::unique_ptr<RowSource> m_source;
+  std::unique_ptr<CanvasFonts> m_fonts;
+  FramePacer m_pacer;
+  ThinScrollBar* m_bar;  // a child
+  GridSize m_gridSize;
+  bool m_gridSizeAnnounced = false;
+  bool m_announcing = false;
+
+  // Where the view is: at the end, or `m_anchorDelta` pixels below the top of the row that shows `m_anchor`.
+  bool m_atEnd = true;
+  CanvasPosition m_anchor = 0;
+  Pixels m_anchorDelta = 0;
+
+  Frame m_frame;
+  std::vector<RowContent> m_rows;  // of m_frame
+  bool m_frameValid = false;
+  bool m_updatingBar = false;
+
+  Selection m_selection;
+  bool m_selectionStarted = false;   // there is an origin that a click with Shift can extend from
+  std::optional<QPointF> m_pointer;  // while a selection is being dragged
+  int m_autoScrollTimer = 0;
+  qint64 m_doubleClickTime = -1;
+  QPointF m_doubleClickPoint;
+  QTimer m_refineTimer;
+  QString m_preedit;
+};
+
+/// Shortcuts for the command key with `key`: Command on macOS; elsewhere Ctrl+Shift, and the Super key.
+QList<QKeySequence> commandShortcuts(Qt::Key key);
+
+}  // namespace zolt

@@ -1,0 +1,176 @@
+// How the mouse and the clipboard work on a text canvas.
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QStyleHints>
+#include <QTimerEvent>
+#include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
+
+#include "view/canvas/TextCanvas.h"
+#include "view/canvas/ThinScrollBar.h"
+
+namespace zolt {
+
+namespace {
+
+constexpr int kAutoScrollMs = 30;
+constexpr int kWheelUnitsPerNotch = 120;  // as QWheelEvent counts: eighths of a degree, 15 degrees a notch
+
+}  // namespace
+
+CanvasPosition TextCanvas::positionAt(QPointF point) {
+  if (m_rows.empty()) return 0;
+  const CellMetrics& cell = m_fonts->metrics();
+  const Pixels y = toDevice(point.y()) - m_frame.firstRowTop;
+  const auto index = std::clamp<Pixels>(y / cell.height, 0, std::ssize(m_rows) - 1);
+  const CanvasRange range = m_rows[static_cast<std::size_t>(index)].range;
+  if (y < 0) return range.begin;
+  // Below the last row is its end.
+  if (y >= std::ssize(m_rows) * cell.height) return range.end;
+  const double column = static_cast<double>(toDevice(point.x()) - toDevice(inset)) / cell.width;
+  return m_source->positionAt(m_source->rowAt(range.begin), static_cast<int>(std::lround(std::max(column, 0.0))));
+}
+
+CanvasRange TextCanvas::selectableUnit(QPointF point, SelectionUnit unit) {
+  const CellMetrics& cell = m_fonts->metrics();
+  CanvasPosition position = positionAt(point);
+  if (unit == SelectionUnit::Character) return {.begin = position, .end = position};
+  // A unit is that of the character under the pointer, not of the gap nearest to it.
+  const QRectF right = rectOf(position);
+  if (position > 0 && point.x() < right.x() && right.x() > inset + cell.width / (2 * m_fonts->scale())) --position;
+  return unit == SelectionUnit::Word ? m_source->wordAt(position) : m_source->lineAt(position);
+}
+
+void TextCanvas::beginSelection(QPointF point, SelectionUnit unit) {
+  m_selection.begin(unit, selectableUnit(point, unit));
+  m_pointer = point;
+  m_pacer.request();
+}
+
+void TextCanvas::extendSelection(QPointF point) {
+  m_selection.extend(selectableUnit(point, m_selection.unit()));
+  m_pacer.request();
+}
+
+void TextCanvas::select(CanvasRange range) {
+  m_selection.begin(SelectionUnit::Character, range);
+  selectionChanged();
+}
+
+// Where the platform has a selection clipboard, what is selected is in it.
+void TextCanvas::selectionChanged() {
+  m_pacer.request();
+  QClipboard* clipboard = QApplication::clipboard();
+  if (clipboard->supportsSelection() && !m_selection.empty()) clipboard->setText(selectedText(), QClipboard::Selection);
+}
+
+QString TextCanvas::selectedText() const {
+  const std::string text = m_source->text(m_selection.range());
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+void TextCanvas::copy() {
+  if (!m_selection.empty()) QApplication::clipboard()->setText(selectedText());
+}
+
+void TextCanvas::selectAll() {
+  m_source->sync();
+  select({.begin = 0, .end = m_source->size()});
+}
+
+void TextCanvas::paste() {
+  pasteFrom(QClipboard::Clipboard);
+}
+
+void TextCanvas::pasteFrom(int clipboardMode) {
+  const QString text = QApplication::clipboard()->text(static_cast<QClipboard::Mode>(clipboardMode));
+  if (!text.isEmpty()) insertText(text);
+}
+
+void TextCanvas::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::MiddleButton && QApplication::clipboard()->supportsSelection()) {
+    pasteFrom(QClipboard::Selection);
+    return;
+  }
+  if (event->button() != Qt::LeftButton) return;
+  const QPointF point = event->position();
+  const bool third = m_doubleClickTime >= 0 &&
+                     static_cast<qint64>(event->timestamp()) - m_doubleClickTime <
+                         QApplication::styleHints()->mouseDoubleClickInterval() &&
+                     (point - m_doubleClickPoint).manhattanLength() < QApplication::startDragDistance();
+  m_doubleClickTime = -1;
+  if (third) {
+    beginSelection(point, SelectionUnit::Line);
+  } else if (event->modifiers().testFlag(Qt::ShiftModifier) && m_selectionStarted) {
+    m_pointer = point;
+    extendSelection(point);
+  } else {
+    beginSelection(point, SelectionUnit::Character);
+    m_selectionStarted = true;
+  }
+}
+
+void TextCanvas::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
+  m_doubleClickTime = static_cast<qint64>(event->timestamp());
+  m_doubleClickPoint = event->position();
+  m_selectionStarted = true;
+  beginSelection(event->position(), SelectionUnit::Word);
+}
+
+void TextCanvas::mouseMoveEvent(QMouseEvent* event) {
+  if (!m_pointer) return;
+  m_pointer = event->position();
+  extendSelection(event->position());
+  const bool outside = m_pointer->y() < 0 || m_pointer->y() >= viewport()->height();
+  if (outside && m_autoScrollTimer == 0) {
+    m_autoScrollTimer = startTimer(kAutoScrollMs);
+  } else if (!outside && m_autoScrollTimer != 0) {
+    killTimer(std::exchange(m_autoScrollTimer, 0));
+  }
+}
+
+void TextCanvas::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || !m_pointer) return;
+  m_pointer.reset();
+  if (m_autoScrollTimer != 0) killTimer(std::exchange(m_autoScrollTimer, 0));
+  selectionChanged();
+}
+
+// Dragging past an edge scrolls, the faster the farther away the pointer is.
+void TextCanvas::timerEvent(QTimerEvent* event) {
+  if (event->timerId() != m_autoScrollTimer || !m_pointer) {
+    QAbstractScrollArea::timerEvent(event);
+    return;
+  }
+  const double beyond = m_pointer->y() < 0 ? m_pointer->y() : std::max(m_pointer->y() - viewport()->height() + 1, 0.0);
+  scrollTo(scrollOffset() + toDevice(beyond));
+  makeFrame();
+  extendSelection(*m_pointer);
+}
+
+void TextCanvas::wheelEvent(QWheelEvent* event) {
+  double logical = event->pixelDelta().y();
+  if (event->pixelDelta().isNull()) {
+    const double rows =
+        static_cast<double>(event->angleDelta().y()) / kWheelUnitsPerNotch * QApplication::wheelScrollLines();
+    logical = rows * m_fonts->metrics().height / m_fonts->scale();
+  }
+  if (logical != 0) scrollTo(scrollOffset() - toDevice(logical));
+  event->accept();
+}
+
+void TextCanvas::contextMenuEvent(QContextMenuEvent* event) {
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->addActions(actions());
+  menu->actions().front()->setEnabled(!m_selection.empty());
+  connect(menu, &QMenu::aboutToHide, this, [this] { actions().front()->setEnabled(true); });
+  menu->popup(event->globalPos());
+}
+
+}  // namespace zolt
