@@ -54,7 +54,7 @@ bool PTYSession::start(const Shell& shell) {
   m_masterHandle = std::make_unique<FileHandle>(std::move(terminal.value().master));
   m_masterHandle->setWriteFailureHandler(
       [](const std::string& reason) { MainQueue::async([reason] { printWriteError(reason); }); });
-  m_slaveHandle = std::make_unique<FileHandle>(std::move(terminal.value().slave));
+  m_slaveHandle = std::make_unique<FileHandle>(std::move(terminal.value().slave), FileHandle::Purpose::KeepOpen);
   if (m_windowSize != WindowSize{}) setWindowSize(m_masterHandle->descriptor(), m_windowSize);
 
   const int stream = m_slaveHandle->descriptor();
