@@ -1,6 +1,7 @@
 #include "emulation/ANSIParser.h"
 
-#include "emulation/SGR.h"
+#include <algorithm>
+
 #include "text/GraphemeClusters.h"
 #include "text/TextScan.h"
 
@@ -25,12 +26,11 @@ bool canCarryMarks(char c) {
 bool joinsTheCharacterBefore(std::string_view text, std::size_t runStart) {
   if (runStart == 0 || !canCarryMarks(text[runStart - 1])) return false;
   std::size_t length = 0;
-  return !breaksBetween(static_cast<char32_t>(text[runStart - 1]), scalarAt(text, runStart, length));
+  return joinsAsciiBefore(scalarAt(text, runStart, length));
 }
 
 bool joinsTheCharacterAfter(std::string_view text, std::size_t runEnd) {
-  if (runEnd == text.size() || !canCarryMarks(text[runEnd])) return false;
-  return !breaksBetween(scalarBefore(text, runEnd), static_cast<char32_t>(text[runEnd]));
+  return runEnd != text.size() && canCarryMarks(text[runEnd]) && joinsAsciiAfter(scalarBefore(text, runEnd));
 }
 
 // By string ordering, that is by the scalars of the canonical composition: "m" with a diaeresis, which has no composed
@@ -45,8 +45,8 @@ bool isFinalCharacter(std::string_view cluster) {
 
 AttributedString ANSIParser::parse(std::string_view text) {
   AttributedString result;
-  result.reserve(text.size());
-  m_styleIndex.reset();
+  result.reserve(text.size(), std::min(m_runsInLastChunk, text.size() / 8));
+  m_styles.assign(m_renditions.size(), 0);
   std::size_t position = 0;
   std::size_t keptUpTo = 0;  // the end of the last character taken over; a mark right there takes it back
   while (position < text.size()) {
@@ -77,13 +77,15 @@ AttributedString ANSIParser::parse(std::string_view text) {
     }
   }
   makeAttributedString(result);
+  m_runsInLastChunk = result.runs().size();
   return result;
 }
 
 void ANSIParser::makeAttributedString(AttributedString& result) {
   if (result.pendingLength() == 0) return;
-  if (!m_styleIndex) m_styleIndex = result.styleIndex(m_attributes);
-  result.endRun(*m_styleIndex);
+  std::uint32_t& style = m_styles[m_current];
+  if (style == 0) style = result.styleIndex(m_renditions.attributes(m_current)) + 1;
+  result.endRun(style - 1);
 }
 
 ANSIParser::SequenceEnd ANSIParser::parseEscapeSequence(std::string_view text, std::size_t escape) {
@@ -112,6 +114,11 @@ ANSIParser::SequenceEnd ANSIParser::parseEscapeSequence(std::string_view text, s
 ANSIParser::SequenceEnd ANSIParser::parseCSI(std::string_view text, std::size_t bracket) {
   const std::size_t paramsStart = bracket + 1;
   for (std::size_t position = paramsStart; position < text.size();) {
+    // An ASCII character before "@" is never final, whatever marks it carries: nothing composes to one that is.
+    if (isAscii(text[position]) && text[position] < 0x40) {
+      ++position;
+      continue;
+    }
     const std::size_t end = clusterEnd(text, position);
     const std::string_view character = text.substr(position, end - position);
     if (isFinalCharacter(character)) {
@@ -144,11 +151,10 @@ void ANSIParser::handleCSICommand(std::string_view command, std::string_view par
 }
 
 void ANSIParser::handleSGR(std::string_view params) {
-  m_codes.clear();
-  parseSGRCodes(params, m_codes);
-  m_rendition.apply(m_codes);
-  m_attributes = m_rendition.attributes();
-  m_styleIndex.reset();
+  const std::uint64_t generation = m_renditions.generation();
+  m_current = m_renditions.after(m_current, params);
+  if (m_renditions.generation() != generation) m_styles.clear();
+  m_styles.resize(m_renditions.size(), 0);
 }
 
 }  // namespace zolt

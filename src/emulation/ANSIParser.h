@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "emulation/Rendition.h"
+#include "emulation/RenditionTable.h"
 #include "text/AttributedString.h"
 
 namespace zolt {
@@ -41,10 +41,10 @@ class ANSIParser {
   /// Makes one run, in the rendition in force, of the text taken over since the last one; nothing when there is none.
   void makeAttributedString(AttributedString& result);
 
-  Rendition m_rendition;
-  TextAttributes m_attributes;                // of m_rendition
-  std::optional<std::uint32_t> m_styleIndex;  // of m_attributes in the string being built, once known
-  std::vector<std::int64_t> m_codes;          // kept only to spare an allocation for each SGR
+  RenditionTable m_renditions;
+  RenditionTable::Id m_current = RenditionTable::initial;
+  std::size_t m_runsInLastChunk = 0;    // the next is likely to have about as many
+  std::vector<std::uint32_t> m_styles;  // by rendition: its style in the string being built + 1; 0 for none yet
 };
 
 }  // namespace zolt

@@ -29,6 +29,8 @@ struct Rendition {
   /// How text in this rendition looks. Reverse swaps first, before hidden and dim: with the default colours it yields
   /// clear text on white, deliberately.
   TextAttributes attributes() const;
+
+  friend bool operator==(const Rendition&, const Rendition&) = default;
 };
 
 }  // namespace zolt

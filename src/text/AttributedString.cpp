@@ -1,5 +1,7 @@
 #include "text/AttributedString.h"
 
+#include <algorithm>
+
 namespace zolt {
 
 namespace {
@@ -15,10 +17,11 @@ AttributedString::AttributedString(std::string_view text, const TextAttributes& 
 }
 
 void AttributedString::endRun(std::uint32_t style) {
-  const std::size_t length = pendingLength();
-  if (length == 0) return;
-  m_runs.push_back({.length = length, .style = style});
-  m_covered = m_text.size();
+  while (m_covered < m_text.size()) {
+    const auto length = static_cast<std::uint32_t>(std::min<std::size_t>(pendingLength(), UINT32_MAX));
+    m_runs.push_back({.length = length, .style = style});
+    m_covered += length;
+  }
 }
 
 std::uint32_t AttributedString::styleIndex(const TextAttributes& attributes) {

@@ -11,12 +11,13 @@ namespace zolt {
 
 /// Text with styles: UTF-8 and the runs that cover it without gaps, in order.
 ///
-/// Each different style stands once in `styles`; runs name it by index. A value type, cheap to move.
+/// Each different style stands once in `styles`; runs name it by index. A value type, cheap to move. A run has at most
+/// 4 GiB; longer text of one style becomes several.
 class AttributedString {
  public:
   /// `length` bytes of the text, never 0, in the style `styles()[style]`.
   struct Run {
-    std::uint64_t length = 0;
+    std::uint32_t length = 0;
     std::uint32_t style = 0;
 
     friend bool operator==(const Run&, const Run&) = default;
@@ -32,8 +33,11 @@ class AttributedString {
   const std::vector<TextAttributes>& styles() const { return m_styles; }
   const TextAttributes& attributes(const Run& run) const { return m_styles[run.style]; }
 
-  /// Makes room for `bytes` of text in all.
-  void reserve(std::size_t bytes) { m_text.reserve(bytes); }
+  /// Makes room for `bytes` of text and `runs` runs in all.
+  void reserve(std::size_t bytes, std::size_t runs) {
+    m_text.reserve(bytes);
+    m_runs.reserve(runs);
+  }
 
   /// The index of `attributes` in `styles()`, added there when it is new.
   std::uint32_t styleIndex(const TextAttributes& attributes);

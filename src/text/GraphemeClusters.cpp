@@ -34,8 +34,46 @@ char32_t scalarBefore(std::string_view text, std::size_t position) {
   return scalarAt(text, start, length);
 }
 
-bool breaksBetween(char32_t before, char32_t after) {
-  return utf8proc_grapheme_break(static_cast<utf8proc_int32_t>(before), static_cast<utf8proc_int32_t>(after));
+namespace {
+
+// The answers for the Basic Multilingual Plane, a bit each: asking the library costs as much as parsing ten bytes.
+class JoinTable {
+ public:
+  enum class Side { Before, After };
+
+  explicit JoinTable(Side side) : m_side(side) {
+    for (char32_t scalar = 0x80; scalar < kPlane; ++scalar) {
+      if (ask(scalar)) m_bits[scalar / 64] |= std::uint64_t{1} << (scalar % 64);
+    }
+  }
+
+  bool joins(char32_t scalar) const {
+    return scalar < kPlane ? (m_bits[scalar / 64] >> (scalar % 64) & 1) != 0 : ask(scalar);
+  }
+
+ private:
+  static constexpr char32_t kPlane = 0x10000;
+  static constexpr utf8proc_int32_t kLetter = 'a';
+
+  bool ask(char32_t scalar) const {
+    const auto asked = static_cast<utf8proc_int32_t>(scalar);
+    return m_side == Side::Before ? !utf8proc_grapheme_break(kLetter, asked) : !utf8proc_grapheme_break(asked, kLetter);
+  }
+
+  Side m_side;
+  std::array<std::uint64_t, kPlane / 64> m_bits{};
+};
+
+}  // namespace
+
+bool joinsAsciiBefore(char32_t scalar) {
+  static const JoinTable table(JoinTable::Side::Before);
+  return table.joins(scalar);
+}
+
+bool joinsAsciiAfter(char32_t scalar) {
+  static const JoinTable table(JoinTable::Side::After);
+  return table.joins(scalar);
 }
 
 std::size_t longClusterEnd(std::string_view text, std::size_t position) {

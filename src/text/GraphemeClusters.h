@@ -13,9 +13,13 @@ char32_t scalarAt(std::string_view text, std::size_t position, std::size_t& leng
 /// The scalar that ends just before `position` (> 0) of valid UTF-8.
 char32_t scalarBefore(std::string_view text, std::size_t position);
 
-/// Whether an extended grapheme cluster ends between two neighbouring scalars, the first of which stands in no longer
-/// context that matters (UAX #29 rules GB3 to GB9b and GB999; GB11 to GB13 need more than a pair).
-bool breaksBetween(char32_t before, char32_t after);
+/// Whether `scalar`, which is not ASCII, forms one cluster with a printable ASCII character right before it: Extend,
+/// ZWJ and SpacingMark do (UAX #29 rules GB9 and GB9a).
+bool joinsAsciiBefore(char32_t scalar);
+
+/// Whether `scalar`, which is not ASCII, forms one cluster with a printable ASCII character right after it: Prepend
+/// does (UAX #29 rule GB9b).
+bool joinsAsciiAfter(char32_t scalar);
 
 /// The end of the extended grapheme cluster (UAX #29) that starts at `position` < text.size().
 ///

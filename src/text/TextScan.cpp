@@ -252,7 +252,7 @@ const std::uint8_t* bytesOf(std::string_view text) {
 
 }  // namespace
 
-std::size_t plainPrefix(std::string_view text) {
+std::size_t longPlainPrefix(std::string_view text) {
   return HWY_DYNAMIC_DISPATCH(PlainPrefix)(bytesOf(text), text.size());
 }
 
@@ -260,7 +260,7 @@ std::size_t controlFreePrefix(std::string_view text) {
   return HWY_DYNAMIC_DISPATCH(ControlFreePrefix)(bytesOf(text), text.size());
 }
 
-std::size_t nonAsciiPrefix(std::string_view text) {
+std::size_t longNonAsciiPrefix(std::string_view text) {
   return HWY_DYNAMIC_DISPATCH(NonAsciiPrefix)(bytesOf(text), text.size());
 }
 

@@ -1,20 +1,63 @@
 #pragma once
 
+#include <bit>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace zolt {
 
-/// Scans over text at the machine's widest vectors. Each returns the length of the longest prefix of `text` that
-/// consists only of the bytes named; `text.size()` when all of it does.
+/// Scans over text. Each returns the length of the longest prefix of `text` that consists only of the bytes named;
+/// `text.size()` when all of it does. Short prefixes are found in a register, long ones at the machine's widest
+/// vectors.
 
-/// Bytes 0x20 to 0x7F, TAB and LF: what a log shows without looking twice.
-std::size_t plainPrefix(std::string_view text);
+std::size_t longPlainPrefix(std::string_view text);
+std::size_t longNonAsciiPrefix(std::string_view text);
 
 /// Bytes from 0x20 on, non-ASCII included: everything but C0 controls.
 std::size_t controlFreePrefix(std::string_view text);
 
+namespace detail {
+
+inline constexpr std::uint64_t kHighBits = 0x8080808080808080ULL;
+inline constexpr std::uint64_t kBlanks = 0x2020202020202020ULL;
+
+// Eight bytes, the first in the lowest place on every machine.
+inline std::uint64_t eightBytes(const char* text) {
+  std::uint64_t bytes = 0;
+  std::memcpy(&bytes, text, sizeof bytes);
+  if constexpr (std::endian::native == std::endian::big) bytes = __builtin_bswap64(bytes);
+  return bytes;
+}
+
+inline std::size_t firstMarked(std::uint64_t marks) {
+  return static_cast<std::size_t>(std::countr_zero(marks)) / 8;
+}
+
+}  // namespace detail
+
+/// Bytes 0x20 to 0x7F, TAB and LF: what a log shows without looking twice.
+inline std::size_t plainPrefix(std::string_view text) {
+  if (text.size() >= 8) {
+    const std::uint64_t bytes = detail::eightBytes(text.data());
+    // Marks bytes below 0x20 and above 0x7F. A borrow spoils only what stands after the first mark.
+    const std::uint64_t marks = ((bytes - detail::kBlanks) | bytes) & detail::kHighBits;
+    if (marks != 0) {
+      const std::size_t first = detail::firstMarked(marks);
+      if (text[first] != '\n' && text[first] != '\t') return first;
+    }
+  }
+  return longPlainPrefix(text);
+}
+
 /// Bytes from 0x80 on.
-std::size_t nonAsciiPrefix(std::string_view text);
+inline std::size_t nonAsciiPrefix(std::string_view text) {
+  if (text.size() >= 8) {
+    const std::uint64_t marks = ~detail::eightBytes(text.data()) & detail::kHighBits;
+    if (marks != 0) return detail::firstMarked(marks);
+  }
+  return longNonAsciiPrefix(text);
+}
 
 }  // namespace zolt

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace zolt::bench {
+
+/// Wall-clock and processor time, in seconds.
+struct Cost {
+  double wall = 0;
+  double cpu = 0;  ///< user and system, children included
+};
+
+/// The middle value; the mean of the two middle ones of an even number.
+double median(std::vector<double> values);
+
+/// The wall-clock time of one call, in seconds.
+double secondsFor(const std::function<void()>& action);
+
+/// Runs a program to its end with its output thrown away. Ends this process when it cannot be run or fails.
+Cost costOfProgram(const std::vector<std::string>& command);
+
+/// Prints one row of the table: what, how much, what is to be reached, and whether it is.
+void printRow(const std::string& what, double value, const std::string& unit, double limit, bool smallerIsBetter);
+/// A row without a goal.
+void printFact(const std::string& what, const std::string& value);
+
+}  // namespace zolt::bench

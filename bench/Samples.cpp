@@ -1,0 +1,75 @@
+#include "Samples.h"
+
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <random>
+
+namespace zolt::bench {
+
+namespace {
+
+constexpr std::array<const char*, 12> kWords{"connection", "accepted", "from", "worker", "queue",  "id=48213",
+                                             "latency",    "ms",       "for",  "GET",    "/index", "status=200"};
+constexpr std::array<const char*, 8> kForeignWords{"соединение", "接続されました", "réponse", "→", "größe", "✓",
+                                                   "😀",          "naïve"};
+
+template <class AppendWord>
+std::string lines(std::size_t bytes, AppendWord appendWord) {
+  std::mt19937 random(42);
+  std::string text;
+  text.reserve(bytes + 256);
+  std::uint64_t number = 0;
+  while (text.size() < bytes) {
+    text +=
+        "2026-11-21 12:" + std::to_string(10 + number / 60 % 50) + ":" + std::to_string(10 + number % 50) + " INFO ";
+    for (int word = 0; word < 9; ++word) {
+      appendWord(text, random);
+      text += ' ';
+    }
+    text += '\n';
+    ++number;
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string plainLog(std::size_t bytes) {
+  return lines(bytes, [](std::string& text, std::mt19937& random) { text += kWords[random() % kWords.size()]; });
+}
+
+std::string colouredLog(std::size_t bytes) {
+  return lines(bytes, [](std::string& text, std::mt19937& random) {
+    text += "\x1B[" + std::to_string(31 + random() % 6) + "m";
+    text += kWords[random() % kWords.size()];
+    text += "\x1B[0m";
+  });
+}
+
+std::string mixedUtf8Log(std::size_t bytes) {
+  return lines(bytes, [](std::string& text, std::mt19937& random) {
+    text += random() % 2 == 0 ? kWords[random() % kWords.size()] : kForeignWords[random() % kForeignWords.size()];
+  });
+}
+
+std::string withTerminalLineEnds(const std::string& text) {
+  std::string result;
+  result.reserve(text.size() + text.size() / 64);
+  for (const char c : text) {
+    if (c == '\n') result += '\r';
+    result += c;
+  }
+  return result;
+}
+
+void writeFile(const std::string& path, const std::string& text) {
+  std::FILE* file = std::fopen(path.c_str(), "wb");
+  if (file == nullptr || std::fwrite(text.data(), 1, text.size(), file) != text.size() || std::fclose(file) != 0) {
+    std::perror(path.c_str());
+    std::exit(1);
+  }
+}
+
+}  // namespace zolt::bench

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace zolt::bench {
+
+/// Texts of about `bytes` bytes, the same on every run.
+
+/// Log lines of plain ASCII, about 90 characters each, ending in LF.
+std::string plainLog(std::size_t bytes);
+/// The same with a colour change and a reset around every word.
+std::string colouredLog(std::size_t bytes);
+/// Log lines with words in several scripts, arrows and emoji among the ASCII.
+std::string mixedUtf8Log(std::size_t bytes);
+
+/// Ends lines as a pseudo-terminal does, in CR LF.
+std::string withTerminalLineEnds(const std::string& text);
+
+/// Writes `text` to `path`. Ends this process when it cannot.
+void writeFile(const std::string& path, const std::string& text);
+
+}  // namespace zolt::bench

@@ -1,0 +1,24 @@
+// screen: a million lines through the character grid.
+#include <string>
+#include <vector>
+
+#include "Measure.h"
+#include "emulation/TerminalScreenBuffer.h"
+
+int main() {
+  constexpr int kLines = 1'000'000;
+  constexpr int kParts = 10;
+  zolt::TerminalScreenBuffer buffer;
+  buffer.resize(24, 80);
+  std::vector<double> seconds;
+  for (int part = 0; part < kParts; ++part) {
+    seconds.push_back(zolt::bench::secondsFor([&] {
+      for (int line = 0; line < kLines / kParts; ++line) {
+        buffer.parseAndRender("a line that scrolls\n");
+      }
+    }));
+  }
+  // The first part fills the scrollback; from the second on every line also drops one.
+  zolt::bench::printRow("grid, a million scrolled lines: last tenth / second tenth", seconds.back() / seconds[1],
+                        "times", 1.5, true);
+}
