@@ -94,9 +94,9 @@ std::uint16_t TextBlock::styleIndex(const TextAttributes& attributes) {
   return static_cast<std::uint16_t>(m_styles.size() - 1);
 }
 
-void TextBlock::appendRun(std::uint16_t style) {
+void TextBlock::appendRun(std::size_t begin, std::uint16_t style) {
   if (!m_runs.empty() && m_runs.back().style == style) return;
-  m_runs.push_back({.begin = static_cast<std::uint16_t>(m_size), .style = style});
+  m_runs.push_back({.begin = static_cast<std::uint16_t>(begin), .style = style});
 }
 
 void TextBlock::noteLineLength(LineColumn columns) {

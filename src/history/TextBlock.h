@@ -92,7 +92,7 @@ class TextBlock {
   std::size_t room() const { return m_size < capacity ? capacity - m_size : 0; }
   void appendBytes(std::string_view bytes);
   std::uint16_t styleIndex(const TextAttributes& attributes);
-  void appendRun(std::uint16_t style);
+  void appendRun(std::size_t begin, std::uint16_t style);
   void noteLineLength(LineColumn columns);
 
   TextPosition m_start;

@@ -7,34 +7,60 @@
 
 namespace zolt {
 
+// Walks the runs of a string that is appended piece by piece.
+class TextStorage::RunCursor {
+ public:
+  explicit RunCursor(const AttributedString& string) : m_string(string), m_names(string.styles().size(), kUnnamed) {}
+
+  // Gives `block` the runs of the next `bytes` bytes, which are about to be appended to it.
+  void copyTo(TextBlock& block, std::size_t bytes) {
+    if (&block != m_block) {
+      m_block = &block;
+      std::ranges::fill(m_names, kUnnamed);
+    }
+    std::size_t offset = block.size();
+    while (bytes > 0) {
+      const AttributedString::Run& run = m_string.runs()[m_run];
+      std::int32_t& name = m_names[run.style];
+      if (name == kUnnamed) name = block.styleIndex(m_string.attributes(run));
+      block.appendRun(offset, static_cast<std::uint16_t>(name));
+      const std::size_t taken = std::min<std::size_t>(run.length - m_takenOfRun, bytes);
+      offset += taken;
+      bytes -= taken;
+      m_takenOfRun += taken;
+      if (m_takenOfRun == run.length) {
+        ++m_run;
+        m_takenOfRun = 0;
+      }
+    }
+  }
+
+ private:
+  static constexpr std::int32_t kUnnamed = -1;
+
+  const AttributedString& m_string;
+  std::vector<std::int32_t> m_names;  // what the string's styles are called in m_block
+  const TextBlock* m_block = nullptr;
+  std::size_t m_run = 0;
+  std::size_t m_takenOfRun = 0;
+};
+
 TextStorage::TextStorage() {
   m_blocks.push_back(std::make_unique<TextBlock>(0, 0, 0));
 }
 
 void TextStorage::append(const AttributedString& string) {
-  // What the string's styles are called in the current block; forgotten when a block is full.
-  std::vector<std::int32_t> names(string.styles().size(), -1);
-  const TextBlock* namedIn = m_blocks.back().get();
-  std::string_view rest = string.text();
-  for (const AttributedString::Run& run : string.runs()) {
-    std::string_view text = rest.substr(0, run.length);
-    rest.remove_prefix(run.length);
-    while (!text.empty()) {
-      const bool completesALineEnd = m_endsInReturn && text.front() == '\n';
-      if (m_blocks.back()->room() == 0 && !completesALineEnd) startBlock();
-      TextBlock& block = *m_blocks.back();
-      if (&block != namedIn) {
-        std::fill(names.begin(), names.end(), -1);
-        namedIn = &block;
-      }
-      std::int32_t& name = names[run.style];
-      if (name < 0) name = block.styleIndex(string.styles()[run.style]);
-      const std::string_view piece = text.substr(0, std::max<std::size_t>(block.room(), 1));
-      block.appendRun(static_cast<std::uint16_t>(name));
-      layOut(block, piece);
-      block.appendBytes(piece);
-      text.remove_prefix(piece.size());
-    }
+  RunCursor runs(string);
+  for (std::string_view rest = string.text(); !rest.empty();) {
+    // The LF of a CR LF stays with its CR, in a full block as well.
+    const bool completesALineEnd = m_endsInReturn && rest.front() == '\n';
+    if (m_blocks.back()->room() == 0 && !completesALineEnd) startBlock();
+    TextBlock& block = *m_blocks.back();
+    const std::string_view piece = rest.substr(0, std::max<std::size_t>(block.room(), 1));
+    layOut(block, piece);
+    runs.copyTo(block, piece.size());
+    block.appendBytes(piece);
+    rest.remove_prefix(piece.size());
   }
 }
 

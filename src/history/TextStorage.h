@@ -54,6 +54,8 @@ class TextStorage {
   std::size_t memoryBytes() const;
 
  private:
+  class RunCursor;
+
   void startBlock();
   void layOut(TextBlock& block, std::string_view piece);
 
