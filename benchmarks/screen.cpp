@@ -1,4 +1,5 @@
 // screen: a million lines through the character grid.
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -12,7 +13,7 @@ int main() {
   buffer.resize(24, 80);
   std::vector<double> seconds;
   for (int part = 0; part < kParts; ++part) {
-    seconds.push_back(zolt::bench::secondsFor([&] {
+    seconds.push_back(zolt::bench::cpuSecondsFor([&] {
       for (int line = 0; line < kLines / kParts; ++line) {
         buffer.parseAndRender("a line that scrolls\n");
       }
@@ -22,5 +23,5 @@ int main() {
   const std::vector<double> early(seconds.begin() + 1, seconds.begin() + 5);
   const std::vector<double> late(seconds.end() - 4, seconds.end());
   zolt::bench::printRow("grid, a million scrolled lines: last / first 400,000",
-                        zolt::bench::median(late) / zolt::bench::median(early), "times", 1.25, true);
+                        std::ranges::min(late) / std::ranges::min(early), "times", 1.25, true);
 }

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 
 extern char** environ;
 
@@ -32,6 +33,17 @@ double secondsFor(const std::function<void()>& action) {
   const auto start = std::chrono::steady_clock::now();
   action();
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+double cpuSecondsFor(const std::function<void()>& action) {
+  const auto now = [] {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+  };
+  const double start = now();
+  action();
+  return now() - start;
 }
 
 Cost costOfProgram(const std::vector<std::string>& command) {

@@ -20,6 +20,9 @@ double median(std::vector<double> values);
 /// The wall-clock time of one call, in seconds.
 double secondsFor(const std::function<void()>& action);
 
+/// The processor time that this thread spends on one call, in seconds: steadier than the clock on a shared machine.
+double cpuSecondsFor(const std::function<void()>& action);
+
 /// Runs a program to its end with its output thrown away. Ends this process when it cannot be run or fails.
 Cost costOfProgram(const std::vector<std::string>& command);
 

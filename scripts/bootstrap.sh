@@ -1,0 +1,121 @@
+# Sourced by ./run, ./test and ./bench: installs packages, builds, provides a virtual display.
+
+ZOLT_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+say() { printf '%s\n' "$*" >&2; }
+
+processors() { getconf _NPROCESSORS_ONLN 2>/dev/null || echo 2; }
+
+# What each purpose needs, by package manager.
+packages_for() {
+  case "$1-$2" in
+    apt-build)
+      echo g++ cmake ninja-build ccache pkg-config qt6-base-dev libutf8proc-dev libhwy-dev nlohmann-json3-dev \
+        fonts-dejavu-core libgtest-dev ;;
+    apt-display) echo xvfb ;;
+    apt-test) echo bash zsh fish xdotool xclip procps ;;
+    apt-bench) echo procps ;;
+    dnf-build)
+      echo gcc-c++ cmake ninja-build ccache pkgconf-pkg-config qt6-qtbase-devel utf8proc-devel highway-devel \
+        json-devel dejavu-sans-mono-fonts gtest-devel ;;
+    dnf-display) echo xorg-x11-server-Xvfb ;;
+    dnf-test) echo bash zsh fish xdotool xclip procps-ng ;;
+    dnf-bench) echo procps-ng ;;
+    pacman-build)
+      echo gcc cmake ninja ccache pkgconf qt6-base libutf8proc highway nlohmann-json ttf-dejavu gtest ;;
+    pacman-display) echo xorg-server-xvfb ;;
+    pacman-test) echo bash zsh fish xdotool xclip procps-ng ;;
+    pacman-bench) echo procps-ng ;;
+    brew-build) echo cmake ninja ccache pkg-config qt utf8proc highway nlohmann-json googletest ;;
+    brew-test) echo bash zsh fish ;;
+  esac
+}
+
+package_manager() {
+  local manager
+  for manager in apt-get dnf pacman brew; do
+    if command -v "$manager" >/dev/null 2>&1; then
+      echo "${manager%-get}"
+      return
+    fi
+  done
+}
+
+is_installed() {
+  case "$1" in
+    apt) dpkg-query -W -f '${Status}' "$2" 2>/dev/null | grep -q '^install ok installed' ;;
+    dnf) rpm -q "$2" >/dev/null 2>&1 ;;
+    pacman) pacman -Qq "$2" >/dev/null 2>&1 ;;
+    brew) brew list --versions "$2" >/dev/null 2>&1 ;;
+  esac
+}
+
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+install_packages() {
+  local manager=$1
+  shift
+  case $manager in
+    apt)
+      as_root apt-get update -q
+      as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "$@"
+      ;;
+    dnf) as_root dnf install -y "$@" ;;
+    pacman) as_root pacman -Sy --needed --noconfirm "$@" ;;
+    brew) brew install "$@" ;;
+  esac
+}
+
+# need_packages PURPOSE...: installs what is missing for build, display, test or bench, and says so.
+need_packages() {
+  local manager missing=() purpose package
+  manager=$(package_manager)
+  if [ -z "$manager" ]; then
+    say "No package manager that this script knows (apt, dnf, pacman, brew): install by hand what CMake asks for."
+    return
+  fi
+  for purpose in "$@"; do
+    for package in $(packages_for "$manager" "$purpose"); do
+      is_installed "$manager" "$package" || missing+=("$package")
+    done
+  done
+  [ ${#missing[@]} -eq 0 ] && return
+  say "Installing with $manager: ${missing[*]}"
+  install_packages "$manager" "${missing[@]}" >&2
+}
+
+# build_preset PRESET: configures and builds; quiet unless something goes wrong.
+build_preset() {
+  local log=$ZOLT_ROOT/build/$1.log
+  mkdir -p "$ZOLT_ROOT/build"
+  say "Building the $1 preset (log: build/$1.log)"
+  if ! (cd "$ZOLT_ROOT" && cmake --preset "$1" && cmake --build --preset "$1" -j "$(processors)") >"$log" 2>&1; then
+    grep -E 'error|Error|FAILED' "$log" | head -n 40 >&2 || true
+    tail -n 20 "$log" >&2
+    return 1
+  fi
+}
+
+# with_virtual_display COMMAND...: runs it on an X server of its own, which is gone afterwards; the command's status.
+with_virtual_display() {
+  local chosen server status=0
+  chosen=$(mktemp)
+  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$chosen" >/dev/null 2>&1 &
+  server=$!
+  for _ in $(seq 200); do
+    [ -s "$chosen" ] && break
+    sleep 0.05
+  done
+  if [ ! -s "$chosen" ]; then
+    say "The virtual display did not start."
+    kill "$server" 2>/dev/null || true
+    return 1
+  fi
+  DISPLAY=":$(cat "$chosen")" "$@" || status=$?
+  kill "$server" 2>/dev/null || true
+  wait "$server" 2>/dev/null || true
+  rm -f "$chosen"
+  return "$status"
+}
