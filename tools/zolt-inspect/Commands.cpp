@@ -1,0 +1,119 @@
+#include "Commands.h"
+
+#include <algorithm>
+#include <charconv>
+#include <nlohmann/json.hpp>
+#include <string_view>
+
+#include "emulation/ANSIParser.h"
+#include "emulation/TerminalScreenBuffer.h"
+#include "session/ShellManager.h"
+#include "text/GraphemeClusters.h"
+
+namespace zolt::inspect {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+// Calls `take` with each chunk that is valid UTF-8; the others are dropped, as the display drops them.
+template <class Take>
+void forEachValidChunk(const Request& request, Take take) {
+  std::string_view rest = request.input;
+  while (!rest.empty()) {
+    const std::string_view chunk = rest.substr(0, request.chunkBytes.value_or(rest.size()));
+    if (isValidUtf8(chunk)) take(chunk);
+    rest.remove_prefix(chunk.size());
+  }
+}
+
+Json encode(const Color& color) {
+  return Json::array({color.red, color.green, color.blue, color.alpha});
+}
+
+Json encode(std::string_view text, const TextAttributes& attributes) {
+  return {{"text", text},
+          {"foreground", encode(attributes.foreground)},
+          {"background", attributes.background ? encode(*attributes.background) : Json()},
+          {"bold", attributes.font.weight == FontWeight::Bold},
+          {"italic", attributes.font.slant == FontSlant::Italic},
+          {"underline", attributes.underline == Line::Single},
+          {"strikethrough", attributes.strikethrough == Line::Single},
+          {"size", attributes.font.size}};
+}
+
+Result<void> parse(const Request& request, std::ostream& out) {
+  if (!request.arguments.empty()) return Failure{"parse takes no arguments"};
+  ANSIParser parser;
+  forEachValidChunk(request, [&](std::string_view chunk) {
+    const AttributedString styled = parser.parse(chunk);
+    std::string_view rest = styled.text();
+    for (const AttributedString::Run& run : styled.runs()) {
+      out << encode(rest.substr(0, run.length), styled.attributes(run)).dump() << '\n';
+      rest.remove_prefix(run.length);
+    }
+  });
+  return {};
+}
+
+// Sizes that a grid of real cells fits in memory for.
+constexpr std::int64_t kLargestGridSide = 10'000;
+
+std::optional<std::int64_t> gridSide(const std::string& text) {
+  std::int64_t side = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), side);
+  if (error != std::errc{} || end != text.data() + text.size() || side < 1 || side > kLargestGridSide)
+    return std::nullopt;
+  return side;
+}
+
+Result<void> grid(const Request& request, std::ostream& out) {
+  const auto rows = request.arguments.size() == 2 ? gridSide(request.arguments[0]) : std::nullopt;
+  const auto cols = request.arguments.size() == 2 ? gridSide(request.arguments[1]) : std::nullopt;
+  if (!rows || !cols) return Failure{"grid needs ROWS and COLS, each from 1 to " + std::to_string(kLargestGridSide)};
+  TerminalScreenBuffer buffer;
+  buffer.resize(*rows, *cols);
+  forEachValidChunk(request, [&](std::string_view chunk) { buffer.parseAndRender(chunk); });
+  Json cells = Json::array();
+  for (const TerminalScreenBuffer::Row& row : buffer.cells()) {
+    Json line = Json::array();
+    for (const TerminalCell& cell : row) {
+      line.push_back(cell.character);
+    }
+    cells.push_back(std::move(line));
+  }
+  out << Json({{"rows", buffer.rows()},
+               {"cols", buffer.cols()},
+               {"cursor", {buffer.cursorPosition.row, buffer.cursorPosition.col}},
+               {"scrollback", buffer.scrollbackBuffer().size()},
+               {"cells", std::move(cells)}})
+             .dump()
+      << '\n';
+  return {};
+}
+
+Result<void> shells(const Request& request, std::ostream& out) {
+  if (!request.arguments.empty()) return Failure{"shells takes no arguments"};
+  const ShellManager& manager = ShellManager::shared();
+  // The shells' own encoding fixes the order of its keys: it goes in as it is.
+  out << R"({"availableShells":[)";
+  const char* separator = "";
+  for (const Shell& shell : manager.availableShells()) {
+    out << std::exchange(separator, ",") << shell.encoded();
+  }
+  out << R"(],"defaultShell":)" << manager.defaultShell().encoded() << "}\n";
+  return {};
+}
+
+}  // namespace
+
+const std::vector<Command>& commands() {
+  static const std::vector<Command> list{
+      {"parse", "", "the styled runs of standard input in the log display, one a line", true, parse},
+      {"grid", "ROWS COLS", "the character grid after standard input", true, grid},
+      {"shells", "", "the shells of this machine, and the default", false, shells},
+  };
+  return list;
+}
+
+}  // namespace zolt::inspect

@@ -1,0 +1,66 @@
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+#include <iostream>
+#include <iterator>
+
+#include "Commands.h"
+
+namespace {
+
+constexpr int kUsageStatus = 2;
+
+int usageError(const std::string& reason) {
+  std::cerr << "zolt-inspect: " << reason << '\n';
+  return kUsageStatus;
+}
+
+void printHelp() {
+  std::cout << "Usage: zolt-inspect COMMAND [ARG...] [--chunk N]\n\n";
+  for (const auto& command : zolt::inspect::commands()) {
+    std::string head = std::string("  ") + command.name + " " + command.arguments;
+    head.resize(std::max<std::size_t>(head.size() + 2, 22), ' ');
+    std::cout << head << command.help << '\n';
+  }
+  std::cout << "\n  --chunk N           read the input in chunks of N bytes, each decoded on its own\n";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::vector<std::string> words(argv + 1, argv + argc);
+  if (words.empty()) return usageError("needs a command; --help lists them");
+  if (words.front() == "--help") {
+    printHelp();
+    return 0;
+  }
+  if (words.front() == "--version") {
+    std::cout << "zolt-inspect " ZOLT_VERSION "\n";
+    return 0;
+  }
+  const auto& commands = zolt::inspect::commands();
+  const auto command = std::ranges::find_if(commands, [&](const auto& each) { return words.front() == each.name; });
+  if (command == commands.end()) return usageError("unknown command: " + words.front());
+
+  zolt::inspect::Request request;
+  for (auto word = words.begin() + 1; word != words.end(); ++word) {
+    if (*word == "--chunk" && command->readsInput) {
+      std::size_t bytes = 0;
+      const std::string value = ++word == words.end() ? "" : *word;
+      const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), bytes);
+      if (error != std::errc{} || end != value.data() + value.size() || bytes == 0) {
+        return usageError("--chunk needs a number of bytes, at least 1");
+      }
+      request.chunkBytes = bytes;
+    } else if (word->starts_with("--")) {
+      return usageError("unknown option: " + *word);
+    } else {
+      request.arguments.push_back(*word);
+    }
+  }
+  if (command->readsInput) {
+    request.input.assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
+  }
+  if (const auto done = command->run(request, std::cout); !done) return usageError(done.reason());
+  return std::cout.flush() ? 0 : 1;
+}
