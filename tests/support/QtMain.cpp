@@ -22,6 +22,8 @@ void failOnWarning(QtMsgType type, const QMessageLogContext&, const QString& mes
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   testing::FLAGS_gtest_death_test_style = "threadsafe";
+  if (testing::FLAGS_gtest_list_tests) return RUN_ALL_TESTS();
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   qInstallMessageHandler(failOnWarning);
   QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);

@@ -55,6 +55,8 @@ class TextCanvas : public QAbstractScrollArea {
   Pixels scrollMaximum();
   void scrollTo(Pixels offset);
 
+  /// How many rows the current frame has.
+  std::size_t rowsInFrame() const { return m_rows.size(); }
   /// Makes the frame that is due now instead of at the next refresh.
   void makeFrameNow();
 

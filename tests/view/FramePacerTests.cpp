@@ -1,0 +1,49 @@
+#include <gtest/gtest.h>
+
+#include "support/WaitFor.h"
+#include "view/canvas/FramePacer.h"
+
+namespace zolt {
+namespace {
+
+using namespace std::chrono_literals;
+
+TEST(FramePacer, MakesAFrameAtOnceAfterAPause) {
+  const FramePacer::Clock::time_point start{1h};
+  EXPECT_EQ(untilNextFrame(start + 20ms, start, 16ms), 0us);
+  EXPECT_EQ(untilNextFrame(start + 16ms, start, 16ms), 0us);
+}
+
+TEST(FramePacer, WaitsForTheNextRefreshUnderLoad) {
+  const FramePacer::Clock::time_point start{1h};
+  EXPECT_EQ(untilNextFrame(start + 5ms, start, 16ms), 11ms);
+}
+
+TEST(FramePacer, MakesOneFrameForManyWishes) {
+  int frames = 0;
+  FramePacer pacer([&] { ++frames; }, nullptr);
+  for (int i = 0; i < 100; ++i) {
+    pacer.request();
+  }
+  EXPECT_TRUE(test::waitFor([&] { return frames > 0; }));
+  EXPECT_FALSE(pacer.isPending());
+  test::runLoopFor(50ms);
+  EXPECT_EQ(frames, 1);
+}
+
+TEST(FramePacer, MakesAtMostOneFrameARefresh) {
+  int frames = 0;
+  FramePacer pacer([&] { ++frames; }, nullptr);
+  pacer.setInterval(40ms);
+  const auto start = FramePacer::Clock::now();
+  while (FramePacer::Clock::now() - start < 400ms) {
+    pacer.request();
+    test::runLoopFor(1ms);
+  }
+  const auto elapsed = FramePacer::Clock::now() - start;
+  EXPECT_GE(frames, 2);
+  EXPECT_LE(frames, elapsed / 40ms + 1);
+}
+
+}  // namespace
+}  // namespace zolt

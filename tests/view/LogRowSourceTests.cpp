@@ -1,0 +1,101 @@
+#include <gtest/gtest.h>
+
+#include "view/canvas/LogRowSource.h"
+
+namespace zolt {
+namespace {
+
+struct Log {
+  explicit Log(const std::string& text, int columns = 10) {
+    storage.append(AttributedString(text, TextAttributes{}));
+    source.sync();
+    source.setColumns(columns);
+  }
+
+  // The row as a person sees it.
+  std::string row(CanvasRow number) {
+    std::string picture;
+    for (const StyledPiece& piece : source.content(number).pieces) {
+      picture.resize(static_cast<std::size_t>(piece.column), ' ');
+      picture += piece.text;
+    }
+    return picture;
+  }
+
+  TextStorage storage;
+  LogRowSource source{storage};
+};
+
+TEST(LogRowSource, WrapsLongLinesAtTheCharacter) {
+  Log log("abcdefghijklmno\nxyz");
+  ASSERT_EQ(log.source.rowCount(), 3);
+  EXPECT_EQ(log.row(0), "abcdefghij");
+  EXPECT_EQ(log.row(1), "klmno");
+  EXPECT_EQ(log.row(2), "xyz");
+}
+
+TEST(LogRowSource, EndsALineAtALineFeedACarriageReturnOrBothTogether) {
+  Log log("a\nb\rc\r\nd");
+  ASSERT_EQ(log.source.rowCount(), 4);
+  EXPECT_EQ(log.row(0) + log.row(1) + log.row(2) + log.row(3), "abcd");
+}
+
+TEST(LogRowSource, StopsTabsEveryEightColumns) {
+  Log log("a\tb\t", 40);
+  EXPECT_EQ(log.row(0), "a       b       ");
+  EXPECT_EQ(log.source.content(0).columns, 16);
+}
+
+TEST(LogRowSource, ShowsTheRestOfATabThatReachesOverTheEndOfARow) {
+  Log log("123456789\tx", 10);
+  EXPECT_EQ(log.row(0), "123456789 ");
+  EXPECT_EQ(log.row(1), "      x");
+}
+
+TEST(LogRowSource, FindsColumnsAndPositionsInARow) {
+  Log log("a\tbc", 40);
+  EXPECT_EQ(log.source.positionAt(0, 0), 0U);
+  EXPECT_EQ(log.source.positionAt(0, 8), 2U);
+  EXPECT_EQ(log.source.positionAt(0, 4), 2U) << "inside the tab: the character after it";
+  EXPECT_EQ(log.source.positionAt(0, 99), 4U);
+  EXPECT_EQ(log.source.columnAt(0, 0), 0);
+  EXPECT_EQ(log.source.columnAt(0, 2), 8);
+  EXPECT_EQ(log.source.columnAt(0, 4), 10);
+}
+
+TEST(LogRowSource, SelectsWordsAsPeopleNameFiles) {
+  Log log("see /usr/lib-2/a_b.c, done", 80);
+  const CanvasRange word = log.source.wordAt(8);
+  EXPECT_EQ(log.source.text(word), "/usr/lib-2/a_b.c");
+  EXPECT_EQ(log.source.text(log.source.wordAt(20)), ",");
+  EXPECT_TRUE(log.source.wordAt(log.storage.size()).empty());
+}
+
+TEST(LogRowSource, SelectsLinesWithTheirEnds) {
+  Log log("one\ntwo\nthree", 80);
+  EXPECT_EQ(log.source.text(log.source.lineAt(5)), "two\n");
+  EXPECT_EQ(log.source.text(log.source.lineAt(9)), "three");
+}
+
+TEST(LogRowSource, CopiesEveryLineEndAsALineFeed) {
+  Log log("a\rb\r\nc\nd", 80);
+  EXPECT_EQ(log.source.text({.begin = 0, .end = log.storage.size()}), "a\nb\nc\nd");
+}
+
+TEST(LogRowSource, KeepsTheStyleOfEachPiece) {
+  Log log("", 80);
+  TextAttributes bold;
+  bold.font.weight = FontWeight::Bold;
+  AttributedString text("plain", TextAttributes{});
+  log.storage.append(text);
+  log.storage.append(AttributedString("bold", bold));
+  log.source.sync();
+  const RowContent row = log.source.content(0);
+  ASSERT_EQ(row.pieces.size(), 2U);
+  EXPECT_EQ(row.pieces[1].text, "bold");
+  EXPECT_EQ(row.pieces[1].column, 5);
+  EXPECT_EQ(row.pieces[1].attributes, bold);
+}
+
+}  // namespace
+}  // namespace zolt

@@ -1,0 +1,130 @@
+#include <QApplication>
+#include <QClipboard>
+#include <QStyleHints>
+
+#include "view/ViewFixture.h"
+
+namespace zolt {
+namespace {
+
+class SelectionTest : public test::TextViewTest {
+ protected:
+  void press(QPoint at, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QTest::mousePress(view.viewport(), Qt::LeftButton, modifiers, at);
+  }
+  void moveTo(QPoint at) { QTest::mouseMove(view.viewport(), at); }
+  void release(QPoint at) { QTest::mouseRelease(view.viewport(), Qt::LeftButton, Qt::NoModifier, at); }
+  void drag(QPoint from, QPoint to) {
+    press(from);
+    // The synthetic move of QTest carries no pressed button where the platform has no pointer.
+    QMouseEvent move(QEvent::MouseMove, QPointF(to), view.viewport()->mapToGlobal(QPointF(to)), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(view.viewport(), &move);
+    release(to);
+  }
+  // Just left of the character at `position`.
+  QPoint before(CanvasPosition position) {
+    view.makeFrameNow();
+    const QRectF cell = view.rectOf(position);
+    return {static_cast<int>(cell.left()) + 1, static_cast<int>(cell.center().y())};
+  }
+  std::string selected() const { return view.selectedText().toStdString(); }
+};
+
+TEST_F(SelectionTest, ADragSelectsFromCharacterToCharacter) {
+  append("hello brave world\nsecond line");
+  drag(before(6), before(11));
+  EXPECT_EQ(selected(), "brave");
+}
+
+TEST_F(SelectionTest, ADragBackwardsAndOverLinesSelectsTheSame) {
+  append("hello brave world\nsecond line");
+  drag(before(24), before(12));
+  EXPECT_EQ(selected(), "world\nsecond");
+}
+
+TEST_F(SelectionTest, ADoubleClickSelectsAWordAndATripleClickItsLine) {
+  append("cp /etc/hosts here\nnext");
+  const QPoint at = middleOf(7);
+  QTest::mouseDClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, at);
+  EXPECT_EQ(selected(), "/etc/hosts");
+  QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, at);
+  EXPECT_EQ(selected(), "cp /etc/hosts here\n");
+}
+
+TEST_F(SelectionTest, ADragAfterADoubleClickSelectsWholeWords) {
+  append("one two three four");
+  QTest::mouseDClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(5));
+  press(middleOf(5));
+  release(middleOf(5));  // the third click takes the line; a fresh double click starts over
+  QTest::qWait(QApplication::styleHints()->mouseDoubleClickInterval() + 50);
+  QTest::mouseDClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(5));
+  const QPoint to = middleOf(9);
+  QMouseEvent move(QEvent::MouseMove, QPointF(to), view.viewport()->mapToGlobal(QPointF(to)), Qt::NoButton,
+                   Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(view.viewport(), &move);
+  release(to);
+  EXPECT_EQ(selected(), "two three");
+}
+
+TEST_F(SelectionTest, AClickWithShiftExtendsTheSelection) {
+  append("one two three four");
+  QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, before(4));
+  EXPECT_EQ(selected(), "");
+  QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::ShiftModifier, before(13));
+  EXPECT_EQ(selected(), "two three");
+  QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::ShiftModifier, before(0));
+  EXPECT_EQ(selected(), "one ");
+}
+
+TEST_F(SelectionTest, AClickElsewhereClearsIt) {
+  append("one two");
+  view.selectAll();
+  QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, before(2));
+  EXPECT_EQ(selected(), "");
+}
+
+TEST_F(SelectionTest, SelectAllAndCopyReachTheClipboardByTheirShortcuts) {
+  append("first\nsecond\n");
+  view.setFocus();
+  view.activateWindow();
+  QApplication::clipboard()->clear();
+  QTest::keyClick(&view, Qt::Key_A, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(selected(), "first\nsecond\n");
+  QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("first\nsecond\n"));
+}
+
+TEST_F(SelectionTest, CopyingNothingLeavesTheClipboardAlone) {
+  append("text");
+  QApplication::clipboard()->setText(QStringLiteral("kept"));
+  view.copy();
+  EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("kept"));
+}
+
+TEST_F(SelectionTest, StaysOnItsTextWhenMoreIsAppendedAndTheWidthChanges) {
+  appendLines(3);
+  view.select({.begin = 7, .end = 13});
+  EXPECT_EQ(selected(), "line 1");
+  appendLines(500);
+  view.resize(300, 300);
+  view.makeFrameNow();
+  EXPECT_EQ(selected(), "line 1");
+}
+
+TEST_F(SelectionTest, DraggingBelowTheViewScrollsAndSelectsOn) {
+  appendLines(1000);
+  view.scrollTo(0);
+  view.makeFrameNow();
+  press(before(0));
+  const QPoint below(50, view.viewport()->height() + 200);
+  QMouseEvent move(QEvent::MouseMove, QPointF(below), view.viewport()->mapToGlobal(QPointF(below)), Qt::NoButton,
+                   Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(view.viewport(), &move);
+  EXPECT_TRUE(test::waitFor([&] { return view.scrollOffset() > 500; }));
+  release(below);
+  EXPECT_GT(selected().size(), 500U);
+}
+
+}  // namespace
+}  // namespace zolt

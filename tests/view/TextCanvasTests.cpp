@@ -1,0 +1,206 @@
+#include <QImage>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+#include "view/ViewFixture.h"
+
+namespace zolt {
+namespace {
+
+class TextCanvasTest : public test::TextViewTest {
+ protected:
+  QImage picture() { return view.viewport()->grab().toImage(); }
+
+  // How many pixels of `area` are about `color`.
+  static int pixelsOf(const QImage& image, QRect area, QColor color) {
+    int count = 0;
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+      for (int x = area.left(); x <= area.right(); ++x) {
+        const QColor pixel = image.pixelColor(x, y);
+        const int distance = std::abs(pixel.red() - color.red()) + std::abs(pixel.green() - color.green()) +
+                             std::abs(pixel.blue() - color.blue());
+        count += distance < 60 ? 1 : 0;
+      }
+    }
+    return count;
+  }
+  void wheel(int notches) {
+    QWheelEvent event(QPointF(50, 50), view.viewport()->mapToGlobal(QPointF(50, 50)), QPoint(),
+                      QPoint(0, notches * 120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(view.viewport(), &event);
+  }
+};
+
+TextAttributes colored(Color color) {
+  TextAttributes attributes;
+  attributes.foreground = color;
+  return attributes;
+}
+
+TEST_F(TextCanvasTest, IsBlackWhereNothingIsShown) {
+  const QImage image = picture();
+  EXPECT_EQ(pixelsOf(image, image.rect(), Qt::black), image.width() * image.height());
+}
+
+TEST_F(TextCanvasTest, PaintsTextInItsColourFiveFromTheCorner) {
+  view.append(AttributedString("MMMM", colored({0.8, 0, 0, 1})));
+  view.makeFrameNow();
+  const QImage image = picture();
+  const QRectF cell = view.rectOf(0);
+  EXPECT_EQ(cell.topLeft(), QPointF(TextCanvas::inset, TextCanvas::inset));
+  const QRect text(5, 5, static_cast<int>(cell.width() * 4), static_cast<int>(cell.height()));
+  EXPECT_GT(pixelsOf(image, text, QColor(204, 0, 0)), 20);
+  EXPECT_EQ(pixelsOf(image, image.rect(), Qt::white), 0);
+  const QRect right(text.right() + 2, 0, image.width() - text.right() - 2, image.height());
+  EXPECT_EQ(pixelsOf(image, right, Qt::black), right.width() * right.height());
+}
+
+TEST_F(TextCanvasTest, PaintsBackgroundsAndLines) {
+  TextAttributes attributes = colored({0, 1, 0, 1});
+  attributes.background = Color{0, 0, 1, 1};
+  attributes.underline = Line::Single;
+  view.append(AttributedString("    ", attributes));
+  view.makeFrameNow();
+  const QImage image = picture();
+  const QRect cell = view.rectOf(1).toAlignedRect();
+  EXPECT_GT(pixelsOf(image, cell, Qt::blue), cell.width() * cell.height() / 2);
+  EXPECT_GE(pixelsOf(image, cell, Qt::green), cell.width()) << "the underline";
+}
+
+TEST_F(TextCanvasTest, ShowsNothingOfClearText) {
+  view.append(AttributedString("MMMM", colored(Color::clear)));
+  view.makeFrameNow();
+  const QImage image = picture();
+  EXPECT_EQ(pixelsOf(image, image.rect(), Qt::black), image.width() * image.height());
+}
+
+TEST_F(TextCanvasTest, ClampsComponentsAboveOneOnlyWhenPainting) {
+  view.append(AttributedString("MMMM", colored({2.5, 2.5, 2.5, 1})));
+  view.makeFrameNow();
+  const QImage image = picture();
+  EXPECT_GT(pixelsOf(image, image.rect(), Qt::white), 5);
+}
+
+TEST_F(TextCanvasTest, PaintsBoldAndItalicInCutsOfTheirOwn) {
+  append("Wg");
+  view.makeFrameNow();
+  const QImage regular = picture().copy(0, 0, 60, 30);
+  for (const bool italic : {false, true}) {
+    TerminalNSTextView other;
+    other.resize(900, 600);
+    other.show();
+    TextAttributes attributes;
+    if (italic) {
+      attributes.font.slant = FontSlant::Italic;
+    } else {
+      attributes.font.weight = FontWeight::Bold;
+    }
+    other.append(AttributedString("Wg", attributes));
+    other.makeFrameNow();
+    EXPECT_NE(other.viewport()->grab().toImage().copy(0, 0, 60, 30), regular);
+  }
+}
+
+TEST_F(TextCanvasTest, PaintsTheSameAfterScrollingAsFromScratch) {
+  appendLines(300);
+  view.makeFrameNow();
+  picture();
+  for (const Pixels offset : {Pixels{0}, Pixels{7}, Pixels{300}, Pixels{290}, Pixels{3000}}) {
+    view.scrollTo(offset);
+    view.makeFrameNow();
+    const QImage moved = picture();
+    view.viewport()->update();
+    EXPECT_EQ(moved, picture()) << "at " << offset;
+  }
+}
+
+TEST_F(TextCanvasTest, ScrollsToTheEndWhenAskedWhateverTheUserDid) {
+  appendLines(300);
+  view.scrollTo(0);
+  EXPECT_FALSE(view.isAtEnd());
+  view.scrollToEndOfDocument();
+  EXPECT_EQ(view.scrollOffset(), view.scrollMaximum());
+  EXPECT_GT(view.scrollMaximum(), 0);
+}
+
+TEST_F(TextCanvasTest, TheWheelAndTheScrollBarMoveTheText) {
+  appendLines(300);
+  view.scrollToEndOfDocument();
+  view.makeFrameNow();
+  const Pixels end = view.scrollOffset();
+  wheel(2);
+  EXPECT_EQ(view.scrollOffset(), end - 6 * view.cellMetrics().height) << "three rows a notch";
+  wheel(-100);
+  EXPECT_TRUE(view.isAtEnd());
+  view.verticalScrollBar()->setValue(0);
+  EXPECT_EQ(view.scrollOffset(), 0);
+  view.makeFrameNow();
+  view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum());
+  EXPECT_TRUE(view.isAtEnd());
+}
+
+TEST_F(TextCanvasTest, KeepsTheTopLineInPlaceWhenTheWidthChanges) {
+  std::string text;
+  for (int i = 0; i < 2000; ++i) {
+    text += "line " + std::to_string(i) + std::string(static_cast<std::size_t>(i % 200), '.') + "\n";
+  }
+  append(text);
+  view.makeFrameNow();
+  view.scrollTo(view.source().rowAt(view.textStorage().lineStart(1000)) * view.cellMetrics().height +
+                TextCanvas::inset);
+  view.makeFrameNow();
+  const CanvasPosition top = view.positionAt(QPointF(TextCanvas::inset, 1));
+  EXPECT_EQ(top, view.textStorage().lineStart(1000));
+  for (const int width : {300, 1200, 170, 900}) {
+    view.resize(width, 600);
+    view.makeFrameNow();
+    EXPECT_EQ(view.positionAt(QPointF(TextCanvas::inset, 1)), top) << "at " << width;
+  }
+}
+
+TEST_F(TextCanvasTest, StaysAtTheEndWhenTheSizeChanges) {
+  appendLines(300);
+  view.scrollToEndOfDocument();
+  view.makeFrameNow();
+  view.resize(400, 200);
+  view.makeFrameNow();
+  EXPECT_TRUE(view.isAtEnd());
+  EXPECT_EQ(view.scrollOffset(), view.scrollMaximum());
+}
+
+TEST_F(TextCanvasTest, TellsItsSizeInCharactersOnceATurn) {
+  int notices = 0;
+  GridSize last;
+  QObject::connect(&view, &TextCanvas::gridSizeChanged, &view, [&](const GridSize& size) {
+    ++notices;
+    last = size;
+  });
+  for (int width = 300; width < 700; width += 50) {
+    view.resize(width, 400);
+  }
+  EXPECT_EQ(notices, 0);
+  EXPECT_TRUE(test::waitFor([&] { return notices > 0; }));
+  EXPECT_EQ(notices, 1);
+  const CellMetrics& cell = view.cellMetrics();
+  EXPECT_EQ(last.columns, (view.viewport()->width() - 2 * TextCanvas::inset) / cell.width);
+  EXPECT_EQ(last.rows, (400 - 2 * TextCanvas::inset) / cell.height);
+  EXPECT_EQ(last.pixelHeight, 400 - 2 * TextCanvas::inset);
+}
+
+TEST_F(TextCanvasTest, SurvivesBeingTooSmallForACharacter) {
+  appendLines(10);
+  view.resize(1, 1);
+  view.makeFrameNow();
+  EXPECT_EQ(view.gridSize().columns, 1);
+  EXPECT_EQ(view.gridSize().rows, 1);
+}
+
+TEST_F(TextCanvasTest, LaysOutOnlyWhatIsInView) {
+  appendLines(200'000);
+  view.makeFrameNow();
+  EXPECT_EQ(view.source().rowCount(), 200'001);
+  EXPECT_LT(view.rowsInFrame(), 600U / static_cast<unsigned>(view.cellMetrics().height) + 3);
+}
+
+}  // namespace
+}  // namespace zolt

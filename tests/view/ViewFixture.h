@@ -1,0 +1,78 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QTest>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "support/WaitFor.h"
+#include "view/ContentView.h"
+
+namespace zolt::test {
+
+/// A controller that runs the test child in a mode, without restarts.
+inline std::unique_ptr<TerminalController> runTestChild(std::vector<std::string> mode) {
+  return std::make_unique<TerminalController>(
+      Shell{.name = "Child", .executable = ZOLT_TEST_CHILD, .args = std::move(mode), .icon = "terminal"},
+      TerminalController::Restart::Never);
+}
+
+/// A text view of its own, shown, without a terminal: what is appended is up to the test.
+class TextViewTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    view.resize(900, 600);
+    view.show();
+    runLoopFor(std::chrono::milliseconds(1));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+  }
+
+  void append(const std::string& text) { view.append(AttributedString(text, TextAttributes{})); }
+  /// The numbered lines "line 0" to "line N-1".
+  void appendLines(int count) {
+    std::string text;
+    for (int i = 0; i < count; ++i) {
+      text += "line " + std::to_string(i) + "\n";
+    }
+    append(text);
+  }
+  std::string wholeText() const { return view.textStorage().text(0, view.textStorage().size()); }
+  /// The middle of the character at `position`, in the viewport; makes the frame first.
+  QPoint middleOf(CanvasPosition position) {
+    view.makeFrameNow();
+    return view.rectOf(position).center().toPoint();
+  }
+
+  TerminalNSTextView view;
+};
+
+/// A terminal window whose program is the test child.
+class TerminalWindowTest : public testing::Test {
+ protected:
+  void open(std::vector<std::string> mode) {
+    window = std::make_unique<ContentView>(runTestChild(std::move(mode)));
+    window->resize(900, 600);
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+  }
+
+  TerminalNSTextView& view() { return window->textView(); }
+  std::string shown() const {
+    const TextStorage& storage = window->textView().textStorage();
+    return storage.text(0, storage.size());
+  }
+  bool waitForText(const std::string& text) {
+    return waitFor([&] { return shown().find(text) != std::string::npos; });
+  }
+  /// What the program received and, in the mode "cat", sent back as it was; from now on.
+  void recordOutput() {
+    window->terminal().ptySession().onOutput = [this](const Bytes& chunk) { recorded += chunk.view(); };
+  }
+
+  std::unique_ptr<ContentView> window;
+  std::string recorded;
+};
+
+}  // namespace zolt::test
