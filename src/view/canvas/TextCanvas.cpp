@@ -2,7 +2,7 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QInputMethodEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QScreen>
 #include <QWindow>
@@ -322,35 +322,6 @@ QRectF TextCanvas::rectOf(CanvasPosition position) {
             cell.height / scale};
   }
   return {};
-}
-
-void TextCanvas::inputMethodEvent(QInputMethodEvent* event) {
-  m_preedit = event->preeditString();
-  if (!event->commitString().isEmpty()) insertText(event->commitString());
-  viewport()->update();
-  event->accept();
-}
-
-QVariant TextCanvas::inputMethodQuery(Qt::InputMethodQuery query) const {
-  switch (query) {
-    case Qt::ImEnabled:
-      return true;
-    case Qt::ImCursorRectangle: {
-      // The candidate window opens at the end of the last row in view: where the next output will stand.
-      const CellMetrics& cell = m_fonts->metrics();
-      const double scale = m_fonts->scale();
-      const int column = m_rows.empty() ? 0 : m_rows.back().columns;
-      const Pixels last = std::max<Pixels>(std::ssize(m_rows) - 1, 0);
-      return QRectF((static_cast<double>(toDevice(inset)) + column * cell.width) / scale,
-                    static_cast<double>(m_frame.firstRowTop + last * cell.height) / scale, cell.width / scale,
-                    cell.height / scale)
-          .toRect();
-    }
-    case Qt::ImCurrentSelection:
-      return selectedText();
-    default:
-      return QAbstractScrollArea::inputMethodQuery(query);
-  }
 }
 
 // Tab belongs to the shell.

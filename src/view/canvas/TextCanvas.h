@@ -69,6 +69,12 @@ class TextCanvas : public QAbstractScrollArea {
 
   /// The position nearest to a point of the viewport, in logical pixels.
   CanvasPosition positionAt(QPointF point);
+  /// The rows in view as text, each but the last ending in LF; and how its characters belong to positions. What is
+  /// above or below the view has the offset or position of its first or last character.
+  QString visibleText() const;
+  CanvasPosition positionOfVisible(int offset) const;
+  int visibleOffsetOf(CanvasPosition position) const;
+
   /// The rectangle of a character, in logical pixels of the viewport; empty when it is not in the current frame.
   QRectF rectOf(CanvasPosition position);
 

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QAccessibleWidget>
+
+namespace zolt {
+
+class TextCanvas;
+
+/// What screen readers learn of a text canvas: the rows in view, as text whose lines end in LF.
+///
+/// Offsets count from the first character in view: a history has more characters than an `int` can count. Main thread.
+class CanvasAccessible : public QAccessibleWidget, public QAccessibleTextInterface {
+ public:
+  explicit CanvasAccessible(TextCanvas& canvas);
+
+  /// Makes every text canvas known to the platform's accessibility; call once.
+  static void install();
+
+  void* interface_cast(QAccessible::InterfaceType type) override;
+  QAccessible::State state() const override;
+  QString text(QAccessible::Text kind) const override;
+
+  int characterCount() const override;
+  QString text(int startOffset, int endOffset) const override;
+  QRect characterRect(int offset) const override;
+  int offsetAtPoint(const QPoint& point) const override;
+  int cursorPosition() const override;
+  void setCursorPosition(int) override {}
+  int selectionCount() const override;
+  void selection(int selectionIndex, int* startOffset, int* endOffset) const override;
+  void addSelection(int startOffset, int endOffset) override;
+  void removeSelection(int selectionIndex) override;
+  void setSelection(int selectionIndex, int startOffset, int endOffset) override;
+  void scrollToSubstring(int, int) override {}
+  QString attributes(int offset, int* startOffset, int* endOffset) const override;
+
+ private:
+  TextCanvas& m_canvas;
+};
+
+}  // namespace zolt

@@ -1,0 +1,78 @@
+// The text in view, for those who cannot see it: input methods and screen readers.
+#include <QInputMethodEvent>
+#include <algorithm>
+
+#include "view/canvas/TextCanvas.h"
+
+namespace zolt {
+
+namespace {
+
+// Rows hold one character a position.
+int lengthOf(const RowContent& row) {
+  return static_cast<int>(row.range.end - row.range.begin);
+}
+
+}  // namespace
+
+void TextCanvas::inputMethodEvent(QInputMethodEvent* event) {
+  m_preedit = event->preeditString();
+  if (!event->commitString().isEmpty()) insertText(event->commitString());
+  viewport()->update();
+  event->accept();
+}
+
+QVariant TextCanvas::inputMethodQuery(Qt::InputMethodQuery query) const {
+  switch (query) {
+    case Qt::ImEnabled:
+      return true;
+    case Qt::ImCursorRectangle: {
+      // The candidate window opens at the end of the last row in view: where the next output will stand.
+      const CellMetrics& cell = m_fonts->metrics();
+      const double scale = m_fonts->scale();
+      const int column = m_rows.empty() ? 0 : m_rows.back().columns;
+      const Pixels last = std::max<Pixels>(std::ssize(m_rows) - 1, 0);
+      return QRectF((static_cast<double>(toDevice(inset)) + column * cell.width) / scale,
+                    static_cast<double>(m_frame.firstRowTop + last * cell.height) / scale, cell.width / scale,
+                    cell.height / scale)
+          .toRect();
+    }
+    case Qt::ImCurrentSelection:
+      return selectedText();
+    default:
+      return QAbstractScrollArea::inputMethodQuery(query);
+  }
+}
+
+QString TextCanvas::visibleText() const {
+  QString text;
+  for (const RowContent& row : m_rows) {
+    if (&row != &m_rows.front()) text += QLatin1Char('\n');
+    text += QString::fromStdString(m_source->text(row.range));
+  }
+  return text;
+}
+
+CanvasPosition TextCanvas::positionOfVisible(int offset) const {
+  for (const RowContent& row : m_rows) {
+    if (offset <= lengthOf(row)) return row.range.begin + static_cast<CanvasPosition>(std::max(offset, 0));
+    offset -= lengthOf(row) + 1;
+  }
+  return m_rows.empty() ? 0 : m_rows.back().range.end;
+}
+
+int TextCanvas::visibleOffsetOf(CanvasPosition position) const {
+  int offset = 0;
+  for (const RowContent& row : m_rows) {
+    if (position < row.range.begin)
+      return std::max(offset - 1, 0);  // on the line end before the row, or above the view
+    const bool last = &row == &m_rows.back();
+    if (position < row.range.end || (last && position >= row.range.end)) {
+      return offset + static_cast<int>(std::min(position, row.range.end) - row.range.begin);
+    }
+    offset += lengthOf(row) + 1;
+  }
+  return offset;
+}
+
+}  // namespace zolt
