@@ -9,7 +9,6 @@
 #include "app/DisplayGuard.h"
 #include "app/FirstWindow.h"
 #include "platform/ChildProcess.h"
-#include "view/canvas/CanvasAccessible.h"
 
 namespace {
 
@@ -25,7 +24,6 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line) {
   zolt::DisplayGuard guard;
   QApplication application(argc, argv);
   guard.release();
-  zolt::CanvasAccessible::install();
   QApplication::setApplicationName(QStringLiteral("Zolt"));
   QApplication::setApplicationVersion(QStringLiteral(ZOLT_VERSION));
 

@@ -1,7 +1,6 @@
 #include <QAccessible>
 
 #include "view/ViewFixture.h"
-#include "view/canvas/CanvasAccessible.h"
 
 namespace zolt {
 namespace {
@@ -9,7 +8,6 @@ namespace {
 class AccessibilityTest : public test::TextViewTest {
  protected:
   void SetUp() override {
-    CanvasAccessible::install();
     TextViewTest::SetUp();
     append("first line\nsecond line\n");
     view.makeFrameNow();

@@ -13,7 +13,7 @@ class CanvasAccessible : public QAccessibleWidget, public QAccessibleTextInterfa
  public:
   explicit CanvasAccessible(TextCanvas& canvas);
 
-  /// Makes every text canvas known to the platform's accessibility; call once.
+  /// Makes text canvases known to the platform's accessibility: before the first of them is made.
   static void install();
 
   void* interface_cast(QAccessible::InterfaceType type) override;

@@ -10,6 +10,7 @@
 #include <cmath>
 
 #include "platform/MainQueue.h"
+#include "view/canvas/CanvasAccessible.h"
 #include "view/canvas/RowPainter.h"
 #include "view/canvas/ThinScrollBar.h"
 
@@ -38,6 +39,8 @@ TextCanvas::TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent)
       m_fonts(std::make_unique<CanvasFonts>(kFontSize, 1)),
       m_pacer([this] { makeFrame(); }, this),
       m_bar(new ThinScrollBar(this)) {
+  static const bool accessible = (CanvasAccessible::install(), true);
+  Q_UNUSED(accessible)
   setFrameShape(QFrame::NoFrame);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
