@@ -14,6 +14,8 @@ namespace {
 constexpr int kSignalStatusBase = 128;
 constexpr int kLaunchFailedStatus = 127;
 constexpr std::chrono::milliseconds kDrainPoll{1};
+// What the program left in the terminal is read in no time; a process that it left behind may go on printing for ever.
+constexpr std::chrono::seconds kDrainLimit{5};
 
 }  // namespace
 
@@ -48,11 +50,13 @@ ProgramRun::ProgramRun(ContentView& window, std::optional<std::string> screensho
 void ProgramRun::programEnded(int status) {
   const bool killed = m_window.terminal().ptySession().terminationReason() == ChildProcess::Reason::Signal;
   m_exitStatus = killed ? kSignalStatusBase + status : status;
+  m_drainDeadline = std::chrono::steady_clock::now() + kDrainLimit;
   finishWhenDrained();
 }
 
 void ProgramRun::finishWhenDrained() {
-  if (!m_window.terminal().ptySession().isDrained()) {
+  const bool late = std::chrono::steady_clock::now() >= m_drainDeadline;
+  if (!late && !m_window.terminal().ptySession().isDrained()) {
     MainQueue::after(MainQueue::Owner(this), kDrainPoll, [this] { finishWhenDrained(); });
     return;
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <chrono>
 #include <optional>
 #include <string>
 #include <vector>
@@ -32,6 +33,7 @@ class ProgramRun : public QObject {
   ContentView& m_window;
   std::optional<std::string> m_screenshotFile;
   int m_exitStatus = 0;
+  std::chrono::steady_clock::time_point m_drainDeadline;
 };
 
 }  // namespace zolt

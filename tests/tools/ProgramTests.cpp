@@ -27,6 +27,14 @@ TEST(ZoltProgram, EndsWith127WhenTheProgramIsMissing) {
   EXPECT_EQ(zolt({"-e", "/no/such/program"}).status, 127);
 }
 
+TEST(ZoltProgram, EndsAlthoughAProcessLeftBehindGoesOnPrinting) {
+  QTemporaryDir folder;
+  const std::string pidFile = folder.filePath(QStringLiteral("pid")).toStdString();
+  const std::string script = "(trap '' HUP; exec yes) & echo $! > " + pidFile + "; exit 3";
+  EXPECT_EQ(zolt({"-e", "sh", "-c", script}).status, 3);
+  test::runProgram("/bin/sh", {"-c", "kill -9 $(cat " + pidFile + ")"});
+}
+
 TEST(ZoltProgram, HandsArgumentsOverUnchanged) {
   QTemporaryDir folder;
   const std::string file = folder.filePath(QStringLiteral("out")).toStdString();
