@@ -76,11 +76,6 @@ std::optional<TerminalKey> TerminalNSTextView::handleSpecialKey(const QKeyEvent&
   return row == kSpecialKeys.end() ? std::nullopt : std::optional(TerminalKey(row->key));
 }
 
-void TerminalNSTextView::mousePressEvent(QMouseEvent* event) {
-  setFocus(Qt::MouseFocusReason);
-  TextCanvas::mousePressEvent(event);
-}
-
 void TerminalNSTextView::insertText(const QString& text) {
   if (terminal) terminal->sendInput(text.toStdString());
 }

@@ -29,7 +29,6 @@ class TerminalNSTextView : public TextCanvas {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override { keyDown(*event); }
-  void mousePressEvent(QMouseEvent* event) override;
   void insertText(const QString& text) override;
 
  private:

@@ -1,4 +1,5 @@
 #include <QImage>
+#include <QScreen>
 #include <QScrollBar>
 #include <QWheelEvent>
 
@@ -101,17 +102,42 @@ TEST_F(TextCanvasTest, PaintsBoldAndItalicInCutsOfTheirOwn) {
   }
 }
 
-TEST_F(TextCanvasTest, PaintsTheSameAfterScrollingAsFromScratch) {
+// What is on the screen after a few rounds of the event loop, not what the widget would paint if it were asked again.
+QImage onScreen(TerminalNSTextView& view) {
+  QImage last;
+  test::waitFor(
+      [&] {
+        const QImage now = view.screen()->grabWindow(view.winId()).toImage();
+        return now == std::exchange(last, now);
+      },
+      std::chrono::seconds(2));
+  return last;
+}
+
+TEST_F(TextCanvasTest, ShowsTheSameAfterMovingThePictureAsFromScratch) {
   appendLines(300);
   view.makeFrameNow();
-  picture();
-  for (const Pixels offset : {Pixels{0}, Pixels{7}, Pixels{300}, Pixels{290}, Pixels{3000}}) {
+  onScreen(view);
+  for (const Pixels offset : {Pixels{0}, Pixels{7}, Pixels{300}, Pixels{290}, Pixels{3000}, Pixels{2999}}) {
     view.scrollTo(offset);
     view.makeFrameNow();
-    const QImage moved = picture();
-    view.viewport()->update();
-    EXPECT_EQ(moved, picture()) << "at " << offset;
+    QApplication::processEvents();
+    const QImage moved = onScreen(view);
+    view.viewport()->repaint();
+    EXPECT_EQ(moved, onScreen(view)) << "at " << offset;
   }
+}
+
+TEST_F(TextCanvasTest, ShowsTextThatIsAppendedToARowInView) {
+  append("one");
+  view.makeFrameNow();
+  const QImage before = onScreen(view);
+  append(" two");
+  view.makeFrameNow();
+  const QImage after = onScreen(view);
+  EXPECT_NE(after, before);
+  view.viewport()->repaint();
+  EXPECT_EQ(after, onScreen(view));
 }
 
 TEST_F(TextCanvasTest, ScrollsToTheEndWhenAskedWhateverTheUserDid) {

@@ -32,7 +32,7 @@ int ScrollModel::barValue(Pixels offset) const {
 }
 
 Pixels ScrollModel::offsetFor(int barValue) const {
-  return barValue >= barMaximum() ? maximum() : clamped(barValue * pixelsPerStep());
+  return clamped(barValue * pixelsPerStep());
 }
 
 }  // namespace zolt

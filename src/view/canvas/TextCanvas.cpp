@@ -45,7 +45,7 @@ TextCanvas::TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent)
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   setVerticalScrollBar(m_bar);
-  setFocusPolicy(Qt::StrongFocus);
+  setFocusPolicy(Qt::StrongFocus);  // a click takes the keyboard, and then starts a selection
   setAttribute(Qt::WA_InputMethodEnabled);
   QPalette black;
   black.setColor(QPalette::Window, Qt::black);
