@@ -2,7 +2,10 @@
 
 #include <utf8proc.h>
 
+#include <algorithm>
 #include <array>
+#include <iterator>
+#include <vector>
 
 namespace zolt {
 
@@ -89,27 +92,27 @@ std::size_t longClusterEnd(std::string_view text, std::size_t position) {
 }
 
 ComposedStart composedStart(std::string_view cluster) {
-  std::array<utf8proc_int32_t, 256> scalars{};  // 31 scalars decompose canonically to at most 4 each
-  utf8proc_ssize_t count = 0;
+  std::vector<utf8proc_int32_t> scalars;
   std::size_t length = 0;
-  int taken = 0;
-  for (std::size_t position = 0; position < cluster.size() && taken < 31; position += length, ++taken) {
+  for (std::size_t position = 0; position < cluster.size(); position += length) {
     const auto scalar = static_cast<utf8proc_int32_t>(scalarAt(cluster, position, length));
-    const utf8proc_ssize_t room = static_cast<utf8proc_ssize_t>(scalars.size()) - count;
+    std::array<utf8proc_int32_t, 8> parts{};  // canonical decompositions are at most 4 long
     int boundary = UTF8PROC_BOUNDCLASS_START;
-    const auto written = utf8proc_decompose_char(scalar, scalars.data() + count, room, UTF8PROC_DECOMPOSE, &boundary);
-    if (written < 0 || written > room) break;
-    count += written;
+    const auto written =
+        utf8proc_decompose_char(scalar, parts.data(), std::ssize(parts), UTF8PROC_DECOMPOSE, &boundary);
+    scalars.insert(scalars.end(), parts.begin(), parts.begin() + written);
   }
   // Canonical ordering: marks sort stably by their combining class, between starters (UAX #15, D109).
-  for (utf8proc_ssize_t i = 1; i < count; ++i) {
-    const auto classOf = [&](utf8proc_ssize_t at) { return utf8proc_get_property(scalars[at])->combining_class; };
-    for (utf8proc_ssize_t j = i; j > 0 && classOf(j) != 0 && classOf(j - 1) > classOf(j); --j) {
-      std::swap(scalars[j], scalars[j - 1]);
-    }
+  const auto classOf = [](utf8proc_int32_t scalar) { return utf8proc_get_property(scalar)->combining_class; };
+  const auto isStarter = [&](utf8proc_int32_t scalar) { return classOf(scalar) == 0; };
+  for (auto marks = scalars.begin(); marks != scalars.end();) {
+    marks = std::find_if_not(marks, scalars.end(), isStarter);
+    const auto end = std::find_if(marks, scalars.end(), isStarter);
+    std::stable_sort(marks, end, [&](auto left, auto right) { return classOf(left) < classOf(right); });
+    marks = end;
   }
-  count = utf8proc_normalize_utf32(scalars.data(), count,
-                                   static_cast<utf8proc_option_t>(UTF8PROC_COMPOSE | UTF8PROC_STABLE));
+  const auto count = utf8proc_normalize_utf32(scalars.data(), std::ssize(scalars),
+                                              static_cast<utf8proc_option_t>(UTF8PROC_COMPOSE | UTF8PROC_STABLE));
   return {.first = static_cast<char32_t>(scalars[0]), .alone = count == 1};
 }
 

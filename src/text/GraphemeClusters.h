@@ -44,8 +44,8 @@ struct ComposedStart {
   bool alone = true;
 };
 
-/// Composes at most the first 31 scalars of `cluster` (not empty): the base and the 30 marks that the Stream-Safe Text
-/// Format (UAX #15 section 13) allows, so that a cluster of any length costs a bounded time.
+/// Looks at every scalar of `cluster` (not empty), for a mark at its end may compose with the base at its start: n log
+/// n in the cluster's length.
 ComposedStart composedStart(std::string_view cluster);
 
 /// Whether `text` is valid UTF-8 as a whole (Unicode, table 3-7: no surrogates, no overlong forms, at most U+10FFFF).
