@@ -66,6 +66,7 @@ void TerminalScreenBuffer::tab() {
 void TerminalScreenBuffer::put(std::string_view character) {
   if (cursorPosition.row >= m_rows || cursorPosition.col >= m_cols) return;
   precondition(cursorPosition.row >= 0 && cursorPosition.col >= 0, "the cursor lies before the grid");
+  precondition(cursorPosition.row < std::ssize(m_cells), "a screen buffer has no cells before its first resize");
   Row& row = m_cells[static_cast<std::size_t>(cursorPosition.row)];
   row[static_cast<std::size_t>(cursorPosition.col)].character = character;
   cursorPosition.col = checkedAdd(cursorPosition.col, 1);

@@ -15,8 +15,8 @@ namespace zolt {
 /// escape sequence and never changes colours or attributes. After any operation there are `rows()` rows of `cols()`
 /// cells each; a new buffer has no cells yet although it says 24 by 80, until the first `resize`.
 ///
-/// Broken preconditions (a negative size, scrolling a grid without rows, overflow of the cursor) stop the program. Not
-/// synchronised: one thread at a time.
+/// Broken preconditions (a negative size, writing before the first `resize`, scrolling a grid without rows, overflow of
+/// the cursor) stop the program. Not synchronised: one thread at a time.
 class TerminalScreenBuffer {
  public:
   using Row = std::vector<TerminalCell>;
