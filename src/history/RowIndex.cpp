@@ -200,12 +200,25 @@ RowNumber RowIndex::rowAt(TextPosition position) {
   const std::size_t fragmentIndex = block.fragmentAt(offset);
   const TextBlock::Fragment fragment = block.fragment(fragmentIndex);
   const BlockLayout& layout = layoutOf(index);
-  const RowNumber before = sealedRowsBefore(index) + layout.rowsBefore[fragmentIndex];
   const RowNumber rowsInFragment = layout.rowsBefore[fragmentIndex + 1] - layout.rowsBefore[fragmentIndex];
   // Row starts at or before the position's column; the end of a full last row starts no row of its own.
   const RowNumber started =
       std::min(rowsUpTo(block.columnAt(fragment, offset) + 1) - rowsUpTo(fragment.startColumn), rowsInFragment);
-  return before + started - 1;
+  return numberOfRow(index, layout.rowsBefore[fragmentIndex] + started - 1);
+}
+
+// The number of row `rowInBlock` of a block; -1 is the row before, which starts in an earlier block. That one is made
+// exact as well: else locate would do it, and find another row under the number.
+RowNumber RowIndex::numberOfRow(std::size_t block, RowNumber rowInBlock) {
+  RowNumber row = sealedRowsBefore(block) + rowInBlock;
+  while (rowInBlock < 0) {
+    RowNumber before = 0;
+    const std::size_t holder = sealedBlockAt(row, before);
+    if (!m_estimated[holder]) break;
+    makeExact(holder);
+    row = sealedRowsBefore(block) + rowInBlock;
+  }
+  return row;
 }
 
 }  // namespace zolt

@@ -67,6 +67,7 @@ class RowIndex {
   void makeExact(std::size_t block);
   const BlockLayout& layoutOf(std::size_t block);
 
+  RowNumber numberOfRow(std::size_t block, RowNumber rowInBlock);
   RowNumber sealedRowsBefore(std::size_t block) const;
   std::size_t sealedBlockAt(RowNumber row, RowNumber& rowsBefore) const;
   void addToSealed(std::size_t block, RowNumber difference);
