@@ -38,6 +38,7 @@ void RowIndex::sync() {
     pushSealed(m_storage.block(m_sums.size()));
   }
   m_tailRows = exactRows(m_storage.block(sealed));
+  m_end = m_storage.size();
 }
 
 // Rows that start before `column`: one at each multiple of the width.
@@ -154,19 +155,23 @@ const RowIndex::BlockLayout& RowIndex::layoutOf(std::size_t block) {
 
 RowIndex::Row RowIndex::locate(RowNumber row) {
   row = std::clamp<RowNumber>(row, 0, rowCount() - 1);
-  std::size_t index = m_storage.blockCount() - 1;
+  std::size_t index = m_sums.size();
   RowNumber before = m_sealedRows;
   while (row < m_sealedRows) {
     index = sealedBlockAt(row, before);
     if (!m_estimated[index]) break;
     makeExact(index);
-    index = m_storage.blockCount() - 1;
+    index = m_sums.size();
     before = m_sealedRows;
     row = std::min(row, rowCount() - 1);
   }
   const TextBlock& block = m_storage.block(index);
   const BlockLayout& layout = layoutOf(index);
   const auto rowInBlock = static_cast<std::uint32_t>(row - before);
+  if (rowInBlock >= layout.rowsBefore.back()) {
+    // An empty last line that has moved to the next block since the last sync.
+    return {.begin = block.end(), .end = block.end(), .firstColumn = 0, .beginColumn = 0};
+  }
   const auto after = std::upper_bound(layout.rowsBefore.begin(), layout.rowsBefore.end(), rowInBlock);
   const auto fragmentIndex = static_cast<std::size_t>(after - layout.rowsBefore.begin()) - 1;
   const TextBlock::Fragment fragment = block.fragment(fragmentIndex);
@@ -193,6 +198,7 @@ RowIndex::Row RowIndex::locate(RowNumber row) {
 }
 
 RowNumber RowIndex::rowAt(TextPosition position) {
+  if (position >= m_end) return numberOfRow(m_sums.size(), m_tailRows - 1);
   const std::size_t index = m_storage.blockAt(position);
   const TextBlock& block = m_storage.block(index);
   if (index < m_sums.size() && m_estimated[index]) makeExact(index);

@@ -35,14 +35,15 @@ class RowIndex {
   /// Wraps at `columns`, 1 or more, from now on: a pass over the blocks, not over the text.
   void setColumns(std::int64_t columns);
 
-  /// Takes over what was appended to the storage; everything below is as of the last call.
+  /// Takes over what was appended to the storage; everything below is as of the last call, but that the last row then
+  /// may end later now.
   void sync();
 
   /// At least 1.
   RowNumber rowCount() const { return m_sealedRows + m_tailRows; }
   /// The row with number `row`, from 0 to rowCount() (not included); a number outside is moved to the nearest row.
   Row locate(RowNumber row);
-  /// The number of the row that shows `position`, at most the storage's size.
+  /// The number of the row that shows `position`; the last row for the end and whatever lies beyond.
   RowNumber rowAt(TextPosition position);
 
   /// Grows with each correction of an estimate.
@@ -78,6 +79,7 @@ class RowIndex {
   std::vector<bool> m_estimated;  // by block
   RowNumber m_sealedRows = 0;
   RowNumber m_tailRows = 1;
+  TextPosition m_end = 0;  // of the storage at the last sync
   std::uint64_t m_generation = 0;
   std::size_t m_refineFrom = 0;          // blocks before this are exact
   std::array<BlockLayout, 8> m_layouts;  // the latest looked at, replaced in turn
