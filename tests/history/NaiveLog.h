@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "history/RowIndex.h"
+
+namespace zolt {
+
+/// A log as one string, laid out from scratch at each question: what TextStorage and RowIndex are held against.
+class NaiveLog {
+ public:
+  /// Half-open; `contentEnd` is where the line end begins, and `columns` the column that follows the content.
+  struct Line {
+    TextPosition begin = 0;
+    TextPosition contentEnd = 0;
+    TextPosition end = 0;
+    LineColumn columns = 0;
+  };
+
+  void append(std::string_view text) { m_text += text; }
+
+  const std::string& text() const { return m_text; }
+
+  /// LF, CR and CR LF end a line; the last line is what follows the last line end.
+  std::vector<Line> lines() const;
+
+ private:
+  std::string m_text;
+};
+
+/// All rows of a log at one width.
+class NaiveRows {
+ public:
+  NaiveRows(const NaiveLog& log, std::int64_t columns);
+
+  std::int64_t count() const { return static_cast<std::int64_t>(m_rows.size()); }
+  const RowIndex::Row& operator[](std::int64_t row) const { return m_rows[static_cast<std::size_t>(row)]; }
+  /// The row that shows `position`, at most the size of the log.
+  std::int64_t rowAt(TextPosition position) const { return m_rowOfPosition[static_cast<std::size_t>(position)]; }
+
+ private:
+  std::vector<RowIndex::Row> m_rows;
+  std::vector<std::int64_t> m_rowOfPosition;
+};
+
+}  // namespace zolt

@@ -1,0 +1,64 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "history/LogTexts.h"
+#include "history/RowIndex.h"
+
+namespace zolt {
+namespace {
+
+constexpr std::size_t kCapacity = TextBlock::capacity;
+
+bool same(const RowIndex::Row& a, const RowIndex::Row& b) {
+  return a.begin == b.begin && a.end == b.end && a.firstColumn == b.firstColumn && a.beginColumn == b.beginColumn;
+}
+
+// Every row and position of what `index` knows has the numbers that `rows` say, whatever was appended since.
+void expectRowsOfBefore(RowIndex& index, const NaiveRows& rows, TextPosition end) {
+  ASSERT_EQ(index.rowCount(), rows.count());
+  const std::int64_t step = rows.count() / 1000 + 1;
+  for (RowNumber row = rows.count() - 1; row >= 0; row -= step) {
+    ASSERT_TRUE(same(index.locate(row), rows[row])) << row;
+    ASSERT_EQ(index.rowAt(rows[row].end), rows.rowAt(rows[row].end)) << row;
+  }
+  ASSERT_EQ(index.rowAt(end), rows.count() - 1);
+  ASSERT_EQ(index.rowAt(end + 100 * kCapacity), rows.count() - 1);
+}
+
+TEST(RowIndexSync, LetsTheIndexAnswerAsOfTheLastTime) {
+  RandomText random(52, logAlphabet);
+  for (int round = 0; round < 40; ++round) {
+    Log log;
+    log.append(std::string(random.below(kCapacity), "x\n\t"[random.below(3)]) + random.text(3000) + "\n");
+    RowIndex index(log.storage, static_cast<std::int64_t>(1 + random.below(100)));
+    while (index.refine(8)) {
+    }
+    const NaiveRows rows(log.naive, index.columns());
+    const TextPosition end = log.storage.size();
+    log.append("\n");
+    log.append(std::string(random.below(3 * kCapacity), 'x'));
+    log.append("\n");
+    ASSERT_NO_FATAL_FAILURE(expectRowsOfBefore(index, rows, end)) << "round " << round;
+    index.sync();
+    while (index.refine(8)) {
+    }
+    ASSERT_EQ(index.rowCount(), NaiveRows(log.naive, index.columns()).count());
+  }
+}
+
+TEST(RowIndexSync, KeepsTheEmptyLineAfterAFullBlockUntilTheNextTime) {
+  for (const char* lineEnd : {"\n", "\r", "\r\n"}) {
+    Log log;
+    std::string text(kCapacity, 'x');
+    log.append(text.replace(kCapacity - std::string_view(lineEnd).size(), std::string::npos, lineEnd));
+    RowIndex index(log.storage, 80);
+    const NaiveRows rows(log.naive, 80);
+    log.append("x");  // begins a block, and the last line with it
+    ASSERT_EQ(log.storage.blockCount(), 2u);
+    ASSERT_NO_FATAL_FAILURE(expectRowsOfBefore(index, rows, kCapacity)) << escaped(lineEnd);
+  }
+}
+
+}  // namespace
+}  // namespace zolt

@@ -1,0 +1,182 @@
+#include "history/TextStorage.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "history/LogTexts.h"
+
+namespace zolt {
+namespace {
+
+constexpr std::size_t kCapacity = TextBlock::capacity;
+
+// Compares every line of the log, and `at`, `text` and `lineAt` around each line's edges.
+void expectSameLines(const Log& log) {
+  const TextStorage& storage = log.storage;
+  const std::string& text = log.naive.text();
+  const std::vector<NaiveLog::Line> lines = log.naive.lines();
+  ASSERT_EQ(storage.size(), text.size());
+  ASSERT_EQ(storage.lineCount(), lines.size());
+  for (std::uint64_t line = 0; line < lines.size(); ++line) {
+    const NaiveLog::Line& expected = lines[line];
+    ASSERT_EQ(storage.lineStart(line), expected.begin) << "line " << line;
+    ASSERT_EQ(storage.lineEnd(line), expected.contentEnd) << "line " << line;
+    ASSERT_EQ(storage.lineAt(expected.begin), line);
+    ASSERT_EQ(storage.lineAt(expected.contentEnd), line);
+    // The end of a line is the next one's, but for the last.
+    const bool last = line + 1 == lines.size();
+    ASSERT_EQ(storage.lineAt(last ? expected.end : expected.end - 1), line);
+  }
+  EXPECT_EQ(storage.text(0, storage.size()), text);
+}
+
+// Blocks follow each other without gaps, hold no more than they may, and never begin inside a CR LF pair.
+void expectSoundBlocks(const TextStorage& storage) {
+  TextPosition position = 0;
+  for (std::size_t i = 0; i < storage.blockCount(); ++i) {
+    const TextBlock& block = storage.block(i);
+    ASSERT_EQ(block.start(), position);
+    ASSERT_LE(block.size(), kCapacity + 1);
+    position = block.end();
+    if (i == 0) continue;
+    ASSERT_FALSE(block.size() != 0 && block.text().front() == '\n' && storage.at(block.start() - 1) == '\r');
+  }
+  ASSERT_EQ(position, storage.size());
+}
+
+TEST(TextStorage, HasOneEmptyLineToBeginWith) {
+  const TextStorage storage;
+  EXPECT_TRUE(storage.empty());
+  EXPECT_EQ(storage.size(), 0u);
+  EXPECT_EQ(storage.lineCount(), 1u);
+  EXPECT_EQ(storage.lineStart(0), 0u);
+  EXPECT_EQ(storage.lineEnd(0), 0u);
+  EXPECT_EQ(storage.lineAt(0), 0u);
+  EXPECT_EQ(storage.text(0, 0), "");
+}
+
+TEST(TextStorage, EndsALineAtALineFeedACarriageReturnAndAPairOfThem) {
+  Log log;
+  log.append("a\nb\rc\r\nd");
+  EXPECT_EQ(log.storage.lineCount(), 4u);
+  EXPECT_EQ(log.storage.lineStart(3), 7u);
+  EXPECT_EQ(log.storage.lineEnd(2), 5u);
+  expectSameLines(log);
+}
+
+TEST(TextStorage, HasAnEmptyLineAfterTheLastLineEnd) {
+  Log log;
+  log.append("a\n");
+  EXPECT_EQ(log.storage.lineCount(), 2u);
+  EXPECT_EQ(log.storage.lineStart(1), 2u);
+  EXPECT_EQ(log.storage.lineEnd(1), 2u);
+  EXPECT_EQ(log.storage.lineAt(2), 1u);
+}
+
+TEST(TextStorage, TakesALineFeedThatComesLaterForPartOfTheSameLineEnd) {
+  Log log;
+  log.append("a\r");
+  EXPECT_EQ(log.storage.lineCount(), 2u);
+  log.append("\n");
+  EXPECT_EQ(log.storage.lineCount(), 2u);
+  log.append("\nb");
+  EXPECT_EQ(log.storage.lineCount(), 3u);
+  expectSameLines(log);
+}
+
+TEST(TextStorage, TakesALineFeedForALineEndOfItsOwnOnceSomethingStandsBetween) {
+  for (const char* between : {"x", "\t", "\r"}) {
+    Log log;
+    log.append("a\r");
+    log.append(between);
+    log.append("\n");
+    expectSameLines(log);
+  }
+}
+
+TEST(TextStorage, AppendsNothingForAnEmptyString) {
+  Log log;
+  log.append("");
+  log.append("a\r");
+  log.append("");
+  log.append("\n");
+  expectSameLines(log);
+}
+
+TEST(TextStorage, GivesAnyPieceOfItsText) {
+  Log log;
+  log.append(std::string(kCapacity - 2, 'x') + "abcdef");
+  EXPECT_EQ(log.storage.text(kCapacity - 3, kCapacity + 3), "xabcde");
+  EXPECT_EQ(log.storage.text(5, 5), "");
+  EXPECT_EQ(log.storage.text(6, 5), "");
+  EXPECT_EQ(log.storage.at(kCapacity), 'c');
+  EXPECT_EQ(log.storage.blockAt(kCapacity - 1), 0u);
+  EXPECT_EQ(log.storage.blockAt(kCapacity), 1u);
+  EXPECT_EQ(log.storage.blockAt(log.storage.size()), 1u);
+}
+
+TEST(TextStorage, CountsOneLineForAPairThatABlockEndWouldTearApart) {
+  Log log;
+  log.append(std::string(kCapacity - 1, 'x') + "\r");
+  EXPECT_EQ(log.storage.lineCount(), 2u);
+  log.append("\nnext");
+  EXPECT_EQ(log.storage.lineCount(), 2u);
+  EXPECT_EQ(log.storage.block(0).size(), kCapacity + 1);
+  expectSameLines(log);
+}
+
+TEST(TextStorage, HasTheSameLinesWhateverStandsAtTheEndOfABlock) {
+  for (const std::string& ending : tellingEndings()) {
+    for (std::size_t before = 0; before <= ending.size(); ++before) {
+      for (const char first : {'x', '\n'}) {
+        Log whole;
+        const std::string filler = first + std::string(kCapacity - before - 1, 'x');
+        whole.append(filler + ending + "more\nlines");
+        ASSERT_NO_FATAL_FAILURE(expectSameLines(whole)) << escaped(ending) << ' ' << before;
+        ASSERT_NO_FATAL_FAILURE(expectSoundBlocks(whole.storage));
+        Log byBytes;
+        byBytes.append(filler);
+        for (const char c : ending) {
+          byBytes.append({&c, 1});
+          ASSERT_NO_FATAL_FAILURE(expectSameLines(byBytes)) << escaped(ending) << ' ' << before;
+        }
+        byBytes.append("more\nlines");
+        ASSERT_NO_FATAL_FAILURE(expectSameLines(byBytes)) << escaped(ending) << ' ' << before;
+      }
+    }
+  }
+}
+
+TEST(TextStorage, HasTheLinesOfTextsOfSeveralBlocks) {
+  for (const NamedText& named : severalBlocksOfText()) {
+    Log log;
+    log.append(named.text);
+    ASSERT_NO_FATAL_FAILURE(expectSameLines(log)) << named.name;
+    ASSERT_NO_FATAL_FAILURE(expectSoundBlocks(log.storage)) << named.name;
+    EXPECT_GT(log.storage.blockCount(), 4u) << named.name;
+    EXPECT_GT(log.storage.memoryBytes(), log.storage.size()) << named.name;
+  }
+}
+
+TEST(TextStorage, HasTheSameLinesHoweverItsTextComes) {
+  RandomText random(32, logAlphabet);
+  for (int round = 0; round < 60; ++round) {
+    Log log;
+    log.append(std::string(kCapacity - random.below(200), "x\n\t\r"[random.below(4)]));
+    for (int step = 0; step < 60; ++step) {
+      log.append(random.text(8));
+    }
+    ASSERT_NO_FATAL_FAILURE(expectSameLines(log)) << "round " << round;
+    ASSERT_NO_FATAL_FAILURE(expectSoundBlocks(log.storage)) << "round " << round;
+    for (int sample = 0; sample < 200; ++sample) {
+      const TextPosition begin = random.below(log.storage.size() + 1);
+      const TextPosition end = begin + random.below(300);
+      const std::size_t length = std::min<std::size_t>(end, log.storage.size()) - begin;
+      ASSERT_EQ(log.storage.text(begin, begin + length), log.naive.text().substr(begin, length));
+    }
+  }
+}
+
+}  // namespace
+}  // namespace zolt
