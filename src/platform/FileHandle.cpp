@@ -100,15 +100,12 @@ struct FileHandle::State {
   }
 };
 
-FileHandle::FileHandle(Descriptor descriptor, Purpose purpose)
-    : FileHandle(std::move(descriptor), purpose, DescriptorMonitor::shared()) {}
+FileHandle::FileHandle(Descriptor descriptor) : FileHandle(std::move(descriptor), DescriptorMonitor::shared()) {}
 
-FileHandle::FileHandle(Descriptor descriptor, Purpose purpose, DescriptorMonitor& monitor)
+FileHandle::FileHandle(Descriptor descriptor, DescriptorMonitor& monitor)
     : m_state(std::make_shared<State>(std::move(descriptor), monitor)) {
-  if (purpose == Purpose::ReadAndWrite) {
-    const int fd = m_state->descriptor->get();
-    fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) | O_NONBLOCK);
-  }
+  const int fd = m_state->descriptor->get();
+  fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) | O_NONBLOCK);
   m_state->watch = monitor.add(m_state->descriptor, 0, [this, state = m_state.get()](short happened) {
     if ((happened & POLLOUT) != 0) state->handleWritable();
     if ((happened & (POLLIN | POLLHUP | POLLERR)) == 0) return;

@@ -47,13 +47,9 @@ class FileHandle {
   using ReadabilityHandler = std::function<void(FileHandle& handle)>;
   using WriteFailureHandler = std::function<void(const std::string& reason)>;
 
-  /// What a handle is for. Reading and writing make the descriptor non-blocking, and with it every copy of it that a
-  /// child was given: a descriptor that is only kept open for others stays as it is.
-  enum class Purpose { ReadAndWrite, KeepOpen };
-
-  /// `monitor` must outlive the handle.
-  FileHandle(Descriptor descriptor, Purpose purpose, DescriptorMonitor& monitor);
-  explicit FileHandle(Descriptor descriptor, Purpose purpose = Purpose::ReadAndWrite);
+  /// Makes the descriptor non-blocking. `monitor` must outlive the handle.
+  FileHandle(Descriptor descriptor, DescriptorMonitor& monitor);
+  explicit FileHandle(Descriptor descriptor);
   ~FileHandle();
   FileHandle(const FileHandle&) = delete;
   FileHandle& operator=(const FileHandle&) = delete;

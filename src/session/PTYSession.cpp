@@ -54,10 +54,10 @@ bool PTYSession::start(const Shell& shell) {
   m_masterHandle = std::make_unique<FileHandle>(std::move(terminal.value().master));
   m_masterHandle->setWriteFailureHandler(
       [](const std::string& reason) { MainQueue::async([reason] { printWriteError(reason); }); });
-  m_slaveHandle = std::make_unique<FileHandle>(std::move(terminal.value().slave), FileHandle::Purpose::KeepOpen);
+  m_slaveHandle = std::move(terminal.value().slave);
   if (m_windowSize != WindowSize{}) setWindowSize(m_masterHandle->descriptor(), m_windowSize);
 
-  const int stream = m_slaveHandle->descriptor();
+  const int stream = m_slaveHandle.get();
   const auto process = std::make_shared<ChildProcess>(ChildProcess::Request{
       .executable = shell.executable,
       .arguments = shell.args.empty() ? std::vector<std::string>{"-l"} : shell.args,

@@ -72,7 +72,7 @@ class PTYSession : public QObject {
 
   std::shared_ptr<ChildProcess> m_process;
   std::unique_ptr<FileHandle> m_masterHandle;
-  std::unique_ptr<FileHandle> m_slaveHandle;
+  Descriptor m_slaveHandle;  // shared with the shell: a FileHandle would make its streams non-blocking
   std::string m_output;
   bool m_isRunning = false;
   WindowSize m_windowSize;
