@@ -21,7 +21,7 @@ bool readStat(const std::string& pid, char& state, pid_t& parent) {
   return !rest.fail();
 }
 
-std::vector<pid_t> childrenWhere(bool zombiesOnly) {
+std::vector<pid_t> childrenOf(pid_t wanted, bool zombiesOnly) {
   std::vector<pid_t> found;
   std::error_code ignored;
   for (const auto& entry : std::filesystem::directory_iterator("/proc", ignored)) {
@@ -29,7 +29,7 @@ std::vector<pid_t> childrenWhere(bool zombiesOnly) {
     if (name.find_first_not_of("0123456789") != std::string::npos) continue;
     char state = '?';
     pid_t parent = 0;
-    if (!readStat(name, state, parent) || parent != getpid()) continue;
+    if (!readStat(name, state, parent) || parent != wanted) continue;
     if (!zombiesOnly || state == 'Z') found.push_back(static_cast<pid_t>(std::stol(name)));
   }
   return found;
@@ -42,11 +42,21 @@ bool processExists(pid_t pid) {
 }
 
 std::vector<pid_t> childProcesses() {
-  return childrenWhere(false);
+  return childrenOf(getpid(), false);
+}
+
+std::vector<pid_t> childProcesses(pid_t parent) {
+  return childrenOf(parent, false);
 }
 
 std::vector<pid_t> zombies() {
-  return childrenWhere(true);
+  return childrenOf(getpid(), true);
+}
+
+std::string programName(pid_t pid) {
+  std::string name = fileContent("/proc/" + std::to_string(pid) + "/comm");
+  if (name.ends_with('\n')) name.pop_back();
+  return name;
 }
 
 std::size_t openDescriptors() {

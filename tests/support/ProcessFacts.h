@@ -11,6 +11,10 @@ namespace zolt::test {
 bool processExists(pid_t pid);
 /// Children of this process, of any state, by /proc.
 std::vector<pid_t> childProcesses();
+/// Children of the process `parent`.
+std::vector<pid_t> childProcesses(pid_t parent);
+/// The name of the program that a process runs, at most 15 characters of it; empty when there is no such process.
+std::string programName(pid_t pid);
 /// Children of this process that have ended and were not reaped.
 std::vector<pid_t> zombies();
 /// The number of descriptors that this process has open.

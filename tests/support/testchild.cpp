@@ -10,9 +10,12 @@
 //   deaf                  ignores SIGHUP, SIGTERM and SIGINT, prints "deaf" and waits
 //   wait                  prints "waiting" and waits
 //   sleeper               as wait, without reading anything; the terminal's input fills up
-//   raw                   prints its arguments as bytes, "\xHH" and the usual escapes decoded, without output
-//   processing size                  prints "ROWSxCOLS", again at each change of the terminal's size terminal prints
-//   "session" if it leads one, "terminal" if it has a controlling terminal
+//   raw                   prints its arguments as bytes, "\xHH" and the usual escapes decoded, no output processing
+//   hex                   raw mode; prints "ready", then each byte that it reads as two digits
+//   size                  prints "ROWSxCOLS", again at each change of the terminal's size
+//   terminal              prints "session" if it leads one, "terminal" if it has a controlling terminal
+//   signals               prints "blocked N" and "ignored N" for each signal that is, then "end"
+//   streams               prints "blocking" or "non-blocking" for each of its standard streams
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/ioctl.h>
@@ -185,6 +188,37 @@ int terminal(const Arguments&) {
   return 0;
 }
 
+int hex(const Arguments&) {
+  makeRaw(STDIN_FILENO);
+  say("ready");
+  unsigned char byte = 0;
+  while (read(STDIN_FILENO, &byte, 1) == 1) {
+    char text[8];
+    const int length = std::snprintf(text, sizeof text, " %02X", byte);
+    writeAll(text, static_cast<std::size_t>(length));
+  }
+  return 0;
+}
+
+int signals(const Arguments&) {
+  sigset_t blocked;
+  sigprocmask(SIG_BLOCK, nullptr, &blocked);
+  for (int number = 1; number < NSIG; ++number) {
+    struct sigaction action {};
+    if (sigismember(&blocked, number) == 1) std::printf("blocked %d\n", number);
+    if (sigaction(number, nullptr, &action) == 0 && action.sa_handler == SIG_IGN) std::printf("ignored %d\n", number);
+  }
+  std::puts("end");
+  return 0;
+}
+
+int streams(const Arguments&) {
+  for (int stream = 0; stream <= 2; ++stream) {
+    std::puts((fcntl(stream, F_GETFL) & O_NONBLOCK) != 0 ? "non-blocking" : "blocking");
+  }
+  return 0;
+}
+
 struct Mode {
   const char* name;
   int (*run)(const Arguments&);
@@ -202,8 +236,11 @@ constexpr Mode kModes[] = {
     {"wait", wait},
     {"sleeper", sleeper},
     {"raw", raw},
+    {"hex", hex},
     {"size", size},
     {"terminal", terminal},
+    {"signals", signals},
+    {"streams", streams},
 };
 
 }  // namespace
