@@ -1,0 +1,136 @@
+#pragma once
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "platform/FileHandle.h"
+#include "platform/Pipe.h"
+#include "support/WaitFor.h"
+
+namespace zolt::test {
+
+inline Pipe openPipe() {
+  auto pipe = makePipe();
+  EXPECT_TRUE(pipe) << pipe.reason();
+  return std::move(pipe.value());
+}
+
+/// Bytes that show where in the stream they stand: any piece that is missing, doubled or misplaced changes them.
+inline std::string pattern(std::size_t size) {
+  std::string bytes(size, '\0');
+  std::uint32_t state = 1;
+  for (char& byte : bytes) {
+    state = state * 1664525 + 1013904223;
+    byte = static_cast<char>(state >> 24);
+  }
+  return bytes;
+}
+
+/// Writes all of `data`, blocking.
+inline void writeAll(int descriptor, std::string_view data) {
+  while (!data.empty()) {
+    const ssize_t written = write(descriptor, data.data(), data.size());
+    ASSERT_GT(written, 0);
+    data.remove_prefix(static_cast<std::size_t>(written));
+  }
+}
+
+/// Reads, blocking, until `size` bytes are there or the end of file.
+inline std::string readAll(int descriptor, std::size_t size = std::string::npos) {
+  std::string content;
+  std::string buffer(64 * 1024, '\0');
+  while (content.size() < size) {
+    const ssize_t got = read(descriptor, buffer.data(), std::min(buffer.size(), size - content.size()));
+    if (got <= 0) break;
+    content.append(buffer, 0, static_cast<std::size_t>(got));
+  }
+  return content;
+}
+
+/// Collects, in its readability handler, all that a handle gives, and keeps the buffers for as long as it is told to.
+class Collector {
+ public:
+  explicit Collector(FileHandle& handle) {
+    handle.setReadabilityHandler([this](FileHandle& readable) {
+      Bytes bytes = readable.availableData();
+      const std::lock_guard lock(m_mutex);
+      ++m_calls;
+      if (bytes.empty()) ++m_emptyCalls;
+      m_content += bytes.view();
+      m_thread = std::this_thread::get_id();
+      if (m_keep) m_kept.push_back(std::move(bytes));
+    });
+  }
+
+  void keepBuffers() {
+    const std::lock_guard lock(m_mutex);
+    m_keep = true;
+  }
+  void releaseBuffers() {
+    std::vector<Bytes> released;
+    const std::lock_guard lock(m_mutex);
+    m_keep = false;
+    released.swap(m_kept);
+  }
+
+  std::string content() const {
+    const std::lock_guard lock(m_mutex);
+    return m_content;
+  }
+  std::size_t size() const {
+    const std::lock_guard lock(m_mutex);
+    return m_content.size();
+  }
+  int calls() const {
+    const std::lock_guard lock(m_mutex);
+    return m_calls;
+  }
+  int emptyCalls() const {
+    const std::lock_guard lock(m_mutex);
+    return m_emptyCalls;
+  }
+  std::thread::id thread() const {
+    const std::lock_guard lock(m_mutex);
+    return m_thread;
+  }
+
+  bool receives(std::string_view expected) const {
+    return waitFor([&] { return size() >= expected.size(); }) && content() == expected;
+  }
+
+ private:
+  mutable std::mutex m_mutex;
+  std::string m_content;
+  std::vector<Bytes> m_kept;
+  int m_calls = 0;
+  int m_emptyCalls = 0;
+  bool m_keep = false;
+  std::thread::id m_thread;
+};
+
+/// Sends the background reader round its loop `turns` times: whatever it had to do meanwhile has been done, and
+/// whatever it does over and over has been done often.
+inline void turnTheReader(int turns = 20) {
+  Pipe pipe = openPipe();
+  FileHandle reader(std::move(pipe.reader));
+  std::atomic<int> seen = 0;
+  reader.setReadabilityHandler([&](FileHandle& handle) { seen += static_cast<int>(handle.availableData().size()); });
+  for (int turn = 1; turn <= turns; ++turn) {
+    writeAll(pipe.writer.get(), ".");
+    while (seen < turn) {
+      std::this_thread::yield();
+    }
+  }
+}
+
+}  // namespace zolt::test
