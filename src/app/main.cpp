@@ -9,6 +9,7 @@
 #include "app/DisplayGuard.h"
 #include "app/FirstWindow.h"
 #include "platform/ChildProcess.h"
+#include "platform/Pipe.h"
 
 namespace {
 
@@ -45,6 +46,8 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // Whoever reads our standard output may stop reading; that is no reason to close the terminals.
+  zolt::ignoreBrokenPipes();
   const auto line = zolt::CommandLine::parse({argv + 1, argv + argc});
   if (!line) return usageError(line.reason());
   switch (line.value().action) {

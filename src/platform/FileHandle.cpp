@@ -104,6 +104,7 @@ FileHandle::FileHandle(Descriptor descriptor) : FileHandle(std::move(descriptor)
 
 FileHandle::FileHandle(Descriptor descriptor, DescriptorMonitor& monitor)
     : m_state(std::make_shared<State>(std::move(descriptor), monitor)) {
+  ignoreBrokenPipes();
   const int fd = m_state->descriptor->get();
   fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) | O_NONBLOCK);
   m_state->watch = monitor.add(m_state->descriptor, 0, [this, state = m_state.get()](short happened) {

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <system_error>
 
 namespace zolt {
@@ -22,6 +23,11 @@ Result<Pipe> makePipe() {
 
 void setCloseOnExec(int descriptor) {
   fcntl(descriptor, F_SETFD, FD_CLOEXEC);
+}
+
+void ignoreBrokenPipes() {
+  static const auto previous = std::signal(SIGPIPE, SIG_IGN);
+  static_cast<void>(previous);
 }
 
 std::string errorText(int number) {
