@@ -38,6 +38,11 @@ struct FileHandle::State {
   std::size_t pendingFrom = 0;
   WriteFailureHandler writeFailureHandler;
 
+  bool isWaitingToRead() {
+    const std::lock_guard lock(mutex);
+    return reading && !ended && !full;
+  }
+
   // With the mutex held.
   void updateEvents() {
     short events = 0;
@@ -108,10 +113,11 @@ FileHandle::FileHandle(Descriptor descriptor, DescriptorMonitor& monitor)
   const int fd = m_state->descriptor->get();
   fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) | O_NONBLOCK);
   m_state->watch = monitor.add(m_state->descriptor, 0, [this, state = m_state.get()](short happened) {
-    if ((happened & POLLOUT) != 0) state->handleWritable();
+    // A hang-up or an error is reported alone where the other end is full, and is found out by trying.
+    if ((happened & (POLLOUT | POLLHUP | POLLERR)) != 0) state->handleWritable();
     if ((happened & (POLLIN | POLLHUP | POLLERR)) == 0) return;
     const std::lock_guard handing(state->handing);
-    if (state->readabilityHandler) state->readabilityHandler(*this);
+    if (state->isWaitingToRead()) state->readabilityHandler(*this);
   });
 }
 
