@@ -116,6 +116,13 @@ class SpawnPlan {
   short m_flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
 };
 
+// A program started by one that ignores SIGCHLD ignores it, too; the system would then reap children by itself and
+// their statuses would be lost.
+void keepStatusesOfChildren() {
+  struct sigaction action {};
+  if (sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN) std::signal(SIGCHLD, SIG_DFL);
+}
+
 std::vector<char*> pointersTo(std::vector<std::string>& texts) {
   std::vector<char*> pointers;
   for (std::string& text : texts) {
@@ -171,6 +178,7 @@ Result<void> ChildProcess::launch() {
   pid_t pid = 0;
   {
     const std::lock_guard lock(launchLock());
+    keepStatusesOfChildren();
     const int failure =
         plan.spawn(&pid, request.executable.c_str(), pointersTo(arguments).data(), pointersTo(environment).data());
     if (failure != 0) return Failure{errorText(failure)};
