@@ -17,6 +17,13 @@
 #include "platform/MainQueue.h"
 #include "platform/Pipe.h"
 
+// In two steps: where there is no __GLIBC_PREREQ, it may not even stand behind an &&.
+#ifdef __GLIBC__
+#if __GLIBC_PREREQ(2, 34)
+#define ZOLT_HAS_SPAWN_CLOSEFROM
+#endif
+#endif
+
 namespace zolt {
 
 struct ChildProcess::State {
@@ -98,7 +105,7 @@ class SpawnPlan {
   }
   void duplicate(int from, int to) { posix_spawn_file_actions_adddup2(&m_actions, from, to); }
   void closeEverythingElse() {
-#if defined(__GLIBC__) && __GLIBC_PREREQ(2, 34)
+#ifdef ZOLT_HAS_SPAWN_CLOSEFROM
     posix_spawn_file_actions_addclosefrom_np(&m_actions, STDERR_FILENO + 1);
 #elif defined(POSIX_SPAWN_CLOEXEC_DEFAULT)
     m_flags |= POSIX_SPAWN_CLOEXEC_DEFAULT;
