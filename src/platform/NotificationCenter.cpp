@@ -1,5 +1,6 @@
 #include "platform/NotificationCenter.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace zolt {
@@ -21,8 +22,13 @@ void NotificationCenter::removeObserver(const QObject* observer) {
 void NotificationCenter::post(const std::string& name) {
   // A copy: a handler may add and remove observers, itself included.
   const std::vector<Observation> observations = m_observations;
+  const auto isObserving = [this](const Observation& asked) {
+    return std::ranges::any_of(m_observations, [&](const Observation& each) {
+      return each.observer == asked.observer && each.name == asked.name;
+    });
+  };
   for (const Observation& each : observations) {
-    if (each.name == name && each.observer) each.handler();
+    if (each.name == name && each.observer && isObserving(each)) each.handler();
   }
 }
 
