@@ -10,6 +10,10 @@ Shell entry(const char* name, const char* executable, const char* icon) {
   return Shell{.name = name, .executable = executable, .args = {}, .icon = icon};
 }
 
+QString standardForm(const QUuid& id) {
+  return id.toString(QUuid::WithoutBraces).toUpper();
+}
+
 }  // namespace
 
 const Shell& Shell::bash() {
@@ -34,7 +38,7 @@ const Shell& Shell::sh() {
 
 std::string Shell::encoded() const {
   nlohmann::ordered_json object;
-  object["id"] = id.toString(QUuid::WithoutBraces).toUpper().toStdString();
+  object["id"] = standardForm(id).toStdString();
   object["name"] = name;
   object["executable"] = executable;
   object["args"] = args;
@@ -48,7 +52,8 @@ Result<Shell> Shell::decode(std::string_view json) {
     const auto object = nlohmann::json::parse(json);
     const auto idText = object.at("id").get<std::string>();
     const QUuid id = QUuid::fromString(QString::fromStdString(idText));
-    if (id.isNull() || idText.size() != 36) return Failure{"\"id\" is no UUID: " + idText};
+    // The null UUID is one; it also stands for a text that is none. Braces and the like are not taken.
+    if (standardForm(id) != QString::fromStdString(idText).toUpper()) return Failure{"\"id\" is no UUID: " + idText};
     return Shell{.id = id,
                  .name = object.at("name").get<std::string>(),
                  .executable = object.at("executable").get<std::string>(),
