@@ -1,0 +1,200 @@
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QThread>
+#include <csignal>
+#include <string>
+#include <vector>
+
+#include "session/PTYSession.h"
+#include "session/SessionProbe.h"
+
+namespace zolt {
+namespace {
+
+using test::capturedOutput;
+using test::program;
+using test::runLoopFor;
+using test::SessionProbe;
+using test::waitFor;
+
+constexpr std::size_t kMiB = 1024 * 1024;
+
+// What the helper program writes as a flood of `bytes`.
+std::string flood(std::size_t bytes) {
+  std::string block;
+  while (block.size() < 64 * 1024) {
+    block += std::string(79, static_cast<char>('a' + block.size() / 80 % 26)) + "\n";
+  }
+  std::string text;
+  while (text.size() < bytes) {
+    text += block.substr(0, bytes - text.size());
+  }
+  return text;
+}
+
+TEST(PTYSessionOutput, ArrivesUnchangedWithoutAnyDecoding) {
+  EXPECT_EQ(SessionProbe().outputOf(program({"raw", R"(\x00\xFF\xC3\x28\x1b[31m\xE2\x82)"})),
+            std::string("\x00\xFF\xC3\x28\x1B[31m\xE2\x82", 11));
+}
+
+TEST(PTYSessionOutput, IsDeliveredOnTheMainThreadAndNeverEmpty) {
+  PTYSession session;
+  bool elsewhere = false;
+  bool empty = false;
+  std::size_t size = 0;
+  bool ended = false;
+  session.onOutput = [&](const Bytes& chunk) {
+    elsewhere = elsewhere || QThread::currentThread() != QCoreApplication::instance()->thread();
+    empty = empty || chunk.empty();
+    size += chunk.size();
+  };
+  session.onExit = [&](std::int32_t) { ended = true; };
+  ASSERT_TRUE(session.start(program({"flood", "800000"})));
+  EXPECT_TRUE(waitFor([&] { return ended && session.isDrained() && size >= 810000; }));
+  EXPECT_FALSE(elsewhere);
+  EXPECT_FALSE(empty);
+}
+
+TEST(PTYSessionOutput, IsDroppedWhereNobodyTakesIt) {
+  PTYSession session;
+  bool ended = false;
+  session.onExit = [&](std::int32_t) { ended = true; };
+  ASSERT_TRUE(session.start(program({"flood", "8000000"})));
+  EXPECT_TRUE(waitFor([&] { return ended; }));
+}
+
+TEST(PTYSessionOutput, GoesToTheHandlerThatWasAssignedLast) {
+  SessionProbe probe;
+  ASSERT_TRUE(probe.session.start(program({"cat"})));
+  ASSERT_TRUE(probe.shows("ready"));
+  std::string taken;
+  probe.session.onOutput = [&](const Bytes& chunk) { taken += chunk.view(); };
+  probe.session.write("over to you");
+  EXPECT_TRUE(waitFor([&] { return taken == "over to you"; }));
+  EXPECT_EQ(probe.output.find("over"), std::string::npos);
+}
+
+TEST(PTYSessionOutput, LetsAHandlerReplaceItself) {
+  SessionProbe probe;
+  std::string first;
+  std::string second;
+  probe.session.onOutput = [&](const Bytes& chunk) {
+    probe.session.onOutput = [&](const Bytes& next) { second += next.view(); };
+    first += chunk.view();
+  };
+  ASSERT_TRUE(probe.session.start(program({"cat"})));
+  ASSERT_TRUE(waitFor([&] { return !first.empty(); }));
+  probe.session.write("more");
+  EXPECT_TRUE(waitFor([&] { return second.ends_with("more"); }));
+}
+
+TEST(PTYSessionOutput, ArrivesWholeAndInOrderFromAFlood) {
+  const std::size_t size = 24 * kMiB;
+  const std::string output = SessionProbe().outputOf(program({"flood", std::to_string(size)}));
+  EXPECT_EQ(output.size(), size);
+  EXPECT_TRUE(output == flood(size));
+}
+
+TEST(PTYSessionOutput, IsBoundedOnItsWayAndGoesOnWhenItIsTaken) {
+  constexpr std::size_t kSize = 12 * kMiB;
+  SessionProbe probe;
+  std::vector<Bytes> held;
+  std::size_t heldBytes = 0;
+  const PTYSession::OutputHandler collect = probe.session.onOutput;
+  probe.session.onOutput = [&](const Bytes& chunk) {
+    collect(chunk);
+    held.push_back(chunk);
+    heldBytes += chunk.size();
+  };
+  ASSERT_TRUE(probe.session.start(program({"flood", std::to_string(kSize)})));
+  EXPECT_TRUE(waitFor([&] { return heldBytes >= FileHandle::inFlightLimitBytes; }));
+  runLoopFor(std::chrono::milliseconds(100));
+  EXPECT_LT(heldBytes, FileHandle::inFlightLimitBytes + FileHandle::readLimitBytes);
+  EXPECT_TRUE(probe.exits.empty()) << "the program waits for the terminal";
+
+  probe.session.onOutput = collect;
+  held.clear();
+  EXPECT_TRUE(waitFor([&] { return probe.output.size() >= kSize; }));
+  EXPECT_TRUE(probe.output == flood(kSize));
+  EXPECT_TRUE(probe.ends());
+}
+
+TEST(PTYSessionWrite, SendsBytesAndTextToTheShell) {
+  SessionProbe probe;
+  ASSERT_TRUE(probe.session.start(program({"hex"})));
+  ASSERT_TRUE(probe.shows("ready\n"));
+  probe.session.write(Bytes(std::string("\x00\xFF\n", 3)));
+  probe.session.write("\xE2\x82\xAC");
+  EXPECT_TRUE(probe.shows(" 00 FF 0A E2 82 AC"));
+}
+
+TEST(PTYSessionWrite, ReturnsAtOnceThoughTheProgramReadsNothing) {
+  SessionProbe probe;
+  ASSERT_TRUE(probe.session.start(program({"sleeper"})));
+  ASSERT_TRUE(probe.shows("sleeping"));
+  // It would never return if it waited for the program.
+  EXPECT_EQ(capturedOutput([&] { probe.session.write(std::string(8 * kMiB, 'x')); }), "");
+  EXPECT_TRUE(probe.session.isRunning());
+}
+
+TEST(PTYSessionWrite, DeliversALargePasteInOrder) {
+  SessionProbe probe;
+  ASSERT_TRUE(probe.session.start(program({"cat"})));
+  ASSERT_TRUE(probe.shows("ready\n"));
+  probe.output.clear();
+  const std::string paste = flood(3 * kMiB);
+  probe.session.write(paste);
+  EXPECT_TRUE(waitFor([&] { return probe.output.size() >= paste.size(); }));
+  EXPECT_TRUE(probe.output == paste);
+}
+
+TEST(PTYSessionWrite, PrintsAnErrorForWhatIsTooMuchAndCarriesOn) {
+  SessionProbe probe;
+  ASSERT_TRUE(probe.session.start(program({"sleeper"})));
+  ASSERT_TRUE(probe.shows("sleeping"));
+  const std::string tooMuch(FileHandle::writeLimitBytes + 1, 'x');
+  EXPECT_EQ(capturedOutput([&] { probe.session.write(tooMuch); }),
+            "Write error: too much is waiting to be written already\n");
+  EXPECT_TRUE(probe.session.isRunning());
+}
+
+TEST(PTYSessionResize, IsSeenByTheShell) {
+  SessionProbe probe;
+  ASSERT_TRUE(probe.session.start(program({"size"})));
+  EXPECT_TRUE(probe.shows("0x0\n")) << "a new terminal has no size";
+  probe.session.resize(30, 100);
+  EXPECT_TRUE(probe.shows("30x100\n"));
+  probe.session.resize(24, 80, 640, 384);
+  EXPECT_TRUE(probe.shows("24x80\n"));
+}
+
+TEST(PTYSessionResize, HoldsForEachLaterStart) {
+  SessionProbe probe;
+  probe.session.resize(50, 132);
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_EQ(probe.outputOf(test::script("stty size")), "50 132\n");
+  }
+}
+
+TEST(PTYSessionSignal, GoesToTheForegroundProcessGroup) {
+  SessionProbe probe;
+  const std::string wait = std::string(ZOLT_TEST_CHILD) + " wait";
+  ASSERT_TRUE(probe.session.start(test::script("set -m; " + wait + "; echo after $?; " + wait)));
+  ASSERT_TRUE(probe.shows("waiting\n"));
+  probe.session.sendSignal(SIGTERM);
+  EXPECT_TRUE(probe.shows("after 143\nwaiting\n"));
+  EXPECT_TRUE(probe.session.isRunning());
+}
+
+TEST(PTYSessionSignal, ReachesAShellThatIsInTheForegroundItself) {
+  SessionProbe probe;
+  ASSERT_TRUE(probe.session.start(program({"wait"})));
+  ASSERT_TRUE(probe.shows("waiting"));
+  probe.session.sendSignal(SIGUSR2);
+  EXPECT_TRUE(probe.ends());
+  EXPECT_EQ(probe.exits, std::vector<std::int32_t>{SIGUSR2});
+}
+
+}  // namespace
+}  // namespace zolt
