@@ -79,7 +79,7 @@ TEST(ChildProcessKillAfter, KillsTheProcessGroupOfASessionLeader) {
   leader.killAfter(1ms);
   EXPECT_TRUE(waitFor([&] { return !leader.isRunning(); }));
   for (const pid_t member : members) {
-    EXPECT_TRUE(waitFor([&] { return test::programName(member).empty(); }));
+    EXPECT_TRUE(waitFor([&] { return !test::processRuns(member); }));
   }
 }
 

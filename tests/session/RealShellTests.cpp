@@ -164,7 +164,7 @@ TEST_P(RealShellTest, LetsControlCInterruptTheForegroundJob) {
     return sleeper != 0;
   }));
   terminal().sendKey(TerminalKey::ctrl("c"));
-  EXPECT_TRUE(waitFor([&] { return !test::processExists(sleeper); }));
+  EXPECT_TRUE(waitFor([&] { return !test::processRuns(sleeper); }));
   EXPECT_TRUE(obeys());
   EXPECT_TRUE(terminal().ptySession().isRunning());
 }
@@ -180,7 +180,7 @@ TEST_P(RealShellTest, LeavesNoJobBehindWhenTheTerminalIsReleased) {
     return sleeper != 0;
   }));
   TearDown();
-  EXPECT_TRUE(waitFor([&] { return !test::processExists(sleeper); }));
+  EXPECT_TRUE(waitFor([&] { return !test::processRuns(sleeper); }));
 }
 
 INSTANTIATE_TEST_SUITE_P(Shells, RealShellTest,

@@ -41,6 +41,12 @@ bool processExists(pid_t pid) {
   return kill(pid, 0) == 0;
 }
 
+bool processRuns(pid_t pid) {
+  char state = 'Z';
+  pid_t parent = 0;
+  return readStat(std::to_string(pid), state, parent) && state != 'Z' && state != 'X';
+}
+
 std::vector<pid_t> childProcesses() {
   return childrenOf(getpid(), false);
 }

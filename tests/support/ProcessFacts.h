@@ -9,6 +9,8 @@ namespace zolt::test {
 
 /// Whether a process with this number exists, a zombie included.
 bool processExists(pid_t pid);
+/// Whether a process with this number exists and has not ended; one that nobody has reaped yet has.
+bool processRuns(pid_t pid);
 /// Children of this process, of any state, by /proc.
 std::vector<pid_t> childProcesses();
 /// Children of the process `parent`.

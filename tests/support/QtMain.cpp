@@ -10,8 +10,8 @@ void failOnWarning(QtMsgType type, const QMessageLogContext&, const QString& mes
   const std::string text = message.toStdString();
   // The offscreen platform has no window manager and says so, and a machine without a login session has no runtime
   // folder; nothing is wrong with either.
-  const bool expected = text.starts_with("This plugin does not support") ||
-                        text.starts_with("QStandardPaths: XDG_RUNTIME_DIR not set");
+  const bool expected =
+      text.starts_with("This plugin does not support") || text.starts_with("QStandardPaths: XDG_RUNTIME_DIR not set");
   if (type == QtWarningMsg || type == QtCriticalMsg) {
     if (!expected) ADD_FAILURE() << "Qt warned: " << text;
   } else if (type == QtFatalMsg) {
