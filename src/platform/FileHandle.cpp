@@ -92,12 +92,18 @@ struct FileHandle::State {
     return 0;
   }
 
-  void handleWritable() {
+  void handleWritable(short happened) {
     WriteFailureHandler report;
     int failure = 0;
     {
       const std::lock_guard lock(mutex);
       failure = flush();
+      if (!pending.empty() && (happened & POLLOUT) == 0) {
+        // A terminal that was hung up while it was full takes nothing and reports no error, for ever.
+        failure = EIO;
+        pending.clear();
+        pendingFrom = 0;
+      }
       if (failure != 0) report = writeFailureHandler;
       updateEvents();
     }
@@ -114,7 +120,7 @@ FileHandle::FileHandle(Descriptor descriptor, DescriptorMonitor& monitor)
   fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) | O_NONBLOCK);
   m_state->watch = monitor.add(m_state->descriptor, 0, [this, state = m_state.get()](short happened) {
     // A hang-up or an error is reported alone where the other end is full, and is found out by trying.
-    if ((happened & (POLLOUT | POLLHUP | POLLERR)) != 0) state->handleWritable();
+    if ((happened & (POLLOUT | POLLHUP | POLLERR)) != 0) state->handleWritable(happened);
     if ((happened & (POLLIN | POLLHUP | POLLERR)) == 0) return;
     const std::lock_guard handing(state->handing);
     if (state->isWaitingToRead()) state->readabilityHandler(*this);
