@@ -153,7 +153,7 @@ TEST(ChildProcess, CanBeLaunchedFromSeveralThreadsAtOnce) {
 
 TEST(ChildProcess, LeavesNoDescriptorBehind) {
   static_cast<void>(test::outputOf(testChild({"exit", "0"})));
-  const std::size_t before = test::openDescriptors();
+  const std::size_t before = test::descriptorsAtRest();
   for (int i = 0; i < 10; ++i) {
     static_cast<void>(test::outputOf(testChild({"echo", "x"})));
   }

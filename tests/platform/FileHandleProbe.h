@@ -15,6 +15,7 @@
 
 #include "platform/FileHandle.h"
 #include "platform/Pipe.h"
+#include "support/ProcessFacts.h"
 #include "support/WaitFor.h"
 
 namespace zolt::test {
@@ -131,6 +132,20 @@ inline void turnTheReader(int turns = 20) {
       std::this_thread::yield();
     }
   }
+}
+
+/// The number of descriptors that are open once the reader has let go of those of handles released before.
+inline std::size_t descriptorsAtRest() {
+  Pipe pipe = openPipe();
+  FileHandle reader(std::move(pipe.reader));
+  std::atomic<bool> called = false;
+  reader.setReadabilityHandler([&](FileHandle& handle) { called = !handle.availableData().empty(); });
+  writeAll(pipe.writer.get(), ".");
+  while (!called) {
+    std::this_thread::yield();
+  }
+  constexpr std::size_t kOwn = 2;
+  return openDescriptors() - kOwn;
 }
 
 }  // namespace zolt::test

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/FileHandleProbe.h"
+#include "platform/MainQueue.h"
 #include "session/PTYSession.h"
 #include "session/SessionProbe.h"
 #include "support/ProcessFacts.h"
@@ -44,8 +46,8 @@ TEST(PTYSessionExit, IsReportedWithTheSignalThatKilledTheShell) {
 }
 
 TEST(PTYSessionExit, FindsTheSessionNotRunningAnyMoreAndTheMainThread) {
-  SessionProbe probe;
   std::string order;
+  SessionProbe probe;
   bool runningAtExit = true;
   bool elsewhere = false;
   ASSERT_TRUE(probe.session.start(program({"exit", "0"})));
@@ -98,11 +100,10 @@ TEST(PTYSessionExit, MakesSignalsGoNowhere) {
 }
 
 TEST(PTYSessionExit, KeepsBothEndsOpenUntilTheSessionIsReleased) {
-  capturedOutput([] { SessionProbe().outputOf(program({"exit", "0"})); });
-  const std::size_t before = test::openDescriptors();
+  const std::size_t before = test::descriptorsAtRest();
   auto probe = std::make_unique<SessionProbe>();
   probe->outputOf(program({"exit", "0"}));
-  EXPECT_EQ(test::openDescriptors(), before + 2);
+  EXPECT_EQ(test::descriptorsAtRest(), before + 2);
   probe.reset();
   EXPECT_TRUE(waitFor([&] { return test::openDescriptors() == before; }));
 }
@@ -110,7 +111,7 @@ TEST(PTYSessionExit, KeepsBothEndsOpenUntilTheSessionIsReleased) {
 TEST(PTYSessionRestart, RunsOnAFreshTerminalWithTheSameCallbacks) {
   SessionProbe probe;
   EXPECT_EQ(probe.outputOf(program({"echo", "first"})), "first\n");
-  const std::size_t open = test::openDescriptors();
+  const std::size_t open = test::descriptorsAtRest();
   EXPECT_EQ(probe.outputOf(test::script("stty -echo; echo second; exit 3")), "second\n");
   EXPECT_EQ(probe.outputOf(test::script("stty -a | grep -c -w -- -echo; echo third")), "0\nthird\n");
   EXPECT_EQ(probe.exits, (Statuses{0, 3, 0}));
@@ -131,8 +132,7 @@ TEST(PTYSessionRestart, CanBeDoneInTheExitHandler) {
 }
 
 TEST(PTYSessionTerminate, EndsTheShellAndClosesTheTerminal) {
-  SessionProbe().outputOf(program({"exit", "0"}));
-  const std::size_t before = test::openDescriptors();
+  const std::size_t before = test::descriptorsAtRest();
   SessionProbe probe;
   ASSERT_TRUE(probe.session.start(program({"wait"})));
   ASSERT_TRUE(probe.shows("waiting"));
@@ -177,16 +177,18 @@ TEST(PTYSessionTerminate, StopsTheDeliveryOfOutput) {
   ASSERT_TRUE(probe.session.start(program({"flood", "0"})));
   ASSERT_TRUE(probe.shows("aaaa"));
   probe.session.terminate();
-  EXPECT_TRUE(allChildrenAreGone());
+  // What had been submitted for delivery still comes, and nothing after it.
+  bool reached = false;
+  MainQueue::async([&] { reached = true; });
+  ASSERT_TRUE(waitFor([&] { return reached; }));
   const std::size_t size = probe.output.size();
+  EXPECT_TRUE(allChildrenAreGone());
   runLoopFor(std::chrono::milliseconds(30));
   EXPECT_EQ(probe.output.size(), size);
 }
 
 TEST(PTYSessionRelease, EndsTheShellAndLeavesNothingBehind) {
-  SessionProbe().outputOf(program({"exit", "0"}));
-  ASSERT_TRUE(allChildrenAreGone());
-  const std::size_t before = test::openDescriptors();
+  const std::size_t before = test::descriptorsAtRest();
   for (const char* mode : {"wait", "cat", "sleeper", "size"}) {
     SessionProbe probe;
     ASSERT_TRUE(probe.session.start(program({mode})));

@@ -10,6 +10,7 @@
 #include <sstream>
 #include <string>
 
+#include "platform/FileHandleProbe.h"
 #include "session/PTYSession.h"
 #include "session/SessionProbe.h"
 #include "support/ProcessFacts.h"
@@ -71,7 +72,7 @@ TEST(PTYSession, IsEmptyWhenNew) {
   EXPECT_FALSE(session.onOutput);
   EXPECT_FALSE(session.onExit);
   EXPECT_TRUE(session.isDrained());
-  const std::size_t descriptors = test::openDescriptors();
+  const std::size_t descriptors = test::descriptorsAtRest();
   EXPECT_EQ(capturedOutput([&] {
               session.write(Bytes(std::string("nowhere")));
               session.write("nowhere");
@@ -135,8 +136,8 @@ TEST(PTYSessionStart, RunsTheShellAndSaysSo) {
 }
 
 TEST(PTYSessionStart, AnnouncesThatIsRunningChangesBeforeItDoes) {
-  PTYSession session;
   std::string seen;
+  PTYSession session;
   QObject::connect(&session, &PTYSession::objectWillChange, [&] { seen += session.isRunning() ? "running " : "not "; });
   ASSERT_TRUE(session.start(program({"wait"})));
   EXPECT_EQ(seen, "not ");
