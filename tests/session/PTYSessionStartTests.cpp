@@ -80,7 +80,7 @@ TEST(PTYSession, IsEmptyWhenNew) {
               session.terminate();
             }),
             "");
-  EXPECT_EQ(test::openDescriptors(), descriptors);
+  EXPECT_EQ(test::descriptorsAtRest(), descriptors);
 }
 
 TEST(PTYSessionArguments, AreADashLForAnEmptyList) {
