@@ -64,19 +64,6 @@ TEST(Program, PrintsItsHelpAndItsVersion) {
   EXPECT_EQ(version.output, CommandLine::versionText());
 }
 
-TEST(Program, RefusesAWrongCommandLineWithStatus2AndOneLine) {
-  const Outcome outcome = run({"--nonsense"});
-  EXPECT_EQ(outcome.status, 2);
-  EXPECT_EQ(outcome.output, "");
-  EXPECT_EQ(outcome.error, "zolt: unknown option: --nonsense\n");
-}
-
-TEST(Program, RefusesAWorkingDirectoryThatItCannotEnter) {
-  const Outcome outcome = run({"--working-directory", "/nonexistent"});
-  EXPECT_EQ(outcome.status, 2);
-  EXPECT_EQ(outcome.error, "zolt: cannot enter /nonexistent: No such file or directory\n");
-}
-
 TEST(Program, IsNotKilledByAReaderThatHasGone) {
   const Outcome outcome = run({"--help"}, Reader::HasGone);
   EXPECT_EQ(outcome.reason, ChildProcess::Reason::Exit);
