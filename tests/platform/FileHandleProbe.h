@@ -59,64 +59,64 @@ inline std::string readAll(int descriptor, std::size_t size = std::string::npos)
 }
 
 /// Collects, in its readability handler, all that a handle gives, and keeps the buffers for as long as it is told to.
+/// Handle and collector may go in any order.
 class Collector {
  public:
   explicit Collector(FileHandle& handle) {
-    handle.setReadabilityHandler([this](FileHandle& readable) {
-      Bytes bytes = readable.availableData();
-      const std::lock_guard lock(m_mutex);
-      ++m_calls;
-      if (bytes.empty()) ++m_emptyCalls;
-      m_content += bytes.view();
-      m_thread = std::this_thread::get_id();
-      if (m_keep) m_kept.push_back(std::move(bytes));
-    });
+    handle.setReadabilityHandler([state = m_state](FileHandle& readable) { state->take(readable.availableData()); });
   }
 
   void keepBuffers() {
-    const std::lock_guard lock(m_mutex);
-    m_keep = true;
+    const std::lock_guard lock(m_state->mutex);
+    m_state->keep = true;
   }
   void releaseBuffers() {
     std::vector<Bytes> released;
-    const std::lock_guard lock(m_mutex);
-    m_keep = false;
-    released.swap(m_kept);
+    const std::lock_guard lock(m_state->mutex);
+    m_state->keep = false;
+    released.swap(m_state->kept);
   }
 
-  std::string content() const {
-    const std::lock_guard lock(m_mutex);
-    return m_content;
-  }
+  std::string content() const { return read(&State::content); }
   std::size_t size() const {
-    const std::lock_guard lock(m_mutex);
-    return m_content.size();
+    const std::lock_guard lock(m_state->mutex);
+    return m_state->content.size();
   }
-  int calls() const {
-    const std::lock_guard lock(m_mutex);
-    return m_calls;
-  }
-  int emptyCalls() const {
-    const std::lock_guard lock(m_mutex);
-    return m_emptyCalls;
-  }
-  std::thread::id thread() const {
-    const std::lock_guard lock(m_mutex);
-    return m_thread;
-  }
+  int calls() const { return read(&State::calls); }
+  int emptyCalls() const { return read(&State::emptyCalls); }
+  std::thread::id thread() const { return read(&State::thread); }
 
   bool receives(std::string_view expected) const {
     return waitFor([&] { return size() >= expected.size(); }) && content() == expected;
   }
 
  private:
-  mutable std::mutex m_mutex;
-  std::string m_content;
-  std::vector<Bytes> m_kept;
-  int m_calls = 0;
-  int m_emptyCalls = 0;
-  bool m_keep = false;
-  std::thread::id m_thread;
+  struct State {
+    std::mutex mutex;
+    std::string content;
+    std::vector<Bytes> kept;
+    int calls = 0;
+    int emptyCalls = 0;
+    bool keep = false;
+    std::thread::id thread;
+
+    void take(Bytes bytes) {
+      const std::lock_guard lock(mutex);
+      ++calls;
+      if (bytes.empty()) ++emptyCalls;
+      content += bytes.view();
+      thread = std::this_thread::get_id();
+      if (keep) kept.push_back(std::move(bytes));
+    }
+  };
+
+  template <class Field>
+  Field read(Field State::*field) const {
+    const std::lock_guard lock(m_state->mutex);
+    return (*m_state).*field;
+  }
+
+  std::shared_ptr<State> m_state = std::make_shared<State>();
 };
 
 /// Sends the background reader round its loop `turns` times: whatever it had to do meanwhile has been done, and

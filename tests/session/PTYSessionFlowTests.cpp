@@ -1,11 +1,16 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <QCoreApplication>
 #include <QThread>
+#include <atomic>
 #include <csignal>
+#include <filesystem>
 #include <string>
+#include <thread>
 #include <vector>
 
+#include "platform/FileHandleProbe.h"
 #include "session/PTYSession.h"
 #include "session/SessionProbe.h"
 
@@ -54,6 +59,40 @@ TEST(PTYSessionOutput, IsDeliveredOnTheMainThreadAndNeverEmpty) {
   EXPECT_TRUE(waitFor([&] { return ended && session.isDrained() && size >= 810000; }));
   EXPECT_FALSE(elsewhere);
   EXPECT_FALSE(empty);
+}
+
+// The descriptor of the one pseudo-terminal that this process is the master of; -1 when there is none.
+int masterDescriptor() {
+  for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+    std::error_code ignored;
+    const std::string target = std::filesystem::read_symlink(entry.path(), ignored).string();
+    if (target.ends_with("/ptmx")) return std::stoi(entry.path().filename().string());
+  }
+  return -1;
+}
+
+// What the reader was woken for is taken from under its nose: its reads find nothing.
+TEST(PTYSessionOutput, IsNeverEmptyThoughAReadFindsNothing) {
+  static_cast<void>(test::descriptorsAtRest());  // no earlier master is left
+  PTYSession session;
+  int empty = 0;
+  int chunks = 0;
+  session.onOutput = [&](const Bytes& chunk) { ++(chunk.empty() ? empty : chunks); };
+  ASSERT_TRUE(session.start(program({"flood", "0"})));
+  const int master = masterDescriptor();
+  ASSERT_GE(master, 0);
+  std::atomic<std::size_t> taken = 0;
+  std::jthread thief([&](const std::stop_token& stop) {
+    std::string buffer(4096, '\0');
+    while (!stop.stop_requested()) {
+      const ssize_t got = read(master, buffer.data(), buffer.size());
+      if (got > 0) taken += static_cast<std::size_t>(got);
+    }
+  });
+  EXPECT_TRUE(waitFor([&] { return taken > 4 * kMiB && chunks > 0; }));
+  thief.request_stop();
+  thief.join();
+  EXPECT_EQ(empty, 0);
 }
 
 TEST(PTYSessionOutput, IsDroppedWhereNobodyTakesIt) {

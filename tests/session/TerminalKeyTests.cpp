@@ -97,6 +97,7 @@ TEST(TerminalKeyDeathTest, StopsTheProgramForAControlCharacterOutsideAscii) {
   EXPECT_DEATH(static_cast<void>(ctrl("e\xCC\x81")), reason);
   EXPECT_DEATH(static_cast<void>(ctrl("\xF0\x9F\x98\x80")), reason);
   EXPECT_DEATH(static_cast<void>(ctrl("\xC2\x80")), reason);
+  EXPECT_DEATH(static_cast<void>(ctrl("\xE9")), reason);
   EXPECT_DEATH(static_cast<void>(ctrl("")), reason);
 }
 
