@@ -88,6 +88,12 @@ class Dispatcher : public QObject {
   QBasicTimer m_nextTurn;
 };
 
+// Made with the application, on its thread, and not by whichever background thread submits first.
+void makeDispatcher() {
+  Dispatcher::shared();
+}
+Q_COREAPP_STARTUP_FUNCTION(makeDispatcher)
+
 }  // namespace
 
 void MainQueue::async(Task task) {
