@@ -86,12 +86,14 @@ need_packages() {
   install_packages "$manager" "${missing[@]}" >&2
 }
 
-# build_preset PRESET: configures and builds; quiet unless something goes wrong.
+# build_preset PRESET [TARGET...]: configures and builds, everything without targets; quiet unless something goes wrong.
 build_preset() {
-  local log=$ZOLT_ROOT/build/$1.log
+  local preset=$1 log=$ZOLT_ROOT/build/$1.log
+  shift
   mkdir -p "$ZOLT_ROOT/build"
-  say "Building the $1 preset (log: build/$1.log)"
-  if ! (cd "$ZOLT_ROOT" && cmake --preset "$1" && cmake --build --preset "$1" -j "$(processors)") >"$log" 2>&1; then
+  say "Building the $preset preset (log: build/$preset.log)"
+  if ! (cd "$ZOLT_ROOT" && cmake --preset "$preset" &&
+    cmake --build --preset "$preset" -j "$(processors)" ${1:+--target "$@"}) >"$log" 2>&1; then
     grep -E 'error|Error|FAILED' "$log" | head -n 40 >&2 || true
     tail -n 20 "$log" >&2
     return 1
