@@ -7,6 +7,13 @@ namespace zolt {
 
 namespace {
 
+// A word of the user's as it can stand in a message of one line.
+std::string onOneLine(std::string word) {
+  std::ranges::replace_if(
+      word, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, '?');
+  return word;
+}
+
 enum class Takes { Nothing, OneValue, TheRest };
 
 // Gives the option its meaning; `values` are what it takes.
@@ -68,7 +75,7 @@ Result<CommandLine> CommandLine::parse(const std::vector<std::string>& arguments
       name.resize(equals);
     }
     const auto* option = std::ranges::find_if(kOptions, [&](const Option& each) { return name == each.name; });
-    if (option == kOptions.end()) return Failure{"unknown option: " + name};
+    if (option == kOptions.end()) return Failure{"unknown option: " + onOneLine(name)};
     if (option->takes == Takes::Nothing && !values.empty()) return Failure{name + " takes no value"};
     if (option->takes == Takes::OneValue && values.empty() && i < arguments.size()) values.push_back(arguments[i++]);
     if (option->takes == Takes::TheRest) {

@@ -20,8 +20,9 @@ const char* nameOr(const char* variable, const char* fallback) {
 // The toolkit reports a missing display as a fatal message and aborts after its handler returns: it does not return.
 void reportMissingDisplay(QtMsgType type, const QMessageLogContext& context, const QString& message) {
   if (type == QtFatalMsg) {
-    std::fprintf(stderr, "zolt: cannot open a display (DISPLAY=%s, WAYLAND_DISPLAY=%s)\n", nameOr("DISPLAY", "not set"),
-                 nameOr("WAYLAND_DISPLAY", "not set"));
+    std::fprintf(stderr, "zolt: cannot open a display (DISPLAY=%s, WAYLAND_DISPLAY=%s, QT_QPA_PLATFORM=%s)\n",
+                 nameOr("DISPLAY", "not set"), nameOr("WAYLAND_DISPLAY", "not set"),
+                 nameOr("QT_QPA_PLATFORM", "not set"));
     std::fflush(stderr);
     std::_Exit(EXIT_FAILURE);
   }

@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QScreen>
+#include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 
 #include "platform/MainQueue.h"
@@ -11,6 +13,7 @@ namespace zolt {
 
 namespace {
 
+constexpr QSize kWindowSize(900, 600);
 constexpr int kSignalStatusBase = 128;
 constexpr int kLaunchFailedStatus = 127;
 constexpr std::chrono::milliseconds kDrainPoll{1};
@@ -26,20 +29,28 @@ Shell shellForProgram(const std::vector<std::string>& program) {
   return Shell{.name = program.front(), .executable = "/bin/sh", .args = std::move(args), .icon = "terminal"};
 }
 
+WindowSize terminalSizeOfNewWindow() {
+  const QScreen* screen = QApplication::primaryScreen();
+  const GridSize size = TextCanvas::gridSizeFor(kWindowSize, screen == nullptr ? 1 : screen->devicePixelRatio());
+  return {.rows = size.rows, .cols = size.columns, .pixelWidth = size.pixelWidth, .pixelHeight = size.pixelHeight};
+}
+
 std::unique_ptr<ContentView> makeTerminalWindow(std::unique_ptr<TerminalController> terminal) {
   auto window = std::make_unique<ContentView>(std::move(terminal));
   window->setWindowTitle(QStringLiteral("Zolt"));
-  window->resize(900, 600);
+  window->resize(kWindowSize);
   if (const QScreen* screen = QApplication::primaryScreen()) {
     QRect frame = window->geometry();
-    frame.moveCenter(screen->availableGeometry().center());
+    const QRect available = screen->availableGeometry();
+    frame.moveCenter(available.center());
+    frame.moveTopLeft({std::max(frame.left(), available.left()), std::max(frame.top(), available.top())});
     window->setGeometry(frame);
   }
   return window;
 }
 
 ProgramRun::ProgramRun(ContentView& window, std::optional<std::string> screenshotFile)
-    : m_window(window), m_screenshotFile(std::move(screenshotFile)) {
+    : m_window(window), m_screenshotFile(std::move(screenshotFile)), m_exitStatus(kSignalStatusBase + SIGHUP) {
   TerminalController& terminal = window.terminal();
   connect(&terminal, &TerminalController::shellEnded, this, &ProgramRun::programEnded);
   if (!terminal.ptySession().isRunning()) {

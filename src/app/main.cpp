@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <memory>
 
 #include "app/CommandLine.h"
@@ -30,17 +31,21 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line) {
 
   std::unique_ptr<zolt::TerminalController> terminal;
   if (line.program.empty()) {
-    terminal = std::make_unique<zolt::TerminalController>(std::nullopt);
+    terminal = std::make_unique<zolt::TerminalController>(std::nullopt, zolt::TerminalController::Restart::AfterFailure,
+                                                          zolt::terminalSizeOfNewWindow());
   } else {
-    terminal = std::make_unique<zolt::TerminalController>(zolt::shellForProgram(line.program),
-                                                          zolt::TerminalController::Restart::Never);
+    terminal = std::make_unique<zolt::TerminalController>(
+        zolt::shellForProgram(line.program), zolt::TerminalController::Restart::Never, zolt::terminalSizeOfNewWindow());
   }
   const std::unique_ptr<zolt::ContentView> window = zolt::makeTerminalWindow(std::move(terminal));
   std::unique_ptr<zolt::ProgramRun> run;
   if (!line.program.empty()) run = std::make_unique<zolt::ProgramRun>(*window, line.screenshotFile);
   window->show();
   window->setFocus();
-  return QApplication::exec();
+  bool closed = false;
+  QObject::connect(&application, &QApplication::lastWindowClosed, [&] { closed = true; });
+  const int status = QApplication::exec();
+  return closed && run ? run->exitStatus() : status;
 }
 
 }  // namespace
@@ -48,7 +53,7 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line) {
 int main(int argc, char** argv) {
   // Whoever reads our standard output may stop reading; that is no reason to close the terminals.
   zolt::ignoreBrokenPipes();
-  const auto line = zolt::CommandLine::parse({argv + 1, argv + argc});
+  auto line = zolt::CommandLine::parse({argv + 1, argv + argc});
   if (!line) return usageError(line.reason());
   switch (line.value().action) {
     case zolt::CommandLine::Action::ShowHelp:
@@ -60,12 +65,18 @@ int main(int argc, char** argv) {
     case zolt::CommandLine::Action::Run:
       break;
   }
-  if (const auto& directory = line.value().workingDirectory; directory && chdir(directory->c_str()) != 0) {
+  zolt::CommandLine& options = line.value();
+  // A relative name means the folder that the user is in, whatever --working-directory says.
+  if (options.screenshotFile) {
+    std::error_code ignored;
+    options.screenshotFile = std::filesystem::absolute(*options.screenshotFile, ignored).string();
+  }
+  if (const auto& directory = options.workingDirectory; directory && chdir(directory->c_str()) != 0) {
     return usageError("cannot enter " + *directory + ": " + std::strerror(errno));
   }
   // Qt reads argv as well and knows options of its own: it gets none of ours.
   int ownArguments = 1;
-  const int status = runApplication(ownArguments, argv, line.value());
+  const int status = runApplication(ownArguments, argv, options);
   zolt::ChildProcess::endRemaining(kEndGrace);
   return status;
 }

@@ -16,12 +16,13 @@ constexpr std::chrono::milliseconds kRestartDelay{500};
 
 }  // namespace
 
-TerminalController::TerminalController(std::optional<Shell> shell, Restart restart)
+TerminalController::TerminalController(std::optional<Shell> shell, Restart restart, const WindowSize& size)
     : m_ptySession(std::make_unique<PTYSession>()),
       m_restart(restart),
       m_shell(shell ? *std::move(shell) : ShellManager::shared().defaultShell()),
       m_screenBuffer(std::make_unique<TerminalScreenBuffer>()) {
   m_screenBuffer->resize(24, 80);
+  m_ptySession->resize(size.rows, size.cols, size.pixelWidth, size.pixelHeight);
   setupBindings();
   startSession();
 }

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "emulation/TerminalScreenBuffer.h"
 #include "session/PTYSession.h"
@@ -26,8 +27,10 @@ class TerminalController : public QObject {
  public:
   enum class Restart { AfterFailure, Never };
 
-  /// Runs `shell`, or the catalogue's default at this moment.
-  explicit TerminalController(std::optional<Shell> shell, Restart restart = Restart::AfterFailure);
+  /// Runs `shell`, or the catalogue's default at this moment, on a terminal of `size`; without one its size is unknown
+  /// to the shell until `resize`.
+  explicit TerminalController(std::optional<Shell> shell, Restart restart = Restart::AfterFailure,
+                              const WindowSize& size = {});
   ~TerminalController() override;
 
   const QUuid& id() const { return m_id; }
@@ -67,6 +70,7 @@ class TerminalController : public QObject {
   std::unique_ptr<PTYSession> m_ptySession;
   std::string m_title = "Terminal";
   bool m_isActive = false;
+  std::vector<QMetaObject::Connection> m_cancellables;  // kept for subscriptions; none is stored
   Restart m_restart;
   Shell m_shell;
   std::unique_ptr<TerminalScreenBuffer> m_screenBuffer;

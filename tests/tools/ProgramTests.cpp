@@ -51,6 +51,25 @@ TEST(ZoltProgram, StartsInTheWorkingDirectory) {
   EXPECT_TRUE(QFile::exists(folder.filePath(QStringLiteral("here"))));
 }
 
+TEST(ZoltProgram, TellsTheProgramTheSizeOfItsWindowFromItsStart) {
+  QTemporaryDir folder;
+  const std::string file = folder.filePath(QStringLiteral("size")).toStdString();
+  EXPECT_EQ(zolt({"-e", "sh", "-c", "stty size > " + file + "; sleep 0.5; stty size >> " + file}).status, 0);
+  QFile written(QString::fromStdString(file));
+  ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+  const QByteArray first = written.readLine();
+  EXPECT_NE(first, "0 0\n");
+  EXPECT_EQ(written.readLine(), first) << "and the window, once shown, agrees";
+}
+
+TEST(ZoltProgram, TakesTheNameOfThePictureFromTheFolderThatItWasStartedIn) {
+  QTemporaryDir folder;
+  const std::string script = "cd " + folder.path().toStdString() + " && exec " + ZOLT_PROGRAM +
+                             " --working-directory / --screenshot here.png -e true";
+  EXPECT_EQ(test::runProgram("/bin/sh", {"-c", script}).status, 0);
+  EXPECT_TRUE(QFile::exists(folder.filePath(QStringLiteral("here.png"))));
+}
+
 TEST(ZoltProgram, WritesAPictureOfAllTheOutput) {
   QTemporaryDir folder;
   const std::string file = folder.filePath(QStringLiteral("picture.png")).toStdString();
@@ -86,6 +105,7 @@ TEST(ZoltProgram, AnswersAWrongOptionWithOneLineAndStatusTwo) {
                                                                      {"--working-directory", "/no/such/folder"},
                                                                      {"--screenshot", "a.png"},
                                                                      {"word"},
+                                                                     {"two\nlines"},
                                                                      {"--full-emulation"}}) {
     const test::ProgramResult result = zolt(arguments);
     EXPECT_EQ(result.status, 2) << test::joined(arguments);

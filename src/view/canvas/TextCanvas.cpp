@@ -23,6 +23,17 @@ constexpr double kFontSize = 14;
 constexpr int kLayoutRounds = 16;
 constexpr std::chrono::milliseconds kRefineInterval{5};
 
+// The characters that fit a viewport of `size` logical pixels: at least one.
+GridSize gridSizeIn(QSize size, const CanvasFonts& fonts) {
+  const CellMetrics& cell = fonts.metrics();
+  const auto room = [&](int length) {
+    return static_cast<int>(std::llround(length * fonts.scale()) - 2 * std::llround(TextCanvas::inset * fonts.scale()));
+  };
+  const int width = std::max(room(size.width()), cell.width);
+  const int height = std::max(room(size.height()), cell.height);
+  return {.rows = height / cell.height, .columns = width / cell.width, .pixelWidth = width, .pixelHeight = height};
+}
+
 }  // namespace
 
 QList<QKeySequence> commandShortcuts(Qt::Key key) {
@@ -257,14 +268,13 @@ void TextCanvas::updateScale() {
   m_frameValid = false;
 }
 
+GridSize TextCanvas::gridSizeFor(QSize size, double scale) {
+  return gridSizeIn(size - QSize(ThinScrollBar::breadth, 0), CanvasFonts(kFontSize, scale));
+}
+
 void TextCanvas::updateGridSize() {
   updateScale();
-  const CellMetrics& cell = m_fonts->metrics();
-  const auto room = [&](int length) { return static_cast<int>(toDevice(length) - 2 * toDevice(inset)); };
-  const int width = std::max(room(viewport()->width()), cell.width);
-  const int height = std::max(room(viewport()->height()), cell.height);
-  const GridSize size{
-      .rows = height / cell.height, .columns = width / cell.width, .pixelWidth = width, .pixelHeight = height};
+  const GridSize size = gridSizeIn(viewport()->size(), *m_fonts);
   m_source->sync();
   m_source->setColumns(size.columns);
   m_frameValid = false;

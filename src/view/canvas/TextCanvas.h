@@ -41,6 +41,9 @@ class TextCanvas : public QAbstractScrollArea {
   explicit TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent = nullptr);
   ~TextCanvas() override;
 
+  /// The room for text that a canvas of `size`, in logical pixels, will have on a screen of `scale`.
+  static GridSize gridSizeFor(QSize size, double scale);
+
   RowSource& source() { return *m_source; }
   GridSize gridSize() const { return m_gridSize; }
   const CellMetrics& cellMetrics() const { return m_fonts->metrics(); }

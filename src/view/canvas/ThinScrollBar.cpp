@@ -9,7 +9,6 @@ namespace zolt {
 
 namespace {
 
-constexpr int kBarWidth = 12;
 constexpr int kThumbWidth = 6;
 constexpr int kShortestThumb = 24;
 constexpr std::chrono::milliseconds kVisibleFor{1200};
@@ -26,7 +25,7 @@ ThinScrollBar::ThinScrollBar(QWidget* parent) : QScrollBar(Qt::Vertical, parent)
   setStyleSheet(QStringLiteral("QScrollBar:vertical { width: %1px; margin: 0; border: none; background: black; }"
                                "QScrollBar::handle:vertical { min-height: %2px; }"
                                "QScrollBar::add-line, QScrollBar::sub-line { height: 0; }")
-                    .arg(kBarWidth)
+                    .arg(breadth)
                     .arg(kShortestThumb));
   m_fade.setSingleShot(true);
   m_fade.setInterval(kVisibleFor);
@@ -34,7 +33,7 @@ ThinScrollBar::ThinScrollBar(QWidget* parent) : QScrollBar(Qt::Vertical, parent)
 }
 
 QSize ThinScrollBar::sizeHint() const {
-  return {kBarWidth, kShortestThumb};
+  return {breadth, kShortestThumb};
 }
 
 void ThinScrollBar::flash() {

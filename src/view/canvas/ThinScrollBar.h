@@ -13,6 +13,9 @@ class ThinScrollBar : public QScrollBar {
   Q_OBJECT
 
  public:
+  /// Its width, in logical pixels.
+  static constexpr int breadth = 12;
+
   explicit ThinScrollBar(QWidget* parent);
 
   QSize sizeHint() const override;
