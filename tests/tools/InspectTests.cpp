@@ -79,6 +79,18 @@ TEST(InspectGrid, PrintsTheGridTheCursorAndTheScrollback) {
   EXPECT_EQ(grid["cells"][0][1], "\r\n") << "the pair is one character in one cell";
 }
 
+TEST(InspectParse, ReadsAnInputOfAnyLengthInChunks) {
+  const auto runs = inspect({"parse", "--chunk=1000"}, std::string(2500, 'x'));
+  ASSERT_EQ(runs.size(), 3U);
+  EXPECT_EQ(runs[2]["text"], std::string(500, 'x'));
+}
+
+TEST(InspectParse, SaysWhenItsInputCannotBeRead) {
+  const test::ProgramResult result = test::runProgram("/bin/sh", {"-c", std::string(ZOLT_INSPECT) + " parse < /"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.errors, "zolt-inspect: cannot read the input: Is a directory\n");
+}
+
 TEST(InspectGrid, CountsTheRowsThatScrolledAway) {
   const auto grids = inspect({"grid", "2", "4"}, "1\n2\n3\n4\n");
   EXPECT_EQ(grids[0]["scrollback"], 3);
@@ -103,6 +115,7 @@ TEST(Inspect, AnswersAWrongCallWithOneLineAndStatusTwo) {
                                                     {"grid"},
                                                     {"grid", "0", "5"},
                                                     {"grid", "2", "x"},
+                                                    {"grid", "10000", "10000"},
                                                     {"parse", "--chunk"},
                                                     {"parse", "--chunk", "0"},
                                                     {"parse", "--chunk", "1x"},

@@ -1,9 +1,13 @@
 #include "Commands.h"
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <nlohmann/json.hpp>
 #include <string_view>
+#include <system_error>
 
 #include "emulation/ANSIParser.h"
 #include "emulation/TerminalScreenBuffer.h"
@@ -16,14 +20,30 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+// Reads up to `wanted` bytes; fewer only at the end of the input.
+Result<std::string> readUpTo(int input, std::size_t wanted) {
+  constexpr std::size_t kAtOnce = 256 * 1024;
+  std::string bytes;
+  while (bytes.size() < wanted) {
+    const std::size_t before = bytes.size();
+    bytes.resize(std::min(wanted, before + kAtOnce));
+    const ssize_t got = read(input, bytes.data() + before, bytes.size() - before);
+    bytes.resize(before + static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
+    if (got == 0) break;
+    if (got < 0 && errno != EINTR) return Failure{"cannot read the input: " + std::generic_category().message(errno)};
+  }
+  return bytes;
+}
+
 // Calls `take` with each chunk that is valid UTF-8; the others are dropped, as the display drops them.
 template <class Take>
-void forEachValidChunk(const Request& request, Take take) {
-  std::string_view rest = request.input;
-  while (!rest.empty()) {
-    const std::string_view chunk = rest.substr(0, request.chunkBytes.value_or(rest.size()));
-    if (isValidUtf8(chunk)) take(chunk);
-    rest.remove_prefix(chunk.size());
+Result<void> forEachValidChunk(const Request& request, Take take) {
+  const std::size_t wanted = request.chunkBytes.value_or(std::string().max_size());
+  while (true) {
+    const auto chunk = readUpTo(request.input, wanted);
+    if (!chunk) return Failure{chunk.reason()};
+    if (isValidUtf8(chunk.value())) take(std::string_view(chunk.value()));
+    if (chunk.value().size() < wanted) return {};
   }
 }
 
@@ -45,7 +65,7 @@ Json encode(std::string_view text, const TextAttributes& attributes) {
 Result<void> parse(const Request& request, std::ostream& out) {
   if (!request.arguments.empty()) return Failure{"parse takes no arguments"};
   ANSIParser parser;
-  forEachValidChunk(request, [&](std::string_view chunk) {
+  return forEachValidChunk(request, [&](std::string_view chunk) {
     const AttributedString styled = parser.parse(chunk);
     std::string_view rest = styled.text();
     for (const AttributedString::Run& run : styled.runs()) {
@@ -53,11 +73,11 @@ Result<void> parse(const Request& request, std::ostream& out) {
       rest.remove_prefix(run.length);
     }
   });
-  return {};
 }
 
-// Sizes that a grid of real cells fits in memory for.
+// What a grid of real cells fits in memory for.
 constexpr std::int64_t kLargestGridSide = 10'000;
+constexpr std::int64_t kMostCells = 4'000'000;
 
 std::optional<std::int64_t> gridSide(const std::string& text) {
   std::int64_t side = 0;
@@ -70,25 +90,27 @@ std::optional<std::int64_t> gridSide(const std::string& text) {
 Result<void> grid(const Request& request, std::ostream& out) {
   const auto rows = request.arguments.size() == 2 ? gridSide(request.arguments[0]) : std::nullopt;
   const auto cols = request.arguments.size() == 2 ? gridSide(request.arguments[1]) : std::nullopt;
-  if (!rows || !cols) return Failure{"grid needs ROWS and COLS, each from 1 to " + std::to_string(kLargestGridSide)};
+  if (!rows || !cols || *rows * *cols > kMostCells) {
+    return Failure{"grid needs ROWS and COLS, each from 1 to " + std::to_string(kLargestGridSide) + ", " +
+                   std::to_string(kMostCells) + " cells at most"};
+  }
   TerminalScreenBuffer buffer;
   buffer.resize(*rows, *cols);
-  forEachValidChunk(request, [&](std::string_view chunk) { buffer.parseAndRender(chunk); });
-  Json cells = Json::array();
+  const auto read = forEachValidChunk(request, [&](std::string_view chunk) { buffer.parseAndRender(chunk); });
+  if (!read) return Failure{read.reason()};
+  const auto& cursor = buffer.cursorPosition;
+  out << R"({"rows":)" << buffer.rows() << R"(,"cols":)" << buffer.cols() << R"(,"cursor":[)" << cursor.row << ','
+      << cursor.col << R"(],"scrollback":)" << buffer.scrollbackBuffer().size() << R"(,"cells":[)";
+  // Row by row: a tree of all cells would be many times as large as the grid.
+  const char* separator = "";
   for (const TerminalScreenBuffer::Row& row : buffer.cells()) {
     Json line = Json::array();
     for (const TerminalCell& cell : row) {
       line.push_back(cell.character);
     }
-    cells.push_back(std::move(line));
+    out << std::exchange(separator, ",") << line.dump();
   }
-  out << Json({{"rows", buffer.rows()},
-               {"cols", buffer.cols()},
-               {"cursor", {buffer.cursorPosition.row, buffer.cursorPosition.col}},
-               {"scrollback", buffer.scrollbackBuffer().size()},
-               {"cells", std::move(cells)}})
-             .dump()
-      << '\n';
+  out << "]}\n";
   return {};
 }
 

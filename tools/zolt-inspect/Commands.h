@@ -11,11 +11,11 @@
 
 namespace zolt::inspect {
 
-/// What a command is given: its words, the bytes of standard input, and the size of the chunks that these are read in.
+/// What a command is given: its words, and how to read its input.
 struct Request {
-  std::vector<std::string> arguments;  ///< without the command's name and the options
-  std::string input;
-  std::optional<std::size_t> chunkBytes;  ///< none: all of it is one chunk
+  std::vector<std::string> arguments;     ///< without the command's name and the options
+  int input = 0;                          ///< a descriptor
+  std::optional<std::size_t> chunkBytes;  ///< none: all of the input is one chunk
 };
 
 /// One of the program's commands.

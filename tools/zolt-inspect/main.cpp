@@ -2,7 +2,7 @@
 #include <charconv>
 #include <cstdio>
 #include <iostream>
-#include <iterator>
+#include <new>
 
 #include "Commands.h"
 
@@ -44,9 +44,14 @@ int main(int argc, char** argv) {
 
   zolt::inspect::Request request;
   for (auto word = words.begin() + 1; word != words.end(); ++word) {
-    if (*word == "--chunk" && command->readsInput) {
+    if ((*word == "--chunk" || word->starts_with("--chunk=")) && command->readsInput) {
+      std::string value;
+      if (const std::size_t equals = word->find('='); equals != std::string::npos) {
+        value = word->substr(equals + 1);
+      } else if (word + 1 != words.end()) {
+        value = *++word;
+      }
       std::size_t bytes = 0;
-      const std::string value = ++word == words.end() ? "" : *word;
       const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), bytes);
       if (error != std::errc{} || end != value.data() + value.size() || bytes == 0) {
         return usageError("--chunk needs a number of bytes, at least 1");
@@ -58,9 +63,11 @@ int main(int argc, char** argv) {
       request.arguments.push_back(*word);
     }
   }
-  if (command->readsInput) {
-    request.input.assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
+  try {
+    if (const auto done = command->run(request, std::cout); !done) return usageError(done.reason());
+  } catch (const std::bad_alloc&) {
+    std::cerr << "zolt-inspect: the input does not fit in memory; --chunk reads it piece by piece\n";
+    return 1;
   }
-  if (const auto done = command->run(request, std::cout); !done) return usageError(done.reason());
   return std::cout.flush() ? 0 : 1;
 }
