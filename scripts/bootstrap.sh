@@ -12,17 +12,20 @@ packages_for() {
     apt-build)
       echo g++ cmake ninja-build ccache pkg-config qt6-base-dev libutf8proc-dev libhwy-dev nlohmann-json3-dev \
         fonts-dejavu-core libgtest-dev ;;
+    apt-wayland) echo qt6-wayland ;;
     apt-display) echo xvfb ;;
     apt-test) echo bash zsh fish xdotool xclip procps ;;
     apt-bench) echo procps ;;
     dnf-build)
       echo gcc-c++ cmake ninja-build ccache pkgconf-pkg-config qt6-qtbase-devel utf8proc-devel highway-devel \
         json-devel dejavu-sans-mono-fonts gtest-devel ;;
+    dnf-wayland) echo qt6-qtwayland ;;
     dnf-display) echo xorg-x11-server-Xvfb ;;
     dnf-test) echo bash zsh fish xdotool xclip procps-ng ;;
     dnf-bench) echo procps-ng ;;
     pacman-build)
       echo gcc cmake ninja ccache pkgconf qt6-base libutf8proc highway nlohmann-json ttf-dejavu gtest ;;
+    pacman-wayland) echo qt6-wayland ;;
     pacman-display) echo xorg-server-xvfb ;;
     pacman-test) echo bash zsh fish xdotool xclip procps-ng ;;
     pacman-bench) echo procps-ng ;;
@@ -51,7 +54,14 @@ is_installed() {
 }
 
 as_root() {
-  if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+  if [ "$(id -u)" -eq 0 ]; then
+    "$@"
+  elif command -v sudo >/dev/null 2>&1; then
+    sudo "$@"
+  else
+    say "Neither root nor sudo here. Have this run as root, then call again:  $*"
+    return 1
+  fi
 }
 
 install_packages() {
@@ -63,7 +73,7 @@ install_packages() {
       as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "$@"
       ;;
     dnf) as_root dnf install -y "$@" ;;
-    pacman) as_root pacman -Sy --needed --noconfirm "$@" ;;
+    pacman) as_root pacman -Syu --needed --noconfirm "$@" ;;
     brew) brew install "$@" ;;
   esac
 }
@@ -103,9 +113,14 @@ build_preset() {
 # with_virtual_display COMMAND...: runs it on an X server of its own, which is gone afterwards; the command's status.
 with_virtual_display() {
   local chosen server status=0
+  if ! command -v Xvfb >/dev/null 2>&1; then
+    say "Xvfb is missing: there is no virtual display on this machine."
+    return 1
+  fi
   chosen=$(mktemp)
   Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$chosen" >/dev/null 2>&1 &
   server=$!
+  trap 'kill "$server" 2>/dev/null; rm -f "$chosen"; exit 130' INT TERM
   for _ in $(seq 200); do
     [ -s "$chosen" ] && break
     sleep 0.05
@@ -119,5 +134,6 @@ with_virtual_display() {
   kill "$server" 2>/dev/null || true
   wait "$server" 2>/dev/null || true
   rm -f "$chosen"
+  trap - INT TERM
   return "$status"
 }
