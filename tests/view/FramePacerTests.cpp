@@ -45,5 +45,25 @@ TEST(FramePacer, MakesAtMostOneFrameARefresh) {
   EXPECT_LE(frames, elapsed / 40ms + 1);
 }
 
+TEST(FramePacer, MakesAFrameEverySecondRefreshInARush) {
+  std::vector<FramePacer::Clock::time_point> frames;
+  FramePacer pacer([&] { frames.push_back(FramePacer::Clock::now()); }, nullptr);
+  pacer.setInterval(4ms);
+  const auto rush = [&](int count) {
+    frames.clear();
+    while (std::ssize(frames) < count) {
+      pacer.request();
+      test::runLoopFor(1ms);
+    }
+  };
+  rush(FramePacer::rushFrames + 5);
+  EXPECT_GE(frames.back() - frames[frames.size() - 2], 7ms);
+  test::runLoopFor(50ms);  // a pause: the rush is over
+  rush(1);
+  const auto asked = FramePacer::Clock::now();
+  rush(FramePacer::rushFrames - 10);
+  EXPECT_GE(frames.back() - asked, 4ms * (FramePacer::rushFrames - 12));
+}
+
 }  // namespace
 }  // namespace zolt

@@ -19,7 +19,9 @@ FramePacer::FramePacer(std::function<void()> makeFrame, QObject* parent)
 
 void FramePacer::request() {
   if (m_timer.isActive()) return;
-  const auto wait = untilNextFrame(Clock::now(), m_last, m_interval);
+  const auto interval = m_framesWithoutPause < rushFrames ? m_interval : 2 * m_interval;
+  const auto wait = untilNextFrame(Clock::now(), m_last, interval);
+  m_framesWithoutPause = wait.count() == 0 ? 0 : m_framesWithoutPause + 1;
   m_timer.start(std::chrono::ceil<std::chrono::milliseconds>(wait));
 }
 

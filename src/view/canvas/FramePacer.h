@@ -8,13 +8,17 @@
 namespace zolt {
 
 /// Decides when the next frame is made: at once after a pause, else once per refresh of the screen, however often it is
-/// asked.
+/// asked; once per two refreshes when it has been asked without a pause for a while. What rushes by that fast nobody
+/// reads, and the time is better spent on letting it through.
 class FramePacer : public QObject {
  public:
   using Clock = std::chrono::steady_clock;
 
   /// Calls `makeFrame` from the event loop.
   FramePacer(std::function<void()> makeFrame, QObject* parent);
+
+  /// So many frames in a row without a pause count as a rush.
+  static constexpr int rushFrames = 30;
 
   void setInterval(std::chrono::microseconds interval) { m_interval = interval; }
   /// Wants a frame; wishes until it is made count as one.
@@ -27,6 +31,7 @@ class FramePacer : public QObject {
   std::function<void()> m_makeFrame;
   std::chrono::microseconds m_interval{16667};
   Clock::time_point m_last;
+  int m_framesWithoutPause = 0;
   QTimer m_timer;
 };
 
