@@ -10,26 +10,26 @@ processors() { getconf _NPROCESSORS_ONLN 2>/dev/null || echo 2; }
 packages_for() {
   case "$1-$2" in
     apt-build)
-      echo g++ cmake ninja-build ccache pkg-config qt6-base-dev libutf8proc-dev libhwy-dev nlohmann-json3-dev \
-        fonts-dejavu-core libgtest-dev ;;
+      echo g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-svg-dev libutf8proc-dev libhwy-dev \
+        nlohmann-json3-dev libsodium-dev fonts-dejavu-core libgtest-dev ;;
     apt-wayland) echo qt6-wayland ;;
     apt-display) echo xvfb ;;
-    apt-test) echo bash zsh fish xdotool xclip procps ;;
+    apt-test) echo bash zsh fish xdotool xclip procps dbus ;;
     apt-bench) echo procps ;;
     dnf-build)
-      echo gcc-c++ cmake ninja-build ccache pkgconf-pkg-config qt6-qtbase-devel utf8proc-devel highway-devel \
-        json-devel dejavu-sans-mono-fonts gtest-devel ;;
+      echo gcc-c++ cmake ninja-build ccache pkgconf-pkg-config qt6-qtbase-devel qt6-qtsvg-devel utf8proc-devel \
+        highway-devel json-devel libsodium-devel dejavu-sans-mono-fonts gtest-devel ;;
     dnf-wayland) echo qt6-qtwayland ;;
     dnf-display) echo xorg-x11-server-Xvfb ;;
-    dnf-test) echo bash zsh fish xdotool xclip procps-ng ;;
+    dnf-test) echo bash zsh fish xdotool xclip procps-ng dbus-daemon ;;
     dnf-bench) echo procps-ng ;;
     pacman-build)
-      echo gcc cmake ninja ccache pkgconf qt6-base libutf8proc highway nlohmann-json ttf-dejavu gtest ;;
+      echo gcc cmake ninja ccache pkgconf qt6-base qt6-svg libutf8proc highway nlohmann-json libsodium ttf-dejavu gtest ;;
     pacman-wayland) echo qt6-wayland ;;
     pacman-display) echo xorg-server-xvfb ;;
-    pacman-test) echo bash zsh fish xdotool xclip procps-ng ;;
+    pacman-test) echo bash zsh fish xdotool xclip procps-ng dbus ;;
     pacman-bench) echo procps-ng ;;
-    brew-build) echo cmake ninja ccache pkg-config qt utf8proc highway nlohmann-json googletest ;;
+    brew-build) echo cmake ninja ccache pkg-config qt utf8proc highway nlohmann-json libsodium googletest ;;
     brew-test) echo bash zsh fish ;;
   esac
 }

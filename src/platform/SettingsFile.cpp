@@ -1,0 +1,140 @@
+#include "platform/SettingsFile.h"
+
+#include <unistd.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStringDecoder>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <optional>
+
+#include "base/Result.h"
+
+namespace zolt {
+
+namespace {
+
+constexpr qint64 kLineLimitBytes = 64 * 1024;
+constexpr int kMostCopies = 1000;
+
+bool isPlainText(const QByteArray& line) {
+  QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+  [[maybe_unused]] const QString decoded = decoder(line);
+  if (decoder.hasError()) return false;
+  return std::none_of(line.begin(), line.end(), [](char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return (byte < 0x20 && byte != '\t') || byte == 0x7F;
+  });
+}
+
+// Whether what follows the line is not part of it: a quotation is open, or the line end is escaped.
+bool runsOn(const QByteArray& line) {
+  bool quoted = false;
+  bool escaped = false;
+  for (const char c : line) {
+    if (c == '"' && !escaped) quoted = !quoted;
+    escaped = c == '\\' && !escaped;
+  }
+  return quoted || escaped;
+}
+
+// A line of an INI file as it is written by whoever writes it whole.
+bool isReadable(const QByteArray& line) {
+  const QByteArray text = line.trimmed();
+  if (text.isEmpty()) return true;
+  if (!isPlainText(text)) return false;
+  if (text.startsWith(';')) return true;
+  if (text.startsWith('[')) return text.endsWith(']');
+  return text.indexOf('=') > 0 && !runsOn(text);
+}
+
+struct Salvage {
+  bool isWhole = true;  // nothing is unreadable
+  QByteArray content;   // the readable lines
+};
+
+// None when the file cannot be read at all.
+std::optional<Salvage> salvage(QFile& file) {
+  if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
+  Salvage result{.isWhole = file.size() <= kSettingsFileLimitBytes, .content = {}};
+  while (!file.atEnd()) {
+    QByteArray line = file.readLine(kLineLimitBytes);
+    if (line.isEmpty()) return std::nullopt;
+    bool readable = line.endsWith('\n') || file.atEnd();
+    while (!line.endsWith('\n') && !file.atEnd()) {
+      line = file.readLine(kLineLimitBytes);
+    }
+    if (line.endsWith('\n')) line.chop(1);
+    if (line.endsWith('\r')) line.chop(1);
+    if (result.content.isEmpty() && line.startsWith("\xEF\xBB\xBF")) line.remove(0, 3);
+    readable = readable && isReadable(line);
+    if (readable && result.content.size() + line.size() < kSettingsFileLimitBytes) {
+      result.content += line + '\n';
+    } else {
+      result.isWhole = false;
+    }
+  }
+  return result;
+}
+
+// Gives the file a second name: nothing is copied, and the first is free to be replaced.
+Result<QString> keepCopy(const QString& file) {
+  for (int number = 1; number <= kMostCopies; ++number) {
+    QString copy = file + QStringLiteral(".unreadable");
+    if (number > 1) copy += QString::number(number);
+    if (link(QFile::encodeName(file).constData(), QFile::encodeName(copy).constData()) == 0) return copy;
+    if (errno == EEXIST) continue;
+    const int reason = errno;
+    // Not every file system has links.
+    if (QFile::copy(file, copy)) return copy;
+    return Failure{std::strerror(reason)};
+  }
+  return Failure{"too many copies are there"};
+}
+
+Result<void> replace(const QString& file, const QByteArray& content) {
+  QSaveFile saved(file);
+  if (saved.open(QIODevice::WriteOnly) && saved.write(content) == content.size() && saved.commit()) return {};
+  return Failure{saved.errorString().toStdString()};
+}
+
+void tell(const QString& file, const std::string& what) {
+  std::fprintf(stderr, "zolt: settings file %s: %s\n", qUtf8Printable(file), what.c_str());
+}
+
+// Whether the file may be written afterwards.
+bool mend(const QString& name) {
+  QFile file(name);
+  if (!QFileInfo::exists(name)) return true;
+  const std::optional<Salvage> found = salvage(file);
+  if (!found) {
+    tell(name, "cannot be read (" + file.errorString().toStdString() + "); changes are not saved");
+    return false;
+  }
+  if (found->isWhole) return true;
+  const auto copy = keepCopy(name);
+  if (!copy) {
+    tell(name, "not all of it can be read, and no copy can be kept (" + copy.reason() + "); changes are not saved");
+    return false;
+  }
+  const auto replaced = replace(name, found->content);
+  tell(name, "not all of it can be read; a copy is kept in " + copy.value().toStdString() +
+                 (replaced ? "" : " (" + replaced.reason() + ")"));
+  return static_cast<bool>(replaced);
+}
+
+}  // namespace
+
+SettingsFile openSettingsFile(const std::string& file) {
+  const QString name = QFile::decodeName(file.c_str());
+  const bool mayWrite = mend(name);
+  // What could not be mended may be of any size: it is left alone.
+  const bool tooLarge = QFileInfo(name).size() > kSettingsFileLimitBytes;
+  return {.settings = std::make_unique<QSettings>(tooLarge ? QString() : name, QSettings::IniFormat),
+          .mayWrite = mayWrite};
+}
+
+}  // namespace zolt
