@@ -33,11 +33,12 @@ class PaintCounter : public QObject {
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
-  auto terminal = std::make_unique<zolt::TerminalController>(
-      zolt::Shell{
-          .name = "yes", .executable = "/usr/bin/yes", .args = {"a line of a flood that never ends"}, .icon = ""},
-      zolt::TerminalController::Restart::Never);
-  zolt::ContentView window(std::move(terminal));
+  zolt::ContentView window([](const zolt::WindowSize& size) {
+    return std::make_unique<zolt::TerminalController>(
+        zolt::Shell{
+            .name = "yes", .executable = "/usr/bin/yes", .args = {"a line of a flood that never ends"}, .icon = ""},
+        zolt::TerminalController::Restart::Never, size);
+  });
   window.resize(900, 600);
   window.show();
   PaintCounter counter;

@@ -43,6 +43,11 @@ const std::array kOptions{
              line.screenshotFile = values.front();
              return {};
            }},
+    Option{"--new-instance", Takes::Nothing, "", "start a Zolt of its own, also where one is running",
+           [](CommandLine& line, const std::vector<std::string>&) -> Result<void> {
+             line.newInstance = true;
+             return {};
+           }},
     Option{"--log", Takes::Nothing, "", "show the output as a log (the default)",
            [](CommandLine&, const std::vector<std::string>&) -> Result<void> { return {}; }},
     Option{"--full-emulation", Takes::Nothing, "", "show a full terminal (not in this version)",

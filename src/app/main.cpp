@@ -1,4 +1,5 @@
 #include <unistd.h>
+
 #include <QApplication>
 #include <cerrno>
 #include <cstdio>
@@ -8,9 +9,15 @@
 
 #include "app/CommandLine.h"
 #include "app/DisplayGuard.h"
-#include "app/FirstWindow.h"
+#include "app/ProgramRun.h"
+#include "app/SingleInstance.h"
+#include "app/ZoltApp.h"
+#include "desktop/DesktopPalette.h"
 #include "platform/ChildProcess.h"
+#include "platform/Environment.h"
+#include "platform/MainQueue.h"
 #include "platform/Pipe.h"
+#include "platform/TerminationSignals.h"
 
 namespace {
 
@@ -22,30 +29,63 @@ int usageError(const std::string& reason) {
   return kUsageStatus;
 }
 
-int runApplication(int& argc, char** argv, const zolt::CommandLine& line) {
+std::string currentDirectory() {
+  std::error_code ignored;
+  return std::filesystem::current_path(ignored).string();
+}
+
+// The desktop's leave for the next window to come to the front (XDG Activation): read by the toolkit when it shows one.
+void useActivationToken(const std::string& token) {
+  if (token.empty()) return;
+  qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(token));
+}
+
+// A request from another start: a window where that was.
+void open(zolt::AppDelegate& delegate, const zolt::OpenRequest& request) {
+  std::error_code ignored;
+  const bool exists = std::filesystem::is_directory(request.workingDirectory, ignored);
+  useActivationToken(request.activationToken);
+  delegate.openWindow({.shell = std::nullopt, .workingDirectory = exists ? request.workingDirectory : ""});
+  qunsetenv("XDG_ACTIVATION_TOKEN");
+}
+
+int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::SingleInstance& instance) {
   zolt::DisplayGuard guard;
   QApplication application(argc, argv);
   guard.release();
   QApplication::setApplicationName(QStringLiteral("Zolt"));
   QApplication::setApplicationVersion(QStringLiteral(ZOLT_VERSION));
+  QGuiApplication::setDesktopFileName(QStringLiteral("zolt"));
 
-  std::unique_ptr<zolt::TerminalController> terminal;
-  if (line.program.empty()) {
-    terminal = std::make_unique<zolt::TerminalController>(std::nullopt, zolt::TerminalController::Restart::AfterFailure,
-                                                          zolt::terminalSizeOfNewWindow());
-  } else {
-    terminal = std::make_unique<zolt::TerminalController>(
-        zolt::shellForProgram(line.program), zolt::TerminalController::Restart::Never, zolt::terminalSizeOfNewWindow());
-  }
-  const std::unique_ptr<zolt::ContentView> window = zolt::makeTerminalWindow(std::move(terminal));
+  zolt::ZoltApp zoltApp(zolt::Config::shared(), zolt::UserDefaults::standard());
+  zolt::AppDelegate& delegate = zoltApp.appDelegate();
+  const zolt::TerminationSignals signals([] { QApplication::quit(); });
+
   std::unique_ptr<zolt::ProgramRun> run;
-  if (!line.program.empty()) run = std::make_unique<zolt::ProgramRun>(*window, line.screenshotFile);
-  window->show();
-  window->setFocus();
   bool closed = false;
-  QObject::connect(&application, &QApplication::lastWindowClosed, [&] { closed = true; });
+  if (line.program.empty()) {
+    delegate.applicationDidFinishLaunching();
+  } else {
+    delegate.applicationDidFinishLaunching({.shell = zolt::shellForProgram(line.program),
+                                            .restart = zolt::TerminalController::Restart::Never,
+                                            .workingDirectory = {}});
+    run = std::make_unique<zolt::ProgramRun>(*delegate.windows().front(), line.screenshotFile);
+    // The program's window is what this application is for.
+    QObject::connect(&application, &QApplication::lastWindowClosed, &application, [&closed] {
+      closed = true;
+      QApplication::quit();
+    });
+  }
+  if (instance.isFirst()) instance.serve([&delegate](const zolt::OpenRequest& request) { open(delegate, request); });
+
+  // What the first frame does without.
+  std::unique_ptr<zolt::DesktopPalette> palette;
+  zolt::MainQueue::async(zolt::MainQueue::Owner(&application), [&palette] {
+    palette = std::make_unique<zolt::DesktopPalette>();
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/zolt/zolt.svg")));
+  });
   const int status = QApplication::exec();
-  return closed && run ? run->exitStatus() : status;
+  return run && (closed || status == 0) ? run->exitStatus() : status;
 }
 
 }  // namespace
@@ -74,9 +114,15 @@ int main(int argc, char** argv) {
   if (const auto& directory = options.workingDirectory; directory && chdir(directory->c_str()) != 0) {
     return usageError("cannot enter " + *directory + ": " + std::strerror(errno));
   }
+  const bool shared = options.program.empty() && !options.newInstance;
+  zolt::SingleInstance instance(shared ? zolt::SingleInstance::defaultRuntimeFolder() : "");
+  const zolt::OpenRequest request{.workingDirectory = currentDirectory(),
+                                  .activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN").toStdString()};
+  if (shared && instance.claim(request) == zolt::SingleInstance::Outcome::Forwarded) return 0;
+
   // Qt reads argv as well and knows options of its own: it gets none of ours.
   int ownArguments = 1;
-  const int status = runApplication(ownArguments, argv, options);
+  const int status = runApplication(ownArguments, argv, options, instance);
   zolt::ChildProcess::endRemaining(kEndGrace);
   return status;
 }

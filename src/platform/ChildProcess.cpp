@@ -103,6 +103,7 @@ class SpawnPlan {
   void openAsStandardInput(const char* path) {
     posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, path, O_RDWR, 0);
   }
+  void enter(const std::string& folder) { posix_spawn_file_actions_addchdir_np(&m_actions, folder.c_str()); }
   void duplicate(int from, int to) { posix_spawn_file_actions_adddup2(&m_actions, from, to); }
   void closeEverythingElse() {
 #ifdef ZOLT_HAS_SPAWN_CLOSEFROM
@@ -181,6 +182,7 @@ Result<void> ChildProcess::launch() {
     if (streams[static_cast<std::size_t>(i)] >= 0) plan.duplicate(streams[static_cast<std::size_t>(i)], i);
   }
   plan.closeEverythingElse();
+  if (!request.workingDirectory.empty()) plan.enter(request.workingDirectory);
 
   pid_t pid = 0;
   {

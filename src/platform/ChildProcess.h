@@ -25,6 +25,7 @@ class ChildProcess {
     std::string executable;              ///< a path; PATH is not searched
     std::vector<std::string> arguments;  ///< without the program's own name
     Environment environment;
+    std::string workingDirectory{};  ///< this process's when empty
     int standardInput = -1;  ///< descriptors of the caller, which keeps them
     int standardOutput = -1;
     int standardError = -1;

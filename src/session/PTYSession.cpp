@@ -62,6 +62,7 @@ bool PTYSession::start(const Shell& shell) {
       .executable = shell.executable,
       .arguments = shell.args.empty() ? std::vector<std::string>{"-l"} : shell.args,
       .environment = shellEnvironment(),
+      .workingDirectory = workingDirectory,
       .standardInput = stream,
       .standardOutput = stream,
       .standardError = stream,

@@ -55,6 +55,8 @@ class PTYSession : public QObject {
   OutputHandler onOutput;
   /// Receives the exit status, or the number of the signal that killed the shell, after `isRunning` has become false.
   ExitHandler onExit;
+  /// Where the next shell starts; in this process's folder when empty.
+  std::string workingDirectory;
 
   /// How the last shell that ended did so.
   ChildProcess::Reason terminationReason() const;

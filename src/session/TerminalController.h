@@ -28,9 +28,9 @@ class TerminalController : public QObject {
   enum class Restart { AfterFailure, Never };
 
   /// Runs `shell`, or the catalogue's default at this moment, on a terminal of `size`; without one its size is unknown
-  /// to the shell until `resize`.
+  /// to the shell until `resize`. It starts in `workingDirectory`, or in this process's when that is empty.
   explicit TerminalController(std::optional<Shell> shell, Restart restart = Restart::AfterFailure,
-                              const WindowSize& size = {});
+                              const WindowSize& size = {}, std::string workingDirectory = {});
   ~TerminalController() override;
 
   const QUuid& id() const { return m_id; }

@@ -1,23 +1,87 @@
 #include "view/ContentView.h"
 
 #include <QHBoxLayout>
-#include <QPalette>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QShowEvent>
+#include <utility>
+
+#include "platform/NotificationCenter.h"
+#include "view/Notifications.h"
 
 namespace zolt {
 
-ContentView::ContentView(std::unique_ptr<TerminalController> terminal, QWidget* parent)
-    : QWidget(parent), m_terminal(std::move(terminal)), m_container(new TerminalContainerView(*m_terminal, this)) {
-  QPalette black = palette();
-  black.setColor(QPalette::Window, Qt::black);
-  setPalette(black);
-  setAutoFillBackground(true);
+namespace {
+
+QWidget* makeSidebar(QWidget* parent) {
+  auto* sidebar = new QWidget(parent);
+  sidebar->setObjectName(QStringLiteral("brewSidebar"));
+  sidebar->setAutoFillBackground(true);
+  return sidebar;
+}
+
+}  // namespace
+
+ContentView::ContentView(MakeTerminal makeTerminal, QWidget* parent)
+    : ContentView(std::move(makeTerminal), UserDefaults::standard(), parent) {}
+
+ContentView::ContentView(MakeTerminal makeTerminal, UserDefaults& defaults, QWidget* parent)
+    : QWidget(parent),
+      m_makeTerminal(std::move(makeTerminal)),
+      m_selectedTheme(defaults, "selectedTheme", "Dark"),
+      m_sidebar(new SidebarSlot(makeSidebar, this)) {
+  setAttribute(Qt::WA_OpaquePaintEvent);
   auto* stack = new QHBoxLayout(this);
   stack->setContentsMargins(0, 0, 0, 0);
   stack->setSpacing(0);
-  stack->addWidget(m_container);
-  setFocusProxy(m_container);
+  stack->addWidget(m_sidebar);
+  // The shell hears of its new size once, not at every step of the way.
+  connect(m_sidebar, &SidebarSlot::aboutToMove, this, [this] { textView().holdGridSize(true); });
+  connect(m_sidebar, &SidebarSlot::settled, this, [this] {
+    layout()->activate();
+    textView().holdGridSize(false);
+  });
+
+  NotificationCenter& center = NotificationCenter::defaultCenter();
+  center.addObserver(this, toggleBrewSidebar, [this] { setShowsBrewSidebar(!showsBrewSidebar()); });
+  center.addObserver(this, clearTerminal, [this] { terminal().clear(); });
 }
 
-ContentView::~ContentView() = default;
+ContentView::~ContentView() {
+  NotificationCenter::defaultCenter().removeObserver(this);
+}
+
+TerminalController& ContentView::terminal() {
+  ensureTerminal();
+  return *m_terminal;
+}
+
+TerminalNSTextView& ContentView::textView() {
+  ensureTerminal();
+  return m_container->textView();
+}
+
+void ContentView::showEvent(QShowEvent* event) {
+  ensureTerminal();
+  QWidget::showEvent(event);
+}
+
+// Not the palette's: the sidebar would inherit it.
+void ContentView::paintEvent(QPaintEvent* event) {
+  QPainter(this).fillRect(event->rect(), Qt::black);
+}
+
+void ContentView::ensureTerminal() {
+  if (m_terminal) return;
+  const GridSize room = TextCanvas::gridSizeFor(size(), devicePixelRatioF());
+  m_terminal = m_makeTerminal(
+      {.rows = room.rows, .cols = room.columns, .pixelWidth = room.pixelWidth, .pixelHeight = room.pixelHeight});
+  m_container = new TerminalContainerView(*m_terminal, this);
+  layout()->addWidget(m_container);
+  // At its place from the start: a canvas that is shown first and laid out later would tell its shell of both sizes.
+  layout()->activate();
+  m_container->show();
+  setFocusProxy(m_container);
+}
 
 }  // namespace zolt

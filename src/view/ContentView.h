@@ -1,27 +1,54 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 #include <memory>
+#include <string>
 
+#include "platform/StoredString.h"
 #include "session/TerminalController.h"
+#include "view/SidebarSlot.h"
 #include "view/TerminalContainerView.h"
 
 namespace zolt {
 
-/// The content of a terminal window: its terminal, on black. Owns the terminal's controller. Main thread.
+/// The content of a terminal window: its terminal, on black, and beside it the sidebar while that is wanted.
+///
+/// Owns the terminal's controller, which is made when the view is first shown, or asked for. Reacts to the
+/// notifications of Notifications.h: every view clears its terminal, every view shows or hides its sidebar. Main
+/// thread.
 class ContentView : public QWidget {
   Q_OBJECT
 
  public:
-  explicit ContentView(std::unique_ptr<TerminalController> terminal, QWidget* parent = nullptr);
+  /// Makes the controller of a terminal that has this size from its start.
+  using MakeTerminal = std::function<std::unique_ptr<TerminalController>(const WindowSize& size)>;
+
+  /// `defaults` must outlive the view.
+  ContentView(MakeTerminal makeTerminal, UserDefaults& defaults, QWidget* parent = nullptr);
+  /// Over the user's own settings.
+  explicit ContentView(MakeTerminal makeTerminal, QWidget* parent = nullptr);
   ~ContentView() override;
 
-  TerminalController& terminal() { return *m_terminal; }
-  TerminalNSTextView& textView() { return m_container->textView(); }
+  TerminalController& terminal();
+  TerminalNSTextView& textView();
+  bool showsBrewSidebar() const { return m_sidebar->isRevealed(); }
+  void setShowsBrewSidebar(bool shown) { m_sidebar->setRevealed(shown); }
+  /// The chosen theme's name, "Dark" unless stored otherwise. Nothing is drawn after it.
+  std::string selectedTheme() const { return m_selectedTheme.value(); }
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
+  void ensureTerminal();
+
+  MakeTerminal m_makeTerminal;
   std::unique_ptr<TerminalController> m_terminal;
-  TerminalContainerView* m_container;  // a child
+  StoredString m_selectedTheme;
+  SidebarSlot* m_sidebar;                        // a child
+  TerminalContainerView* m_container = nullptr;  // a child, once there is a terminal
 };
 
 }  // namespace zolt

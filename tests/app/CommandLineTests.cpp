@@ -82,7 +82,7 @@ TEST(CommandLine, LetsTheLastOfARepeatedOptionCount) {
 }
 
 TEST(CommandLine, RefusesAValueForAnOptionThatTakesNone) {
-  for (const char* name : {"--help", "--version", "--log", "--full-emulation"}) {
+  for (const char* name : {"--help", "--version", "--log", "--full-emulation", "--new-instance"}) {
     EXPECT_EQ(refusal({std::string(name) + "=yes"}), std::string(name) + " takes no value");
   }
 }
@@ -104,6 +104,11 @@ TEST(CommandLine, ShowsTheVersionAndTheHelp) {
   EXPECT_EQ(CommandLine::versionText(), "Zolt " ZOLT_VERSION "\n");
 }
 
+TEST(CommandLine, StartsAnInstanceOfItsOwnWhenAsked) {
+  EXPECT_FALSE(parsed({}).newInstance);
+  EXPECT_TRUE(parsed({"--new-instance"}).newInstance);
+}
+
 TEST(CommandLine, TakesTheLogDisplayForWhatItIsAnyway) {
   const CommandLine line = parsed({"--log"});
   EXPECT_EQ(line.action, Action::Run);
@@ -117,7 +122,7 @@ TEST(CommandLine, SaysThatThereIsNoFullEmulation) {
 TEST(CommandLine, NamesEveryOptionInItsHelpWithWhatItTakes) {
   const std::string help = CommandLine::helpText();
   for (const char* option : {"\n  -e PROGRAM [ARG...]  ", "\n  --working-directory DIR  ", "\n  --screenshot FILE  ",
-                             "\n  --log  ", "\n  --full-emulation  ", "\n  --version  ", "\n  --help  "}) {
+                             "\n  --log  ", "\n  --new-instance  ", "\n  --full-emulation  ", "\n  --version  ", "\n  --help  "}) {
     EXPECT_NE(help.find(option), std::string::npos) << option;
   }
   EXPECT_TRUE(help.starts_with("Usage: zolt "));

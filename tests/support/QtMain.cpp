@@ -29,8 +29,12 @@ void failOnWarning(QtMsgType type, const QMessageLogContext&, const QString& mes
 
 // Nothing of the user's own session takes part.
 constexpr std::pair<const char*, const char*> kEnvironment[] = {
-    {"QT_QPA_PLATFORM", "offscreen"},    {"XDG_RUNTIME_DIR", ZOLT_TEST_RUNTIME}, {"LC_ALL", "C.UTF-8"},
-    {"TSAN_OPTIONS", ZOLT_TSAN_OPTIONS}, {"LSAN_OPTIONS", ZOLT_LSAN_OPTIONS},
+    {"QT_QPA_PLATFORM", "offscreen"},
+    {"XDG_RUNTIME_DIR", ZOLT_TEST_RUNTIME},
+    {"XDG_CONFIG_HOME", ZOLT_TEST_RUNTIME "/config"},
+    {"LC_ALL", "C.UTF-8"},
+    {"TSAN_OPTIONS", ZOLT_TSAN_OPTIONS},
+    {"LSAN_OPTIONS", ZOLT_LSAN_OPTIONS},
 };
 
 }  // namespace

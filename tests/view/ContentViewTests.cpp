@@ -1,6 +1,12 @@
 #include "view/ContentView.h"
 
+#include <QTemporaryDir>
+#include <algorithm>
+#include <set>
+
+#include "platform/NotificationCenter.h"
 #include "support/ProcessFacts.h"
+#include "view/Notifications.h"
 #include "view/TerminalRenderer.h"
 #include "view/ViewFixture.h"
 
@@ -31,6 +37,117 @@ TEST_F(ContentViewTest, EndsTheProgramWithTheWindow) {
       << "its own, those of earlier tests are gone";
   window.reset();
   EXPECT_TRUE(test::waitFor([] { return test::childProcesses().empty(); }));
+}
+
+TEST_F(ContentViewTest, MakesItsTerminalWhenItIsFirstShown) {
+  int made = 0;
+  ContentView content([&made](const WindowSize& size) {
+    ++made;
+    return test::runTestChild({"wait"})(size);
+  });
+  content.resize(900, 600);
+  EXPECT_EQ(made, 0);
+  content.show();
+  EXPECT_EQ(made, 1);
+  content.hide();
+  content.show();
+  EXPECT_EQ(made, 1);
+}
+
+TEST_F(ContentViewTest, HasTheThemeThatIsStored) {
+  QTemporaryDir folder;
+  UserDefaults defaults(folder.filePath(QStringLiteral("zolt.ini")).toStdString());
+  const ContentView content(test::runTestChild({"wait"}), defaults);
+  EXPECT_EQ(content.selectedTheme(), "Dark");
+  defaults.setString("selectedTheme", "Solarized");
+  EXPECT_EQ(content.selectedTheme(), "Solarized");
+  defaults.setString("theme", "Light");
+  EXPECT_EQ(content.selectedTheme(), "Solarized") << "that is another setting";
+}
+
+void post(const char* name) {
+  NotificationCenter::defaultCenter().post(name);
+}
+
+QWidget* sidebarOf(ContentView& content) {
+  return content.findChild<QWidget*>(QStringLiteral("brewSidebar"));
+}
+
+TEST_F(ContentViewTest, ShowsTheSidebarLeftOfTheTerminalAndHidesIt) {
+  open({"wait"});
+  EXPECT_FALSE(window->showsBrewSidebar());
+  EXPECT_EQ(sidebarOf(*window), nullptr);
+  post(toggleBrewSidebar);
+  EXPECT_TRUE(window->showsBrewSidebar());
+  ASSERT_TRUE(test::waitFor([&] { return view().mapTo(window.get(), QPoint(0, 0)).x() == 250; }));
+  QWidget* sidebar = sidebarOf(*window);
+  ASSERT_NE(sidebar, nullptr);
+  EXPECT_EQ(sidebar->mapTo(window.get(), QPoint(0, 0)), QPoint(0, 0));
+  EXPECT_EQ(sidebar->size(), QSize(250, 600));
+  EXPECT_EQ(view().size(), QSize(650, 600));
+  post(toggleBrewSidebar);
+  EXPECT_FALSE(window->showsBrewSidebar());
+  ASSERT_TRUE(test::waitFor([&] { return sidebarOf(*window) == nullptr; }));
+  EXPECT_TRUE(test::waitFor([&] { return view().size() == window->size(); }));
+}
+
+TEST_F(ContentViewTest, SlidesTheSidebarInWithItsFullWidth) {
+  open({"wait"});
+  std::vector<int> edges;
+  post(toggleBrewSidebar);
+  ASSERT_TRUE(test::waitFor([&] {
+    edges.push_back(view().mapTo(window.get(), QPoint(0, 0)).x());
+    EXPECT_EQ(sidebarOf(*window)->width(), 250);
+    return edges.back() == 250;
+  }));
+  EXPECT_TRUE(std::is_sorted(edges.begin(), edges.end()));
+  EXPECT_GT(std::set<int>(edges.begin(), edges.end()).size(), 3U) << "not in one jump";
+}
+
+TEST_F(ContentViewTest, TurnsAroundInTheMiddleOfTheWay) {
+  open({"wait"});
+  post(toggleBrewSidebar);
+  ASSERT_TRUE(test::waitFor([&] { return view().mapTo(window.get(), QPoint(0, 0)).x() > 50; }));
+  post(toggleBrewSidebar);
+  ASSERT_TRUE(test::waitFor([&] { return sidebarOf(*window) == nullptr; }));
+  EXPECT_TRUE(test::waitFor([&] { return view().size() == window->size(); }));
+}
+
+TEST_F(ContentViewTest, TellsTheProgramOnceOfTheWidthThatTheSidebarLeaves) {
+  open({"size"});
+  ASSERT_TRUE(waitForText("x"));
+  test::runLoopFor(std::chrono::milliseconds(100));
+  const std::string before = shown();
+  post(toggleBrewSidebar);
+  test::runLoopFor(std::chrono::milliseconds(600));
+  const GridSize size = view().gridSize();
+  EXPECT_EQ(shown(), before + std::to_string(size.rows) + "x" + std::to_string(size.columns));
+}
+
+TEST_F(ContentViewTest, KeepsTheSidebarOfEveryWindowToItself) {
+  open({"wait"});
+  window->setShowsBrewSidebar(true);
+  ContentView other(test::runTestChild({"wait"}));
+  EXPECT_FALSE(other.showsBrewSidebar());
+  post(toggleBrewSidebar);
+  EXPECT_FALSE(window->showsBrewSidebar());
+  EXPECT_TRUE(other.showsBrewSidebar());
+}
+
+TEST_F(ContentViewTest, ClearsEveryWindowAtOnce) {
+  open({"hex"});
+  ASSERT_TRUE(waitForText("ready"));
+  ContentView other(test::runTestChild({"hex"}));
+  other.resize(900, 600);
+  other.show();
+  const auto otherText = [&] {
+    const TextStorage& storage = other.textView().textStorage();
+    return storage.text(0, storage.size());
+  };
+  ASSERT_TRUE(test::waitFor([&] { return otherText().find("ready") != std::string::npos; }));
+  post(clearTerminal);
+  EXPECT_TRUE(waitForText(" 1B 63"));
+  EXPECT_TRUE(test::waitFor([&] { return otherText().find(" 1B 63") != std::string::npos; }));
 }
 
 TEST(TerminalRenderer, HoldsItsFontSize) {

@@ -92,7 +92,7 @@ TEST_F(TerminalTextViewTest, TellsTheTerminalItsSize) {
 }
 
 TEST_F(TerminalTextViewTest, IsForgottenByTheSessionWhenItIsGone) {
-  const auto terminal = test::runTestChild({"raw", "text\\n"});
+  const auto terminal = test::runTestChild({"raw", "text\\n"})({});
   {
     const TerminalTextView wrapper(*terminal);
     const auto coordinator = wrapper.makeCoordinator();

@@ -12,11 +12,13 @@
 
 namespace zolt::test {
 
-/// A controller that runs the test child in a mode, without restarts.
-inline std::unique_ptr<TerminalController> runTestChild(std::vector<std::string> mode) {
-  return std::make_unique<TerminalController>(
-      Shell{.name = "Child", .executable = ZOLT_TEST_CHILD, .args = std::move(mode), .icon = "terminal"},
-      TerminalController::Restart::Never);
+/// Makes a controller that runs the test child in a mode, without restarts.
+inline ContentView::MakeTerminal runTestChild(std::vector<std::string> mode) {
+  return [mode = std::move(mode)](const WindowSize& size) {
+    return std::make_unique<TerminalController>(
+        Shell{.name = "Child", .executable = ZOLT_TEST_CHILD, .args = mode, .icon = "terminal"},
+        TerminalController::Restart::Never, size);
+  };
 }
 
 /// A text view of its own, shown, without a terminal: what is appended is up to the test.

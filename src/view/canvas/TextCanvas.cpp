@@ -10,6 +10,7 @@
 #include <cmath>
 
 #include "platform/MainQueue.h"
+#include "view/CommandKey.h"
 #include "view/canvas/CanvasAccessible.h"
 #include "view/canvas/RowPainter.h"
 #include "view/canvas/ThinScrollBar.h"
@@ -35,14 +36,6 @@ GridSize gridSizeIn(QSize size, const CanvasFonts& fonts) {
 }
 
 }  // namespace
-
-QList<QKeySequence> commandShortcuts(Qt::Key key) {
-#ifdef Q_OS_MACOS
-  return {QKeySequence(Qt::CTRL | key)};  // Qt calls the Command key Ctrl there
-#else
-  return {QKeySequence(Qt::CTRL | Qt::SHIFT | key), QKeySequence(Qt::META | key)};
-#endif
-}
 
 TextCanvas::TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent)
     : QAbstractScrollArea(parent),
@@ -78,16 +71,16 @@ TextCanvas::TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent)
 TextCanvas::~TextCanvas() = default;
 
 void TextCanvas::addActions() {
-  const auto add = [this](const QString& text, const QList<QKeySequence>& shortcuts, auto slot) {
-    auto* action = new QAction(text, this);
-    action->setShortcuts(shortcuts);
-    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+  // The shortcuts are shown here and belong to the window's menus: two owners would make them ambiguous.
+  const auto add = [this](const QString& text, Qt::Key key, auto slot) {
+    const QString shortcut = commandShortcuts(key).front().toString(QKeySequence::NativeText);
+    auto* action = new QAction(text + QLatin1Char('\t') + shortcut, this);
     connect(action, &QAction::triggered, this, slot);
     addAction(action);
   };
-  add(tr("Copy"), commandShortcuts(Qt::Key_C), &TextCanvas::copy);
-  add(tr("Paste"), commandShortcuts(Qt::Key_V), &TextCanvas::paste);
-  add(tr("Select All"), commandShortcuts(Qt::Key_A), &TextCanvas::selectAll);
+  add(tr("Copy"), Qt::Key_C, &TextCanvas::copy);
+  add(tr("Paste"), Qt::Key_V, &TextCanvas::paste);
+  add(tr("Select All"), Qt::Key_A, &TextCanvas::selectAll);
 }
 
 Pixels TextCanvas::toDevice(double logical) const {
@@ -286,7 +279,7 @@ void TextCanvas::updateGridSize() {
 
 void TextCanvas::announceGridSize() {
   // A resize by dragging brings many sizes in one turn of the event loop: only the last is told.
-  if (!isVisible()) return;
+  if (!isVisible() || m_gridSizeHeld) return;
   const bool pending = std::exchange(m_announcing, true);
   if (pending) return;
   MainQueue::async(MainQueue::Owner(this), [this] {
@@ -294,6 +287,16 @@ void TextCanvas::announceGridSize() {
     m_gridSizeAnnounced = true;
     Q_EMIT gridSizeChanged(m_gridSize);
   });
+}
+
+void TextCanvas::holdGridSize(bool held) {
+  const GridSize before = m_sizeBeforeHold;
+  m_gridSizeHeld = held;
+  if (held) {
+    m_sizeBeforeHold = m_gridSize;
+  } else if (m_gridSize != before) {
+    announceGridSize();
+  }
 }
 
 void TextCanvas::resizeEvent(QResizeEvent* event) {

@@ -66,9 +66,13 @@ class TextCanvas : public QAbstractScrollArea {
   const Selection& selection() const { return m_selection; }
   void select(CanvasRange range);
   QString selectedText() const;
-  void copy();
-  void selectAll();
-  void paste();
+  Q_INVOKABLE void copy();
+  Q_INVOKABLE void selectAll();
+  Q_INVOKABLE void paste();
+
+  /// While held, a new room for text is not announced; when no longer, the last one is. For changes in steps that are one
+  /// change to the user.
+  void holdGridSize(bool held);
 
   /// The position nearest to a point of the viewport, in logical pixels.
   CanvasPosition positionAt(QPointF point);
@@ -135,6 +139,8 @@ class TextCanvas : public QAbstractScrollArea {
   GridSize m_gridSize;
   bool m_gridSizeAnnounced = false;
   bool m_announcing = false;
+  bool m_gridSizeHeld = false;
+  GridSize m_sizeBeforeHold;
 
   // Where the view is: at the end, or `m_anchorDelta` pixels below the top of the row that shows `m_anchor`.
   bool m_atEnd = true;
@@ -155,8 +161,5 @@ class TextCanvas : public QAbstractScrollArea {
   QTimer m_refineTimer;
   QString m_preedit;
 };
-
-/// Shortcuts for the command key with `key`: Command on macOS; elsewhere Ctrl+Shift, and the Super key.
-QList<QKeySequence> commandShortcuts(Qt::Key key);
 
 }  // namespace zolt

@@ -1,8 +1,6 @@
-#include "app/FirstWindow.h"
+#include "app/ProgramRun.h"
 
 #include <QApplication>
-#include <QScreen>
-#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -13,7 +11,6 @@ namespace zolt {
 
 namespace {
 
-constexpr QSize kWindowSize(900, 600);
 constexpr int kSignalStatusBase = 128;
 constexpr int kLaunchFailedStatus = 127;
 constexpr std::chrono::milliseconds kDrainPoll{1};
@@ -29,37 +26,20 @@ Shell shellForProgram(const std::vector<std::string>& program) {
   return Shell{.name = program.front(), .executable = "/bin/sh", .args = std::move(args), .icon = "terminal"};
 }
 
-WindowSize terminalSizeOfNewWindow() {
-  const QScreen* screen = QApplication::primaryScreen();
-  const GridSize size = TextCanvas::gridSizeFor(kWindowSize, screen == nullptr ? 1 : screen->devicePixelRatio());
-  return {.rows = size.rows, .cols = size.columns, .pixelWidth = size.pixelWidth, .pixelHeight = size.pixelHeight};
-}
-
-std::unique_ptr<ContentView> makeTerminalWindow(std::unique_ptr<TerminalController> terminal) {
-  auto window = std::make_unique<ContentView>(std::move(terminal));
-  window->setWindowTitle(QStringLiteral("Zolt"));
-  window->resize(kWindowSize);
-  if (const QScreen* screen = QApplication::primaryScreen()) {
-    QRect frame = window->geometry();
-    const QRect available = screen->availableGeometry();
-    frame.moveCenter(available.center());
-    frame.moveTopLeft({std::max(frame.left(), available.left()), std::max(frame.top(), available.top())});
-    window->setGeometry(frame);
-  }
-  return window;
-}
-
-ProgramRun::ProgramRun(ContentView& window, std::optional<std::string> screenshotFile)
+ProgramRun::ProgramRun(TerminalWindow& window, std::optional<std::string> screenshotFile)
     : m_window(window), m_screenshotFile(std::move(screenshotFile)), m_exitStatus(kSignalStatusBase + SIGHUP) {
-  TerminalController& terminal = window.terminal();
-  connect(&terminal, &TerminalController::shellEnded, this, &ProgramRun::programEnded);
-  if (!terminal.ptySession().isRunning()) {
+  connect(&terminal(), &TerminalController::shellEnded, this, &ProgramRun::programEnded);
+  if (!terminal().ptySession().isRunning()) {
     MainQueue::async(MainQueue::Owner(this), [this] { programEnded(kLaunchFailedStatus); });
   }
 }
 
+TerminalController& ProgramRun::terminal() {
+  return m_window.contentViewController().rootView().terminal();
+}
+
 void ProgramRun::programEnded(int status) {
-  const bool killed = m_window.terminal().ptySession().terminationReason() == ChildProcess::Reason::Signal;
+  const bool killed = terminal().ptySession().terminationReason() == ChildProcess::Reason::Signal;
   m_exitStatus = killed ? kSignalStatusBase + status : status;
   m_drainDeadline = std::chrono::steady_clock::now() + kDrainLimit;
   finishWhenDrained();
@@ -67,7 +47,7 @@ void ProgramRun::programEnded(int status) {
 
 void ProgramRun::finishWhenDrained() {
   const bool late = std::chrono::steady_clock::now() >= m_drainDeadline;
-  if (!late && !m_window.terminal().ptySession().isDrained()) {
+  if (!late && !terminal().ptySession().isDrained()) {
     MainQueue::after(MainQueue::Owner(this), kDrainPoll, [this] { finishWhenDrained(); });
     return;
   }
@@ -76,7 +56,7 @@ void ProgramRun::finishWhenDrained() {
 }
 
 void ProgramRun::finish() {
-  m_window.textView().makeFrameNow();
+  m_window.contentViewController().rootView().textView().makeFrameNow();
   if (m_screenshotFile) {
     const QString file = QString::fromStdString(*m_screenshotFile);
     if (!m_window.grab().save(file, "PNG")) {

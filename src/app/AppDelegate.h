@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/TerminalWindow.h"
+#include "settings/Config.h"
+
+namespace zolt {
+
+/// What runs in a terminal's window: the default shell unless told otherwise.
+struct TerminalLaunch {
+  std::optional<Shell> shell;
+  TerminalController::Restart restart = TerminalController::Restart::AfterFailure;
+  std::string workingDirectory;  ///< this process's when empty
+};
+
+/// Opens the terminal windows and keeps them, also when they are closed, until the application ends. Performs the
+/// actions "newWindow", "newTab" and "checkForUpdates". Main thread.
+class AppDelegate : public QObject {
+  Q_OBJECT
+
+ public:
+  /// `prepareWindow` gives each new window what the application attaches to it, before it is first shown. `config` must
+  /// outlive the delegate, as must `defaults`.
+  AppDelegate(Config& config, UserDefaults& defaults, std::function<void(TerminalWindow&)> prepareWindow);
+  ~AppDelegate() override;
+
+  /// Loads the settings and opens the first window.
+  void applicationDidFinishLaunching(const TerminalLaunch& first = {});
+  /// No: an application without windows goes on, deliberately, and opens one when it is asked to.
+  static bool applicationShouldTerminateAfterLastWindowClosed() { return false; }
+
+  Q_INVOKABLE void newWindow();
+  /// Adds a terminal to the key window; opens a window where none is; nothing where it is of another kind.
+  Q_INVOKABLE void newTab();
+
+  /// Opens a window in front of the others.
+  TerminalWindow& openWindow(const TerminalLaunch& launch);
+
+  /// Every window there was, in the order in which they were opened; none is ever removed.
+  const std::vector<std::unique_ptr<TerminalWindow>>& windows() const { return m_windows; }
+
+ private:
+  std::unique_ptr<TerminalWindow> createTerminalWindow(const TerminalLaunch& launch);
+
+  Config& m_config;
+  UserDefaults& m_defaults;
+  std::function<void(TerminalWindow&)> m_prepareWindow;
+  std::vector<std::unique_ptr<TerminalWindow>> m_windows;
+};
+
+}  // namespace zolt

@@ -1,0 +1,175 @@
+#include "app/Menus.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <array>
+
+#include "platform/NotificationCenter.h"
+#include "view/CommandKey.h"
+#include "view/Notifications.h"
+
+namespace zolt {
+
+namespace {
+
+using Shortcuts = QList<QKeySequence> (*)();
+
+template <Qt::Key key, Qt::KeyboardModifier modifier = Qt::NoModifier>
+QList<QKeySequence> command() {
+  return commandShortcuts(key, modifier);
+}
+
+QList<QKeySequence> none() {
+  return {};
+}
+
+// Control+comma is nobody's in a shell, and what people know.
+QList<QKeySequence> preferencesShortcuts() {
+#ifdef Q_OS_MACOS
+  return commandShortcuts(Qt::Key_Comma);
+#else
+  return QList<QKeySequence>{QKeySequence(Qt::CTRL | Qt::Key_Comma)} + commandShortcuts(Qt::Key_Comma);
+#endif
+}
+
+QList<QKeySequence> fullScreenShortcuts() {
+  return {QKeySequence(QKeySequence::FullScreen)};
+}
+
+// What choosing an item does.
+enum class Does { SendAction, PostNotification, Close, Minimize, ToggleFullScreen, Separate };
+
+struct Item {
+  const char* menu;
+  const char* title;
+  Does does;
+  const char* name;  // of the action or the notification
+  Shortcuts shortcuts;
+  QAction::MenuRole role = QAction::NoRole;
+};
+
+constexpr Item separator(const char* menu) {
+  return {menu, "", Does::Separate, "", none};
+}
+
+// The application menu of macOS is filled with the items that have a role; elsewhere they stand where they are.
+constexpr std::array kItems{
+    Item{"&File", "&New Window", Does::SendAction, "newWindow", command<Qt::Key_N>},
+    Item{"&File", "New &Tab", Does::SendAction, "newTab", command<Qt::Key_T>},
+    separator("&File"),
+    Item{"&File", "&Close Window", Does::Close, "", command<Qt::Key_W>},
+    separator("&File"),
+    Item{"&File", "&Quit", Does::SendAction, "quit", command<Qt::Key_Q>, QAction::QuitRole},
+    Item{"&Edit", "&Copy", Does::SendAction, "copy", command<Qt::Key_C>},
+    Item{"&Edit", "&Paste", Does::SendAction, "paste", command<Qt::Key_V>},
+    Item{"&Edit", "Select &All", Does::SendAction, "selectAll", command<Qt::Key_A>},
+    separator("&Edit"),
+    Item{"&Edit", "Pr&eferences...", Does::SendAction, "showPreferences", preferencesShortcuts,
+         QAction::PreferencesRole},
+    Item{"&Terminal", "&Clear Screen", Does::PostNotification, clearTerminal, command<Qt::Key_K>},
+    Item{"&Terminal", "Toggle Homebrew &Sidebar", Does::PostNotification, toggleBrewSidebar,
+         command<Qt::Key_B, Qt::ShiftModifier>},
+    Item{"&Window", "&Minimize", Does::Minimize, "", command<Qt::Key_M>},
+    Item{"&Window", "&Full Screen", Does::ToggleFullScreen, "", fullScreenShortcuts},
+    separator("&Window"),
+    Item{"&Help", "&About Zolt", Does::SendAction, "showAbout", none, QAction::AboutRole},
+    Item{"&Help", "Check for &Updates...", Does::SendAction, "checkForUpdates", none, QAction::ApplicationSpecificRole},
+};
+
+void perform(const Item& item, QWidget& window, const MenuContext& context) {
+  switch (item.does) {
+    case Does::SendAction:
+      context.actions.sendAction(item.name);
+      break;
+    case Does::PostNotification:
+      NotificationCenter::defaultCenter().post(item.name);
+      break;
+    case Does::Close:
+      window.close();
+      break;
+    case Does::Minimize:
+      window.showMinimized();
+      break;
+    case Does::ToggleFullScreen:
+      window.setWindowState(window.windowState() ^ Qt::WindowFullScreen);
+      break;
+    case Does::Separate:
+      break;
+  }
+}
+
+QAction* makeAction(const Item& item, QWidget& window, const MenuContext& context, QObject* parent) {
+  auto* action = new QAction(QMenu::tr(item.title), parent);
+  action->setObjectName(QString::fromLatin1(item.name));
+  action->setShortcuts(item.shortcuts());
+  action->setMenuRole(item.role);
+  action->setSeparator(item.does == Does::Separate);
+  QObject::connect(action, &QAction::triggered, &window,
+                   [&item, &window, &context] { perform(item, window, context); });
+  return action;
+}
+
+// Items are looked at when their menu opens; a shortcut is never cut off, for its responder decides by itself.
+void validateItems(QMenu& menu, const MenuContext& context) {
+  for (const Item& item : kItems) {
+    if (item.does != Does::SendAction) continue;
+    if (auto* action = menu.findChild<QAction*>(QString::fromLatin1(item.name), Qt::FindDirectChildrenOnly)) {
+      action->setEnabled(context.actions.isEnabled(item.name));
+    }
+  }
+}
+
+// The open windows, by number, the window itself checked.
+void listWindows(QMenu& menu, const QWidget& self, const MenuContext& context) {
+  const QString name = QStringLiteral("windowItem");
+  qDeleteAll(menu.findChildren<QAction*>(name, Qt::FindDirectChildrenOnly));
+  int number = 0;
+  for (TerminalWindow* window : context.windows()) {
+    ++number;
+    const QString mnemonic = number < 10 ? QStringLiteral("&") : QString();
+    auto* action = new QAction(
+        QMenu::tr("%1%2  %3 – %4").arg(mnemonic).arg(number).arg(window->windowTitle(), window->subtitle()), &menu);
+    action->setObjectName(name);
+    action->setCheckable(true);
+    action->setChecked(window == &self);
+    QObject::connect(action, &QAction::triggered, window, &TerminalWindow::makeKeyAndOrderFront);
+    menu.addAction(action);
+  }
+}
+
+}  // namespace
+
+QList<QMenu*> makeMenus(QWidget& window, const MenuContext& context) {
+  QList<QMenu*> menus;
+  for (const Item& item : kItems) {
+    const QString title = QMenu::tr(item.menu);
+    if (menus.isEmpty() || menus.back()->title() != title) {
+      auto* menu = new QMenu(title, &window);
+      QObject::connect(menu, &QMenu::aboutToShow, &window, [menu, &context] { validateItems(*menu, context); });
+      QObject::connect(menu, &QMenu::aboutToHide, &window, [menu] {
+        const QList<QAction*> actions = menu->actions();
+        for (QAction* action : actions) {
+          action->setEnabled(true);
+        }
+      });
+      menus.append(menu);
+    }
+    menus.back()->addAction(makeAction(item, window, context, menus.back()));
+    if (item.does == Does::ToggleFullScreen) {
+      QMenu* menu = menus.back();
+      QObject::connect(menu, &QMenu::aboutToShow, &window,
+                       [menu, &window, &context] { listWindows(*menu, window, context); });
+    }
+  }
+  return menus;
+}
+
+void addMenuShortcuts(QWidget& window, const MenuContext& context) {
+  for (const Item& item : kItems) {
+    // The widgets of such a window have their own ways to copy and paste.
+    if (std::string_view(item.menu) == "&Edit" && item.role == QAction::NoRole) continue;
+    if (!item.shortcuts().isEmpty()) window.addAction(makeAction(item, window, context, &window));
+  }
+}
+
+}  // namespace zolt

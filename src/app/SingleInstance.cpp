@@ -1,0 +1,202 @@
+#include "app/SingleInstance.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/file.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+
+#include <QLocalSocket>
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <cerrno>
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <nlohmann/json.hpp>
+#include <thread>
+
+#include "platform/Pipe.h"
+
+namespace zolt {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::seconds kAnswerLimit{5};
+constexpr std::chrono::milliseconds kRetry{20};
+constexpr std::size_t kRequestLimitBytes = 64 * 1024;
+constexpr std::string_view kAnswer = "opened\n";
+
+std::string environmentValue(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? "" : value;
+}
+
+// What makes a display: two starts that name it alike meet. ":0" and its first screen ":0.0" are one display.
+std::string displayName() {
+  std::string x11 = environmentValue("DISPLAY");
+  if (x11.ends_with(".0")) x11.resize(x11.size() - 2);
+  std::string name = environmentValue("QT_QPA_PLATFORM") + "-" + environmentValue("WAYLAND_DISPLAY") + "-" + x11;
+  std::ranges::replace_if(
+      name, [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
+  return name;
+}
+
+bool isOwnPrivateFolder(const std::string& path) {
+  struct stat folder {};
+  return lstat(path.c_str(), &folder) == 0 && S_ISDIR(folder.st_mode) && folder.st_uid == getuid() &&
+         (folder.st_mode & 0077) == 0;
+}
+
+Descriptor connectTo(const std::string& path) {
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  std::memcpy(address.sun_path, path.c_str(), path.size());
+  Descriptor connection(socket(AF_UNIX, SOCK_STREAM, 0));
+  if (!connection) return {};
+  setCloseOnExec(connection.get());
+  fcntl(connection.get(), F_SETFL, O_NONBLOCK);
+  if (connect(connection.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) return {};
+  return connection;
+}
+
+bool isReady(int descriptor, short events, Clock::time_point deadline) {
+  const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+  pollfd waited{.fd = descriptor, .events = events, .revents = 0};
+  return left.count() > 0 && poll(&waited, 1, static_cast<int>(left.count())) == 1;
+}
+
+bool sendAll(int descriptor, std::string_view text, Clock::time_point deadline) {
+  while (!text.empty()) {
+    if (!isReady(descriptor, POLLOUT, deadline)) return false;
+    const ssize_t sent = write(descriptor, text.data(), text.size());
+    if (sent < 0) return false;
+    text.remove_prefix(static_cast<std::size_t>(sent));
+  }
+  return true;
+}
+
+bool isAnswered(int descriptor, Clock::time_point deadline) {
+  std::string answer;
+  std::array<char, 64> buffer{};
+  while (answer.size() < kAnswer.size() && isReady(descriptor, POLLIN, deadline)) {
+    const ssize_t got = read(descriptor, buffer.data(), buffer.size());
+    if (got <= 0) break;
+    answer.append(buffer.data(), static_cast<std::size_t>(got));
+  }
+  return answer == kAnswer;
+}
+
+}  // namespace
+
+std::string OpenRequest::encoded() const {
+  const nlohmann::json request{{"open", "window"}, {"directory", workingDirectory}, {"token", activationToken}};
+  return request.dump(-1, ' ', true, nlohmann::json::error_handler_t::replace) + "\n";
+}
+
+std::optional<OpenRequest> OpenRequest::decoded(std::string_view text) {
+  const auto request = nlohmann::json::parse(text, nullptr, false);
+  if (!request.is_object() || request.value("open", nlohmann::json()) != "window") return std::nullopt;
+  OpenRequest result;
+  if (const auto directory = request.find("directory"); directory != request.end() && directory->is_string()) {
+    result.workingDirectory = directory->get<std::string>();
+  }
+  if (const auto token = request.find("token"); token != request.end() && token->is_string()) {
+    result.activationToken = token->get<std::string>();
+  }
+  return result;
+}
+
+std::string SingleInstance::defaultRuntimeFolder() {
+  std::string folder = environmentValue("XDG_RUNTIME_DIR");
+  if (folder.empty()) {
+    std::error_code ignored;
+    folder = "/tmp/zolt-" + std::to_string(getuid());
+    mkdir(folder.c_str(), 0700);
+  }
+  return isOwnPrivateFolder(folder) ? folder : "";
+}
+
+SingleInstance::SingleInstance(const std::string& runtimeFolder) {
+  const std::string base = runtimeFolder + "/zolt" + displayName();
+  const bool fits = base.size() + std::strlen(".socket") < sizeof sockaddr_un::sun_path;
+  if (runtimeFolder.empty() || !fits) return;
+  m_lockPath = base + ".lock";
+  m_socketPath = base + ".socket";
+}
+
+SingleInstance::~SingleInstance() {
+  if (!m_lock) return;
+  m_server.reset();  // takes the socket away
+  unlink(m_lockPath.c_str());
+}
+
+SingleInstance::Lock SingleInstance::takeLock() {
+  while (true) {
+    Descriptor lock(open(m_lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+    if (!lock) return Lock::Impossible;
+    if (flock(lock.get(), LOCK_EX | LOCK_NB) != 0) return errno == EWOULDBLOCK ? Lock::Held : Lock::Impossible;
+    // An instance that just ended may have taken the file away between opening and locking: then it locks nothing.
+    struct stat locked {};
+    struct stat named {};
+    fstat(lock.get(), &locked);
+    if (stat(m_lockPath.c_str(), &named) == 0 && named.st_ino == locked.st_ino && named.st_dev == locked.st_dev) {
+      m_lock = std::move(lock);
+      return Lock::Taken;
+    }
+  }
+}
+
+bool SingleInstance::forward(const OpenRequest& request) const {
+  const Descriptor connection = connectTo(m_socketPath);
+  const auto deadline = Clock::now() + kAnswerLimit;
+  return connection && sendAll(connection.get(), request.encoded(), deadline) && isAnswered(connection.get(), deadline);
+}
+
+SingleInstance::Outcome SingleInstance::claim(const OpenRequest& request) {
+  if (m_lockPath.empty()) return Outcome::Unshared;
+  const auto deadline = Clock::now() + kAnswerLimit;
+  // Between taking the lock and serving, and between serving no more and giving the lock up, an instance does not
+  // answer for a moment.
+  while (Clock::now() < deadline) {
+    const Lock lock = takeLock();
+    if (lock == Lock::Taken) return Outcome::First;
+    if (lock == Lock::Impossible) return Outcome::Unshared;
+    if (forward(request)) return Outcome::Forwarded;
+    std::this_thread::sleep_for(kRetry);
+  }
+  return Outcome::Unshared;
+}
+
+bool SingleInstance::serve(std::function<void(const OpenRequest& request)> open) {
+  unlink(m_socketPath.c_str());
+  m_server = std::make_unique<QLocalServer>();
+  m_server->setSocketOptions(QLocalServer::UserAccessOption);
+  QObject::connect(m_server.get(), &QLocalServer::newConnection, m_server.get(), [server = m_server.get(), open] {
+    while (QLocalSocket* connection = server->nextPendingConnection()) {
+      QObject::connect(connection, &QLocalSocket::disconnected, connection, &QObject::deleteLater);
+      QObject::connect(connection, &QLocalSocket::readyRead, connection, [connection, open] {
+        if (!connection->canReadLine()) {
+          if (connection->bytesAvailable() > static_cast<qint64>(kRequestLimitBytes)) connection->abort();
+          return;
+        }
+        const std::string line = connection->readLine(kRequestLimitBytes).toStdString();
+        if (const auto request = OpenRequest::decoded(line)) {
+          open(*request);
+          connection->write(kAnswer.data(), static_cast<qint64>(kAnswer.size()));
+        }
+        connection->disconnectFromServer();
+      });
+    }
+  });
+  if (m_server->listen(QString::fromStdString(m_socketPath))) return true;
+  unlink(m_lockPath.c_str());
+  m_lock.reset();
+  return false;
+}
+
+}  // namespace zolt

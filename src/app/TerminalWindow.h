@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QString>
+#include <memory>
+
+#include "app/TerminalWindowController.h"
+
+namespace zolt {
+
+/// A terminal's window: 900 by 600, in the middle of the screen, or at its corner where it is too large for it.
+///
+/// Closing hides it; its terminal goes on until the window is released. Main thread.
+class TerminalWindow : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  TerminalWindow(const QString& title, const QString& subtitle, std::unique_ptr<TerminalWindowController> controller);
+  ~TerminalWindow() override;
+
+  TerminalWindowController& contentViewController() { return *m_controller; }
+  /// Stands at the end of the menu bar, where the window has one. Set once.
+  const QString& subtitle() const { return m_subtitle; }
+
+  /// Moves the window to the middle of its screen.
+  void center();
+  /// Shows the window before all others and gives it the keyboard.
+  void makeKeyAndOrderFront();
+
+ private:
+  QString m_subtitle;
+  std::unique_ptr<TerminalWindowController> m_controller;
+};
+
+}  // namespace zolt

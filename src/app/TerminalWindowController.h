@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QObject>
+#include <memory>
+#include <vector>
+
+#include "view/ContentView.h"
+
+namespace zolt {
+
+/// Hosts the content of one terminal window, and the terminals that were added to it. Main thread.
+class TerminalWindowController : public QObject {
+  Q_OBJECT
+
+ public:
+  /// Takes over `rootView`, for as long as no window does.
+  explicit TerminalWindowController(std::unique_ptr<ContentView> rootView);
+  ~TerminalWindowController() override;
+
+  ContentView& rootView() { return *m_rootView; }
+  /// Hands the root view over to the window that shows it; it stays the root view.
+  std::unique_ptr<ContentView> releaseRootView() { return std::move(m_ownedRootView); }
+
+  /// Starts one more terminal with the default shell. It is not shown, deliberately: the log display has no tabs.
+  void addTab();
+
+  const std::vector<std::unique_ptr<TerminalController>>& terminals() const { return m_terminals; }
+  /// Declared; nothing sets it.
+  TerminalController* currentTerminal() const { return m_currentTerminal; }
+
+ private:
+  std::unique_ptr<ContentView> m_ownedRootView;
+  ContentView* m_rootView;
+  std::vector<std::unique_ptr<TerminalController>> m_terminals;
+  TerminalController* m_currentTerminal = nullptr;
+};
+
+}  // namespace zolt

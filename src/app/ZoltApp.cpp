@@ -1,0 +1,74 @@
+#include "app/ZoltApp.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QMenuBar>
+
+#include "app/AboutWindow.h"
+#include "desktop/DesktopPalette.h"
+
+namespace zolt {
+
+namespace {
+
+// A small label at the end of the menu bar.
+QLabel* makeSubtitle(const QString& text, QWidget* parent) {
+  auto* label = new QLabel(text, parent);
+  label->setObjectName(QStringLiteral("subtitle"));
+  label->setForegroundRole(QPalette::PlaceholderText);
+  label->setContentsMargins(0, 0, 10, 0);
+  label->setAlignment(Qt::AlignCenter);
+  return label;
+}
+
+// The bar belongs to the terminal below it, and is as black.
+QPalette barPalette() {
+  QPalette palette = darkPalette();
+  palette.setColor(QPalette::Window, Qt::black);
+  palette.setColor(QPalette::Button, Qt::black);
+  return palette;
+}
+
+}  // namespace
+
+ZoltApp::ZoltApp(Config& config, UserDefaults& defaults)
+    : m_appDelegate(
+          std::make_unique<AppDelegate>(config, defaults, [this](TerminalWindow& window) { prepareWindow(window); })),
+      m_actions({m_appDelegate.get(), this, QCoreApplication::instance()}),
+      m_menus{.actions = m_actions, .windows = [this] { return windowsOnScreen(); }} {
+  QApplication::setQuitOnLastWindowClosed(AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
+}
+
+ZoltApp::~ZoltApp() = default;
+
+std::vector<TerminalWindow*> ZoltApp::windowsOnScreen() const {
+  std::vector<TerminalWindow*> windows;
+  for (const auto& window : m_appDelegate->windows()) {
+    if (window->isVisible()) windows.push_back(window.get());
+  }
+  return windows;
+}
+
+void ZoltApp::prepareWindow(TerminalWindow& window) {
+  QMenuBar* bar = window.menuBar();
+  bar->setPalette(barPalette());
+  const QList<QMenu*> menus = makeMenus(window, m_menus);
+  for (QMenu* menu : menus) {
+    bar->addMenu(menu);
+  }
+  bar->setCornerWidget(makeSubtitle(window.subtitle(), bar));
+}
+
+void ZoltApp::showPreferences() {}
+
+void ZoltApp::showAbout() {
+  if (!m_about) {
+    m_about = std::make_unique<AboutWindow>();
+    addMenuShortcuts(*m_about, m_menus);
+  }
+  m_about->show();
+  m_about->raise();
+  m_about->activateWindow();
+}
+
+}  // namespace zolt

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QObject>
+#include <QWidget>
+#include <memory>
+#include <vector>
+
+#include "app/ActionChain.h"
+#include "app/AppDelegate.h"
+#include "app/Menus.h"
+
+namespace zolt {
+
+/// The application's scenes: terminal windows with their menus, and the settings. Performs the actions
+/// "showPreferences" and "showAbout". Main thread.
+class ZoltApp : public QObject {
+  Q_OBJECT
+
+ public:
+  /// Over the user's own settings; `defaults` and `config` must outlive the application.
+  ZoltApp(Config& config, UserDefaults& defaults);
+  ~ZoltApp() override;
+
+  AppDelegate& appDelegate() { return *m_appDelegate; }
+  const ActionChain& actions() const { return m_actions; }
+
+  Q_INVOKABLE void showPreferences();
+  Q_INVOKABLE void showAbout();
+
+ private:
+  void prepareWindow(TerminalWindow& window);
+  std::vector<TerminalWindow*> windowsOnScreen() const;
+
+  std::unique_ptr<AppDelegate> m_appDelegate;
+  ActionChain m_actions;
+  MenuContext m_menus;
+  std::unique_ptr<QWidget> m_about;
+};
+
+}  // namespace zolt

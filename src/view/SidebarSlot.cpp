@@ -1,0 +1,56 @@
+#include "view/SidebarSlot.h"
+
+#include <QStyle>
+#include <utility>
+
+namespace zolt {
+
+namespace {
+
+constexpr int kDurationMs = 250;
+
+}  // namespace
+
+SidebarSlot::SidebarSlot(MakeContent makeContent, QWidget* parent)
+    : QWidget(parent), m_makeContent(std::move(makeContent)) {
+  setFixedWidth(0);
+  hide();
+  m_animation.setEasingCurve(QEasingCurve::InOutQuad);
+  connect(&m_animation, &QVariantAnimation::valueChanged, this,
+          [this](const QVariant& width) { setFixedWidth(width.toInt()); });
+  connect(&m_animation, &QVariantAnimation::finished, this, &SidebarSlot::settle);
+}
+
+void SidebarSlot::setRevealed(bool revealed) {
+  if (m_revealed == revealed) return;
+  m_revealed = revealed;
+  Q_EMIT aboutToMove();
+  if (revealed && m_content == nullptr) {
+    m_content = m_makeContent(this);
+    m_content->setFixedWidth(fullWidth);
+    m_content->show();
+  }
+  show();
+  // A change of mind turns around where it is.
+  m_animation.stop();
+  m_animation.setStartValue(width());
+  m_animation.setEndValue(revealed ? fullWidth : 0);
+  const bool wanted = style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) > 0;
+  m_animation.setDuration(wanted && window()->isVisible() ? kDurationMs : 0);
+  m_animation.start();
+}
+
+void SidebarSlot::settle() {
+  if (!m_revealed) {
+    delete std::exchange(m_content, nullptr);
+    hide();
+  }
+  Q_EMIT settled();
+}
+
+void SidebarSlot::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  if (m_content != nullptr) m_content->setGeometry(width() - fullWidth, 0, fullWidth, height());
+}
+
+}  // namespace zolt

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QVariantAnimation>
+#include <QWidget>
+#include <functional>
+
+namespace zolt {
+
+/// A place at the left edge of a window whose content slides in and out.
+///
+/// The content exists only while it is shown. It keeps its width while it slides: the slot uncovers it. Main thread.
+class SidebarSlot : public QWidget {
+  Q_OBJECT
+
+ public:
+  static constexpr int fullWidth = 250;
+  using MakeContent = std::function<QWidget*(QWidget* parent)>;
+
+  explicit SidebarSlot(MakeContent makeContent, QWidget* parent = nullptr);
+
+  bool isRevealed() const { return m_revealed; }
+  bool isMoving() const { return m_animation.state() == QAbstractAnimation::Running; }
+  /// Slides, or jumps where the desktop wants no animations and while the slot is not on screen.
+  void setRevealed(bool revealed);
+
+ Q_SIGNALS:
+  /// Before the width changes for the first time, and after it has changed for the last.
+  void aboutToMove();
+  void settled();
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void settle();
+
+  MakeContent m_makeContent;
+  QWidget* m_content = nullptr;  // a child, while shown
+  bool m_revealed = false;
+  QVariantAnimation m_animation;
+};
+
+}  // namespace zolt

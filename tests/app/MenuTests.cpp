@@ -1,0 +1,171 @@
+#include <QApplication>
+#include <QClipboard>
+#include <QLabel>
+#include <QMenuBar>
+
+#include "AppFixture.h"
+#include "app/ZoltApp.h"
+#include "platform/NotificationCenter.h"
+#include "view/Notifications.h"
+
+namespace zolt {
+namespace {
+
+QString plain(QString text) {
+  return text.remove(QLatin1Char('&'));
+}
+
+class MenuTest : public testing::Test {
+ protected:
+  void SetUp() override { open({"wait"}); }
+
+  void open(std::vector<std::string> mode) {
+    window = &app.appDelegate().openWindow(
+        {.shell = Shell{.name = "Child", .executable = ZOLT_TEST_CHILD, .args = std::move(mode), .icon = "terminal"},
+         .restart = TerminalController::Restart::Never,
+         .workingDirectory = {}});
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+  }
+  QMenu* menu(const char* title) {
+    const QList<QAction*> actions = window->menuBar()->actions();
+    for (QAction* each : actions) {
+      if (plain(each->text()) == QLatin1String(title)) return each->menu();
+    }
+    return nullptr;
+  }
+  QAction* item(const char* inMenu, const char* title) {
+    const QList<QAction*> actions = menu(inMenu)->actions();
+    for (QAction* each : actions) {
+      if (plain(each->text()) == QLatin1String(title)) return each;
+    }
+    return nullptr;
+  }
+  // Each item with its shortcut, "-" for a separator.
+  QStringList items(const char* inMenu) {
+    QStringList found;
+    const QList<QAction*> actions = menu(inMenu)->actions();
+    for (const QAction* each : actions) {
+      found << (each->isSeparator() ? QStringLiteral("-")
+                                    : plain(each->text()) + QLatin1Char('|') + each->shortcut().toString());
+    }
+    return found;
+  }
+  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::ControlModifier | Qt::ShiftModifier) {
+    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+  }
+  int posted(const char* name, const std::function<void()>& action) {
+    int count = 0;
+    const QObject observer;
+    NotificationCenter::defaultCenter().addObserver(&observer, name, [&] { ++count; });
+    action();
+    return count;
+  }
+
+  QTemporaryDir folder;
+  UserDefaults defaults{folder.filePath(QStringLiteral("zolt.ini")).toStdString()};
+  Config config{defaults};
+  ZoltApp app{config, defaults};
+  TerminalWindow* window = nullptr;
+};
+
+TEST_F(MenuTest, HoldTheItemsOfTheApplicationWithTheirShortcuts) {
+  EXPECT_EQ(items("File"),
+            (QStringList{QStringLiteral("New Window|Ctrl+Shift+N"), QStringLiteral("New Tab|Ctrl+Shift+T"),
+                         QStringLiteral("-"), QStringLiteral("Close Window|Ctrl+Shift+W"), QStringLiteral("-"),
+                         QStringLiteral("Quit|Ctrl+Shift+Q")}));
+  EXPECT_EQ(items("Edit"), (QStringList{QStringLiteral("Copy|Ctrl+Shift+C"), QStringLiteral("Paste|Ctrl+Shift+V"),
+                                        QStringLiteral("Select All|Ctrl+Shift+A"), QStringLiteral("-"),
+                                        QStringLiteral("Preferences...|Ctrl+,")}));
+  EXPECT_EQ(items("Terminal"), (QStringList{QStringLiteral("Clear Screen|Ctrl+Shift+K"),
+                                            QStringLiteral("Toggle Homebrew Sidebar|Ctrl+Shift+B")}));
+  EXPECT_EQ(items("Help"), (QStringList{QStringLiteral("About Zolt|"), QStringLiteral("Check for Updates...|")}));
+  EXPECT_EQ(window->menuBar()->actions().size(), 5);
+  EXPECT_NE(menu("Window"), nullptr);
+}
+
+TEST_F(MenuTest, OpenAWindowByTheCommandKey) {
+  press(Qt::Key_N);
+  EXPECT_EQ(app.appDelegate().windows().size(), 2U);
+  press(Qt::Key_N, Qt::MetaModifier);
+  EXPECT_EQ(app.appDelegate().windows().size(), 3U);
+}
+
+TEST_F(MenuTest, AddATabByTheCommandKey) {
+  press(Qt::Key_T);
+  EXPECT_EQ(window->contentViewController().terminals().size(), 1U);
+}
+
+TEST_F(MenuTest, PostTheNotificationsOfTheTerminalMenu) {
+  EXPECT_EQ(posted(clearTerminal, [this] { press(Qt::Key_K); }), 1);
+  EXPECT_EQ(posted(toggleBrewSidebar, [this] { press(Qt::Key_B); }), 1);
+  EXPECT_EQ(posted(toggleBrewSidebar, [this] { press(Qt::Key_B, Qt::MetaModifier | Qt::ShiftModifier); }), 1);
+}
+
+TEST_F(MenuTest, PostThemWithoutAnyTerminalWindowToo) {
+  window->close();
+  EXPECT_EQ(posted(clearTerminal, [this] { item("Terminal", "Clear Screen")->trigger(); }), 1);
+  EXPECT_EQ(posted(toggleBrewSidebar, [this] { item("Terminal", "Toggle Homebrew Sidebar")->trigger(); }), 1);
+}
+
+TEST_F(MenuTest, CopyWhatIsSelectedInTheTerminal) {
+  ASSERT_TRUE(
+      test::waitFor([&] { return window->contentViewController().rootView().textView().textStorage().size() >= 7; }));
+  QApplication::clipboard()->clear();
+  press(Qt::Key_A);
+  press(Qt::Key_C);
+  EXPECT_TRUE(QApplication::clipboard()->text().startsWith(QStringLiteral("waiting")));
+}
+
+TEST_F(MenuTest, PasteIntoTheTerminalOnce) {
+  open({"cat"});
+  TerminalNSTextView& view = window->contentViewController().rootView().textView();
+  const auto shown = [&] { return view.textStorage().text(0, view.textStorage().size()); };
+  ASSERT_TRUE(test::waitFor([&] { return shown().find("ready") != std::string::npos; }));
+  QApplication::clipboard()->setText(QStringLiteral("pasted;"));
+  press(Qt::Key_V);
+  ASSERT_TRUE(test::waitFor([&] { return shown().find("pasted;") != std::string::npos; }));
+  test::runLoopFor(std::chrono::milliseconds(50));
+  EXPECT_EQ(shown().find("pasted;"), shown().rfind("pasted;"));
+}
+
+TEST_F(MenuTest, CloseTheWindowAndKeepIt) {
+  press(Qt::Key_W);
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(app.appDelegate().windows().size(), 1U);
+}
+
+TEST_F(MenuTest, LeaveControlAloneToTheShell) {
+  press(Qt::Key_N, Qt::ControlModifier);
+  press(Qt::Key_W, Qt::ControlModifier);
+  EXPECT_EQ(app.appDelegate().windows().size(), 1U);
+  EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(MenuTest, ListTheWindowsOnScreen) {
+  TerminalWindow* first = window;
+  open({"wait"});
+  open({"wait"});
+  window->close();
+  window = first;
+  Q_EMIT menu("Window")->aboutToShow();
+  QStringList titles;
+  const QList<QAction*> actions = menu("Window")->findChildren<QAction*>(QStringLiteral("windowItem"));
+  for (const QAction* each : actions) {
+    titles << plain(each->text()) + (each->isChecked() ? QStringLiteral("*") : QString());
+  }
+  const QString subtitle = first->subtitle();
+  EXPECT_EQ(titles, (QStringList{QStringLiteral("1  Zolt – ") + subtitle + QLatin1Char('*'),
+                                 QStringLiteral("2  Zolt – ") + subtitle}));
+  actions.back()->trigger();
+  EXPECT_TRUE(QTest::qWaitForWindowActive(app.appDelegate().windows()[1].get()));
+}
+
+TEST_F(MenuTest, ShowTheSubtitleBesideThem) {
+  const auto* label = window->findChild<QLabel*>(QStringLiteral("subtitle"));
+  ASSERT_NE(label, nullptr);
+  EXPECT_TRUE(label->isVisible());
+  EXPECT_EQ(label->text(), window->subtitle());
+}
+
+}  // namespace
+}  // namespace zolt

@@ -1,0 +1,153 @@
+#include "app/SingleInstance.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QDir>
+#include <QFile>
+#include <QLocalSocket>
+#include <QTemporaryDir>
+#include <future>
+#include <vector>
+
+#include "support/WaitFor.h"
+
+namespace zolt {
+namespace {
+
+using Outcome = SingleInstance::Outcome;
+
+class SingleInstanceTest : public testing::Test {
+ protected:
+  std::string path() const { return folder.path().toStdString(); }
+  QStringList files() const {
+    return QDir(folder.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System);
+  }
+
+  // What a second start hears, while this one's event loop runs.
+  Outcome secondStart(const OpenRequest& request) {
+    auto outcome = std::async(std::launch::async, [&] { return SingleInstance(path()).claim(request); });
+    test::waitFor([&] { return outcome.wait_for(std::chrono::seconds(0)) == std::future_status::ready; });
+    return outcome.get();
+  }
+
+  QTemporaryDir folder;
+};
+
+TEST_F(SingleInstanceTest, IsTheFirstWhereNoneRuns) {
+  SingleInstance instance(path());
+  EXPECT_EQ(instance.claim({}), Outcome::First);
+  EXPECT_TRUE(instance.isFirst());
+}
+
+TEST_F(SingleInstanceTest, OpensAWindowInTheRunningOneForASecondStart) {
+  SingleInstance instance(path());
+  ASSERT_EQ(instance.claim({}), Outcome::First);
+  std::vector<OpenRequest> opened;
+  ASSERT_TRUE(instance.serve([&](const OpenRequest& request) { opened.push_back(request); }));
+  EXPECT_EQ(secondStart({.workingDirectory = "/a b/\"c\"\n", .activationToken = "token"}), Outcome::Forwarded);
+  EXPECT_EQ(secondStart({.workingDirectory = "/d", .activationToken = ""}), Outcome::Forwarded);
+  ASSERT_EQ(opened.size(), 2U);
+  EXPECT_EQ(opened[0].workingDirectory, "/a b/\"c\"\n");
+  EXPECT_EQ(opened[0].activationToken, "token");
+  EXPECT_EQ(opened[1].workingDirectory, "/d");
+}
+
+TEST_F(SingleInstanceTest, WaitsForAFirstOneThatIsStillStarting) {
+  SingleInstance instance(path());
+  ASSERT_EQ(instance.claim({}), Outcome::First);
+  int opened = 0;
+  auto second = std::async(std::launch::async, [&] { return SingleInstance(path()).claim({}); });
+  test::runLoopFor(std::chrono::milliseconds(200));
+  ASSERT_TRUE(instance.serve([&](const OpenRequest&) { ++opened; }));
+  test::waitFor([&] { return second.wait_for(std::chrono::seconds(0)) == std::future_status::ready; });
+  EXPECT_EQ(second.get(), Outcome::Forwarded);
+  EXPECT_EQ(opened, 1);
+}
+
+TEST_F(SingleInstanceTest, LeavesNoFileBehind) {
+  {
+    SingleInstance instance(path());
+    ASSERT_EQ(instance.claim({}), Outcome::First);
+    ASSERT_TRUE(instance.serve([](const OpenRequest&) {}));
+    EXPECT_EQ(files().size(), 2);
+  }
+  EXPECT_TRUE(files().isEmpty()) << files().join(QLatin1Char(' ')).toStdString();
+}
+
+TEST_F(SingleInstanceTest, LeavesTheFilesOfTheRunningOneAlone) {
+  SingleInstance instance(path());
+  ASSERT_EQ(instance.claim({}), Outcome::First);
+  ASSERT_TRUE(instance.serve([](const OpenRequest&) {}));
+  EXPECT_EQ(secondStart({}), Outcome::Forwarded);
+  EXPECT_EQ(files().size(), 2);
+  EXPECT_EQ(secondStart({}), Outcome::Forwarded);
+}
+
+TEST_F(SingleInstanceTest, TakesOverFromOneThatWasKilled) {
+  std::string socketPath;
+  const pid_t child = fork();
+  if (child == 0) {
+    SingleInstance killed(path());
+    const bool first = killed.claim({}) == Outcome::First;
+    QFile(QString::fromStdString(killed.socketPath())).open(QIODevice::WriteOnly);  // what its socket leaves behind
+    _exit(first ? 0 : 1);
+  }
+  int status = -1;
+  waitpid(child, &status, 0);
+  ASSERT_EQ(status, 0);
+  ASSERT_EQ(files().size(), 2);
+  SingleInstance instance(path());
+  EXPECT_EQ(instance.claim({}), Outcome::First);
+  EXPECT_TRUE(instance.serve([](const OpenRequest&) {}));
+  EXPECT_EQ(secondStart({}), Outcome::Forwarded);
+}
+
+TEST_F(SingleInstanceTest, GoesOnAloneWhereThereIsNoPlaceForALock) {
+  EXPECT_EQ(SingleInstance("").claim({}), Outcome::Unshared);
+  EXPECT_EQ(SingleInstance(path() + "/missing").claim({}), Outcome::Unshared);
+  EXPECT_EQ(SingleInstance(path() + std::string(200, 'x')).claim({}), Outcome::Unshared);
+}
+
+TEST_F(SingleInstanceTest, OpensNothingForWhatIsNoRequest) {
+  SingleInstance instance(path());
+  ASSERT_EQ(instance.claim({}), Outcome::First);
+  int opened = 0;
+  ASSERT_TRUE(instance.serve([&](const OpenRequest&) { ++opened; }));
+  const std::vector<QByteArray> lines{"\n",      "{}\n",       "{\"open\":\"file\"}\n",
+                                      "[1,2]\n", "\xFF\xFE\n", QByteArray(200'000, 'x')};
+  for (const QByteArray& line : lines) {
+    QLocalSocket socket;
+    socket.connectToServer(QString::fromStdString(instance.socketPath()));
+    socket.write(line);
+    EXPECT_TRUE(test::waitFor([&] { return socket.state() == QLocalSocket::UnconnectedState; }));
+    EXPECT_EQ(socket.readAll(), QByteArray());
+  }
+  EXPECT_EQ(opened, 0);
+  EXPECT_EQ(secondStart({}), Outcome::Forwarded);
+}
+
+TEST_F(SingleInstanceTest, LetsNobodyElseUseItsSocket) {
+  SingleInstance instance(path());
+  ASSERT_EQ(instance.claim({}), Outcome::First);
+  ASSERT_TRUE(instance.serve([](const OpenRequest&) {}));
+  struct stat socket {};
+  ASSERT_EQ(stat(instance.socketPath().c_str(), &socket), 0);
+  EXPECT_EQ(socket.st_mode & 0077, 0U);
+}
+
+TEST(RuntimeFolder, MustBelongToTheUserAlone) {
+  const QByteArray before = qgetenv("XDG_RUNTIME_DIR");
+  QTemporaryDir folder;
+  qputenv("XDG_RUNTIME_DIR", folder.path().toUtf8());
+  chmod(folder.path().toUtf8().constData(), 0755);
+  EXPECT_EQ(SingleInstance::defaultRuntimeFolder(), "");
+  chmod(folder.path().toUtf8().constData(), 0700);
+  EXPECT_EQ(SingleInstance::defaultRuntimeFolder(), folder.path().toStdString());
+  qputenv("XDG_RUNTIME_DIR", before);
+}
+
+}  // namespace
+}  // namespace zolt
