@@ -26,7 +26,7 @@ class ChildProcess {
     std::vector<std::string> arguments;  ///< without the program's own name
     Environment environment;
     std::string workingDirectory{};  ///< this process's when empty
-    int standardInput = -1;  ///< descriptors of the caller, which keeps them
+    int standardInput = -1;          ///< descriptors of the caller, which keeps them
     int standardOutput = -1;
     int standardError = -1;
     /// Controlling: the child leads a session of its own, and its standard input is the session's terminal.

@@ -1,15 +1,21 @@
 #include "platform/SettingsFile.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
+#include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QStringDecoder>
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstring>
 #include <optional>
+#include <thread>
 
 #include "base/Result.h"
 
@@ -19,6 +25,9 @@ namespace {
 
 constexpr qint64 kLineLimitBytes = 64 * 1024;
 constexpr int kMostCopies = 1000;
+constexpr int kLeftoverAgeSeconds = 60;
+constexpr std::chrono::seconds kLockLimit{2};
+constexpr std::chrono::milliseconds kLockRetry{2};
 
 bool isPlainText(const QByteArray& line) {
   QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
@@ -41,6 +50,16 @@ bool runsOn(const QByteArray& line) {
   return quoted || escaped;
 }
 
+// Values of types of the toolkit's own are never written here, and building them from any bytes is not safe.
+bool holdsEncodedObject(const QByteArray& line) {
+  for (const char* form : {"@Variant(", "@DateTime("}) {
+    for (qsizetype at = line.indexOf(form); at >= 0; at = line.indexOf(form, at + 1)) {
+      if (at == 0 || line[at - 1] != '@') return true;
+    }
+  }
+  return false;
+}
+
 // A line of an INI file as it is written by whoever writes it whole.
 bool isReadable(const QByteArray& line) {
   const QByteArray text = line.trimmed();
@@ -48,7 +67,7 @@ bool isReadable(const QByteArray& line) {
   if (!isPlainText(text)) return false;
   if (text.startsWith(';')) return true;
   if (text.startsWith('[')) return text.endsWith(']');
-  return text.indexOf('=') > 0 && !runsOn(text);
+  return text.indexOf('=') > 0 && !runsOn(text) && !holdsEncodedObject(text);
 }
 
 struct Salvage {
@@ -126,10 +145,41 @@ bool mend(const QString& name) {
   return static_cast<bool>(replaced);
 }
 
+// What a process that was killed while it saved left behind: "FILE.XXXXXX".
+void removeLeftovers(const QString& name) {
+  const QFileInfo file(name);
+  QDir folder = file.dir();
+  const QDateTime old = QDateTime::currentDateTimeUtc().addSecs(-kLeftoverAgeSeconds);
+  const QFileInfoList found = folder.entryInfoList({file.fileName() + QStringLiteral(".??????")}, QDir::Files);
+  for (const QFileInfo& each : found) {
+    if (each.lastModified() < old) folder.remove(each.fileName());
+  }
+}
+
 }  // namespace
+
+SettingsFileLock::SettingsFileLock(const QString& name)
+    : m_folder(open(QFile::encodeName(QFileInfo(name).path()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+  if (!m_folder) return;
+  const auto deadline = std::chrono::steady_clock::now() + kLockLimit;
+  while (flock(m_folder.get(), LOCK_EX | LOCK_NB) != 0) {
+    if (errno != EWOULDBLOCK || std::chrono::steady_clock::now() > deadline) return;
+    std::this_thread::sleep_for(kLockRetry);
+  }
+  QFile::remove(name + QStringLiteral(".lock"));
+}
+
+void makeSettingsFilePrivately(const QString& name) {
+  const QFileInfo file(name);
+  if (file.exists() || name.isEmpty()) return;
+  QDir().mkpath(file.path());
+  const int made = open(QFile::encodeName(name).constData(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0600);
+  if (made >= 0) close(made);
+}
 
 SettingsFile openSettingsFile(const std::string& file) {
   const QString name = QFile::decodeName(file.c_str());
+  removeLeftovers(name);
   const bool mayWrite = mend(name);
   // What could not be mended may be of any size: it is left alone.
   const bool tooLarge = QFileInfo(name).size() > kSettingsFileLimitBytes;

@@ -4,6 +4,8 @@
 #include <memory>
 #include <string>
 
+#include "platform/Descriptor.h"
+
 namespace zolt {
 
 /// The most bytes that a file of settings has; a larger one is taken for broken.
@@ -20,5 +22,21 @@ struct SettingsFile {
 /// beside it ("FILE.unreadable", with a number where that is taken), the file is written anew with what can be read,
 /// and one line on standard error says so.
 SettingsFile openSettingsFile(const std::string& file);
+
+/// While it lives, no other process of ours writes the file: an advisory lock on its folder, which ends with its
+/// process however that ends. Waits for at most two seconds for another's.
+///
+/// The toolkit's own lock is a file beside the settings, and one that was made by a process that was killed before it
+/// wrote its name there keeps everyone waiting for half a minute. It is taken away here, where it can be nobody's.
+class SettingsFileLock {
+ public:
+  explicit SettingsFileLock(const QString& name);
+
+ private:
+  Descriptor m_folder;
+};
+
+/// Makes a file that does not exist yet, empty, so that only its owner may read what will stand in it.
+void makeSettingsFilePrivately(const QString& name);
 
 }  // namespace zolt

@@ -116,6 +116,11 @@ void UserDefaults::set(const std::string& key, std::optional<std::string> value)
 void UserDefaults::synchronize() {
   m_writing.stop();
   if (!m_store.mayWrite) return;
+  std::optional<SettingsFileLock> lock;
+  if (!m_waiting.empty() && m_store.settings->format() == QSettings::IniFormat) {
+    makeSettingsFilePrivately(m_store.settings->fileName());
+    lock.emplace(m_store.settings->fileName());
+  }
   for (const auto& [key, value] : std::exchange(m_waiting, {})) {
     const QString name = QString::fromStdString(key);
     if (value) {

@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
@@ -10,8 +14,9 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-std::vector<Json> inspect(const std::vector<std::string>& arguments, const std::string& input = {}) {
-  const test::ProgramResult result = test::runProgram(ZOLT_INSPECT, arguments, input);
+std::vector<Json> inspect(const std::vector<std::string>& arguments, const std::string& input = {},
+                          const std::map<std::string, std::string>& environment = {}) {
+  const test::ProgramResult result = test::runProgram(ZOLT_INSPECT, arguments, input, environment);
   EXPECT_EQ(result.status, 0) << result.errors;
   std::vector<Json> lines;
   std::istringstream stream(result.output);
@@ -109,6 +114,33 @@ TEST(InspectShells, PrintsTheCatalogueInItsEncodedForm) {
   EXPECT_TRUE(values[0]["defaultShell"].contains("executable"));
 }
 
+std::vector<Json> defaultsOf(const std::string& content) {
+  const QTemporaryDir folder;
+  QDir(folder.path()).mkpath(QStringLiteral("zolt"));
+  QFile file(folder.filePath(QStringLiteral("zolt/zolt.ini")));
+  EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(QByteArray::fromStdString(content));
+  file.close();
+  return inspect({"defaults"}, {}, {{"XDG_CONFIG_HOME", folder.path().toStdString()}});
+}
+
+TEST(InspectDefaults, PrintsTheSettingsOfAFreshUserInTheirOrder) {
+  const auto values = defaultsOf("");
+  ASSERT_EQ(values.size(), 1U);
+  EXPECT_EQ(values[0].dump(),
+            R"({"theme":"Dark","fontSize":14.0,"fontFamily":"SF Mono","lineSpacing":1.2,"cursorStyle":"Block",)"
+            R"("cursorBlink":false,"scrollbackLines":10000,"opacity":1.0,"blurBackground":false,"startupShell":"",)"
+            R"("startupCommand":"","selectedTheme":"Dark"})");
+}
+
+TEST(InspectDefaults, PrintsWhatIsStored) {
+  const auto values = defaultsOf("[General]\ntheme=Light\nfontSize=3.5\ncursorBlink=YES\nstartupShell=/bin/zsh\n");
+  EXPECT_EQ(values[0]["theme"], "Light");
+  EXPECT_EQ(values[0]["fontSize"], 3.5);
+  EXPECT_EQ(values[0]["cursorBlink"], true);
+  EXPECT_EQ(values[0]["startupShell"], "/bin/zsh");
+}
+
 TEST(Inspect, AnswersAWrongCallWithOneLineAndStatusTwo) {
   const std::vector<std::vector<std::string>> wrong{{},
                                                     {"nonsense"},
@@ -120,6 +152,7 @@ TEST(Inspect, AnswersAWrongCallWithOneLineAndStatusTwo) {
                                                     {"parse", "--chunk", "0"},
                                                     {"parse", "--chunk", "1x"},
                                                     {"shells", "--chunk", "3"},
+                                                    {"defaults", "extra"},
                                                     {"parse", "extra"}};
   for (const auto& arguments : wrong) {
     const test::ProgramResult result = test::runProgram(ZOLT_INSPECT, arguments);

@@ -11,7 +11,9 @@
 
 #include "emulation/ANSIParser.h"
 #include "emulation/TerminalScreenBuffer.h"
+#include "platform/StoredString.h"
 #include "session/ShellManager.h"
+#include "settings/Config.h"
 #include "text/GraphemeClusters.h"
 
 namespace zolt::inspect {
@@ -127,6 +129,27 @@ Result<void> shells(const Request& request, std::ostream& out) {
   return {};
 }
 
+Result<void> defaults(const Request& request, std::ostream& out) {
+  if (!request.arguments.empty()) return Failure{"defaults takes no arguments"};
+  Config& config = Config::shared();
+  config.setupDefaults();
+  UserDefaults& stored = UserDefaults::standard();
+  const Json settings{{"theme", rawValue(config.theme)},
+                      {"fontSize", config.fontSize.value()},
+                      {"fontFamily", config.fontFamily.value()},
+                      {"lineSpacing", config.lineSpacing.value()},
+                      {"cursorStyle", rawValue(config.cursorStyle)},
+                      {"cursorBlink", config.cursorBlink.value()},
+                      {"scrollbackLines", config.scrollbackLines.value()},
+                      {"opacity", config.opacity.value()},
+                      {"blurBackground", config.blurBackground.value()},
+                      {"startupShell", StoredString(stored, "startupShell", "").value()},
+                      {"startupCommand", StoredString(stored, "startupCommand", "").value()},
+                      {"selectedTheme", StoredString(stored, "selectedTheme", "Dark").value()}};
+  out << settings.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+  return {};
+}
+
 }  // namespace
 
 const std::vector<Command>& commands() {
@@ -134,6 +157,7 @@ const std::vector<Command>& commands() {
       {"parse", "", "the styled runs of standard input in the log display, one a line", true, parse},
       {"grid", "ROWS COLS", "the character grid after standard input", true, grid},
       {"shells", "", "the shells of this machine, and the default", false, shells},
+      {"defaults", "", "the settings as they are loaded", false, defaults},
   };
   return list;
 }

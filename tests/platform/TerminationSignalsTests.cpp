@@ -1,0 +1,52 @@
+#include "platform/TerminationSignals.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+#include "support/WaitFor.h"
+
+namespace zolt {
+namespace {
+
+TEST(TerminationSignals, CallTheProgramInsteadOfEndingIt) {
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    int asked = 0;
+    const TerminationSignals signals([&] { ++asked; });
+    std::raise(signal);
+    EXPECT_EQ(asked, 0) << "never from within the signal";
+    EXPECT_TRUE(test::waitFor([&] { return asked == 1; }));
+  }
+}
+
+TEST(TerminationSignals, DoWhatTheyDidBeforeOnceItIsGone) {
+  {
+    const TerminationSignals signals([] {});
+  }
+  EXPECT_EXIT(std::raise(SIGTERM), testing::KilledBySignal(SIGTERM), "");
+}
+
+TEST(TerminationSignals, EndTheProcessAtTheSecondRequest) {
+  EXPECT_EXIT(
+      {
+        const TerminationSignals signals([] {});
+        std::raise(SIGTERM);
+        std::raise(SIGTERM);
+      },
+      testing::KilledBySignal(SIGTERM), "");
+}
+
+TEST(TerminationSignals, StayIgnoredWhereTheyWere) {
+  std::signal(SIGHUP, SIG_IGN);
+  {
+    int asked = 0;
+    const TerminationSignals signals([&] { ++asked; });
+    std::raise(SIGHUP);
+    test::runLoopFor(std::chrono::milliseconds(20));
+    EXPECT_EQ(asked, 0);
+  }
+  EXPECT_EQ(std::signal(SIGHUP, SIG_DFL), SIG_IGN);
+}
+
+}  // namespace
+}  // namespace zolt
