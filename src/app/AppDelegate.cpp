@@ -29,11 +29,11 @@ TerminalWindow& AppDelegate::openWindow(const TerminalLaunch& launch) {
 }
 
 std::unique_ptr<TerminalWindow> AppDelegate::createTerminalWindow(const TerminalLaunch& launch) {
-  auto rootView = std::make_unique<ContentView>(
-      [launch](const WindowSize& size) {
-        return std::make_unique<TerminalController>(launch.shell, launch.restart, size, launch.workingDirectory);
-      },
-      m_defaults);
+  // Started first: while the shell gets ready, the window is built, and shows its prompt with its first frame.
+  auto started = std::make_shared<std::unique_ptr<TerminalController>>(std::make_unique<TerminalController>(
+      launch.shell, launch.restart, terminalSizeOfNewWindow(), launch.workingDirectory));
+  auto rootView =
+      std::make_unique<ContentView>([started](const WindowSize&) { return std::move(*started); }, m_defaults);
   auto window = std::make_unique<TerminalWindow>(QStringLiteral("Zolt"),
                                                  QString::fromStdString(ShellManager::shared().defaultShell().name),
                                                  std::make_unique<TerminalWindowController>(std::move(rootView)));

@@ -1,7 +1,10 @@
 #include "app/TerminalWindow.h"
 
 #include <QApplication>
+#include <QFontMetrics>
 #include <QScreen>
+#include <QStyle>
+#include <QStyleOptionMenuItem>
 #include <QToolBar>
 #include <algorithm>
 #include <utility>
@@ -12,7 +15,28 @@ namespace {
 
 constexpr QSize kContentSize(900, 600);
 
+// As QMenuBar measures itself; building one takes longer than starting a shell.
+int menuBarHeight() {
+#ifdef Q_OS_MACOS
+  return 0;  // it is the screen's
+#else
+  const QStyle* style = QApplication::style();
+  QStyleOptionMenuItem item;
+  item.fontMetrics = QFontMetrics(QApplication::font("QMenuBar"));
+  const QSize text = item.fontMetrics.size(Qt::TextShowMnemonic, QStringLiteral("File"));
+  const int margins = style->pixelMetric(QStyle::PM_MenuBarPanelWidth) + style->pixelMetric(QStyle::PM_MenuBarVMargin);
+  return style->sizeFromContents(QStyle::CT_MenuBarItem, &item, text).height() + 2 * margins;
+#endif
+}
+
 }  // namespace
+
+WindowSize terminalSizeOfNewWindow() {
+  const QScreen* screen = QApplication::primaryScreen();
+  const QSize room(kContentSize.width(), kContentSize.height() - menuBarHeight());
+  const GridSize size = TextCanvas::gridSizeFor(room, screen == nullptr ? 1 : screen->devicePixelRatio());
+  return {.rows = size.rows, .cols = size.columns, .pixelWidth = size.pixelWidth, .pixelHeight = size.pixelHeight};
+}
 
 TerminalWindow::TerminalWindow(const QString& title, const QString& subtitle,
                                std::unique_ptr<TerminalWindowController> controller)

@@ -57,16 +57,6 @@ TEST_F(AppDelegateTest, RunsTheDefaultShellInANewWindow) {
   EXPECT_TRUE(content.terminal().ptySession().isRunning());
 }
 
-TEST_F(AppDelegateTest, TellsTheProgramTheSizeOfItsWindowFromTheStart) {
-  TerminalWindow& opened = delegate.openWindow(child({"size"}));
-  ASSERT_TRUE(waitForText(opened, "x"));
-  test::runLoopFor(std::chrono::milliseconds(200));
-  const GridSize size = opened.contentViewController().rootView().textView().gridSize();
-  EXPECT_GT(size.columns, 80);
-  // Once, and nothing else before or after.
-  EXPECT_EQ(shown(opened), std::to_string(size.rows) + "x" + std::to_string(size.columns));
-}
-
 TEST_F(AppDelegateTest, StartsTheProgramInTheFolderThatWasAskedFor) {
   TerminalLaunch launch = child({"-c", "pwd; sleep 100"});
   launch.shell->executable = "/bin/sh";

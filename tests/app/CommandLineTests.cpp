@@ -121,8 +121,9 @@ TEST(CommandLine, SaysThatThereIsNoFullEmulation) {
 
 TEST(CommandLine, NamesEveryOptionInItsHelpWithWhatItTakes) {
   const std::string help = CommandLine::helpText();
-  for (const char* option : {"\n  -e PROGRAM [ARG...]  ", "\n  --working-directory DIR  ", "\n  --screenshot FILE  ",
-                             "\n  --log  ", "\n  --new-instance  ", "\n  --full-emulation  ", "\n  --version  ", "\n  --help  "}) {
+  for (const char* option :
+       {"\n  -e PROGRAM [ARG...]  ", "\n  --working-directory DIR  ", "\n  --screenshot FILE  ", "\n  --log  ",
+        "\n  --new-instance  ", "\n  --full-emulation  ", "\n  --version  ", "\n  --help  "}) {
     EXPECT_NE(help.find(option), std::string::npos) << option;
   }
   EXPECT_TRUE(help.starts_with("Usage: zolt "));

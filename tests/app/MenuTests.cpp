@@ -160,6 +160,24 @@ TEST_F(MenuTest, ListTheWindowsOnScreen) {
   EXPECT_TRUE(QTest::qWaitForWindowActive(app.appDelegate().windows()[1].get()));
 }
 
+TEST_F(MenuTest, LeaveTheTerminalTheSizeThatItsShellWasStartedWith) {
+  const WindowSize foretold = terminalSizeOfNewWindow();
+  const GridSize size = window->contentViewController().rootView().textView().gridSize();
+  EXPECT_EQ(size.rows, foretold.rows);
+  EXPECT_EQ(size.columns, foretold.cols);
+  EXPECT_EQ(size.pixelWidth, foretold.pixelWidth);
+  EXPECT_EQ(size.pixelHeight, foretold.pixelHeight);
+}
+
+TEST_F(MenuTest, ShareTheWindowSoThatTheProgramHearsOfOneSizeOnly) {
+  open({"size"});
+  const TerminalNSTextView& view = window->contentViewController().rootView().textView();
+  const auto shown = [&] { return view.textStorage().text(0, view.textStorage().size()); };
+  ASSERT_TRUE(test::waitFor([&] { return shown().find('x') != std::string::npos; }));
+  test::runLoopFor(std::chrono::milliseconds(200));
+  EXPECT_EQ(shown(), std::to_string(view.gridSize().rows) + "x" + std::to_string(view.gridSize().columns));
+}
+
 TEST_F(MenuTest, ShowTheSubtitleBesideThem) {
   const auto* label = window->findChild<QLabel*>(QStringLiteral("subtitle"));
   ASSERT_NE(label, nullptr);
