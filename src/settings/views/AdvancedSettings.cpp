@@ -1,0 +1,64 @@
+#include "settings/views/AdvancedSettings.h"
+
+#include "settings/views/DestructiveButton.h"
+#include "settings/views/FixedSwitches.h"
+#include "settings/views/NumberField.h"
+
+namespace zolt {
+
+namespace {
+
+constexpr int kNumberWidth = 100;
+
+}  // namespace
+
+AdvancedSettings::AdvancedSettings(Config& config, QWidget* parent) : GroupedForm(parent), m_config(config) {
+  setObjectName(QStringLiteral("advanced"));
+  addSection(QStringLiteral("Terminal"));
+  auto* lines = new NumberField;
+  lines->setObjectName(QStringLiteral("scrollbackLines"));
+  lines->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  lines->setFixedWidth(kNumberWidth + 2 * KeyboardFocus::margin);
+  lines->setNumber(m_config.scrollbackLines);
+  addRow(QStringLiteral("Scrollback Lines"), lines);
+  addFixedSwitches(*this, {{"Use alternate screen buffer", "useAlternateScreenBuffer", true},
+                           {"Enable mouse reporting", "enableMouseReporting", true}});
+
+  addSection(QStringLiteral("Performance"));
+  addFixedSwitches(*this, {{"GPU Acceleration (Metal)", "gpuAcceleration", true, false},
+                           {"Disable transparency for fullscreen", "disableTransparencyForFullscreen", true}});
+
+  addSection(QStringLiteral("Debug"));
+  addFixedSwitches(
+      *this, {{"Show FPS counter", "showFpsCounter", false}, {"Log terminal output", "logTerminalOutput", false}});
+
+  addSection(QString());
+  auto* reset = new DestructiveButton(QStringLiteral("Reset to Defaults"));
+  reset->setObjectName(QStringLiteral("resetToDefaults"));
+  addLeadingRow(reset);
+
+  // The number is deliberately not saved when it is edited: it reaches the disk with the next save of something else.
+  connect(lines, &NumberField::chosen, this, [this](std::int64_t number) { m_config.scrollbackLines = number; });
+  connect(reset, &QAbstractButton::clicked, this, &AdvancedSettings::resetDefaults);
+  // The notice of a change comes before the change; several make one refresh.
+  m_refresh.setSingleShot(true);
+  m_refresh.setInterval(0);
+  connect(&m_refresh, &QTimer::timeout, lines, [this, lines] { lines->setNumber(m_config.scrollbackLines); });
+  connect(&m_config, &Config::objectWillChange, &m_refresh, qOverload<>(&QTimer::start));
+}
+
+void AdvancedSettings::resetDefaults() {
+  // The line spacing and the general tab's settings stay as they are, deliberately; and the cursor blinks, though it
+  // does not where nothing is stored.
+  m_config.fontSize = 14.0;
+  m_config.fontFamily = "SF Mono";
+  m_config.theme = Config::ColorScheme::Dark;
+  m_config.cursorStyle = Config::CursorStyle::Block;
+  m_config.cursorBlink = true;
+  m_config.scrollbackLines = 10000;
+  m_config.opacity = 1.0;
+  m_config.blurBackground = false;
+  m_config.save();
+}
+
+}  // namespace zolt

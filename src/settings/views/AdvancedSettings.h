@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QTimer>
+
+#include "settings/Config.h"
+#include "settings/views/GroupedForm.h"
+
+namespace zolt {
+
+class NumberField;
+
+/// The advanced tab: the length of the history, fixed switches, and the way back to the defaults.
+class AdvancedSettings : public GroupedForm {
+  Q_OBJECT
+
+ public:
+  /// `config` must outlive the form.
+  explicit AdvancedSettings(Config& config, QWidget* parent = nullptr);
+
+ private:
+  void resetDefaults();
+
+  Config& m_config;
+  QTimer m_refresh;
+};
+
+}  // namespace zolt

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <initializer_list>
+
+#include "settings/views/GroupedForm.h"
+#include "settings/views/Switch.h"
+
+namespace zolt {
+
+/// A switch that is shown with a value that nothing changes and nothing stores.
+struct FixedSwitch {
+  const char* label;
+  const char* objectName;
+  bool isOn;
+  bool isEnabled = true;
+};
+
+/// A row for each.
+inline void addFixedSwitches(GroupedForm& form, std::initializer_list<FixedSwitch> switches) {
+  for (const FixedSwitch& each : switches) {
+    auto* control = new Switch(Switch::Kind::Fixed);
+    control->setObjectName(QLatin1String(each.objectName));
+    control->setChecked(each.isOn);
+    control->setEnabled(each.isEnabled);
+    form.addRow(QLatin1String(each.label), control);
+  }
+}
+
+}  // namespace zolt

@@ -1,0 +1,39 @@
+#include "settings/views/FormCard.h"
+
+#include <QPainter>
+#include <QVBoxLayout>
+
+#include "settings/views/FormColors.h"
+
+namespace zolt {
+
+namespace {
+
+constexpr int kRadius = 9;
+
+}  // namespace
+
+FormCard::FormCard(QWidget* parent) : QWidget(parent), m_rows(new QVBoxLayout(this)) {
+  m_rows->setContentsMargins(0, 0, 0, 0);
+  m_rows->setSpacing(0);
+}
+
+void FormCard::add(QWidget* row) {
+  m_rows->addWidget(row);
+}
+
+void FormCard::paintEvent(QPaintEvent*) {
+  const FormColors colors(palette());
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(colors.hairline);
+  painter.setBrush(colors.card);
+  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
+  painter.setRenderHint(QPainter::Antialiasing, false);
+  for (int i = 1; i < m_rows->count(); ++i) {
+    const int top = m_rows->itemAt(i)->geometry().top();
+    painter.fillRect(QRect(inset, top, width() - 2 * inset, 1), colors.hairline);
+  }
+}
+
+}  // namespace zolt

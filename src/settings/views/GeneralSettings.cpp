@@ -1,0 +1,50 @@
+#include "settings/views/GeneralSettings.h"
+
+#include <QSignalBlocker>
+
+#include "settings/views/FixedSwitches.h"
+#include "settings/views/ShellPicker.h"
+#include "settings/views/TextField.h"
+
+namespace zolt {
+
+namespace {
+
+// A field that shows a stored text and stores each change of its own.
+void bind(TextField& field, StoredString& stored) {
+  const auto show = [&field, &stored] {
+    const QString value = QString::fromStdString(stored.value());
+    if (value == field.text()) return;
+    const QSignalBlocker silent(field);
+    field.setText(value);
+  };
+  show();
+  QObject::connect(&stored, &StoredString::changed, &field, show);
+  QObject::connect(&field, &QLineEdit::textChanged, &stored,
+                   [&stored](const QString& text) { stored.setValue(text.toStdString()); });
+}
+
+}  // namespace
+
+GeneralSettings::GeneralSettings(UserDefaults& defaults, ShellManager& shells, QWidget* parent)
+    : GroupedForm(parent),
+      m_startupShell(defaults, "startupShell", ""),
+      m_startupCommand(defaults, "startupCommand", "") {
+  setObjectName(QStringLiteral("general"));
+  addSection(QStringLiteral("Shell"));
+  auto* shell = new ShellPicker(m_startupShell, shells);
+  shell->setObjectName(QStringLiteral("startupShell"));
+  addRow(QStringLiteral("Default Shell"), shell);
+  auto* command = new TextField;
+  command->setObjectName(QStringLiteral("startupCommand"));
+  command->setToolTip(QStringLiteral("Command to run when terminal starts (optional)"));
+  bind(*command, m_startupCommand);
+  addRow(QStringLiteral("Startup Command"), command);
+
+  addSection(QStringLiteral("Behavior"));
+  addFixedSwitches(*this, {{"Close window when shell exits", "closeWindowWhenShellExits", true},
+                           {"Warn before closing", "warnBeforeClosing", true},
+                           {"Restore previous session", "restorePreviousSession", false}});
+}
+
+}  // namespace zolt

@@ -1,0 +1,47 @@
+#include "settings/views/KeybindingsSettings.h"
+
+#include <QVBoxLayout>
+#include <array>
+
+#include "settings/views/FixedSwitches.h"
+#include "settings/views/KeybindingRow.h"
+
+namespace zolt {
+
+namespace {
+
+constexpr int kBetweenRows = 8;
+
+struct Mapping {
+  const char* action;
+  const char16_t* shortcut;
+};
+constexpr std::array<Mapping, 8> kMappings{{{"Copy", u"\u2318\u21E7C"},
+                                            {"Paste", u"\u2318\u21E7V"},
+                                            {"Clear Screen", u"\u2318K"},
+                                            {"New Tab", u"\u2318T"},
+                                            {"New Window", u"\u2318N"},
+                                            {"Close Tab", u"\u2318W"},
+                                            {"Find", u"\u2318F"},
+                                            {"Preferences", u"\u2318,"}}};
+
+}  // namespace
+
+KeybindingsSettings::KeybindingsSettings(QWidget* parent) : GroupedForm(parent) {
+  setObjectName(QStringLiteral("keys"));
+  addSection(QStringLiteral("Key Mappings"));
+  auto* table = new QWidget;
+  auto* rows = new QVBoxLayout(table);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setSpacing(kBetweenRows);
+  for (const Mapping& each : kMappings) {
+    rows->addWidget(new KeybindingRow(QLatin1String(each.action), QString::fromUtf16(each.shortcut)));
+  }
+  addWideRow(table);
+
+  addSection(QStringLiteral("Modifiers"));
+  addFixedSwitches(
+      *this, {{"Option sends Meta", "optionSendsMeta", false}, {"Command acts as Meta", "commandActsAsMeta", false}});
+}
+
+}  // namespace zolt

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "settings/views/GroupedForm.h"
+
+namespace zolt {
+
+/// The keys tab: a table of key combinations to look at, and fixed switches.
+class KeybindingsSettings : public GroupedForm {
+  Q_OBJECT
+
+ public:
+  explicit KeybindingsSettings(QWidget* parent = nullptr);
+};
+
+}  // namespace zolt

@@ -1,0 +1,55 @@
+#include "settings/views/KeyboardFocus.h"
+
+#include <QFocusEvent>
+#include <QPainter>
+#include <QWidget>
+
+#include "settings/views/FormColors.h"
+
+namespace zolt {
+
+bool isKeyboardReason(Qt::FocusReason reason) {
+  return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
+}
+
+KeyboardFocus::KeyboardFocus(QWidget& widget) : m_widget(widget) {
+  m_widget.installEventFilter(this);
+}
+
+void KeyboardFocus::show(bool shown) {
+  m_shown = shown;
+  m_widget.update();
+}
+
+bool KeyboardFocus::eventFilter(QObject* watched, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::FocusIn: {
+      const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+      // A window or a menu that gives the focus back changes nothing about how it came.
+      if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) show(isKeyboardReason(reason));
+      break;
+    }
+    case QEvent::KeyPress:
+      show(true);
+      break;
+    case QEvent::MouseButtonPress:
+      show(false);
+      break;
+    default:
+      break;
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+void KeyboardFocus::drawRing(QPainter& painter, const QRectF& shape, double radius) const {
+  if (!m_shown || !m_widget.hasFocus()) return;
+  constexpr double kOutside = margin / 2.0;
+  painter.save();
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(FormColors(m_widget.palette()).ring, margin - 0.5));
+  painter.drawRoundedRect(shape.adjusted(-kOutside, -kOutside, kOutside, kOutside), radius + kOutside,
+                          radius + kOutside);
+  painter.restore();
+}
+
+}  // namespace zolt

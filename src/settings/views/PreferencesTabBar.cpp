@@ -1,0 +1,98 @@
+#include "settings/views/PreferencesTabBar.h"
+
+#include <QHBoxLayout>
+#include <QKeySequence>
+#include <QPainter>
+#include <algorithm>
+
+#include "settings/views/ButtonAccessible.h"
+#include "settings/views/FormColors.h"
+#include "symbols/Symbol.h"
+
+namespace zolt {
+
+namespace {
+
+constexpr int kSymbolSize = 24;
+constexpr int kSymbolGap = 3;
+constexpr int kAboveAndBelow = 6;
+constexpr int kBeside = 10;
+constexpr int kNarrowest = 88;
+constexpr int kRadius = 8;
+constexpr int kTabGap = 2;
+constexpr int kBarPadding = 6;
+constexpr double kSelectedShare = 0.16;  // of the accent, behind the selected tab
+constexpr double kHoveredShare = 0.06;   // of the text's colour, behind the one under the mouse
+
+}  // namespace
+
+TabButton::TabButton(const QString& label, const QString& symbolName, QWidget* parent)
+    : QAbstractButton(parent), m_symbolName(symbolName) {
+  ButtonAccessible::install();
+  setText(label);
+  setObjectName(label);
+  setCheckable(true);
+  setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_Hover);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+QSize TabButton::sizeHint() const {
+  const QFontMetrics metrics = fontMetrics();
+  const QSize content(metrics.horizontalAdvance(text()), kSymbolSize + kSymbolGap + metrics.height());
+  const QSize padded = content + 2 * (QSize(kBeside, kAboveAndBelow) + QSize(1, 1) * KeyboardFocus::margin);
+  return {std::max(padded.width(), kNarrowest), padded.height()};
+}
+
+void TabButton::paintEvent(QPaintEvent*) {
+  const FormColors colors(palette());
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  constexpr int kMargin = KeyboardFocus::margin;
+  const QRectF shape = QRectF(rect()).adjusted(kMargin, kMargin, -kMargin, -kMargin);
+  if (isChecked() || underMouse()) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(isChecked() ? mixed(colors.window, colors.accent, kSelectedShare)
+                                 : mixed(colors.window, colors.text, kHoveredShare));
+    painter.drawRoundedRect(shape, kRadius, kRadius);
+  }
+  const QColor color = isChecked() ? colors.accentText : colors.secondary;
+  const QRect image((width() - kSymbolSize) / 2, kMargin + kAboveAndBelow, kSymbolSize, kSymbolSize);
+  symbol(m_symbolName, color).paint(&painter, image);
+  painter.setPen(color);
+  const QRect label(0, image.bottom() + 1 + kSymbolGap, width(), fontMetrics().height());
+  painter.drawText(label, Qt::AlignCenter, text());
+  m_focus.drawRing(painter, shape, kRadius);
+}
+
+PreferencesTabBar::PreferencesTabBar(QWidget* parent) : QWidget(parent) {
+  ButtonAccessible::install();
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(0, kBarPadding, 0, kBarPadding);
+  row->setSpacing(kTabGap);
+  row->addStretch(1);
+  row->addStretch(1);
+  setAccessibleName(tr("Preferences"));
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+  connect(&m_group, &QButtonGroup::idClicked, this, &PreferencesTabBar::selected);
+}
+
+TabButton* PreferencesTabBar::addTab(const QString& label, const QString& symbolName, const QKeySequence& shortcut) {
+  auto* tab = new TabButton(label, symbolName, this);
+  tab->setShortcut(shortcut);
+  auto* row = static_cast<QHBoxLayout*>(layout());
+  row->insertWidget(row->count() - 1, tab);
+  m_group.addButton(tab, count());
+  return tab;
+}
+
+void PreferencesTabBar::setCurrentIndex(int index) {
+  if (QAbstractButton* tab = m_group.button(index)) tab->setChecked(true);
+}
+
+void PreferencesTabBar::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.fillRect(QRect(0, height() - 1, width(), 1), FormColors(palette()).hairline);
+}
+
+}  // namespace zolt

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QButtonGroup>
+#include <QString>
+#include <QWidget>
+
+#include "settings/views/KeyboardFocus.h"
+
+namespace zolt {
+
+/// One tab: a symbol above its label.
+class TabButton : public QAbstractButton {
+  Q_OBJECT
+
+ public:
+  TabButton(const QString& label, const QString& symbolName, QWidget* parent);
+  QSize sizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QString m_symbolName;
+  KeyboardFocus m_focus{*this};
+};
+
+/// The tabs of a window, side by side in its middle, the selected one highlighted. By keyboard it is one stop, within
+/// which the arrow keys move the selection.
+class PreferencesTabBar : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit PreferencesTabBar(QWidget* parent = nullptr);
+
+  /// Adds a tab behind the others; `shortcut` selects it from anywhere in the window.
+  TabButton* addTab(const QString& label, const QString& symbolName, const QKeySequence& shortcut);
+  int count() const { return static_cast<int>(m_group.buttons().size()); }
+  /// Shows a selection; `selected` is not emitted.
+  void setCurrentIndex(int index);
+
+ Q_SIGNALS:
+  /// After the user clicked a tab or used its shortcut.
+  void selected(int index);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QButtonGroup m_group;
+};
+
+}  // namespace zolt

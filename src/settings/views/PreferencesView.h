@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QStringList>
+#include <QWidget>
+
+#include "platform/UserDefaults.h"
+#include "session/ShellManager.h"
+#include "settings/Config.h"
+
+class QStackedWidget;
+
+namespace zolt {
+
+class PreferencesTabBar;
+
+/// The content of the preferences window: four tabs, each a form. Main thread.
+class PreferencesView : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// `tabs` is kept and not shown: the tabs have names of their own. What is shown must outlive the view.
+  PreferencesView(QStringList tabs, Config& config, UserDefaults& defaults, ShellManager& shells,
+                  QWidget* parent = nullptr);
+
+  const QStringList& tabs() const { return m_tabs; }
+  /// The index of the tab that is shown; 0, the general one, at first.
+  int selectedTab() const;
+  /// Shows the tab at `index`; one that there is not changes nothing.
+  void setSelectedTab(int index);
+
+ private:
+  void stepTab(int step);
+
+  QStringList m_tabs;
+  PreferencesTabBar* m_bar;
+  QStackedWidget* m_pages;
+};
+
+}  // namespace zolt
