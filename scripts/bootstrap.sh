@@ -16,6 +16,7 @@ packages_for() {
     apt-display) echo xvfb ;;
     apt-test) echo bash zsh fish xdotool xclip procps dbus ;;
     apt-bench) echo procps ;;
+    apt-pictures) echo imagemagick xdotool dbus ;;
     dnf-build)
       echo gcc-c++ cmake ninja-build ccache pkgconf-pkg-config qt6-qtbase-devel qt6-qtsvg-devel utf8proc-devel \
         highway-devel json-devel libsodium-devel dejavu-sans-mono-fonts gtest-devel ;;
@@ -23,12 +24,14 @@ packages_for() {
     dnf-display) echo xorg-x11-server-Xvfb ;;
     dnf-test) echo bash zsh fish xdotool xclip procps-ng dbus-daemon ;;
     dnf-bench) echo procps-ng ;;
+    dnf-pictures) echo ImageMagick xdotool dbus-daemon ;;
     pacman-build)
       echo gcc cmake ninja ccache pkgconf qt6-base qt6-svg libutf8proc highway nlohmann-json libsodium ttf-dejavu gtest ;;
     pacman-wayland) echo qt6-wayland ;;
     pacman-display) echo xorg-server-xvfb ;;
     pacman-test) echo bash zsh fish xdotool xclip procps-ng dbus ;;
     pacman-bench) echo procps-ng ;;
+    pacman-pictures) echo imagemagick xdotool dbus ;;
     brew-build) echo cmake ninja ccache pkg-config qt utf8proc highway nlohmann-json libsodium googletest ;;
     brew-test) echo bash zsh fish ;;
   esac

@@ -29,10 +29,18 @@ QPalette barPalette() {
   return palette;
 }
 
+void bringToFront(QWidget& window) {
+  window.show();
+  window.raise();
+  window.activateWindow();
+}
+
 }  // namespace
 
 ZoltApp::ZoltApp(Config& config, UserDefaults& defaults)
-    : m_appDelegate(
+    : m_config(config),
+      m_defaults(defaults),
+      m_appDelegate(
           std::make_unique<AppDelegate>(config, defaults, [this](TerminalWindow& window) { prepareWindow(window); })),
       m_actions({m_appDelegate.get(), this, QCoreApplication::instance()}),
       m_menus{.actions = m_actions, .windows = [this] { return windowsOnScreen(); }} {
@@ -59,16 +67,20 @@ void ZoltApp::prepareWindow(TerminalWindow& window) {
   bar->setCornerWidget(makeSubtitle(window.subtitle(), bar));
 }
 
-void ZoltApp::showPreferences() {}
+void ZoltApp::showPreferences() {
+  if (!m_preferences) {
+    m_preferences = std::make_unique<PreferencesWindow>(m_config, m_defaults, ShellManager::shared());
+    addMenuShortcuts(*m_preferences, m_menus);
+  }
+  bringToFront(*m_preferences);
+}
 
 void ZoltApp::showAbout() {
   if (!m_about) {
     m_about = std::make_unique<AboutWindow>();
     addMenuShortcuts(*m_about, m_menus);
   }
-  m_about->show();
-  m_about->raise();
-  m_about->activateWindow();
+  bringToFront(*m_about);
 }
 
 }  // namespace zolt

@@ -8,6 +8,7 @@
 #include "app/ActionChain.h"
 #include "app/AppDelegate.h"
 #include "app/Menus.h"
+#include "settings/views/PreferencesWindow.h"
 
 namespace zolt {
 
@@ -31,9 +32,12 @@ class ZoltApp : public QObject {
   void prepareWindow(TerminalWindow& window);
   std::vector<TerminalWindow*> windowsOnScreen() const;
 
+  Config& m_config;
+  UserDefaults& m_defaults;
   std::unique_ptr<AppDelegate> m_appDelegate;
   ActionChain m_actions;
   MenuContext m_menus;
+  std::unique_ptr<PreferencesWindow> m_preferences;
   std::unique_ptr<QWidget> m_about;
 };
 
