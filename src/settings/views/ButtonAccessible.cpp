@@ -49,6 +49,11 @@ QAccessible::State ButtonAccessible::state() const {
   return state;
 }
 
+QString ButtonAccessible::text(QAccessible::Text kind) const {
+  const QString given = QAccessibleWidget::text(kind);
+  return kind == QAccessible::Name && given.isEmpty() ? m_button.text() : given;
+}
+
 QStringList ButtonAccessible::actionNames() const {
   if (!m_button.isEnabled()) return {};
   return {role() == QAccessible::CheckBox ? toggleAction() : pressAction(), setFocusAction()};

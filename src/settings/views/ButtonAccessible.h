@@ -15,6 +15,7 @@ class ButtonAccessible : public QAccessibleWidget {
   static void install();
 
   QAccessible::State state() const override;
+  QString text(QAccessible::Text kind) const override;
   QStringList actionNames() const override;
   void doAction(const QString& action) override;
 

@@ -29,9 +29,8 @@ QColor over(const QColor& background, QColor color) {
 }  // namespace
 
 QColor mixed(const QColor& from, const QColor& to, double share) {
-  const auto between = [share](double a, double b) { return static_cast<float>(a + (b - a) * share); };
-  return QColor::fromRgbF(between(from.redF(), to.redF()), between(from.greenF(), to.greenF()),
-                          between(from.blueF(), to.blueF()));
+  const auto between = [share](int a, int b) { return static_cast<int>(std::lround(a + (b - a) * share)); };
+  return {between(from.red(), to.red()), between(from.green(), to.green()), between(from.blue(), to.blue())};
 }
 
 double contrastRatio(const QColor& one, const QColor& other) {
@@ -70,7 +69,7 @@ FormColors::FormColors(const QPalette& palette) {
   field = isDark ? mixed(card, base, 0.4) : mixed(card, text, 0.015);
   destructive = readable(QColor::fromRgb(isDark ? kRedOnDark : kRedOnLight), {field}, text);
   fieldBorder = mixed(card, text, isDark ? 0.24 : 0.22);
-  raised = isDark ? mixed(card, text, 0.36) : base;
+  raised = isDark ? mixed(card, text, 0.24) : base;
   ring = mixed(card, accent, 0.6);
 }
 

@@ -7,6 +7,7 @@
 
 #include "settings/views/ButtonAccessible.h"
 #include "settings/views/FormColors.h"
+#include "settings/views/OneTabStop.h"
 #include "symbols/Symbol.h"
 
 namespace zolt {
@@ -32,7 +33,7 @@ TabButton::TabButton(const QString& label, const QString& symbolName, QWidget* p
   setText(label);
   setObjectName(label);
   setCheckable(true);
-  setFocusPolicy(Qt::StrongFocus);
+  setFocusPolicy(Qt::ClickFocus);
   setAttribute(Qt::WA_Hover);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
@@ -67,6 +68,7 @@ void TabButton::paintEvent(QPaintEvent*) {
 
 PreferencesTabBar::PreferencesTabBar(QWidget* parent) : QWidget(parent) {
   ButtonAccessible::install();
+  keepOneTabStop(m_group);
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, kBarPadding, 0, kBarPadding);
   row->setSpacing(kTabGap);

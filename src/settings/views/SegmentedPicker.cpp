@@ -5,6 +5,7 @@
 
 #include "settings/views/ButtonAccessible.h"
 #include "settings/views/FormColors.h"
+#include "settings/views/OneTabStop.h"
 
 namespace zolt {
 
@@ -20,7 +21,7 @@ Segment::Segment(const QString& label, QWidget* parent) : QAbstractButton(parent
   ButtonAccessible::install();
   setText(label);
   setCheckable(true);
-  setFocusPolicy(Qt::StrongFocus);
+  setFocusPolicy(Qt::ClickFocus);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
@@ -51,6 +52,7 @@ void Segment::paintEvent(QPaintEvent*) {
 
 SegmentedPicker::SegmentedPicker(const QStringList& labels, QWidget* parent) : QWidget(parent) {
   ButtonAccessible::install();
+  keepOneTabStop(m_group);
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(KeyboardFocus::margin, 0, KeyboardFocus::margin, 0);
   row->setSpacing(0);

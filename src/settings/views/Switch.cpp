@@ -38,13 +38,20 @@ bool Switch::hitButton(const QPoint& position) const {
 }
 
 void Switch::nextCheckState() {
-  if (!isFixed()) QAbstractButton::nextCheckState();
+  if (isFixed()) return;
+  QAbstractButton::nextCheckState();
+  moveKnob();
 }
 
 void Switch::checkStateSet() {
+  moveKnob();
+}
+
+void Switch::moveKnob() {
+  const bool isThere = m_knob.currentValue().toDouble() == (isChecked() ? 1.0 : 0.0);
+  if (isThere && m_knob.state() == QAbstractAnimation::Stopped) return;
   m_knob.setDirection(isChecked() ? QAbstractAnimation::Forward : QAbstractAnimation::Backward);
-  const bool animates = isVisible() && style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) > 0;
-  if (animates) {
+  if (isVisible() && style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) > 0) {
     m_knob.start();
   } else {
     m_knob.stop();

@@ -29,6 +29,8 @@ class Switch : public QAbstractButton {
   bool hitButton(const QPoint& position) const override;
 
  private:
+  void moveKnob();
+
   Kind m_kind;
   KeyboardFocus m_focus{*this};
   QVariantAnimation m_knob;  // where it is: 0 off, 1 on

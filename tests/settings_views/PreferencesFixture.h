@@ -1,0 +1,121 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QFile>
+#include <QLabel>
+#include <QScrollArea>
+#include <QSettings>
+#include <QStackedWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QWindow>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "settings/views/PreferencesWindow.h"
+#include "support/WaitFor.h"
+
+namespace zolt::test {
+
+enum Tab { General, Appearance, Keys, Advanced };
+
+/// A mouse click where the user's would go: at a place of the window, whatever is there.
+inline void clickAt(QWidget& widget, QPoint place) {
+  QWidget* window = widget.window();
+  QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, widget.mapTo(window, place));
+}
+inline void click(QWidget& widget) {
+  clickAt(widget, widget.rect().center());
+}
+
+/// A key where the user's would go: to the widget that has the focus.
+inline void press(QWidget& window, int key, Qt::KeyboardModifiers modifiers = {}) {
+  QTest::keyClick(window.windowHandle(), static_cast<Qt::Key>(key), modifiers);
+}
+
+inline void shown(QWidget& widget) {
+  widget.show();
+  widget.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&widget));
+}
+
+/// What a screen reader does to a button.
+inline void act(QAbstractButton& button, const QString& action) {
+  QAccessible::queryAccessibleInterface(&button)->actionInterface()->doAction(action);
+}
+
+/// The preferences window over settings in a file of its own.
+class PreferencesTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(folder.isValid());
+    QObject::connect(&defaults, &UserDefaults::changed, &defaults, [this](const std::string& key) {
+      if (key == "blurBackground") ++saves;  // what a save writes last
+      written.push_back(key);
+    });
+  }
+
+  void open(int tab) {
+    window = std::make_unique<PreferencesWindow>(config, defaults, shells);
+    window->view().setSelectedTab(tab);
+    shown(*window);
+  }
+  /// Later turns of the event loop, in which the views follow what has changed.
+  static void turn() { runLoopFor(std::chrono::milliseconds(15)); }
+
+  QScrollArea& form() const {
+    return *static_cast<QScrollArea*>(window->findChild<QStackedWidget*>()->currentWidget());
+  }
+  /// A control of the shown form, scrolled into view.
+  template <class T = QWidget>
+  T& find(const char* name) const {
+    T* found = form().findChild<T*>(QLatin1String(name));
+    if (found == nullptr) throw std::runtime_error(std::string("no control ") + name);
+    form().ensureWidgetVisible(found);
+    return *found;
+  }
+
+  /// What the file holds, read from a copy of it, so that nothing in memory takes part.
+  std::map<std::string, std::string> fileContent() {
+    defaults.synchronize();
+    const QString copy = folder.filePath(QStringLiteral("copy%1.ini").arg(++copies));
+    QFile::copy(file(), copy);
+    const QSettings settings(copy, QSettings::IniFormat);
+    std::map<std::string, std::string> content;
+    for (const QString& key : settings.allKeys()) {
+      content[key.toStdString()] = settings.value(key).toString().toStdString();
+    }
+    return content;
+  }
+  QString file() const { return folder.filePath(QStringLiteral("zolt.ini")); }
+
+  QTemporaryDir folder;
+  UserDefaults defaults{file().toStdString()};
+  Config config{defaults};
+  ShellManager shells{{}, [](const std::string& path) { return path != "/usr/local/bin/fish"; }};
+  std::unique_ptr<PreferencesWindow> window;
+  int saves = 0;
+  std::vector<std::string> written;
+
+ private:
+  int copies = 0;
+};
+
+/// The titles of a form's sections and the labels of its rows, from top to bottom.
+inline QStringList textsOf(const QWidget& form) {
+  QStringList texts;
+  QList<QLabel*> labels = form.findChildren<QLabel*>();
+  const auto top = [&](const QLabel* each) { return each->mapTo(&form, QPoint()).y(); };
+  std::ranges::stable_sort(labels, {}, top);
+  for (const QLabel* label : labels) {
+    if (label->objectName() != QLatin1String("value")) texts.append(label->text());
+  }
+  return texts;
+}
+
+}  // namespace zolt::test
