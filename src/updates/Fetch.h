@@ -1,0 +1,87 @@
+#pragma once
+
+#include <QIODevice>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QObject>
+#include <QTimer>
+#include <QUrl>
+#include <chrono>
+#include <cstdint>
+#include <optional>
+
+namespace zolt {
+
+/// Why a fetch came to nothing.
+enum class FetchError {
+  NotSecure,
+  RedirectedWeaker,
+  RedirectedTooOften,
+  Unreachable,   // no connection, or one that broke
+  NotDelivered,  // an HTTP status other than 200
+  TimedOut,
+  TooLarge,
+  LengthDiffers,
+  Empty,
+  NotSaved,
+};
+
+/// What to fetch, and how much of it for how long.
+struct FetchRequest {
+  QUrl url;
+  std::int64_t maximumBytes = 0;
+  std::optional<std::int64_t> exactBytes;            // fails unless the content is as long; at most maximumBytes
+  std::chrono::milliseconds idleLimit{0};            // without data
+  std::optional<std::chrono::milliseconds> limit{};  // in total
+};
+
+/// One bounded download, over https or from this machine itself. Main thread.
+///
+/// Sends no cookies and no credentials, follows at most 5 redirects, and gives up as soon as it is known that the
+/// content will not do. The content goes into `sink`, open for writing, as it comes; more than `maximumBytes` or
+/// `exactBytes` are never written. After `start` one of `succeeded` and `failed` is emitted, once, as the last thing;
+/// destruction ends the download without either.
+class Fetch : public QObject {
+  Q_OBJECT
+
+ public:
+  /// `network` and `sink` must outlive the fetch.
+  Fetch(QNetworkAccessManager& network, FetchRequest request, QIODevice& sink, QObject* parent = nullptr);
+  ~Fetch() override;
+
+  void start();
+  /// Ends the download at once, silently.
+  void stop();
+
+  /// The media type that the server names, with its parameters; after success.
+  QString contentType() const { return m_contentType; }
+
+ Q_SIGNALS:
+  void progressed(std::int64_t receivedBytes);
+  void succeeded();
+  void failed(zolt::FetchError error);
+
+ private:
+  void open(const QUrl& url);
+  void dropReply();
+  void fail(FetchError error);
+  void takeHeaders();
+  void takeData();
+  void takeEnd();
+  void redirect(const QUrl& url);
+
+  QNetworkAccessManager& m_network;
+  FetchRequest m_request;
+  QIODevice& m_sink;
+  QNetworkReply* m_reply = nullptr;
+  QTimer m_idle;
+  QTimer m_total;
+  QString m_contentType;
+  std::int64_t m_received = 0;
+  std::optional<std::int64_t> m_announced;
+  int m_redirects = 0;
+  bool m_isOver = false;
+  bool m_accepted = false;  // the headers were seen and will do
+};
+
+}  // namespace zolt

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+#include <chrono>
+#include <cstdint>
+#include <functional>
+
+#include "updates/UpdateNetwork.h"
+#include "updates/UpdateSettings.h"
+
+namespace zolt {
+
+/// What updates are told of the world around them.
+struct UpdateEnvironment {
+  QString runningVersion;
+  QString systemName;      // as feeds name it
+  QString systemVersion;   // what an item's minimum is compared with
+  QString downloadFolder;  // a path
+  std::function<QDateTime()> now;
+
+  std::chrono::milliseconds idleLimit = std::chrono::seconds(30);       // without data
+  std::chrono::milliseconds textLimit = std::chrono::seconds(60);       // for a feed or release notes in total
+  std::chrono::milliseconds firstCheckDelay = std::chrono::seconds(5);  // after the start, when a check is due
+  std::int64_t maximumTextBytes = 1 << 20;
+  std::int64_t maximumPackageBytes = 1 << 30;
+
+  /// This program on this system. The system's version is that of macOS, elsewhere that of the kernel.
+  static UpdateEnvironment ofThisProgram();
+};
+
+/// What the parts of an update run share; outlives them all. Main thread.
+struct UpdateContext {
+  UpdateSettings settings;
+  UpdateEnvironment environment;
+  UpdateNetwork network;
+};
+
+}  // namespace zolt

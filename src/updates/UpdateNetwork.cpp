@@ -1,0 +1,30 @@
+#include "updates/UpdateNetwork.h"
+
+#include <QNetworkProxyFactory>
+
+#include "updates/FetchAddress.h"
+
+namespace zolt {
+
+namespace {
+
+// Plain http is allowed to this machine itself only, and by way of a proxy it would not be that.
+class DirectToLoopback : public QNetworkProxyFactory {
+ public:
+  QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery& query) override {
+    if (isLoopback(query.url())) return {QNetworkProxy(QNetworkProxy::NoProxy)};
+    return QNetworkProxyFactory::systemProxyForQuery(query);
+  }
+};
+
+}  // namespace
+
+QNetworkAccessManager& UpdateNetwork::manager() {
+  if (!m_manager) {
+    m_manager = std::make_unique<QNetworkAccessManager>();
+    m_manager->setProxyFactory(new DirectToLoopback);
+  }
+  return *m_manager;
+}
+
+}  // namespace zolt
