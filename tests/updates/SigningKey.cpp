@@ -16,10 +16,11 @@ const unsigned char* bytes(const QByteArray& array) {
 
 }  // namespace
 
-SigningKey::SigningKey(unsigned char seed)
+SigningKey::SigningKey(unsigned char seed) : SigningKey(QByteArray(crypto_sign_SEEDBYTES, static_cast<char>(seed))) {}
+
+SigningKey::SigningKey(const QByteArray& seed)
     : m_publicKey(crypto_sign_PUBLICKEYBYTES, '\0'), m_secretKey(crypto_sign_SECRETKEYBYTES, '\0') {
-  const QByteArray seedBytes(crypto_sign_SEEDBYTES, static_cast<char>(seed));
-  crypto_sign_seed_keypair(bytes(m_publicKey), bytes(m_secretKey), bytes(seedBytes));
+  crypto_sign_seed_keypair(bytes(m_publicKey), bytes(m_secretKey), bytes(seed));
 }
 
 QByteArray SigningKey::signatureOf(const QByteArray& message) const {

@@ -10,6 +10,8 @@ class SigningKey {
  public:
   /// The pair that belongs to a seed of 32 bytes, here all of the value `seed`.
   explicit SigningKey(unsigned char seed);
+  /// The pair that belongs to a seed of 32 bytes.
+  explicit SigningKey(const QByteArray& seed);
 
   /// In base64, as the settings have it.
   QString publicKey() const { return QString::fromLatin1(m_publicKey.toBase64()); }

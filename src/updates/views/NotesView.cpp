@@ -1,0 +1,45 @@
+#include "updates/views/NotesView.h"
+
+namespace zolt {
+
+namespace {
+
+constexpr int kMinimumWidth = 520;
+constexpr int kHeight = 220;
+constexpr double kDocumentMargin = 10;
+constexpr double kIndent = 22;
+
+}  // namespace
+
+NotesView::NotesView(QWidget* parent) : QTextBrowser(parent) {
+  setObjectName(QStringLiteral("releaseNotes"));
+  setAccessibleName(tr("Release notes"));
+  setOpenLinks(false);
+  setUndoRedoEnabled(false);
+  setMinimumSize(kMinimumWidth, kHeight);
+  document()->setDocumentMargin(kDocumentMargin);
+  document()->setIndentWidth(kIndent);
+  connect(this, &QTextBrowser::anchorClicked, this, [this](const QUrl& link) {
+    if (link.scheme() == QLatin1String("https") || link.scheme() == QLatin1String("http")) Q_EMIT pageWanted(link);
+  });
+}
+
+void NotesView::showNotes(const ReleaseNotes& notes) {
+  if (notes.text.trimmed().isEmpty()) return showRemark(tr("This version has no release notes."));
+  if (notes.format == ReleaseNotes::Format::Plain) {
+    setPlainText(notes.text);
+  } else {
+    setHtml(inertHtml(notes.text));
+  }
+}
+
+void NotesView::showRemark(const QString& text) {
+  clear();
+  setPlaceholderText(text);
+}
+
+QVariant NotesView::loadResource(int, const QUrl&) {
+  return {};
+}
+
+}  // namespace zolt
