@@ -8,7 +8,10 @@
 namespace zolt {
 
 AppDelegate::AppDelegate(Config& config, UserDefaults& defaults, std::function<void(TerminalWindow&)> prepareWindow)
-    : m_config(config), m_defaults(defaults), m_prepareWindow(std::move(prepareWindow)) {}
+    : m_config(config),
+      m_defaults(defaults),
+      m_prepareWindow(std::move(prepareWindow)),
+      m_updaterController(std::make_unique<UpdaterController>(true, defaults)) {}
 
 AppDelegate::~AppDelegate() = default;
 
@@ -39,6 +42,14 @@ std::unique_ptr<TerminalWindow> AppDelegate::createTerminalWindow(const Terminal
                                                  std::make_unique<TerminalWindowController>(std::move(rootView)));
   m_prepareWindow(*window);
   return window;
+}
+
+void AppDelegate::checkForUpdates() {
+  m_updaterController->checkForUpdates();
+}
+
+bool AppDelegate::validate(const QByteArray& action) const {
+  return action != "checkForUpdates" || m_updaterController->canCheckForUpdates();
 }
 
 void AppDelegate::newTab() {

@@ -9,6 +9,7 @@
 
 #include "app/TerminalWindow.h"
 #include "settings/Config.h"
+#include "updates/views/UpdaterController.h"
 
 namespace zolt {
 
@@ -25,8 +26,8 @@ class AppDelegate : public QObject {
   Q_OBJECT
 
  public:
-  /// `prepareWindow` gives each new window what the application attaches to it, before it is first shown. `config` must
-  /// outlive the delegate, as must `defaults`.
+  /// `prepareWindow` gives each new window what the application attaches to it, before it is first shown. `config` and
+  /// `defaults` must outlive the delegate. The update service is started as soon as the delegate exists.
   AppDelegate(Config& config, UserDefaults& defaults, std::function<void(TerminalWindow&)> prepareWindow);
   ~AppDelegate() override;
 
@@ -38,12 +39,17 @@ class AppDelegate : public QObject {
   Q_INVOKABLE void newWindow();
   /// Adds a terminal to the key window; opens a window where none is; nothing where it is of another kind.
   Q_INVOKABLE void newTab();
+  /// Asks the update service to check now; it shows an interface of its own.
+  Q_INVOKABLE void checkForUpdates();
+  /// Whether an action would do something now: no check while another is under way.
+  Q_INVOKABLE bool validate(const QByteArray& action) const;
 
   /// Opens a window in front of the others.
   TerminalWindow& openWindow(const TerminalLaunch& launch);
 
   /// Every window there was, in the order in which they were opened; none is ever removed.
   const std::vector<std::unique_ptr<TerminalWindow>>& windows() const { return m_windows; }
+  UpdaterController& updaterController() { return *m_updaterController; }
 
  private:
   std::unique_ptr<TerminalWindow> createTerminalWindow(const TerminalLaunch& launch);
@@ -52,6 +58,7 @@ class AppDelegate : public QObject {
   UserDefaults& m_defaults;
   std::function<void(TerminalWindow&)> m_prepareWindow;
   std::vector<std::unique_ptr<TerminalWindow>> m_windows;
+  std::unique_ptr<UpdaterController> m_updaterController;
 };
 
 }  // namespace zolt

@@ -30,16 +30,16 @@ bool isCritical(const AppcastItem& item, const QString& runningVersion) {
   return item.critical && (item.criticalBelow.isEmpty() || compareVersions(runningVersion, item.criticalBelow) < 0);
 }
 
-Selection selectItem(const std::vector<AppcastItem>& items, const SelectionPolicy& policy) {
-  Selection selection;
+AppcastSelection selectItem(const std::vector<AppcastItem>& items, const SelectionPolicy& policy) {
+  AppcastSelection selection;
   const AppcastItem* newest = nullptr;
   for (const AppcastItem& item : items) {
     if (!isUsable(item, policy)) continue;
-    selection.outcome = Selection::Outcome::UpToDate;
+    selection.outcome = AppcastSelection::Outcome::UpToDate;
     if (isWaitedFor(item, policy) || compareVersions(item.version, policy.runningVersion) <= 0) continue;
     if (!newest || compareVersions(item.version, newest->version) > 0) newest = &item;
   }
-  if (newest) selection = {.outcome = Selection::Outcome::Offered, .item = *newest};
+  if (newest) selection = {.outcome = AppcastSelection::Outcome::Offered, .item = *newest};
   return selection;
 }
 

@@ -22,7 +22,7 @@ struct SelectionPolicy {
 };
 
 /// What a feed comes to.
-struct Selection {
+struct AppcastSelection {
   enum class Outcome { NothingUsable, UpToDate, Offered };
 
   Outcome outcome = Outcome::NothingUsable;
@@ -37,6 +37,6 @@ bool isCritical(const AppcastItem& item, const QString& runningVersion);
 /// Usable are items of the default channel that run on the system. In a background check an item that is not critical
 /// is passed over while its roll-out has not reached the group (a roll-out without a date has), and when it is not
 /// newer than the version that the user skipped.
-Selection selectItem(const std::vector<AppcastItem>& items, const SelectionPolicy& policy);
+AppcastSelection selectItem(const std::vector<AppcastItem>& items, const SelectionPolicy& policy);
 
 }  // namespace zolt

@@ -70,20 +70,20 @@ void UpdateDriver::takeFeed() {
       parseAppcast(m_text->content(), QUrl(m_context.settings.feedUrl().trimmed()), m_context.environment.systemName);
   if (!items) return fail(QString::fromStdString(items.reason()));
   const UpdateEnvironment& environment = m_context.environment;
-  const Selection selection = selectItem(items.value(), {.kind = m_kind,
-                                                         .runningVersion = environment.runningVersion,
-                                                         .systemVersion = environment.systemVersion,
-                                                         .skippedVersion = m_context.settings.skippedVersion(),
-                                                         .rolloutGroup = m_context.settings.rolloutGroup(),
-                                                         .now = environment.now()});
+  const AppcastSelection selection = selectItem(items.value(), {.kind = m_kind,
+                                                                .runningVersion = environment.runningVersion,
+                                                                .systemVersion = environment.systemVersion,
+                                                                .skippedVersion = m_context.settings.skippedVersion(),
+                                                                .rolloutGroup = m_context.settings.rolloutGroup(),
+                                                                .now = environment.now()});
   switch (selection.outcome) {
-    case Selection::Outcome::NothingUsable:
+    case AppcastSelection::Outcome::NothingUsable:
       return fail(sentenceOf(UpdateError::FeedNothingUsable));
-    case Selection::Outcome::UpToDate:
+    case AppcastSelection::Outcome::UpToDate:
       end();
       if (m_kind == CheckKind::ByHand) Q_EMIT foundNothingNew();
       return;
-    case Selection::Outcome::Offered:
+    case AppcastSelection::Outcome::Offered:
       return beginOffer(selection.item);
   }
 }

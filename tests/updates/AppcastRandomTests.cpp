@@ -78,13 +78,14 @@ TEST(AppcastRandom, MutationsNeverYieldAnItemWithoutAVersionOrWithoutAnythingToD
       ASSERT_TRUE(!item.informational || !item.link.isEmpty()) << number;
       ASSERT_TRUE(!item.enclosure || !item.enclosure->url.host().isEmpty()) << number;
     }
-    const Selection selection = selectItem(items.value(), {.kind = CheckKind::Background,
-                                                           .runningVersion = QStringLiteral("1.0"),
-                                                           .systemVersion = QStringLiteral("6.1"),
-                                                           .skippedVersion = {},
-                                                           .rolloutGroup = static_cast<int>(number % 7),
-                                                           .now = QDateTime(QDate(2026, 1, 1), QTime(0, 0), Qt::UTC)});
-    if (selection.outcome == Selection::Outcome::Offered) ++selected;
+    const AppcastSelection selection =
+        selectItem(items.value(), {.kind = CheckKind::Background,
+                                   .runningVersion = QStringLiteral("1.0"),
+                                   .systemVersion = QStringLiteral("6.1"),
+                                   .skippedVersion = {},
+                                   .rolloutGroup = static_cast<int>(number % 7),
+                                   .now = QDateTime(QDate(2026, 1, 1), QTime(0, 0), Qt::UTC)});
+    if (selection.outcome == AppcastSelection::Outcome::Offered) ++selected;
   }
   // The mutations are mild enough for the checks above to mean something, and wild enough for the reader's.
   EXPECT_GT(readable, 1000);

@@ -7,7 +7,7 @@
 namespace zolt {
 namespace {
 
-using Outcome = Selection::Outcome;
+using Outcome = AppcastSelection::Outcome;
 
 const QDateTime kNow(QDate(2026, 6, 10), QTime(12, 0), Qt::UTC);
 
@@ -34,7 +34,7 @@ SelectionPolicy policy(CheckKind kind) {
 }
 
 QString offered(const std::vector<AppcastItem>& items, const SelectionPolicy& by) {
-  const Selection selection = selectItem(items, by);
+  const AppcastSelection selection = selectItem(items, by);
   return selection.outcome == Outcome::Offered ? selection.item.version : QStringLiteral("none");
 }
 
