@@ -141,6 +141,16 @@ TEST_F(LayoutTest, TheTabKeyReachesEveryControlFromTopToBottom) {
   });
 }
 
+TEST_F(LayoutTest, AFormIsScrolledToTheControlAtWhichTheKeyboardEntersIt) {
+  window->view().setSelectedTab(test::Advanced);
+  turn();
+  form().verticalScrollBar()->setValue(form().verticalScrollBar()->maximum());
+  window->findChild<TabButton*>(QStringLiteral("Advanced"))->setFocus(Qt::TabFocusReason);
+  test::press(*window, Qt::Key_Tab);
+  EXPECT_EQ(window->focusWidget()->objectName(), QStringLiteral("scrollbackLines"));
+  EXPECT_GE(window->focusWidget()->mapTo(form().viewport(), QPoint()).y(), 0);
+}
+
 TEST_F(LayoutTest, ControlsAreNamedAfterTheirLabels) {
   onEveryTab([&] {
     for (const QLabel* label : form().findChildren<QLabel*>()) {
