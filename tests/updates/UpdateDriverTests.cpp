@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QThread>
 #include <memory>
 
 #include "updates/UpdateFixture.h"
@@ -245,6 +246,41 @@ TEST_F(UpdateDriverTest, CancellingDuringTheVerificationHandsNothingOver) {
   EXPECT_EQ(handedOver, QStringList());
   EXPECT_EQ(downloadedFiles(), QStringList());
   EXPECT_EQ(sentences, QStringList());
+}
+
+TEST_F(UpdateDriverTest, CancellingWhenTheVerificationIsDoneButNotToldHandsNothingOver) {
+  serveFeed(packageItem("1.1"));
+  servePackage();
+  check(CheckKind::ByHand);
+  QObject::connect(driver.get(), &UpdateDriver::stateChanged, driver.get(), [&] {
+    if (driver->state() != State::Verifying) return;
+    QThread::msleep(200);  // the result is then waiting for the event loop
+    driver->cancel();
+  });
+  driver->install();
+  ASSERT_TRUE(waitForIdle());
+  test::runLoopFor(std::chrono::milliseconds(50));
+  EXPECT_EQ(handedOver, QStringList());
+  EXPECT_EQ(downloadedFiles(), QStringList());
+  EXPECT_EQ(sentences, QStringList());
+}
+
+TEST_F(UpdateDriverTest, AFailedDownloadIsRemovedByTheTimeThatItIsTold) {
+  serve("/Zolt.deb", {.body = package});
+  make();
+  DownloadFolder own(downloads);
+  AppcastEnclosure enclosure;
+  enclosure.url = QUrl(server.address(QStringLiteral("/Zolt.deb")));
+  enclosure.edSignature = QString::fromLatin1(test::SigningKey(2).signatureOf(package));
+  const auto plan = planPackage(enclosure, maker.publicKey(), 1 << 30);
+  ASSERT_TRUE(plan);
+  PackageDownload download(*context, own, plan.value());
+  std::optional<QStringList> left;
+  QObject::connect(&download, &PackageDownload::failed, [&] { left = downloadedFiles(); });
+  download.start();
+  EXPECT_EQ(downloadedFiles().size(), 1);
+  ASSERT_TRUE(test::waitFor([&] { return left.has_value(); }));
+  EXPECT_EQ(*left, QStringList());
 }
 
 TEST_F(UpdateDriverTest, DestructionDuringADownloadLeavesNothing) {
