@@ -22,6 +22,17 @@ class PreferencesWindowTest : public test::PreferencesTest {
   int selected() const { return window->view().selectedTab(); }
 };
 
+TEST_F(PreferencesWindowTest, KeepsTheKeyboardWithTheTabThatIsShown) {
+  tab("General").setFocus();
+  QTest::keyClick(&tab("General"), Qt::Key_2, Qt::ControlModifier);
+  EXPECT_EQ(selected(), 1);
+  EXPECT_TRUE(tab("Appearance").hasFocus());
+  window->findChild<QWidget*>(QStringLiteral("fontSize"))->setFocus();
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_3, Qt::ControlModifier);
+  EXPECT_EQ(selected(), 2);
+  EXPECT_FALSE(tab("Keys").hasFocus()) << "only where a tab had it";
+}
+
 TEST_F(PreferencesWindowTest, OpensOnTheGeneralTabAtItsSize) {
   EXPECT_EQ(selected(), 0);
   EXPECT_NE(qobject_cast<GeneralSettings*>(&form()), nullptr);

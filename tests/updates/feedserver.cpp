@@ -1,7 +1,7 @@
 // A web server for a folder with a feed, and what signs the packages in it.
 //
-//   feedserver FOLDER            serves FOLDER over http on 127.0.0.1; prints its port, and ends with its standard
-//   input feedserver --make-key FILE   makes a key, keeps its secret half in the new FILE, prints the public one
+//   feedserver FOLDER            serves FOLDER over http on 127.0.0.1; prints its port, and ends with its input
+//   feedserver --make-key FILE   makes a key, keeps its secret half in the new FILE, prints the public one
 //   feedserver --sign KEY FILE   prints the attributes of an enclosure for FILE
 #include <sodium.h>
 

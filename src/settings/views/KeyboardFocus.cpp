@@ -1,6 +1,7 @@
 #include "settings/views/KeyboardFocus.h"
 
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QWidget>
 
@@ -10,6 +11,20 @@ namespace zolt {
 
 bool isKeyboardReason(Qt::FocusReason reason) {
   return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
+}
+
+// Not for its window: those come with Control, Alt or Super.
+static bool isForTheWidget(const QKeyEvent& event) {
+  switch (event.key()) {
+    case Qt::Key_Control:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+    case Qt::Key_Shift:
+      return false;
+    default:
+      return (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) == Qt::NoModifier;
+  }
 }
 
 KeyboardFocus::KeyboardFocus(QWidget& widget) : m_widget(widget) {
@@ -30,7 +45,7 @@ bool KeyboardFocus::eventFilter(QObject* watched, QEvent* event) {
       break;
     }
     case QEvent::KeyPress:
-      show(true);
+      if (isForTheWidget(static_cast<const QKeyEvent&>(*event))) show(true);
       break;
     case QEvent::MouseButtonPress:
       show(false);

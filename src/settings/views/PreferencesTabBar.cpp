@@ -89,7 +89,13 @@ TabButton* PreferencesTabBar::addTab(const QString& label, const QString& symbol
 }
 
 void PreferencesTabBar::setCurrentIndex(int index) {
-  if (QAbstractButton* tab = m_group.button(index)) tab->setChecked(true);
+  QAbstractButton* tab = m_group.button(index);
+  if (tab == nullptr) return;
+  const QAbstractButton* before = m_group.checkedButton();
+  const bool hadFocus = before != nullptr && before->hasFocus();
+  tab->setChecked(true);
+  // The keyboard stays with the tab that is shown.
+  if (hadFocus) tab->setFocus(Qt::OtherFocusReason);
 }
 
 void PreferencesTabBar::paintEvent(QPaintEvent*) {
