@@ -41,11 +41,15 @@ QVariant unwrapped(QVariant value) {
 
 ColorScheme::ColorScheme(QObject* parent) : QObject(parent) {
   if (!hasSessionBus()) return;
-  QDBusConnection bus = QDBusConnection::sessionBus();
-  if (!bus.isConnected()) return;
-  bus.connect(latin(kService), latin(kPath), latin(kInterface), QStringLiteral("SettingChanged"), this,
-              SLOT(settingChanged(QString, QString, QDBusVariant)));
-  ask(kReadOne);
+  if (QDBusConnection::sessionBus().isConnected()) ask(kReadOne);
+}
+
+// Not before the first answer: a connection that is just being made does not find out who owns the portal's name, and
+// then takes its signals for somebody else's.
+void ColorScheme::follow() {
+  QDBusConnection::sessionBus().connect(latin(kService), latin(kPath), latin(kInterface),
+                                        QStringLiteral("SettingChanged"), this,
+                                        SLOT(settingChanged(QString, QString, QDBusVariant)));
 }
 
 void ColorScheme::ask(const char* method) {
@@ -54,6 +58,7 @@ void ColorScheme::ask(const char* method) {
   auto* watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
   connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, method](QDBusPendingCallWatcher* finished) {
     finished->deleteLater();
+    if (std::strcmp(method, kReadOne) == 0) follow();
     const QDBusPendingReply<QVariant> reply = *finished;
     if (!reply.isError()) {
       take(reply.value());

@@ -29,6 +29,7 @@ class ColorScheme : public QObject {
 
  private:
   void ask(const char* method);
+  void follow();
   void take(const QVariant& value);
 
   std::optional<Preference> m_preference;
