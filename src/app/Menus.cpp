@@ -168,6 +168,8 @@ void addMenuShortcuts(QWidget& window, const MenuContext& context) {
   for (const Item& item : kItems) {
     // The widgets of such a window have their own ways to copy and paste.
     if (std::string_view(item.menu) == "&Edit" && item.role == QAction::NoRole) continue;
+    // Nor is such a window ever as large as the screen.
+    if (item.does == Does::ToggleFullScreen) continue;
     if (!item.shortcuts().isEmpty()) window.addAction(makeAction(item, window, context, &window));
   }
 }

@@ -186,8 +186,9 @@ bool SingleInstance::serve(std::function<void(const OpenRequest& request)> open)
         }
         const std::string line = connection->readLine(kRequestLimitBytes).toStdString();
         if (const auto request = OpenRequest::decoded(line)) {
-          open(*request);
+          // Whoever gave up waiting has opened a window of their own by now.
           connection->write(kAnswer.data(), static_cast<qint64>(kAnswer.size()));
+          if (connection->flush() && connection->state() == QLocalSocket::ConnectedState) open(*request);
         }
         connection->disconnectFromServer();
       });

@@ -23,7 +23,7 @@ namespace zolt {
 
 namespace {
 
-constexpr qint64 kLineLimitBytes = 64 * 1024;
+constexpr qint64 kLineLimitBytes = kSettingsFileLimitBytes;
 constexpr int kMostCopies = 1000;
 constexpr int kLeftoverAgeSeconds = 60;
 constexpr std::chrono::seconds kLockLimit{2};
@@ -35,7 +35,7 @@ bool isPlainText(const QByteArray& line) {
   if (decoder.hasError()) return false;
   return std::none_of(line.begin(), line.end(), [](char c) {
     const auto byte = static_cast<unsigned char>(c);
-    return (byte < 0x20 && byte != '\t') || byte == 0x7F;
+    return byte < 0x20 && byte != '\t';
   });
 }
 
@@ -124,10 +124,30 @@ void tell(const QString& file, const std::string& what) {
   std::fprintf(stderr, "zolt: settings file %s: %s\n", qUtf8Printable(file), what.c_str());
 }
 
+}  // namespace
+
+SettingsFileLock::SettingsFileLock(const QString& name)
+    : m_folder(open(QFile::encodeName(QFileInfo(name).path()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+  if (!m_folder) return;
+  const auto deadline = std::chrono::steady_clock::now() + kLockLimit;
+  while (flock(m_folder.get(), LOCK_EX | LOCK_NB) != 0) {
+    if (errno != EWOULDBLOCK || std::chrono::steady_clock::now() > deadline) return;
+    std::this_thread::sleep_for(kLockRetry);
+  }
+  QFile::remove(name + QStringLiteral(".lock"));
+}
+
+namespace {
+
 // Whether the file may be written afterwards.
 bool mend(const QString& name) {
-  QFile file(name);
   if (!QFileInfo::exists(name)) return true;
+  if (!QFileInfo(name).isFile()) {
+    tell(name, "is no file; changes are not saved");
+    return false;
+  }
+  const SettingsFileLock lock(name);
+  QFile file(name);
   const std::optional<Salvage> found = salvage(file);
   if (!found) {
     tell(name, "cannot be read (" + file.errorString().toStdString() + "); changes are not saved");
@@ -158,17 +178,6 @@ void removeLeftovers(const QString& name) {
 
 }  // namespace
 
-SettingsFileLock::SettingsFileLock(const QString& name)
-    : m_folder(open(QFile::encodeName(QFileInfo(name).path()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-  if (!m_folder) return;
-  const auto deadline = std::chrono::steady_clock::now() + kLockLimit;
-  while (flock(m_folder.get(), LOCK_EX | LOCK_NB) != 0) {
-    if (errno != EWOULDBLOCK || std::chrono::steady_clock::now() > deadline) return;
-    std::this_thread::sleep_for(kLockRetry);
-  }
-  QFile::remove(name + QStringLiteral(".lock"));
-}
-
 void makeSettingsFilePrivately(const QString& name) {
   const QFileInfo file(name);
   if (file.exists() || name.isEmpty()) return;
@@ -178,11 +187,15 @@ void makeSettingsFilePrivately(const QString& name) {
 }
 
 SettingsFile openSettingsFile(const std::string& file) {
-  const QString name = QFile::decodeName(file.c_str());
+  // The file itself, where this is a link to it: a copy of a link would be no copy.
+  const QString given = QFile::decodeName(file.c_str());
+  const QString target = QFileInfo(given).canonicalFilePath();
+  const QString name = target.isEmpty() ? given : target;
   removeLeftovers(name);
   const bool mayWrite = mend(name);
-  // What could not be mended may be of any size: it is left alone.
-  const bool tooLarge = QFileInfo(name).size() > kSettingsFileLimitBytes;
+  // What could not be mended may be of any size, or never end: it is left alone.
+  const QFileInfo left(name);
+  const bool tooLarge = left.size() > kSettingsFileLimitBytes || (left.exists() && !left.isFile());
   return {.settings = std::make_unique<QSettings>(tooLarge ? QString() : name, QSettings::IniFormat),
           .mayWrite = mayWrite};
 }

@@ -6,6 +6,8 @@
 #include <random>
 #include <utility>
 
+#include "updates/views/NotesView.h"
+
 namespace zolt {
 namespace {
 
@@ -13,6 +15,16 @@ using Format = ReleaseNotes::Format;
 
 std::string inert(const char* html) {
   return inertHtml(QString::fromUtf8(html)).toStdString();
+}
+
+TEST(ReleaseNotes, AreShownAsFarAsAnybodyWouldReadThem) {
+  const QString endless(1'000'000, u'x');
+  for (const Format format : {Format::Plain, Format::Html}) {
+    NotesView view;
+    view.showNotes({.format = format, .text = endless});
+    EXPECT_EQ(view.toPlainText().size(), 32 * 1024 + 1);
+    EXPECT_TRUE(view.toPlainText().endsWith(QChar(0x2026)));
+  }
 }
 
 TEST(ReleaseNotes, TheMediaTypeSaysWhatTheyAre) {

@@ -345,17 +345,49 @@ TEST_F(UpdaterControllerTest, TheSecondLaunchAsksAndTheAnswerStays) {
 
 TEST_F(UpdaterControllerTest, NotWantingAutomaticChecksIsAnAnswerToo) {
   defaults.setBool("SUHasLaunchedBefore", true);
-  for (const bool byKey : {false, true}) {
-    defaults.removeObject("SUEnableAutomaticChecks");
-    start(true);
-    UpdateWindow* question = window("Check for updates automatically?");
-    ASSERT_TRUE(question);
-    byKey ? QTest::keyClick(question, Qt::Key_Escape) : click("dontCheck");
-    EXPECT_EQ(defaults.stringForKey("SUEnableAutomaticChecks"), "false");
-    start(true);
-    expectNothingShown();
-    EXPECT_EQ(server.requests(), QStringList());
-  }
+  start(true);
+  ASSERT_TRUE(window("Check for updates automatically?"));
+  click("dontCheck");
+  EXPECT_EQ(defaults.stringForKey("SUEnableAutomaticChecks"), "false");
+  start(true);
+  expectNothingShown();
+  EXPECT_EQ(server.requests(), QStringList());
+}
+
+TEST_F(UpdaterControllerTest, ClosingTheQuestionIsNoAnswer) {
+  defaults.setBool("SUHasLaunchedBefore", true);
+  start(true);
+  UpdateWindow* question = window("Check for updates automatically?");
+  ASSERT_TRUE(question);
+  QTest::keyClick(question, Qt::Key_Escape);
+  EXPECT_TRUE(noWindow());
+  EXPECT_EQ(defaults.stringForKey("SUEnableAutomaticChecks"), std::nullopt);
+  start(true);
+  question = window("Check for updates automatically?");
+  ASSERT_TRUE(question);
+  question->close();
+  EXPECT_EQ(defaults.stringForKey("SUEnableAutomaticChecks"), std::nullopt);
+}
+
+TEST_F(UpdaterControllerTest, WhatComesUncalledTakesNoKeysMeantForSomebodyElse) {
+  serveFeed(packageItem("1.2"));
+  defaults.setBool("SUEnableAutomaticChecks", true);
+  QWidget terminal;
+  terminal.show();
+  terminal.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&terminal));
+  start(true);
+  UpdateWindow* offer = window("A new version of Zolt is available!");
+  ASSERT_TRUE(offer);
+  EXPECT_TRUE(offer->testAttribute(Qt::WA_ShowWithoutActivating));
+  // Even where a window manager gives it the keyboard.
+  QTest::keyClick(offer, Qt::Key_Return);
+  QTest::keyClick(offer, Qt::Key_Space);
+  test::runLoopFor(std::chrono::milliseconds(50));
+  EXPECT_TRUE(offer->isVisible());
+  EXPECT_EQ(server.requests().size(), 1) << "the feed's, no package's";
+  click("install");
+  EXPECT_TRUE(waitFor([&] { return server.requests().size() == 2; }));
 }
 
 TEST_F(UpdaterControllerTest, AQuestionThatWasNotAnsweredIsAskedAgain) {

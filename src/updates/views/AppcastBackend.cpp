@@ -1,5 +1,6 @@
 #include "updates/views/AppcastBackend.h"
 
+#include <QTimer>
 #include <utility>
 
 namespace zolt {
@@ -23,9 +24,11 @@ void AppcastBackend::start() {
   const LaunchFacts facts = m_context.settings.launchFacts();
   if (!facts.hasLaunchedBefore) m_context.settings.setHasLaunchedBefore();
   m_scheduler.start();
-  if (shouldAskAboutChecks(facts)) {
+  if (!shouldAskAboutChecks(facts)) return;
+  // Not before the application's own windows, which would cover the question.
+  QTimer::singleShot(m_context.environment.firstCheckDelay, this, [this] {
     m_windows.askForConsent([this](bool enabled) { m_context.settings.setAutomaticChecks(enabled); });
-  }
+  });
 }
 
 void AppcastBackend::checkForUpdates() {

@@ -13,9 +13,14 @@ ConsentWindow::ConsentWindow(QWidget* parent)
                    tr("Zolt can look for new versions from time to time and tell you when there is one. You can always "
                       "check by hand with \"Check for Updates...\"."),
                    parent) {
-  connect(addButton(tr("Don't Check"), QStringLiteral("dontCheck")), &QPushButton::clicked, this, &QDialog::reject);
-  connect(addDefaultButton(tr("Check Automatically"), QStringLiteral("checkAutomatically")), &QPushButton::clicked,
-          this, &QDialog::accept);
+  const auto answersBy = [this](QPushButton* button, bool answer) {
+    connect(button, &QPushButton::clicked, this, [this, answer] {
+      Q_EMIT answered(answer);
+      accept();
+    });
+  };
+  answersBy(addButton(tr("Don't Check"), QStringLiteral("dontCheck")), false);
+  answersBy(addDefaultButton(tr("Check Automatically"), QStringLiteral("checkAutomatically")), true);
   finish();
 }
 

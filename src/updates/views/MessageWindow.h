@@ -12,12 +12,15 @@ class MessageWindow : public UpdateWindow {
   MessageWindow(const QString& title, const QString& sentence, QWidget* parent = nullptr);
 };
 
-/// "Check for updates automatically?": accepted is yes; everything else, closing included, no.
+/// "Check for updates automatically?". Closing it is no answer.
 class ConsentWindow : public UpdateWindow {
   Q_OBJECT
 
  public:
   explicit ConsentWindow(QWidget* parent = nullptr);
+
+ Q_SIGNALS:
+  void answered(bool wanted);
 };
 
 }  // namespace zolt

@@ -8,6 +8,13 @@ constexpr int kMinimumWidth = 520;
 constexpr int kHeight = 220;
 constexpr double kDocumentMargin = 10;
 constexpr double kIndent = 22;
+constexpr qsizetype kMostCharacters = 32 * 1024;
+
+// Laying out one long paragraph takes more than proportionally long: what nobody would read is not shown.
+QString displayable(const QString& text) {
+  if (text.size() <= kMostCharacters) return text;
+  return text.first(kMostCharacters) + QChar(0x2026);
+}
 
 }  // namespace
 
@@ -26,10 +33,11 @@ NotesView::NotesView(QWidget* parent) : QTextBrowser(parent) {
 
 void NotesView::showNotes(const ReleaseNotes& notes) {
   if (notes.text.trimmed().isEmpty()) return showRemark(tr("This version has no release notes."));
+  const QString text = displayable(notes.text);
   if (notes.format == ReleaseNotes::Format::Plain) {
-    setPlainText(notes.text);
+    setPlainText(text);
   } else {
-    setHtml(inertHtml(notes.text));
+    setHtml(inertHtml(text));
   }
 }
 

@@ -86,6 +86,16 @@ QPushButton* UpdateWindow::addDefaultButton(const QString& label, const QString&
   return button;
 }
 
+void UpdateWindow::comeUncalled() {
+  setAttribute(Qt::WA_ShowWithoutActivating);
+  const QList<QPushButton*> buttons = findChildren<QPushButton*>();
+  for (QPushButton* button : buttons) {
+    button->setDefault(false);
+  }
+  setFocusPolicy(Qt::StrongFocus);
+  setFocus();
+}
+
 void UpdateWindow::finish(bool resizable) {
   if (m_content->isEmpty()) m_content->setContentsMargins(0, 0, 0, 0);
   if (!resizable) m_frame->setSizeConstraint(QLayout::SetFixedSize);

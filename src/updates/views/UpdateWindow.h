@@ -17,6 +17,9 @@ class UpdateWindow : public QDialog {
 
   void setTitle(const QString& title) { m_title->setText(title); }
   void setText(const QString& text);
+  /// Before it is shown: it comes without taking the keyboard, and no key presses a button of it until the user has
+  /// gone to one.
+  void comeUncalled();
 
  protected:
   /// Between the text and the buttons.

@@ -1,5 +1,6 @@
 #include "updates/views/UpdateWindows.h"
 
+#include <QApplication>
 #include <utility>
 
 #include "updates/views/MessageWindow.h"
@@ -61,11 +62,18 @@ void UpdateWindows::closeWindow() {
   window->deleteLater();
 }
 
-void UpdateWindows::show(UpdateWindow* window) {
+void UpdateWindows::show(UpdateWindow* window, Called called) {
   closeWindow();
   m_window = window;
-  window->show();
-  raise();
+  if (called == Called::Yes) {
+    window->show();
+    raise();
+  } else {
+    // Whatever is typed right now is meant for somebody else.
+    window->comeUncalled();
+    window->show();
+    QApplication::alert(window);
+  }
 }
 
 void UpdateWindows::raise() {
@@ -84,7 +92,7 @@ void UpdateWindows::showOffer() {
     m_openPage(page);
     m_driver.remindLater();
   });
-  show(window);
+  show(window, m_driver.kind() == CheckKind::Background ? Called::No : Called::Yes);
 }
 
 ProgressWindow* UpdateWindows::showProgress(const QString& title) {
@@ -101,12 +109,11 @@ void UpdateWindows::showMessage(const QString& title, const QString& sentence) {
 }
 
 void UpdateWindows::askForConsent(std::function<void(bool)> answered) {
+  if (m_window) return;
   auto* window = new ConsentWindow;
-  connect(window, &QDialog::finished, this, [this, answered = std::move(answered)](int result) {
-    closeWindow();
-    answered(result == QDialog::Accepted);
-  });
-  show(window);
+  connect(window, &ConsentWindow::answered, this, answered);
+  connect(window, &QDialog::finished, this, &UpdateWindows::closeWindow);
+  show(window, Called::No);
 }
 
 }  // namespace zolt

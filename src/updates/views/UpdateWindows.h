@@ -22,14 +22,17 @@ class UpdateWindows : public QObject {
   UpdateWindows(UpdateDriver& driver, OpenPage openPage, QObject* parent = nullptr);
   ~UpdateWindows() override;
 
-  /// Asks whether to check automatically; `answered` is called with the answer, unless another window comes first.
+  /// Asks whether to check automatically, unless a window is shown; `answered` is called with the answer. Closing the
+  /// question is none.
   void askForConsent(std::function<void(bool)> answered);
   /// Brings the window that is shown, if any, to the front.
   void raise();
 
  private:
   void followState();
-  void show(UpdateWindow* window);
+  /// Whether the user is waiting for a window, or is busy with something else.
+  enum class Called { Yes, No };
+  void show(UpdateWindow* window, Called called = Called::Yes);
   void closeWindow();
   void showOffer();
   ProgressWindow* showProgress(const QString& title);
