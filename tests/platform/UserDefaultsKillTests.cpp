@@ -69,7 +69,15 @@ TEST(UserDefaultsKill, LosesNoKeyOfTwoProcessesThatSaveAtOnce) {
   const std::string file = folder.filePath(QStringLiteral("zolt.ini")).toStdString();
   const pid_t one = startSaving(file, "one", 1);
   const pid_t two = startSaving(file, "two", 1);
-  std::this_thread::sleep_for(std::chrono::milliseconds(500));
+  // Neither is kept from saving for long, though the other never stops.
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+  const auto bothSaved = [&file] {
+    const UserDefaults now(file);
+    return now.integerForKey("one0") > 1 && now.integerForKey("two0") > 1;
+  };
+  while (!bothSaved() && std::chrono::steady_clock::now() < deadline) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
   killAt(one, std::chrono::microseconds(0));
   killAt(two, std::chrono::microseconds(0));
   const UserDefaults defaults(file);

@@ -170,7 +170,7 @@ TEST_F(UpdaterControllerTest, ADownloadShowsItsBytesAndCanBeCancelled) {
     ASSERT_TRUE(downloading);
     ASSERT_TRUE(waitFor([&] { return text("text") == QLatin1String("3.1 MB of 12 MB"); }))
         << text("text").toStdString();
-    EXPECT_EQ(downloading->findChild<QProgressBar*>()->value(), 258);
+    EXPECT_TRUE(waitFor([&] { return downloading->findChild<QProgressBar*>()->value() == 258; }));
     EXPECT_EQ(downloading->findChild<QProgressBar*>()->maximum(), 1000);
     EXPECT_FALSE(downloadedFiles().isEmpty());
     EXPECT_EQ(button("cancel")->text(), QStringLiteral("Cancel"));
