@@ -78,9 +78,10 @@ void ContentView::ensureTerminal() {
       {.rows = room.rows, .cols = room.columns, .pixelWidth = room.pixelWidth, .pixelHeight = room.pixelHeight});
   m_container = new TerminalContainerView(*m_terminal, this);
   layout()->addWidget(m_container);
-  // At its place from the start: a canvas that is shown first and laid out later would tell its shell of both sizes.
-  layout()->activate();
+  // Laid out in the same turn of the event loop, or the canvas would tell its shell of the size that it has before. Shown
+  // first: what is hidden is not laid out.
   m_container->show();
+  layout()->activate();
   setFocusProxy(m_container);
 }
 
