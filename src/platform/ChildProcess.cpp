@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <condition_variable>
 #include <csignal>
 #include <mutex>
 #include <thread>
@@ -35,6 +36,7 @@ struct ChildProcess::State {
   bool running = false;
   int status = 0;
   Reason reason = Reason::Exit;
+  std::condition_variable ended;
 
   void send(int signal) {
     const std::lock_guard lock(mutex);
@@ -42,11 +44,16 @@ struct ChildProcess::State {
     if (running) kill(pid, signal);
   }
 
-  void kill9() {
+  void sendToGroup(int signal) {
     const std::lock_guard lock(mutex);
     if (!running) return;
-    if (request.terminal == Terminal::Controlling) kill(-pid, SIGKILL);
-    kill(pid, SIGKILL);
+    // In the moment before the child leads its group there is none; then the signal is for it alone.
+    if (request.terminal == Terminal::None || kill(-pid, signal) != 0) kill(pid, signal);
+  }
+
+  void waitUntilExit() {
+    std::unique_lock lock(mutex);
+    ended.wait(lock, [this] { return !running; });
   }
 
   bool isRunning() {
@@ -69,6 +76,7 @@ struct ChildProcess::State {
       reason = WIFSIGNALED(raw) ? Reason::Signal : Reason::Exit;
       status = WIFSIGNALED(raw) ? WTERMSIG(raw) : WEXITSTATUS(raw);
     }
+    ended.notify_all();
     // Let go of first: what it holds may be the last thing that keeps its owner alive.
     if (const TerminationHandler last = std::exchange(handler, nullptr)) last();
   }
@@ -177,6 +185,8 @@ Result<void> ChildProcess::launch() {
     if (failure != 0) return Failure{errorText(failure)};
     plan.leadSession();
     plan.openAsStandardInput(terminalName.data());
+  } else if (request.terminal == Terminal::Detached) {
+    plan.leadSession();
   }
   for (int i = 0; i < 3; ++i) {
     if (streams[static_cast<std::size_t>(i)] >= 0) plan.duplicate(streams[static_cast<std::size_t>(i)], i);
@@ -228,6 +238,14 @@ void ChildProcess::sendSignal(int signal) {
   m_state->send(signal);
 }
 
+void ChildProcess::sendSignalToGroup(int signal) {
+  m_state->sendToGroup(signal);
+}
+
+void ChildProcess::waitUntilExit() {
+  m_state->waitUntilExit();
+}
+
 std::vector<std::weak_ptr<ChildProcess::State>>& ChildProcess::remaining() {
   static std::vector<std::weak_ptr<State>> states;
   return states;
@@ -240,7 +258,7 @@ void ChildProcess::killAfter(std::chrono::milliseconds grace) {
     std::erase_if(remaining(), [](const auto& each) { return each.expired(); });
     remaining().push_back(m_state);
   }
-  MainQueue::after(grace, [state = m_state] { state->kill9(); });
+  MainQueue::after(grace, [state = m_state] { state->sendToGroup(SIGKILL); });
 }
 
 void ChildProcess::endRemaining(std::chrono::milliseconds grace) {
@@ -261,7 +279,7 @@ void ChildProcess::endRemaining(std::chrono::milliseconds grace) {
   };
   waitUntil(std::chrono::steady_clock::now() + grace);
   for (const auto& state : states) {
-    state->kill9();
+    state->sendToGroup(SIGKILL);
   }
   waitUntil(std::chrono::steady_clock::now() + std::chrono::seconds(1));
 }

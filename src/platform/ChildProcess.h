@@ -19,7 +19,9 @@ namespace zolt {
 /// is always reaped, also when this object is gone by then. All members may be called from any thread.
 class ChildProcess {
  public:
-  enum class Terminal { None, Controlling };
+  /// None: the child shares the caller's session. Controlling: it leads one of its own, and its standard input is that
+  /// session's terminal. Detached: it leads one of its own without a terminal, and so a process group of its own.
+  enum class Terminal { None, Controlling, Detached };
 
   struct Request {
     std::string executable;              ///< a path; PATH is not searched
@@ -29,7 +31,6 @@ class ChildProcess {
     int standardInput = -1;          ///< descriptors of the caller, which keeps them
     int standardOutput = -1;
     int standardError = -1;
-    /// Controlling: the child leads a session of its own, and its standard input is the session's terminal.
     Terminal terminal = Terminal::None;
   };
 
@@ -56,6 +57,10 @@ class ChildProcess {
   void terminate();
   /// Sends a signal to the child; nothing happens when it does not run.
   void sendSignal(int signal);
+  /// Sends a signal to the child and everyone in the process group that it leads, or to it alone where it leads none.
+  void sendSignalToGroup(int signal);
+  /// Blocks until the child has ended, and been reaped. Returns at once when it was never launched.
+  void waitUntilExit();
   /// Kills the child, with its process group where it leads one, if it still runs after `grace`. Needs the main loop,
   /// or `endRemaining`.
   void killAfter(std::chrono::milliseconds grace);

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstddef>
+#include <string>
+
 #include "base/Result.h"
 #include "platform/Descriptor.h"
 
@@ -12,6 +15,10 @@ struct Pipe {
 
 /// A pipe whose ends are closed in every child.
 Result<Pipe> makePipe();
+
+/// Makes a pipe hold `wantedBytes`, or the most below that which the system allows. Returns what it holds, in bytes; 0
+/// where that cannot be known.
+std::size_t enlargePipe(const Pipe& pipe, std::size_t wantedBytes);
 
 /// Marks a descriptor as closed in every child that executes a program.
 void setCloseOnExec(int descriptor);

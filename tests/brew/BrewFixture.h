@@ -1,0 +1,81 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "brew/BrewManager.h"
+#include "support/ProcessFacts.h"
+#include "support/WaitFor.h"
+
+namespace zolt::test {
+
+/// A tool that prints what a test says, and the manager that runs it.
+class BrewTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    qputenv("FAKEBREW_DATA", folder.path().toUtf8());
+    qputenv("FAKEBREW_LOG", folder.filePath(QStringLiteral("log")).toUtf8());
+    QDir(folder.path()).mkdir(QStringLiteral("info"));
+  }
+  void TearDown() override {
+    for (const char* name : {"FAKEBREW_MODE", "FAKEBREW_MODE_search", "FAKEBREW_MODE_list", "FAKEBREW_MODE_info",
+                             "FAKEBREW_MODE_outdated", "FAKEBREW_MODE_install", "FAKEBREW_MODE_upgrade"}) {
+      qunsetenv(name);
+    }
+  }
+
+  void write(const std::string& name, const std::string& content) {
+    QFile file(folder.filePath(QString::fromStdString(name)));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(content.data(), static_cast<qint64>(content.size()));
+  }
+  void makeManager() {
+    manager = std::make_unique<BrewManager>(std::vector<std::string>{ZOLT_FAKE_BREW}, WorkerQueue::utility());
+  }
+  /// A manager whose first refresh is over.
+  void makeSettledManager() {
+    makeManager();
+    ASSERT_TRUE(waitUntilSettled());
+    forgetCalls();
+  }
+  /// Until both lists and the check have been told of, as often as that many refreshes do.
+  bool waitUntilSettled() {
+    return waitFor([&] { return test::childProcesses().empty() && !manager->isLoading(); }) &&
+           (runLoopFor(std::chrono::milliseconds(50)), test::childProcesses().empty());
+  }
+  /// The calls so far, sorted.
+  std::vector<std::string> calls() const {
+    std::vector<std::string> lines;
+    std::istringstream log(fileContent(folder.filePath(QStringLiteral("log")).toStdString()));
+    for (std::string line; std::getline(log, line);) {
+      lines.push_back(line);
+    }
+    std::ranges::sort(lines);
+    return lines;
+  }
+  void forgetCalls() { QFile::remove(folder.filePath(QStringLiteral("log"))); }
+  bool waitForStatus(const char* status) {
+    return waitFor([&] { return manager->status() == QLatin1String(status); });
+  }
+
+  QTemporaryDir folder;
+  std::unique_ptr<BrewManager> manager;
+};
+
+inline std::vector<std::string> namesOf(const std::vector<BrewPackage>& packages) {
+  std::vector<std::string> names;
+  for (const BrewPackage& package : packages) {
+    names.push_back(package.name.toStdString());
+  }
+  return names;
+}
+
+}  // namespace zolt::test

@@ -1,0 +1,343 @@
+#include "brew/BrewManager.h"
+
+#include <set>
+
+#include <unistd.h>
+
+#include <csignal>
+
+#include "BrewFixture.h"
+#include "brew/BrewCommand.h"
+#include "platform/ChildProcess.h"
+
+namespace zolt {
+namespace {
+
+using test::namesOf;
+using Type = BrewPackageType;
+using Names = std::vector<std::string>;
+
+class BrewManagerTest : public test::BrewTest {
+ protected:
+  BrewPackage package(const char* name, Type type) {
+    return makeBrewPackage(QString::fromUtf8(name), std::nullopt, std::nullopt, type);
+  }
+};
+
+std::string lines(const std::string& prefix, int count) {
+  std::string text;
+  for (int i = 0; i < count; ++i) {
+    text += prefix + std::to_string(i) + "\n";
+  }
+  return text;
+}
+
+TEST_F(BrewManagerTest, SaysThatThereIsNoHomebrewAndDoesNothingElse) {
+  manager = std::make_unique<BrewManager>(Names{"/no/such/brew", "/etc/passwd"}, WorkerQueue::utility());
+  EXPECT_EQ(manager->status(), QStringLiteral("Homebrew not found"));
+  EXPECT_FALSE(manager->isLoading());
+  EXPECT_TRUE(manager->installedFormulae().empty());
+  EXPECT_TRUE(manager->installedCasks().empty());
+  test::runLoopFor(std::chrono::milliseconds(50));
+  EXPECT_TRUE(calls().empty());
+}
+
+TEST_F(BrewManagerTest, TakesTheFirstCandidateThatIsExecutable) {
+  const QString other = folder.filePath(QStringLiteral("other-brew"));
+  write("other-brew", "#!/bin/sh\nexit 9\n");
+  QFile::setPermissions(other, QFile::ReadOwner | QFile::ExeOwner);
+  manager = std::make_unique<BrewManager>(Names{"/no/such/brew", ZOLT_FAKE_BREW, other.toStdString()},
+                                          WorkerQueue::utility());
+  ASSERT_TRUE(waitUntilSettled());
+  EXPECT_EQ(calls().size(), 3U);
+}
+
+TEST_F(BrewManagerTest, LooksForTheToolAnewEachTime) {
+  const QString late = folder.filePath(QStringLiteral("late-brew"));
+  manager = std::make_unique<BrewManager>(Names{late.toStdString()}, WorkerQueue::utility());
+  EXPECT_EQ(manager->status(), QStringLiteral("Homebrew not found"));
+  ASSERT_TRUE(QFile::link(QStringLiteral(ZOLT_FAKE_BREW), late));
+  manager->refresh();
+  EXPECT_EQ(manager->status(), QStringLiteral("Loading installed packages..."));
+  ASSERT_TRUE(waitUntilSettled());
+  EXPECT_EQ(calls().size(), 3U);
+}
+
+TEST_F(BrewManagerTest, LoadsBothListsWithTheirDetailsAndChecksForOutdatedOnes) {
+  write("list-formula.txt", "wget\njq\n");
+  write("list-cask.txt", "some-app\n");
+  write("info/wget.txt", "==> wget: stable 1.24.5\nDesc: Internet file retriever\nInstalled on request 1.24.5\n");
+  write("info/jq.txt", "==> jq: stable 1.7\n");
+  write("outdated-json.txt", "{\"formulae\":[{\"name\":\"wget\"}],\"casks\":[]}\n");
+  makeManager();
+  EXPECT_TRUE(manager->isLoading());
+  EXPECT_EQ(manager->status(), QStringLiteral("Loading installed packages..."));
+  ASSERT_TRUE(waitUntilSettled());
+  EXPECT_EQ(calls(), (Names{"[info][--cask][some-app]", "[info][--formula][jq]", "[info][--formula][wget]",
+                            "[list][--cask]", "[list][--formula]", "[outdated][--json]"}));
+  ASSERT_EQ(manager->installedFormulae().size(), 2U);
+  for (const BrewPackage& each : manager->installedFormulae()) {
+    EXPECT_EQ(each.type, Type::Formula);
+    const bool isWget = each.name == QStringLiteral("wget");
+    EXPECT_EQ(each.description, isWget ? std::optional(QStringLiteral("Internet file retriever")) : std::nullopt);
+    EXPECT_EQ(each.installedVersion, isWget ? std::optional(QStringLiteral("1.24.5")) : std::nullopt);
+  }
+  ASSERT_EQ(namesOf(manager->installedCasks()), Names{"some-app"});
+  EXPECT_EQ(manager->installedCasks()[0].type, Type::Cask);
+  EXPECT_TRUE(manager->outdatedPackages().empty()) << "what the check prints is not read";
+}
+
+TEST_F(BrewManagerTest, TellsOfEachStepInItsWords) {
+  write("list-formula.txt", lines("formula", 12));
+  makeManager();
+  std::set<std::string> seen;
+  QObject::connect(manager.get(), &BrewManager::objectWillChange, manager.get(),
+                   [&] { seen.insert(manager->status().toStdString()); });
+  ASSERT_TRUE(waitUntilSettled());
+  seen.insert(manager->status().toStdString());
+  EXPECT_EQ(seen, (std::set<std::string>{"Loading installed packages...", "Loaded 0 casks", "Loaded 12 formulae",
+                                         "Outdated check complete"}));
+}
+
+TEST_F(BrewManagerTest, PublishesEmptyListsWhereNothingIsInstalled) {
+  makeSettledManager();
+  EXPECT_TRUE(manager->installedFormulae().empty());
+  EXPECT_TRUE(manager->installedCasks().empty());
+}
+
+TEST_F(BrewManagerTest, AsksForTheDetailsOfTheFirstFiftyOfAType) {
+  write("list-formula.txt", lines("formula", 120));
+  write("list-cask.txt", lines("cask", 51));
+  makeManager();
+  ASSERT_TRUE(waitUntilSettled());
+  EXPECT_EQ(manager->installedFormulae().size(), 50U);
+  EXPECT_EQ(manager->installedCasks().size(), 50U);
+  for (const std::string& name : namesOf(manager->installedFormulae())) {
+    EXPECT_LT(std::stoi(name.substr(7)), 50) << name;
+  }
+  EXPECT_EQ(calls().size(), 103U);
+}
+
+TEST_F(BrewManagerTest, IsLoadingUntilTheFirstOfBothTypesIsDone) {
+  write("list-cask.txt", "app\n");
+  qputenv("FAKEBREW_MODE_info", "slow");
+  makeManager();
+  ASSERT_TRUE(test::waitFor([&] { return !manager->isLoading(); }));
+  EXPECT_TRUE(manager->installedCasks().empty()) << "still on their way";
+  EXPECT_TRUE(waitForStatus("Loaded 1 casks"));
+}
+
+TEST_F(BrewManagerTest, DropsAPackageWhoseDetailsAreNoText) {
+  write("list-formula.txt", "good\nbad\n");
+  write("info/bad.txt", "Desc: caf\xE9\n");
+  makeManager();
+  ASSERT_TRUE(waitUntilSettled());
+  EXPECT_EQ(namesOf(manager->installedFormulae()), Names{"good"});
+}
+
+TEST_F(BrewManagerTest, ReadsBothStreamsOfAFailingCommandAsItsOutput) {
+  makeSettledManager();
+  qputenv("FAKEBREW_MODE_search", "fails");
+  manager->search(QStringLiteral("nothing"));
+  ASSERT_TRUE(waitForStatus("Found 1 results"));
+  EXPECT_EQ(namesOf(manager->searchResults()), Names{"Error: No available formula with that name."});
+}
+
+TEST_F(BrewManagerTest, MakesAResultOfEveryLineOfASearch) {
+  write("search.txt", "==> Formulae\nfoo\nfoo-tools\n\nhomebrew/cask/foo-app\n");
+  makeSettledManager();
+  manager->search(QStringLiteral("foo"));
+  EXPECT_EQ(manager->status(), QStringLiteral("Searching..."));
+  EXPECT_FALSE(manager->isLoading());
+  ASSERT_TRUE(waitForStatus("Found 4 results"));
+  EXPECT_EQ(namesOf(manager->searchResults()), (Names{"==> Formulae", "foo", "foo-tools", "homebrew/cask/foo-app"}));
+  EXPECT_EQ(manager->searchResults().back().type, Type::Cask);
+  EXPECT_EQ(manager->searchResults()[1].type, Type::Formula);
+  EXPECT_EQ(calls(), Names{"[search][foo]"});
+}
+
+TEST_F(BrewManagerTest, EmptiesTheResultsForAnEmptyQueryWithoutASearch) {
+  write("search.txt", "foo\n");
+  makeSettledManager();
+  manager->search(QStringLiteral("foo"));
+  ASSERT_TRUE(waitForStatus("Found 1 results"));
+  forgetCalls();
+  manager->search(QString());
+  EXPECT_TRUE(manager->searchResults().empty());
+  EXPECT_EQ(manager->status(), QStringLiteral("Found 1 results"));
+  test::runLoopFor(std::chrono::milliseconds(50));
+  EXPECT_TRUE(calls().empty());
+}
+
+TEST_F(BrewManagerTest, KeepsTheResultsAndTheStatusWhereASearchIsNoText) {
+  write("search.txt", "foo\n");
+  makeSettledManager();
+  manager->search(QStringLiteral("foo"));
+  ASSERT_TRUE(waitForStatus("Found 1 results"));
+  qputenv("FAKEBREW_MODE_search", "bytes");
+  manager->search(QStringLiteral("bar"));
+  ASSERT_TRUE(waitUntilSettled());
+  EXPECT_EQ(manager->status(), QStringLiteral("Searching..."));
+  EXPECT_EQ(namesOf(manager->searchResults()), Names{"foo"});
+}
+
+TEST_F(BrewManagerTest, FindsNothingInSilence) {
+  makeSettledManager();
+  qputenv("FAKEBREW_MODE_search", "silent");
+  manager->search(QStringLiteral(" "));
+  EXPECT_TRUE(waitForStatus("Found 0 results"));
+  EXPECT_EQ(calls(), Names{"[search][ ]"}) << "a query of blanks is one";
+}
+
+TEST_F(BrewManagerTest, KeepsSearchingInVainWithoutTheTool) {
+  manager = std::make_unique<BrewManager>(Names{"/no/such/brew"}, WorkerQueue::utility());
+  manager->search(QStringLiteral("foo"));
+  test::runLoopFor(std::chrono::milliseconds(100));
+  EXPECT_EQ(manager->status(), QStringLiteral("Searching..."));
+}
+
+struct Operation {
+  const char* name;
+  void (*run)(BrewManager& manager, const BrewPackage& package);
+  Type type;
+  std::string call;
+};
+
+class Operations : public BrewManagerTest, public testing::WithParamInterface<Operation> {};
+
+TEST_P(Operations, RunTheirCommandAndRefresh) {
+  makeSettledManager();
+  const QString before = manager->status();
+  // Whatever comes out of it.
+  qputenv("FAKEBREW_MODE_install", "fails");
+  qputenv("FAKEBREW_MODE_upgrade", "bytes");
+  GetParam().run(*manager, package("a b$c'd\"--", GetParam().type));
+  const bool all = std::string(GetParam().name) == "UpgradeAll";
+  EXPECT_EQ(manager->status(), all ? QStringLiteral("Upgrading all packages...") : before);
+  EXPECT_FALSE(manager->isLoading());
+  ASSERT_TRUE(test::waitFor([&] { return calls().size() == 4; }));
+  ASSERT_TRUE(waitUntilSettled());
+  Names expected{GetParam().call, "[list][--cask]", "[list][--formula]", "[outdated][--json]"};
+  std::ranges::sort(expected);
+  EXPECT_EQ(calls(), expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    BrewManager, Operations,
+    testing::Values(Operation{"InstallFormula", [](BrewManager& m, const BrewPackage& p) { m.install(p); },
+                              Type::Formula, "[install][a b$c'd\"--]"},
+                    Operation{"InstallCask", [](BrewManager& m, const BrewPackage& p) { m.install(p); }, Type::Cask,
+                              "[install][--cask][a b$c'd\"--]"},
+                    Operation{"UpgradeFormula", [](BrewManager& m, const BrewPackage& p) { m.upgrade(p); },
+                              Type::Formula, "[upgrade][a b$c'd\"--]"},
+                    Operation{"UpgradeCask", [](BrewManager& m, const BrewPackage& p) { m.upgrade(p); }, Type::Cask,
+                              "[upgrade][a b$c'd\"--]"},
+                    Operation{"UpgradeAll", [](BrewManager& m, const BrewPackage&) { m.upgradeAll(); }, Type::Formula,
+                              "[upgrade]"}),
+    [](const auto& tested) { return std::string(tested.param.name); });
+
+TEST_F(BrewManagerTest, PassesANameThatLooksLikeAnOptionAsItIs) {
+  makeSettledManager();
+  manager->upgrade(package("--help", Type::Cask));
+  ASSERT_TRUE(test::waitFor([&] { return calls().size() >= 4; }));
+  EXPECT_EQ(std::ranges::count(calls(), "[upgrade][--help]"), 1);
+}
+
+TEST_F(BrewManagerTest, LetsOperationsOverlap) {
+  write("list-formula.txt", "wget\n");
+  makeManager();
+  manager->refresh();
+  manager->refresh();
+  ASSERT_TRUE(test::waitFor([&] { return calls().size() == 12; }));
+  ASSERT_TRUE(waitUntilSettled());
+  EXPECT_EQ(namesOf(manager->installedFormulae()), Names{"wget"}) << "the last publish wins, whole";
+}
+
+TEST_F(BrewManagerTest, AnnouncesEveryChangeBeforeIt) {
+  write("list-formula.txt", "wget\n");
+  makeManager();
+  ASSERT_TRUE(manager->isLoading());
+  bool loadingSeen = false;
+  bool emptySeen = false;
+  QObject::connect(manager.get(), &BrewManager::objectWillChange, manager.get(), [&] {
+    loadingSeen = loadingSeen || manager->isLoading();
+    emptySeen = emptySeen || manager->installedFormulae().empty();
+  });
+  ASSERT_TRUE(waitUntilSettled());
+  EXPECT_TRUE(loadingSeen);
+  EXPECT_TRUE(emptySeen);
+  EXPECT_EQ(manager->installedFormulae().size(), 1U);
+}
+
+TEST_F(BrewManagerTest, IsForgottenByItsCommandsWhenItIsGone) {
+  write("list-formula.txt", "wget\n");
+  qputenv("FAKEBREW_MODE", "slow");
+  makeManager();
+  manager->search(QStringLiteral("x"));
+  manager.reset();
+  EXPECT_TRUE(test::waitFor([] { return test::childProcesses().empty(); }));
+  test::runLoopFor(std::chrono::milliseconds(50));
+  for (const std::string& call : calls()) {
+    EXPECT_FALSE(call.starts_with("[info]")) << call;
+  }
+}
+
+TEST_F(BrewManagerTest, WaitsForALargeOutputWithoutHoldingAnythingUp) {
+  makeSettledManager();
+  qputenv("FAKEBREW_MODE_search", "floods");
+  manager->search(QStringLiteral("x"));
+  // It prints more than its pipe holds and is not read before it ends: it stays, and everything else goes on.
+  ASSERT_TRUE(test::waitFor([] { return test::childProcesses().size() == 1; }));
+  manager->refresh();
+  EXPECT_TRUE(test::waitFor([&] { return calls().size() == 4; }));
+  EXPECT_TRUE(test::waitFor([&] { return !manager->isLoading(); }));
+  EXPECT_EQ(test::childProcesses().size(), 1U);
+  kill(test::childProcesses().front(), SIGKILL);
+  EXPECT_TRUE(test::waitFor([&] { return manager->status().startsWith(QStringLiteral("Found ")); }));
+}
+
+TEST_F(BrewManagerTest, TakesTenThousandSearchResults) {
+  write("search.txt", lines("package", 10'000));
+  makeSettledManager();
+  manager->search(QStringLiteral("x"));
+  EXPECT_TRUE(waitForStatus("Found 10000 results"));
+}
+
+TEST_F(BrewManagerTest, InterruptsTheGroupsOfItsCommandsAtTheEnd) {
+  EXPECT_EXIT(
+      {
+        qputenv("FAKEBREW_MODE", "hangs");
+        makeManager();
+        const bool hanging = test::waitFor([] { return test::childProcesses().size() == 3; });
+        std::vector<pid_t> everyone = test::childProcesses();
+        test::waitFor([&] { return !test::childProcesses(everyone.front()).empty(); });
+        for (const pid_t command : test::childProcesses()) {
+          for (const pid_t sleeper : test::childProcesses(command))
+            everyone.push_back(sleeper);
+        }
+        interruptBrewCommands();
+        ChildProcess::endRemaining(std::chrono::milliseconds(1000));
+        // A zombie has no command line any more.
+        const bool gone = std::ranges::all_of(
+            everyone, [](pid_t pid) { return test::fileContent("/proc/" + std::to_string(pid) + "/cmdline").empty(); });
+        _exit(hanging && gone && everyone.size() > 3 ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+}
+
+TEST_F(BrewManagerTest, KillsCommandsThatDoNotListen) {
+  EXPECT_EXIT(
+      {
+        qputenv("FAKEBREW_MODE", "deaf");
+        makeManager();
+        const bool hanging = test::waitFor([&] { return calls().size() == 3; });
+        const std::vector<pid_t> commands = test::childProcesses();
+        interruptBrewCommands();
+        ChildProcess::endRemaining(std::chrono::milliseconds(300));
+        _exit(hanging && !commands.empty() && test::childProcesses().empty() ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+}
+
+}  // namespace
+}  // namespace zolt
