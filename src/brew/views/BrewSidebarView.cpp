@@ -1,0 +1,203 @@
+#include "brew/views/BrewSidebarView.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QScrollBar>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "brew/views/BrewRowDelegate.h"
+#include "platform/MainQueue.h"
+#include "symbols/Symbol.h"
+
+namespace zolt {
+
+namespace {
+
+constexpr int kPadding = 10;
+constexpr int kHeaderIcon = 18;
+constexpr int kPlaceholderIcon = 40;
+constexpr QColor kMugColor(0xE8, 0x87, 0x1E);
+
+QLabel* makeIconLabel(const QString& name, int size, const QColor& color, QWidget* parent) {
+  auto* label = new QLabel(parent);
+  label->setPixmap(symbol(name, color).pixmap(QSize(size, size), parent->devicePixelRatioF()));
+  return label;
+}
+
+QFont scaled(QFont font, double factor, QFont::Weight weight) {
+  if (font.pointSizeF() > 0) font.setPointSizeF(font.pointSizeF() * factor);
+  font.setWeight(weight);
+  return font;
+}
+
+}  // namespace
+
+BrewSidebarView::BrewSidebarView(QWidget* parent) : BrewSidebarView(BrewManager::shared(), parent) {}
+
+BrewSidebarView::BrewSidebarView(BrewManager& manager, QWidget* parent)
+    : QWidget(parent),
+      m_manager(manager),
+      m_search(new TextField(this)),
+      m_tabs(new SegmentedPicker({tr("Installed"), tr("Outdated"), tr("Search")}, this)),
+      m_pages(new QStackedWidget(this)),
+      m_list(new QListView(this)),
+      m_model(new BrewListModel(this)),
+      m_status(new SecondaryLabel(QString(), this)) {
+  setObjectName(QStringLiteral("brewSidebar"));
+  setAutoFillBackground(true);
+  setAccessibleName(QStringLiteral("Homebrew"));
+
+  m_search->setObjectName(QStringLiteral("searchPackages"));
+  m_search->setPlaceholderText(QStringLiteral("Search packages..."));
+  m_search->setAccessibleName(QStringLiteral("Search packages"));
+  connect(m_search, &QLineEdit::textChanged, this, &BrewSidebarView::searchTextChanged);
+  m_tabs->setObjectName(QStringLiteral("segments"));
+  m_tabs->setCurrentIndex(Installed);
+  connect(m_tabs, &SegmentedPicker::picked, this, [this](int index) {
+    m_selectedTab = static_cast<Tab>(index);
+    redraw();
+    m_list->scrollToTop();
+  });
+
+  m_list->setObjectName(QStringLiteral("packages"));
+  m_list->setAccessibleName(QStringLiteral("Packages"));
+  m_list->setFrameShape(QFrame::NoFrame);
+  m_list->setModel(m_model);
+  m_list->setItemDelegate(new BrewRowDelegate(m_list));
+  m_list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  m_list->setContextMenuPolicy(Qt::CustomContextMenu);
+  m_list->viewport()->setAutoFillBackground(false);
+  connect(m_list, &QWidget::customContextMenuRequested, this, &BrewSidebarView::showContextMenu);
+  m_pages->addWidget(m_list);
+  m_pages->addWidget(makePlaceholder());
+
+  auto* fields = new QVBoxLayout;
+  fields->setContentsMargins(kPadding, 0, kPadding, kPadding);
+  fields->setSpacing(kPadding);
+  fields->addWidget(m_search);
+  fields->addWidget(m_tabs);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(makeHeader());
+  column->addLayout(fields);
+  column->addWidget(m_pages, 1);
+  column->addWidget(makeStatusBar());
+
+  connect(&m_manager, &BrewManager::objectWillChange, this, &BrewSidebarView::redrawLater);
+  redraw();
+}
+
+QWidget* BrewSidebarView::makeHeader() {
+  auto* header = new QWidget(this);
+  auto* row = new QHBoxLayout(header);
+  row->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+  row->addWidget(makeIconLabel(QStringLiteral("mug.fill"), kHeaderIcon, kMugColor, header));
+  auto* title = new QLabel(QStringLiteral("Homebrew"), header);
+  title->setFont(scaled(font(), 1.1, QFont::DemiBold));
+  row->addWidget(title);
+  row->addStretch();
+  auto* refresh = new QToolButton(header);
+  refresh->setObjectName(QStringLiteral("refresh"));
+  refresh->setAutoRaise(true);
+  refresh->setIcon(symbol(QStringLiteral("arrow.clockwise")));
+  refresh->setFocusPolicy(Qt::TabFocus);
+  refresh->setAccessibleName(QStringLiteral("Refresh"));
+  refresh->setToolTip(QStringLiteral("Refresh"));
+  connect(refresh, &QToolButton::clicked, this, [this] { m_manager.refresh(); });
+  row->addWidget(refresh);
+  return header;
+}
+
+QWidget* BrewSidebarView::makePlaceholder() {
+  auto* page = new QWidget(this);
+  page->setObjectName(QStringLiteral("searchPlaceholder"));
+  auto* column = new QVBoxLayout(page);
+  column->setSpacing(kPadding);
+  auto* title = new QLabel(QStringLiteral("Search Homebrew"), page);
+  title->setFont(scaled(font(), 1.2, QFont::DemiBold));
+  const QColor faint = palette().color(QPalette::PlaceholderText);
+  column->addStretch(2);
+  column->addWidget(makeIconLabel(QStringLiteral("magnifyingglass"), kPlaceholderIcon, faint, page), 0,
+                    Qt::AlignHCenter);
+  column->addWidget(title, 0, Qt::AlignHCenter);
+  column->addStretch(3);
+  return page;
+}
+
+QWidget* BrewSidebarView::makeStatusBar() {
+  auto* bar = new QWidget(this);
+  bar->setBackgroundRole(QPalette::AlternateBase);
+  bar->setAutoFillBackground(true);
+  auto* row = new QHBoxLayout(bar);
+  row->setContentsMargins(kPadding, 6, kPadding, 6);
+  m_status->setObjectName(QStringLiteral("status"));
+  m_status->setFont(scaled(font(), 0.85, QFont::Normal));
+  row->addWidget(m_status, 1);
+  return bar;
+}
+
+void BrewSidebarView::searchTextChanged(const QString& text) {
+  // Typed elsewhere it starts no search, and neither does coming here with it.
+  if (m_selectedTab != Search) return;
+  m_manager.search(text);
+  redraw();
+}
+
+void BrewSidebarView::redrawLater() {
+  if (std::exchange(m_redrawing, true)) return;
+  MainQueue::async(MainQueue::Owner(this), [this] {
+    m_redrawing = false;
+    redraw();
+  });
+}
+
+std::vector<BrewSection> BrewSidebarView::sections() const {
+  switch (m_selectedTab) {
+    case Installed:
+      return {{.header = tr("Formulae"), .packages = m_manager.installedFormulae(), .type = BrewPackageType::Formula},
+              {.header = tr("Casks"), .packages = m_manager.installedCasks(), .type = BrewPackageType::Cask}};
+    case Outdated:
+      return {{.header = tr("Updates Available"), .packages = m_manager.outdatedPackages(), .type = std::nullopt}};
+    case Search:
+      break;
+  }
+  return {{.header = tr("Results"), .packages = m_manager.searchResults(), .type = std::nullopt}};
+}
+
+void BrewSidebarView::redraw() {
+  m_status->setText(m_manager.status());
+  m_pages->setCurrentIndex(m_selectedTab == Search && m_search->text().isEmpty() ? 1 : 0);
+  const int offset = m_list->verticalScrollBar()->value();
+  m_model->setSections(sections());
+  m_list->verticalScrollBar()->setValue(offset);
+}
+
+void BrewSidebarView::addContextActions(QMenu& menu, const BrewPackage& package) {
+  if (m_selectedTab == Outdated) {
+    menu.addAction(tr("Upgrade"), this, [this, package] { m_manager.upgrade(package); });
+    menu.addAction(tr("Upgrade All"), this, [this] { m_manager.upgradeAll(); });
+  } else if (m_selectedTab == Search) {
+    menu.addAction(tr("Install"), this, [this, package] { m_manager.install(package); });
+    // What it prints is shown nowhere, deliberately.
+    menu.addAction(tr("Info"), this, [this, package] {
+      m_manager.runBrewCommand({QStringLiteral("info"), package.name}, [](const std::optional<QString>&) {});
+    });
+  }
+}
+
+void BrewSidebarView::showContextMenu(const QPoint& point) {
+  const QModelIndex index = m_list->indexAt(point);
+  const BrewPackage* package = index.isValid() ? m_model->packageAt(index.row()) : nullptr;
+  if (package == nullptr || m_selectedTab == Installed) return;
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  addContextActions(*menu, *package);
+  menu->popup(m_list->viewport()->mapToGlobal(point));
+}
+
+}  // namespace zolt

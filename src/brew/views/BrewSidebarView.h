@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QListView>
+#include <QStackedWidget>
+#include <QToolButton>
+#include <QWidget>
+
+#include "brew/BrewManager.h"
+#include "brew/views/BrewListModel.h"
+#include "settings/views/SecondaryLabel.h"
+#include "settings/views/SegmentedPicker.h"
+#include "settings/views/TextField.h"
+
+namespace zolt {
+
+/// The Homebrew sidebar: what is installed, what is outdated, a search, a line of status. It shows what the manager
+/// publishes and forwards what the user asks for. Main thread.
+class BrewSidebarView : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// Of the process's one manager, which then comes into being.
+  explicit BrewSidebarView(QWidget* parent = nullptr);
+  /// `manager` must outlive the view.
+  explicit BrewSidebarView(BrewManager& manager, QWidget* parent = nullptr);
+
+ private:
+  enum Tab { Installed, Outdated, Search };
+
+  QWidget* makeHeader();
+  QWidget* makePlaceholder();
+  QWidget* makeStatusBar();
+  void searchTextChanged(const QString& text);
+  /// Shows what the manager has now, in a later turn of the event loop; changes until then count as one.
+  void redrawLater();
+  void redraw();
+  std::vector<BrewSection> sections() const;
+  void showContextMenu(const QPoint& point);
+  void addContextActions(class QMenu& menu, const BrewPackage& package);
+
+  BrewManager& m_manager;
+  TextField* m_search;  // these are children
+  SegmentedPicker* m_tabs;
+  QStackedWidget* m_pages;
+  QListView* m_list;
+  BrewListModel* m_model;
+  SecondaryLabel* m_status;
+  Tab m_selectedTab = Installed;
+  bool m_redrawing = false;
+};
+
+}  // namespace zolt
