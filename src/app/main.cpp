@@ -12,6 +12,7 @@
 #include "app/ProgramRun.h"
 #include "app/SingleInstance.h"
 #include "app/ZoltApp.h"
+#include "brew/BrewCommand.h"
 #include "desktop/DesktopPalette.h"
 #include "platform/ChildProcess.h"
 #include "platform/Environment.h"
@@ -22,7 +23,8 @@
 namespace {
 
 constexpr int kUsageStatus = 2;
-constexpr std::chrono::milliseconds kEndGrace{300};
+// Shells that do not listen, and Homebrew's tool cleaning up, have so long after the windows are gone.
+constexpr std::chrono::milliseconds kEndGrace{1000};
 
 int usageError(const std::string& reason) {
   std::fprintf(stderr, "zolt: %s\n", reason.c_str());
@@ -84,6 +86,7 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::
     palette = std::make_unique<zolt::DesktopPalette>();
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/zolt/zolt.svg")));
   });
+  QObject::connect(&application, &QCoreApplication::aboutToQuit, &application, &zolt::interruptBrewCommands);
   const int status = QApplication::exec();
   return run && (closed || status == 0) ? run->exitStatus() : status;
 }

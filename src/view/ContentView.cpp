@@ -6,6 +6,7 @@
 #include <QShowEvent>
 #include <utility>
 
+#include "brew/views/BrewSidebarView.h"
 #include "platform/NotificationCenter.h"
 #include "view/Notifications.h"
 
@@ -14,10 +15,7 @@ namespace zolt {
 namespace {
 
 QWidget* makeSidebar(QWidget* parent) {
-  auto* sidebar = new QWidget(parent);
-  sidebar->setObjectName(QStringLiteral("brewSidebar"));
-  sidebar->setAutoFillBackground(true);
-  return sidebar;
+  return new BrewSidebarView(parent);
 }
 
 }  // namespace

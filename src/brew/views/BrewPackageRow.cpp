@@ -3,6 +3,7 @@
 #include <QFontDatabase>
 #include <QFontMetrics>
 #include <QIcon>
+#include <QPixmapCache>
 #include <QStringList>
 #include <algorithm>
 
@@ -21,14 +22,21 @@ constexpr double kCaptionScale = 0.85;
 // Less than that a name is never cut to, however long the version.
 constexpr int kLeastNameWidth = 60;
 
-struct Icon {
-  const char* symbol;
-  QColor color;
-};
+constexpr QColor kCaskColor(0x34, 0xA8, 0x53);
+constexpr QColor kFormulaColor(0x3B, 0x82, 0xF6);
 
-Icon iconOf(BrewPackageType type) {
-  if (type == BrewPackageType::Cask) return {.symbol = "app", .color = QColor(0x34, 0xA8, 0x53)};
-  return {.symbol = "cube", .color = QColor(0x3B, 0x82, 0xF6)};
+// Drawn once a kind, ground and pixel ratio: a list may have thousands of rows.
+QPixmap iconOf(BrewPackageType type, double ratio, bool selected, const QColor& text) {
+  const bool cask = type == BrewPackageType::Cask;
+  const QString name = cask ? QStringLiteral("app") : QStringLiteral("cube");
+  const QColor color = selected ? text : cask ? kCaskColor : kFormulaColor;
+  const QString key = QStringLiteral("brew-row %1 %2 %3").arg(name).arg(color.rgba()).arg(ratio);
+  QPixmap pixmap;
+  if (!QPixmapCache::find(key, &pixmap)) {
+    pixmap = symbol(name, color).pixmap(QSize(kIconSize, kIconSize), ratio);
+    QPixmapCache::insert(key, pixmap);
+  }
+  return pixmap;
 }
 
 QFont nameFont(const QFont& body) {
@@ -64,9 +72,8 @@ void BrewPackageRow::paint(QPainter& painter, const QRect& rect, const QFont& fo
   const QColor secondary = selected ? text : colors.secondary;
   QRect room = rect.adjusted(kMargin, kVerticalPadding, -kMargin, -kVerticalPadding);
 
-  const Icon icon = iconOf(type);
   const QRect iconRect(room.left(), room.center().y() - kIconSize / 2, kIconSize, kIconSize);
-  symbol(QLatin1String(icon.symbol), selected ? text : icon.color).paint(&painter, iconRect);
+  painter.drawPixmap(iconRect, iconOf(type, painter.device()->devicePixelRatioF(), selected, text));
   room.setLeft(iconRect.right() + kSpacing);
 
   const QFont caption = captionFont(font);

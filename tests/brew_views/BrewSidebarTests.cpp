@@ -1,0 +1,293 @@
+#include "brew/views/BrewSidebarView.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QMenu>
+#include <QScrollBar>
+#include <QTest>
+#include <QToolButton>
+
+#include "brew/BrewFixture.h"
+
+namespace zolt {
+namespace {
+
+class BrewSidebarTest : public test::BrewTest {
+ protected:
+  void show() {
+    sidebar = std::make_unique<BrewSidebarView>(*manager);
+    sidebar->resize(250, 560);
+    sidebar->show();
+    sidebar->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(sidebar.get()));
+  }
+  void showSettled() {
+    makeSettledManager();
+    show();
+  }
+
+  template <class T>
+  T* part(const char* name) {
+    return sidebar->findChild<T*>(QLatin1String(name));
+  }
+  QListView* list() { return part<QListView>("packages"); }
+  // The rows from top to bottom.
+  QStringList rows() {
+    QStringList texts;
+    for (int row = 0; row < list()->model()->rowCount(); ++row) {
+      texts << list()->model()->index(row, 0).data(Qt::AccessibleTextRole).toString();
+    }
+    return texts;
+  }
+  void choose(int tab) { QTest::mouseClick(part<SegmentedPicker>("segments")->segment(tab), Qt::LeftButton); }
+  void type(const char* text) {
+    part<QLineEdit>("searchPackages")->setFocus();
+    QTest::keyClicks(part<QLineEdit>("searchPackages"), QLatin1String(text));
+  }
+  QMenu* openMenu(int row) {
+    const QPoint at = list()->visualRect(list()->model()->index(row, 0)).center();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, at, list()->viewport()->mapToGlobal(at));
+    QApplication::sendEvent(list()->viewport(), &event);
+    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  }
+  static QStringList textsOf(const QMenu& menu) {
+    QStringList texts;
+    const QList<QAction*> actions = menu.actions();
+    for (const QAction* action : actions) {
+      texts << action->text();
+    }
+    return texts;
+  }
+  bool waitForRows(const QStringList& expected) {
+    return test::waitFor([&] { return rows() == expected; });
+  }
+  static QStringList words(std::initializer_list<const char*> texts) {
+    QStringList list;
+    for (const char* text : texts) {
+      list << QString::fromUtf8(text);
+    }
+    return list;
+  }
+
+  std::unique_ptr<BrewSidebarView> sidebar;
+};
+
+TEST_F(BrewSidebarTest, ShowsBothInstalledSectionsAlsoWhenTheyAreEmpty) {
+  manager = std::make_unique<BrewManager>(std::vector<std::string>{"/no/such/brew"}, WorkerQueue::utility());
+  show();
+  EXPECT_EQ(rows(), words({"Formulae", "Casks"}));
+  EXPECT_EQ(part<QLabel>("status")->text(), QStringLiteral("Homebrew not found"));
+  EXPECT_EQ(part<SegmentedPicker>("segments")->currentIndex(), 0);
+  EXPECT_EQ(part<QLineEdit>("searchPackages")->text(), QString());
+  EXPECT_EQ(part<QLineEdit>("searchPackages")->placeholderText(), QStringLiteral("Search packages..."));
+}
+
+TEST_F(BrewSidebarTest, NamesItsSegmentsInTheirOrder) {
+  showSettled();
+  auto* tabs = part<SegmentedPicker>("segments");
+  EXPECT_EQ(tabs->segment(0)->text(), QStringLiteral("Installed"));
+  EXPECT_EQ(tabs->segment(1)->text(), QStringLiteral("Outdated"));
+  EXPECT_EQ(tabs->segment(2)->text(), QStringLiteral("Search"));
+}
+
+TEST_F(BrewSidebarTest, ShowsWhatIsInstalledAsItComes) {
+  write("list-formula.txt", "wget\n");
+  write("list-cask.txt", "some-app\n");
+  write("info/wget.txt", "==> wget\nDesc: Internet file retriever\nInstalled 1.24.5\n");
+  write("info/some-app.txt", "==> some-app\n");
+  makeManager();
+  show();
+  EXPECT_TRUE(waitForRows(words({"Formulae", "wget, Internet file retriever, 1.24.5", "Casks", "some-app"})));
+  EXPECT_TRUE(test::waitFor([&] { return part<QLabel>("status")->text() == manager->status(); }));
+}
+
+TEST_F(BrewSidebarTest, GivesNoMenuToWhatIsInstalled) {
+  write("list-formula.txt", "wget\n");
+  showSettled();
+  ASSERT_EQ(rows().size(), 3);
+  EXPECT_EQ(openMenu(1), nullptr);
+}
+
+TEST_F(BrewSidebarTest, ShowsOnlyTheHeaderOfWhatIsOutdated) {
+  showSettled();
+  choose(1);
+  EXPECT_EQ(rows(), words({"Updates Available"}));
+}
+
+TEST_F(BrewSidebarTest, AsksForASearchWhereTheFieldIsEmpty) {
+  showSettled();
+  choose(2);
+  auto* placeholder = part<QWidget>("searchPlaceholder");
+  EXPECT_TRUE(placeholder->isVisible());
+  EXPECT_FALSE(list()->isVisible());
+  bool titled = false;
+  const QList<QLabel*> labels = placeholder->findChildren<QLabel*>();
+  for (const QLabel* label : labels) {
+    titled = titled || label->text() == QStringLiteral("Search Homebrew");
+  }
+  EXPECT_TRUE(titled);
+}
+
+TEST_F(BrewSidebarTest, SearchesAtEveryKeystroke) {
+  write("search.txt", "==> Formulae\nfoo\nhomebrew/cask/foo-app\n");
+  showSettled();
+  choose(2);
+  type("f");
+  EXPECT_TRUE(list()->isVisible());
+  EXPECT_EQ(rows(), words({"Results"}));
+  EXPECT_EQ(part<QLabel>("status")->text(), QStringLiteral("Searching..."));
+  EXPECT_TRUE(waitForRows(words({"Results", "==> Formulae", "foo", "homebrew/cask/foo-app"})));
+  type("oo");
+  ASSERT_TRUE(test::waitFor([&] { return calls().size() == 3; }));
+  EXPECT_EQ(calls(), (std::vector<std::string>{"[search][f]", "[search][fo]", "[search][foo]"}));
+  EXPECT_TRUE(test::waitFor([&] { return part<QLabel>("status")->text() == QStringLiteral("Found 3 results"); }));
+}
+
+TEST_F(BrewSidebarTest, ClearsTheResultsWithTheField) {
+  write("search.txt", "foo\n");
+  showSettled();
+  choose(2);
+  type("f");
+  ASSERT_TRUE(waitForRows(words({"Results", "foo"})));
+  QTest::keyClick(part<QLineEdit>("searchPackages"), Qt::Key_Backspace);
+  EXPECT_TRUE(part<QWidget>("searchPlaceholder")->isVisible());
+  EXPECT_TRUE(manager->searchResults().empty());
+}
+
+TEST_F(BrewSidebarTest, StartsNoSearchForWhatIsTypedElsewhere) {
+  showSettled();
+  type("foo");
+  choose(1);
+  type("bar");
+  choose(2);
+  test::runLoopFor(std::chrono::milliseconds(100));
+  EXPECT_TRUE(calls().empty()) << "not even when the segment is chosen";
+  EXPECT_EQ(rows(), words({"Results"}));
+  type("!");
+  EXPECT_TRUE(test::waitFor([&] { return calls() == std::vector<std::string>{"[search][foobar!]"}; }));
+}
+
+TEST_F(BrewSidebarTest, InstallsAResultFromItsMenu) {
+  write("search.txt", "foo\nhomebrew/cask/foo-app\n");
+  showSettled();
+  choose(2);
+  type("f");
+  ASSERT_TRUE(waitForRows(words({"Results", "foo", "homebrew/cask/foo-app"})));
+  forgetCalls();
+  QMenu* menu = openMenu(2);
+  ASSERT_NE(menu, nullptr);
+  EXPECT_EQ(textsOf(*menu), words({"Install", "Info"}));
+  QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(menu->actions().front()).center());
+  EXPECT_TRUE(
+      test::waitFor([&] { return std::ranges::count(calls(), "[install][--cask][homebrew/cask/foo-app]") == 1; }));
+  EXPECT_TRUE(test::waitFor([&] { return calls().size() == 4; })) << "and everything is loaded anew";
+}
+
+TEST_F(BrewSidebarTest, AsksForInformationWithoutAnEffect) {
+  write("search.txt", "foo\n");
+  showSettled();
+  choose(2);
+  type("f");
+  ASSERT_TRUE(waitForRows(words({"Results", "foo"})));
+  ASSERT_TRUE(waitForStatus("Found 1 results"));
+  forgetCalls();
+  QMenu* menu = openMenu(1);
+  ASSERT_NE(menu, nullptr);
+  QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(menu->actions().back()).center());
+  ASSERT_TRUE(test::waitFor([&] { return calls() == std::vector<std::string>{"[info][foo]"}; }));
+  ASSERT_TRUE(waitUntilSettled());
+  EXPECT_EQ(rows(), words({"Results", "foo"}));
+  EXPECT_EQ(manager->status(), QStringLiteral("Found 1 results"));
+}
+
+TEST_F(BrewSidebarTest, OpensTheMenuOfTheChosenRowByTheKeyboard) {
+  write("search.txt", "foo\nbar\n");
+  showSettled();
+  choose(2);
+  type("f");
+  ASSERT_TRUE(waitForRows(words({"Results", "foo", "bar"})));
+  QTest::keyClick(part<QLineEdit>("searchPackages"), Qt::Key_Tab);
+  list()->setFocus();
+  QTest::keyClick(list(), Qt::Key_Down);
+  QTest::keyClick(list(), Qt::Key_Down);
+  EXPECT_EQ(list()->currentIndex().row(), 2);
+}
+
+TEST_F(BrewSidebarTest, RefreshesByItsButton) {
+  showSettled();
+  QTest::mouseClick(part<QToolButton>("refresh"), Qt::LeftButton);
+  EXPECT_TRUE(test::waitFor([&] { return calls().size() == 3; }));
+  EXPECT_FALSE(part<QToolButton>("refresh")->accessibleName().isEmpty());
+}
+
+TEST_F(BrewSidebarTest, ShowsFiveThousandResultsAtOnce) {
+  std::string text;
+  for (int i = 0; i < 5000; ++i) {
+    text += "package-with-a-rather-long-name-that-does-not-fit-" + std::to_string(i) + "\n";
+  }
+  write("search.txt", text);
+  showSettled();
+  choose(2);
+  type("p");
+  ASSERT_TRUE(test::waitFor([&] { return list()->model()->rowCount() == 5001; }));
+  EXPECT_TRUE(list()->model()->index(4000, 0).data(Qt::ToolTipRole).toString().startsWith(QStringLiteral("package-")));
+  list()->scrollToBottom();
+  EXPECT_TRUE(list()->viewport()->rect().intersects(list()->visualRect(list()->model()->index(5000, 0))));
+}
+
+TEST_F(BrewSidebarTest, KeepsItsPlaceInTheListThroughARefresh) {
+  std::string text;
+  for (int i = 0; i < 50; ++i) {
+    text += "formula" + std::to_string(i) + "\n";
+  }
+  write("list-formula.txt", text);
+  showSettled();
+  ASSERT_EQ(rows().size(), 52);
+  list()->verticalScrollBar()->setValue(300);
+  manager->refresh();
+  ASSERT_TRUE(waitUntilSettled());
+  EXPECT_EQ(list()->verticalScrollBar()->value(), 300);
+}
+
+TEST_F(BrewSidebarTest, MayGoWhileItsManagerGoesOn) {
+  write("list-formula.txt", "wget\n");
+  makeManager();
+  show();
+  sidebar.reset();
+  ASSERT_TRUE(waitUntilSettled());
+  EXPECT_EQ(manager->installedFormulae().size(), 1U);
+}
+
+// The colour of most of an icon.
+QColor iconColor(QListView& list, int row) {
+  const QImage picture = list.viewport()->grab().toImage();
+  const double ratio = picture.devicePixelRatioF();
+  const QRect rect = list.visualRect(list.model()->index(row, 0));
+  for (int x = 10; x < 28; ++x) {
+    for (int y = rect.top(); y < rect.bottom(); ++y) {
+      const QColor color = picture.pixelColor(QPoint(x, y) * ratio);
+      if (color.saturation() > 120) return color;
+    }
+  }
+  return {};
+}
+
+TEST_F(BrewSidebarTest, DrawsFormulaeInBlueAndCasksInGreen) {
+  write("list-formula.txt", "wget\n");
+  write("list-cask.txt", "some-app\n");
+  write("search.txt", "foo\nhomebrew/cask/foo-app\n");
+  showSettled();
+  const auto isBlue = [](const QColor& color) { return color.blue() > color.red() && color.blue() > color.green(); };
+  const auto isGreen = [](const QColor& color) { return color.green() > color.red() && color.green() > color.blue(); };
+  EXPECT_TRUE(isBlue(iconColor(*list(), 1)));
+  EXPECT_TRUE(isGreen(iconColor(*list(), 3)));
+  choose(2);
+  type("f");
+  ASSERT_TRUE(waitForRows(words({"Results", "foo", "homebrew/cask/foo-app"})));
+  EXPECT_TRUE(isBlue(iconColor(*list(), 1)));
+  EXPECT_TRUE(isGreen(iconColor(*list(), 2)));
+}
+
+}  // namespace
+}  // namespace zolt
