@@ -1,5 +1,8 @@
 #include "platform/WorkerQueue.h"
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include <QThread>
 #include <utility>
 
@@ -7,6 +10,20 @@
 #include "platform/MainQueue.h"
 
 namespace zolt {
+
+namespace {
+
+// Niceness is a thread's own on Linux, and its children inherit it: what runs in the background gives way to the
+// window.
+void lowerOwnPriority() {
+#ifdef __linux__
+  constexpr int kNiceness = 10;
+  thread_local const int done = setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), kNiceness);
+  static_cast<void>(done);
+#endif
+}
+
+}  // namespace
 
 WorkerQueue::WorkerQueue(int threads) {
   m_pool.setMaxThreadCount(threads);
@@ -43,6 +60,7 @@ void WorkerQueue::runNext() {
     task = std::move(m_tasks.front());
     m_tasks.pop_front();
   }
+  lowerOwnPriority();
   task();
 }
 

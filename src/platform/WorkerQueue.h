@@ -8,7 +8,7 @@
 
 namespace zolt {
 
-/// A concurrent queue for background work of low priority. Any thread may submit.
+/// A concurrent queue for background work of low priority, that of the child processes started there included. Any thread may submit.
 ///
 /// Tasks start in the order in which they were submitted and run beside each other, at most `threads` at once. The
 /// destructor waits for those that run and drops those that have not started.

@@ -201,17 +201,28 @@ TEST_F(BrewSidebarTest, AsksForInformationWithoutAnEffect) {
   EXPECT_EQ(manager->status(), QStringLiteral("Found 1 results"));
 }
 
-TEST_F(BrewSidebarTest, OpensTheMenuOfTheChosenRowByTheKeyboard) {
+TEST_F(BrewSidebarTest, IsWalkedThroughByTheKeyboard) {
   write("search.txt", "foo\nbar\n");
   showSettled();
   choose(2);
   type("f");
   ASSERT_TRUE(waitForRows(words({"Results", "foo", "bar"})));
-  QTest::keyClick(part<QLineEdit>("searchPackages"), Qt::Key_Tab);
-  list()->setFocus();
-  QTest::keyClick(list(), Qt::Key_Down);
-  QTest::keyClick(list(), Qt::Key_Down);
+  // From the field by Tab over the segments into the list, down to a row, and its menu.
+  for (int stop = 0; stop < 6 && QApplication::focusWidget() != list(); ++stop) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  }
+  ASSERT_EQ(QApplication::focusWidget(), list());
+  QTest::keyClick(list(), Qt::Key_End);
   EXPECT_EQ(list()->currentIndex().row(), 2);
+  const QPoint at = list()->visualRect(list()->currentIndex()).center();
+  QContextMenuEvent event(QContextMenuEvent::Keyboard, at, list()->mapToGlobal(at));
+  QApplication::sendEvent(list(), &event);
+  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  ASSERT_NE(menu, nullptr);
+  forgetCalls();
+  QTest::keyClick(menu, Qt::Key_Down);
+  QTest::keyClick(menu, Qt::Key_Return);
+  EXPECT_TRUE(test::waitFor([&] { return std::ranges::count(calls(), "[install][bar]") == 1; }));
 }
 
 TEST_F(BrewSidebarTest, RefreshesByItsButton) {
@@ -248,6 +259,24 @@ TEST_F(BrewSidebarTest, KeepsItsPlaceInTheListThroughARefresh) {
   manager->refresh();
   ASSERT_TRUE(waitUntilSettled());
   EXPECT_EQ(list()->verticalScrollBar()->value(), 300);
+}
+
+TEST_F(BrewSidebarTest, ComesAndGoesAHundredTimesWhileCommandsRun) {
+  write("list-formula.txt", "wget\njq\n");
+  write("search.txt", "foo\n");
+  qputenv("FAKEBREW_MODE_list", "slow");
+  makeManager();
+  for (int i = 0; i < 100; ++i) {
+    show();
+    if (i % 10 == 0) manager->refresh();
+    choose(2);
+    type("f");
+    test::runLoopFor(std::chrono::milliseconds(i % 7));
+    sidebar.reset();
+  }
+  ASSERT_TRUE(test::waitFor([&] { return test::childProcesses().empty() && !manager->isLoading(); }));
+  show();
+  EXPECT_EQ(rows().size(), 4);
 }
 
 TEST_F(BrewSidebarTest, MayGoWhileItsManagerGoesOn) {

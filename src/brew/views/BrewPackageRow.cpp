@@ -15,12 +15,12 @@ namespace zolt {
 namespace {
 
 constexpr int kVerticalPadding = 2;
-constexpr int kMargin = 10;
+constexpr int kMargin = 13;
 constexpr int kIconSize = 18;
 constexpr int kSpacing = 8;
 constexpr double kCaptionScale = 0.85;
-// Less than that a name is never cut to, however long the version.
-constexpr int kLeastNameWidth = 60;
+// The most of a row that a version takes, however long it is: the name matters more.
+constexpr double kVersionShare = 0.4;
 
 constexpr QColor kCaskColor(0x34, 0xA8, 0x53);
 constexpr QColor kFormulaColor(0x3B, 0x82, 0xF6);
@@ -80,7 +80,7 @@ void BrewPackageRow::paint(QPainter& painter, const QRect& rect, const QFont& fo
   if (package.installedVersion) {
     const QFontMetrics metrics(caption);
     const int wanted = metrics.horizontalAdvance(*package.installedVersion) + 1;
-    const int width = std::min(wanted, std::max(room.width() - kLeastNameWidth - kSpacing, 0));
+    const int width = std::min(wanted, static_cast<int>(room.width() * kVersionShare));
     const QRect versionRect(room.right() - width + 1, room.top(), width, room.height());
     painter.setPen(secondary);
     drawElided(painter, versionRect, caption, *package.installedVersion);

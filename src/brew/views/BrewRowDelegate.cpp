@@ -10,7 +10,7 @@ namespace zolt {
 
 namespace {
 
-constexpr int kHeaderMargin = 10;
+constexpr int kHeaderMargin = 13;
 constexpr int kHeaderSpace = 10;
 constexpr int kSelectionInset = 4;
 constexpr int kSelectionRadius = 5;

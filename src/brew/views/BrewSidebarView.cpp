@@ -16,6 +16,7 @@ namespace zolt {
 namespace {
 
 constexpr int kPadding = 10;
+constexpr int kMargin = 13;  // where a field's border is, inside the room for its focus ring
 constexpr int kHeaderIcon = 18;
 constexpr int kPlaceholderIcon = 40;
 constexpr QColor kMugColor(0xE8, 0x87, 0x1E);
@@ -95,7 +96,7 @@ BrewSidebarView::BrewSidebarView(BrewManager& manager, QWidget* parent)
 QWidget* BrewSidebarView::makeHeader() {
   auto* header = new QWidget(this);
   auto* row = new QHBoxLayout(header);
-  row->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+  row->setContentsMargins(kMargin, kPadding, kPadding, kPadding);
   row->addWidget(makeIconLabel(QStringLiteral("mug.fill"), kHeaderIcon, kMugColor, header));
   auto* title = new QLabel(QStringLiteral("Homebrew"), header);
   title->setFont(scaled(font(), 1.1, QFont::DemiBold));
@@ -134,7 +135,7 @@ QWidget* BrewSidebarView::makeStatusBar() {
   bar->setBackgroundRole(QPalette::AlternateBase);
   bar->setAutoFillBackground(true);
   auto* row = new QHBoxLayout(bar);
-  row->setContentsMargins(kPadding, 6, kPadding, 6);
+  row->setContentsMargins(kMargin, 6, kMargin, 6);
   m_status->setObjectName(QStringLiteral("status"));
   m_status->setFont(scaled(font(), 0.85, QFont::Normal));
   row->addWidget(m_status, 1);

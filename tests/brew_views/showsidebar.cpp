@@ -1,0 +1,31 @@
+// Makes a picture of the Homebrew sidebar: showsidebar TAB TEXT light|dark BREW FILE.png
+// TAB is the segment's index, TEXT what is typed into its field there, BREW the tool to run.
+#include <QApplication>
+#include <QTest>
+#include <cstdio>
+
+#include "brew/views/BrewSidebarView.h"
+#include "desktop/DesktopPalette.h"
+#include "support/ProcessFacts.h"
+#include "support/WaitFor.h"
+
+int main(int argc, char** argv) {
+  if (argc != 6) {
+    std::fputs("usage: showsidebar TAB TEXT light|dark BREW FILE.png\n", stderr);
+    return 2;
+  }
+  QApplication application(argc, argv);
+  QApplication::setPalette(qstrcmp(argv[3], "dark") == 0 ? zolt::darkPalette() : zolt::lightPalette());
+  zolt::BrewManager manager({argv[4]}, zolt::WorkerQueue::utility());
+  zolt::BrewSidebarView sidebar(manager);
+  sidebar.resize(250, 600);
+  sidebar.show();
+  QTest::mouseClick(sidebar.findChild<zolt::SegmentedPicker*>()->segment(QByteArray(argv[1]).toInt()), Qt::LeftButton);
+  QTest::keyClicks(sidebar.findChild<QLineEdit*>(), QString::fromUtf8(argv[2]));
+  zolt::test::runLoopFor(std::chrono::milliseconds(100));
+  const bool settled =
+      zolt::test::waitFor([&] { return zolt::test::childProcesses().empty() && !manager.isLoading(); });
+  zolt::test::runLoopFor(std::chrono::milliseconds(200));
+  sidebar.setFocus();
+  return settled && sidebar.grab().save(QString::fromLocal8Bit(argv[5])) ? 0 : 1;
+}
