@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <algorithm>
+#include <chrono>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -46,10 +47,14 @@ class BrewTest : public testing::Test {
     ASSERT_TRUE(waitUntilSettled());
     forgetCalls();
   }
-  /// Until both lists and the check have been told of, as often as that many refreshes do.
+  /// Until no command has run for a while and nothing is being loaded.
   bool waitUntilSettled() {
-    return waitFor([&] { return test::childProcesses().empty() && !manager->isLoading(); }) &&
-           (runLoopFor(std::chrono::milliseconds(50)), test::childProcesses().empty());
+    auto quietSince = std::chrono::steady_clock::now();
+    return waitFor([&] {
+      const auto now = std::chrono::steady_clock::now();
+      if (!test::childProcesses().empty() || manager->isLoading()) quietSince = now;
+      return now - quietSince > std::chrono::milliseconds(300);
+    });
   }
   /// The calls so far, sorted.
   std::vector<std::string> calls() const {

@@ -291,7 +291,7 @@ TEST_F(BrewManagerTest, WaitsForALargeOutputWithoutHoldingAnythingUp) {
   manager->refresh();
   EXPECT_TRUE(test::waitFor([&] { return calls().size() == 4; }));
   EXPECT_TRUE(test::waitFor([&] { return !manager->isLoading(); }));
-  EXPECT_EQ(test::childProcesses().size(), 1U);
+  ASSERT_TRUE(test::waitFor([] { return test::childProcesses().size() == 1; }));
   kill(test::childProcesses().front(), SIGKILL);
   EXPECT_TRUE(test::waitFor([&] { return manager->status().startsWith(QStringLiteral("Found ")); }));
 }
