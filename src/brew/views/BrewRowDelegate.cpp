@@ -48,7 +48,10 @@ void BrewRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
   painter->save();
   if (package == nullptr) {
     painter->setFont(headerFont(option.font));
-    painter->setPen(FormColors(option.palette).secondary);
+    // A header cannot be chosen, and is no less readable for that.
+    QPalette palette = option.palette;
+    palette.setCurrentColorGroup(QPalette::Active);
+    painter->setPen(FormColors(palette).secondary);
     painter->drawText(option.rect.adjusted(kHeaderMargin, kHeaderSpace / 2, -kHeaderMargin, 0),
                       Qt::AlignLeft | Qt::AlignVCenter, model.headerAt(index.row()));
   } else {
