@@ -33,7 +33,11 @@ QList<QKeySequence> preferencesShortcuts() {
 }
 
 QList<QKeySequence> fullScreenShortcuts() {
+#ifdef Q_OS_MACOS
   return {QKeySequence(QKeySequence::FullScreen)};
+#else
+  return {QKeySequence(Qt::Key_F11)};  // the toolkit names none where it does not know the desktop
+#endif
 }
 
 // What choosing an item does.
