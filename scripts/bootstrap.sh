@@ -14,7 +14,8 @@ packages_for() {
         nlohmann-json3-dev libsodium-dev fonts-dejavu-core libgtest-dev ;;
     apt-wayland) echo qt6-wayland ;;
     apt-display) echo xvfb ;;
-    apt-test) echo bash zsh fish xdotool xclip x11-apps procps dbus ;;
+    apt-test)
+      echo bash zsh fish xdotool xclip x11-apps procps dbus at-spi2-core python3-gi gir1.2-atspi-2.0 ;;
     apt-bench) echo procps ;;
     apt-pictures) echo imagemagick xdotool dbus ;;
     dnf-build)
@@ -22,14 +23,14 @@ packages_for() {
         highway-devel json-devel libsodium-devel dejavu-sans-mono-fonts gtest-devel ;;
     dnf-wayland) echo qt6-qtwayland ;;
     dnf-display) echo xorg-x11-server-Xvfb ;;
-    dnf-test) echo bash zsh fish xdotool xclip xwd procps-ng dbus-daemon ;;
+    dnf-test) echo bash zsh fish xdotool xclip xwd procps-ng dbus-daemon at-spi2-core python3-gobject ;;
     dnf-bench) echo procps-ng ;;
     dnf-pictures) echo ImageMagick xdotool dbus-daemon ;;
     pacman-build)
       echo gcc cmake ninja ccache pkgconf qt6-base qt6-svg libutf8proc highway nlohmann-json libsodium ttf-dejavu gtest ;;
     pacman-wayland) echo qt6-wayland ;;
     pacman-display) echo xorg-server-xvfb ;;
-    pacman-test) echo bash zsh fish xdotool xclip xorg-xwd procps-ng dbus ;;
+    pacman-test) echo bash zsh fish xdotool xclip xorg-xwd procps-ng dbus at-spi2-core python-gobject ;;
     pacman-bench) echo procps-ng ;;
     pacman-pictures) echo imagemagick xdotool dbus ;;
     brew-build) echo cmake ninja ccache pkg-config qt utf8proc highway nlohmann-json libsodium googletest ;;
