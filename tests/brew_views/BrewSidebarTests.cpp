@@ -9,6 +9,8 @@
 #include <QToolButton>
 
 #include "brew/BrewFixture.h"
+#include "brew/views/SymbolView.h"
+#include "support/Palettes.h"
 
 namespace zolt {
 namespace {
@@ -316,6 +318,33 @@ TEST_F(BrewSidebarTest, DrawsFormulaeInBlueAndCasksInGreen) {
   ASSERT_TRUE(waitForRows(words({"Results", "foo", "homebrew/cask/foo-app"})));
   EXPECT_TRUE(isBlue(iconColor(*list(), 1)));
   EXPECT_TRUE(isGreen(iconColor(*list(), 2)));
+}
+
+// The brightest and the darkest of what a widget shows.
+std::pair<int, int> brightness(QWidget& widget) {
+  const QImage picture = widget.grab().toImage();
+  std::pair<int, int> range{255, 0};
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x) {
+      const int gray = qGray(picture.pixel(x, y));
+      range = {std::min(range.first, gray), std::max(range.second, gray)};
+    }
+  }
+  return range;
+}
+
+TEST_F(BrewSidebarTest, DrawsItsSymbolsInThePaletteOfTheMoment) {
+  showSettled();
+  choose(2);
+  auto* placeholder = part<QWidget>("searchPlaceholder");
+  auto* symbol = placeholder->findChild<SymbolView*>();
+  ASSERT_NE(symbol, nullptr);
+  const auto [darkest, brightest] = brightness(*symbol);
+  EXPECT_GT(brightest - darkest, 60) << "it is seen on a light background";
+  sidebar->setPalette(test::darkPalette());
+  const auto [darkestOnDark, brightestOnDark] = brightness(*symbol);
+  EXPECT_LT(darkestOnDark, 80);
+  EXPECT_GT(brightestOnDark - darkestOnDark, 60) << "and on a dark one";
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "brew/views/BrewRowDelegate.h"
+#include "brew/views/SymbolView.h"
 #include "platform/MainQueue.h"
 #include "symbols/Symbol.h"
 
@@ -20,12 +21,6 @@ constexpr int kMargin = 13;  // where a field's border is, inside the room for i
 constexpr int kHeaderIcon = 18;
 constexpr int kPlaceholderIcon = 40;
 constexpr QColor kMugColor(0xE8, 0x87, 0x1E);
-
-QLabel* makeIconLabel(const QString& name, int size, const QColor& color, QWidget* parent) {
-  auto* label = new QLabel(parent);
-  label->setPixmap(symbol(name, color).pixmap(QSize(size, size), parent->devicePixelRatioF()));
-  return label;
-}
 
 QFont scaled(QFont font, double factor, QFont::Weight weight) {
   if (font.pointSizeF() > 0) font.setPointSizeF(font.pointSizeF() * factor);
@@ -97,7 +92,7 @@ QWidget* BrewSidebarView::makeHeader() {
   auto* header = new QWidget(this);
   auto* row = new QHBoxLayout(header);
   row->setContentsMargins(kMargin, kPadding, kPadding, kPadding);
-  row->addWidget(makeIconLabel(QStringLiteral("mug.fill"), kHeaderIcon, kMugColor, header));
+  row->addWidget(new SymbolView(QStringLiteral("mug.fill"), kHeaderIcon, kMugColor, header));
   auto* title = new QLabel(QStringLiteral("Homebrew"), header);
   title->setFont(scaled(font(), 1.1, QFont::DemiBold));
   row->addWidget(title);
@@ -121,9 +116,8 @@ QWidget* BrewSidebarView::makePlaceholder() {
   column->setSpacing(kPadding);
   auto* title = new QLabel(QStringLiteral("Search Homebrew"), page);
   title->setFont(scaled(font(), 1.2, QFont::DemiBold));
-  const QColor faint = palette().color(QPalette::PlaceholderText);
   column->addStretch(2);
-  column->addWidget(makeIconLabel(QStringLiteral("magnifyingglass"), kPlaceholderIcon, faint, page), 0,
+  column->addWidget(new SymbolView(QStringLiteral("magnifyingglass"), kPlaceholderIcon, QColor(), page), 0,
                     Qt::AlignHCenter);
   column->addWidget(title, 0, Qt::AlignHCenter);
   column->addStretch(3);
