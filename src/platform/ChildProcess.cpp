@@ -34,6 +34,7 @@ struct ChildProcess::State {
   std::mutex mutex;  // guards everything below
   pid_t pid = 0;
   bool running = false;
+  bool keepsGroup = false;  // not reaped: its number, and that of its group, are still its own
   int status = 0;
   Reason reason = Reason::Exit;
   std::condition_variable ended;
@@ -46,7 +47,7 @@ struct ChildProcess::State {
 
   void sendToGroup(int signal) {
     const std::lock_guard lock(mutex);
-    if (!running) return;
+    if (!running && !keepsGroup) return;
     // In the moment before the child leads its group there is none; then the signal is for it alone.
     if (request.terminal == Terminal::None || kill(-pid, signal) != 0) kill(pid, signal);
   }
@@ -54,6 +55,22 @@ struct ChildProcess::State {
   void waitUntilExit() {
     std::unique_lock lock(mutex);
     ended.wait(lock, [this] { return !running; });
+  }
+
+  bool waitUntilExit(std::chrono::milliseconds longest) {
+    std::unique_lock lock(mutex);
+    return ended.wait_for(lock, longest, [this] { return !running; });
+  }
+
+  void reap() const {
+    while (waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
+    }
+  }
+
+  void release() {
+    const std::lock_guard lock(mutex);
+    if (!std::exchange(keepsGroup, false) || running) return;
+    reap();
   }
 
   bool isRunning() {
@@ -69,12 +86,10 @@ struct ChildProcess::State {
     }
     {
       const std::lock_guard lock(mutex);
-      int raw = 0;
-      while (waitpid(pid, &raw, 0) < 0 && errno == EINTR) {
-      }
+      if (!keepsGroup) reap();
       running = false;
-      reason = WIFSIGNALED(raw) ? Reason::Signal : Reason::Exit;
-      status = WIFSIGNALED(raw) ? WTERMSIG(raw) : WEXITSTATUS(raw);
+      reason = info.si_code == CLD_EXITED ? Reason::Exit : Reason::Signal;
+      status = info.si_status;
     }
     ended.notify_all();
     // Let go of first: what it holds may be the last thing that keeps its owner alive.
@@ -206,6 +221,7 @@ Result<void> ChildProcess::launch() {
     const std::lock_guard lock(m_state->mutex);
     m_state->pid = pid;
     m_state->running = true;
+    m_state->keepsGroup = request.keepsGroup;
   }
   std::thread([state = m_state] { state->waitForEnd(); }).detach();
   return {};
@@ -244,6 +260,14 @@ void ChildProcess::sendSignalToGroup(int signal) {
 
 void ChildProcess::waitUntilExit() {
   m_state->waitUntilExit();
+}
+
+bool ChildProcess::waitUntilExit(std::chrono::milliseconds longest) {
+  return m_state->waitUntilExit(longest);
+}
+
+void ChildProcess::release() {
+  m_state->release();
 }
 
 std::vector<std::weak_ptr<ChildProcess::State>>& ChildProcess::remaining() {

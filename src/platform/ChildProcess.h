@@ -16,7 +16,8 @@ namespace zolt {
 /// One child process: configured, launched once, told when it ends.
 ///
 /// The child gets its three standard streams and no other descriptor, an empty signal mask and default dispositions. It
-/// is always reaped, also when this object is gone by then. All members may be called from any thread.
+/// is always reaped, also when this object is gone by then, one that keeps its group only after `release`. All members
+/// may be called from any thread.
 class ChildProcess {
  public:
   /// None: the child shares the caller's session. Controlling: it leads one of its own, and its standard input is that
@@ -32,11 +33,14 @@ class ChildProcess {
     int standardOutput = -1;
     int standardError = -1;
     Terminal terminal = Terminal::None;
+    /// Keeps the process group that a child leads within reach after the child's own end, until `release`: what the
+    /// child left behind can then be signalled, and its number belongs to nobody else.
+    bool keepsGroup = false;
   };
 
   enum class Reason { Exit, Signal };
 
-  /// Called on a background thread, once, after the child has ended and been reaped.
+  /// Called on a background thread, once, after the child has ended.
   using TerminationHandler = std::function<void()>;
 
   explicit ChildProcess(Request request);
@@ -58,9 +62,14 @@ class ChildProcess {
   /// Sends a signal to the child; nothing happens when it does not run.
   void sendSignal(int signal);
   /// Sends a signal to the child and everyone in the process group that it leads, or to it alone where it leads none.
+  /// Nothing happens once it has ended, unless it keeps its group.
   void sendSignalToGroup(int signal);
-  /// Blocks until the child has ended, and been reaped. Returns at once when it was never launched.
+  /// Blocks until the child has ended. Returns at once when it was never launched.
   void waitUntilExit();
+  /// As above, up to `longest`; false when it still runs then.
+  bool waitUntilExit(std::chrono::milliseconds longest);
+  /// Gives the kept group up; the child is reaped as soon as it has ended.
+  void release();
   /// Kills the child, with its process group where it leads one, if it still runs after `grace`. Needs the main loop,
   /// or `endRemaining`.
   void killAfter(std::chrono::milliseconds grace);

@@ -60,4 +60,10 @@ TerminationSignals::~TerminationSignals() {
   wakePipe = {};
 }
 
+void TerminationSignals::ignoreFromNow() {
+  for (const int signal : kSignals) {
+    std::signal(signal, SIG_IGN);
+  }
+}
+
 }  // namespace zolt

@@ -40,7 +40,7 @@ WorkerQueue::~WorkerQueue() {
 }
 
 WorkerQueue& WorkerQueue::utility() {
-  static auto* queue = new WorkerQueue(128);  // never torn down: a task may outlive main()
+  static auto* queue = new WorkerQueue(utilityThreads);  // never torn down: a task may outlive main()
   return *queue;
 }
 

@@ -8,7 +8,8 @@
 
 namespace zolt {
 
-/// A concurrent queue for background work of low priority, that of the child processes started there included. Any thread may submit.
+/// A concurrent queue for background work of low priority, that of the child processes started there included. Any
+/// thread may submit.
 ///
 /// Tasks start in the order in which they were submitted and run beside each other, at most `threads` at once. The
 /// destructor waits for those that run and drops those that have not started.
@@ -21,7 +22,9 @@ class WorkerQueue {
   WorkerQueue(const WorkerQueue&) = delete;
   WorkerQueue& operator=(const WorkerQueue&) = delete;
 
-  /// The process-wide queue: wide, for its tasks mostly wait for child processes.
+  /// As many as tasks that mostly wait for child processes want.
+  static constexpr int utilityThreads = 128;
+  /// The process-wide queue, of so many threads.
   static WorkerQueue& utility();
 
   void async(Task task);

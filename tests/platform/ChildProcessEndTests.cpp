@@ -9,6 +9,7 @@
 
 #include "platform/ChildProcess.h"
 #include "platform/ChildRun.h"
+#include "platform/Pipe.h"
 #include "platform/PseudoTerminal.h"
 #include "support/ProcessFacts.h"
 
@@ -81,6 +82,44 @@ TEST(ChildProcessKillAfter, KillsTheProcessGroupOfASessionLeader) {
   for (const pid_t member : members) {
     EXPECT_TRUE(waitFor([&] { return !test::processRuns(member); }));
   }
+}
+
+TEST(ChildProcessGroup, StaysWithinReachUntilItIsReleased) {
+  auto pipe = makePipe();
+  ASSERT_TRUE(pipe);
+  ChildProcess::Request request = test::shellScript(std::string(ZOLT_TEST_CHILD) + " deaf & exit 3");
+  request.standardOutput = pipe.value().writer.get();
+  request.terminal = ChildProcess::Terminal::Detached;
+  request.keepsGroup = true;
+  ChildProcess leader(std::move(request));
+  ASSERT_TRUE(leader.launch());
+  leader.waitUntilExit();
+  EXPECT_EQ(leader.terminationStatus(), 3);
+  EXPECT_EQ(leader.terminationReason(), Reason::Exit);
+  EXPECT_TRUE(test::processExists(leader.pid())) << "not reaped: nobody else may get its number";
+  EXPECT_EQ(test::readAll(pipe.value().reader.get(), 5), "deaf\n");
+  pipe.value().writer.reset();
+  leader.sendSignalToGroup(SIGKILL);
+  EXPECT_EQ(test::readAll(pipe.value().reader.get()), "") << "the last one that held the pipe is gone";
+  leader.release();
+  EXPECT_FALSE(test::processExists(leader.pid()));
+  leader.sendSignalToGroup(SIGKILL);
+  leader.release();
+}
+
+TEST(ChildProcessGroup, IsGivenUpAtTheEndWhenItWasReleasedBefore) {
+  ChildProcess::Request request = testChild({"wait"});
+  request.terminal = ChildProcess::Terminal::Detached;
+  request.keepsGroup = true;
+  ChildProcess leader(std::move(request));
+  ASSERT_TRUE(leader.launch());
+  leader.release();
+  EXPECT_FALSE(leader.waitUntilExit(1ms));
+  leader.sendSignalToGroup(SIGKILL);
+  EXPECT_TRUE(leader.waitUntilExit(20s));
+  EXPECT_EQ(leader.terminationStatus(), SIGKILL);
+  EXPECT_EQ(leader.terminationReason(), Reason::Signal);
+  EXPECT_FALSE(test::processExists(leader.pid()));
 }
 
 TEST(ChildProcessEndRemaining, KillsADeafChildWithoutTheMainLoop) {
