@@ -88,6 +88,7 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::
   });
   QObject::connect(&application, &QCoreApplication::aboutToQuit, &application, &zolt::interruptBrewCommands);
   const int status = QApplication::exec();
+  zolt::TerminationSignals::ignoreFromNow();
   return run && (closed || status == 0) ? run->exitStatus() : status;
 }
 
@@ -126,6 +127,7 @@ int main(int argc, char** argv) {
   // Qt reads argv as well and knows options of its own: it gets none of ours.
   int ownArguments = 1;
   const int status = runApplication(ownArguments, argv, options, instance);
+  zolt::endBrewCommands(kEndGrace);
   zolt::ChildProcess::endRemaining(kEndGrace);
   return status;
 }

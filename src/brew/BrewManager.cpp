@@ -41,7 +41,9 @@ BrewManager::BrewManager(std::vector<std::string> candidates, WorkerQueue& queue
 
 BrewManager& BrewManager::shared() {
   // Lives as long as the process: sidebars of all windows share it.
-  static auto* manager = new BrewManager({"/opt/homebrew/bin/brew", "/usr/local/bin/brew"}, WorkerQueue::utility());
+  // A queue of its own: commands that hang, one for each key that was typed, keep nobody else waiting.
+  static auto* queue = new WorkerQueue(WorkerQueue::utilityThreads);
+  static auto* manager = new BrewManager({"/opt/homebrew/bin/brew", "/usr/local/bin/brew"}, *queue);
   return *manager;
 }
 

@@ -315,8 +315,7 @@ TEST_F(BrewManagerTest, InterruptsTheGroupsOfItsCommandsAtTheEnd) {
           for (const pid_t sleeper : test::childProcesses(command))
             everyone.push_back(sleeper);
         }
-        interruptBrewCommands();
-        ChildProcess::endRemaining(std::chrono::milliseconds(1000));
+        endBrewCommands(std::chrono::milliseconds(1000));
         // A zombie has no command line any more.
         const bool gone = std::ranges::all_of(
             everyone, [](pid_t pid) { return test::fileContent("/proc/" + std::to_string(pid) + "/cmdline").empty(); });
@@ -332,8 +331,7 @@ TEST_F(BrewManagerTest, KillsCommandsThatDoNotListen) {
         makeManager();
         const bool hanging = test::waitFor([&] { return calls().size() == 3; });
         const std::vector<pid_t> commands = test::childProcesses();
-        interruptBrewCommands();
-        ChildProcess::endRemaining(std::chrono::milliseconds(300));
+        endBrewCommands(std::chrono::milliseconds(300));
         _exit(hanging && !commands.empty() && test::childProcesses().empty() ? 0 : 1);
       },
       testing::ExitedWithCode(0), "");
