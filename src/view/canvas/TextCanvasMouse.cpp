@@ -166,7 +166,7 @@ void TextCanvas::wheelEvent(QWheelEvent* event) {
 
 void TextCanvas::contextMenuEvent(QContextMenuEvent* event) {
   auto* menu = new QMenu(this);
-  menu->setAttribute(Qt::WA_DeleteOnClose);
+  connect(menu, &QMenu::aboutToHide, menu, &QObject::deleteLater);  // choosing an item only hides it
   menu->addActions(actions());
   menu->actions().front()->setEnabled(!m_selection.empty());
   connect(menu, &QMenu::aboutToHide, this, [this] { actions().front()->setEnabled(true); });
