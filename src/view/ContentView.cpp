@@ -1,6 +1,7 @@
 #include "view/ContentView.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QShowEvent>
@@ -27,12 +28,15 @@ ContentView::ContentView(MakeTerminal makeTerminal, UserDefaults& defaults, QWid
     : QWidget(parent),
       m_makeTerminal(std::move(makeTerminal)),
       m_selectedTheme(defaults, "selectedTheme", "Dark"),
-      m_sidebar(new SidebarSlot(makeSidebar, this)) {
+      m_sidebar(new SidebarSlot(makeSidebar, this)),
+      m_otherPane(new QShortcut(QKeySequence(Qt::Key_F6), this)) {
   setAttribute(Qt::WA_OpaquePaintEvent);
   auto* stack = new QHBoxLayout(this);
   stack->setContentsMargins(0, 0, 0, 0);
   stack->setSpacing(0);
   stack->addWidget(m_sidebar);
+  m_otherPane->setEnabled(false);
+  connect(m_otherPane, &QShortcut::activated, this, &ContentView::moveKeyboard);
   // The shell hears of its new size once, not at every step of the way.
   connect(m_sidebar, &SidebarSlot::aboutToMove, this, [this] { textView().holdGridSize(true); });
   connect(m_sidebar, &SidebarSlot::settled, this, [this] {
@@ -59,6 +63,35 @@ TerminalNSTextView& ContentView::textView() {
   return m_container->textView();
 }
 
+void ContentView::setShowsBrewSidebar(bool shown) {
+  if (!shown && isKeyboardInSidebar()) textView().setFocus();
+  m_otherPane->setEnabled(shown);
+  m_sidebar->setRevealed(shown);
+}
+
+bool ContentView::isKeyboardInSidebar() const {
+  const QWidget* holder = window()->focusWidget();
+  return holder != nullptr && m_sidebar->isAncestorOf(holder);
+}
+
+// To the other of the two panes.
+void ContentView::moveKeyboard() {
+  if (isKeyboardInSidebar()) {
+    textView().setFocus();
+  } else if (QWidget* content = m_sidebar->content()) {
+    content->setFocus(Qt::TabFocusReason);
+  }
+}
+
+// What the sidebar makes nothing of: its way out.
+void ContentView::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape && isKeyboardInSidebar()) {
+    textView().setFocus();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}
+
 void ContentView::showEvent(QShowEvent* event) {
   ensureTerminal();
   QWidget::showEvent(event);
@@ -76,8 +109,8 @@ void ContentView::ensureTerminal() {
       {.rows = room.rows, .cols = room.columns, .pixelWidth = room.pixelWidth, .pixelHeight = room.pixelHeight});
   m_container = new TerminalContainerView(*m_terminal, this);
   layout()->addWidget(m_container);
-  // Laid out in the same turn of the event loop, or the canvas would tell its shell of the size that it has before. Shown
-  // first: what is hidden is not laid out.
+  // Laid out in the same turn of the event loop, or the canvas would tell its shell of the size that it has before.
+  // Shown first: what is hidden is not laid out.
   m_container->show();
   layout()->activate();
   setFocusProxy(m_container);

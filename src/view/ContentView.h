@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QShortcut>
 #include <QWidget>
 #include <functional>
 #include <memory>
@@ -33,21 +34,26 @@ class ContentView : public QWidget {
   TerminalController& terminal();
   TerminalNSTextView& textView();
   bool showsBrewSidebar() const { return m_sidebar->isRevealed(); }
-  void setShowsBrewSidebar(bool shown) { m_sidebar->setRevealed(shown); }
+  /// Where the keyboard is in the sidebar, hiding it gives the keyboard to the terminal.
+  void setShowsBrewSidebar(bool shown);
   /// The chosen theme's name, "Dark" unless stored otherwise. Nothing is drawn after it.
   std::string selectedTheme() const { return m_selectedTheme.value(); }
 
  protected:
   void showEvent(QShowEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  bool isKeyboardInSidebar() const;
+  void moveKeyboard();
   void ensureTerminal();
 
   MakeTerminal m_makeTerminal;
   std::unique_ptr<TerminalController> m_terminal;
   StoredString m_selectedTheme;
   SidebarSlot* m_sidebar;                        // a child
+  QShortcut* m_otherPane;                        // a child, enabled while there is another
   TerminalContainerView* m_container = nullptr;  // a child, once there is a terminal
 };
 

@@ -25,9 +25,12 @@ void SidebarSlot::setRevealed(bool revealed) {
   if (m_revealed == revealed) return;
   m_revealed = revealed;
   Q_EMIT aboutToMove();
-  if (revealed && m_content == nullptr) {
+  if (revealed) {
+    // Always a new one, also where the old is still on its way out.
+    delete std::exchange(m_content, nullptr);
     m_content = m_makeContent(this);
     m_content->setFixedWidth(fullWidth);
+    m_content->setGeometry(width() - fullWidth, 0, fullWidth, height());
     m_content->show();
   }
   show();

@@ -19,6 +19,8 @@ class SidebarSlot : public QWidget {
   explicit SidebarSlot(MakeContent makeContent, QWidget* parent = nullptr);
 
   bool isRevealed() const { return m_revealed; }
+  /// Null while there is none.
+  QWidget* content() const { return m_content; }
   bool isMoving() const { return m_animation.state() == QAbstractAnimation::Running; }
   /// Slides, or jumps where the desktop wants no animations and while the slot is not on screen.
   void setRevealed(bool revealed);

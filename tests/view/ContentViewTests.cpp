@@ -1,6 +1,8 @@
 #include "view/ContentView.h"
 
+#include <QLineEdit>
 #include <QTemporaryDir>
+#include <QTest>
 #include <algorithm>
 #include <set>
 
@@ -111,6 +113,51 @@ TEST_F(ContentViewTest, TurnsAroundInTheMiddleOfTheWay) {
   post(toggleBrewSidebar);
   ASSERT_TRUE(test::waitFor([&] { return sidebarOf(*window) == nullptr; }));
   EXPECT_TRUE(test::waitFor([&] { return view().size() == window->size(); }));
+}
+
+TEST_F(ContentViewTest, StartsTheSidebarAnewAlsoInTheMiddleOfItsWayOut) {
+  open({"wait"});
+  post(toggleBrewSidebar);
+  ASSERT_TRUE(test::waitFor([&] { return view().mapTo(window.get(), QPoint(0, 0)).x() == 250; }));
+  sidebarOf(*window)->findChild<QLineEdit*>(QStringLiteral("searchPackages"))->setText(QStringLiteral("typed"));
+  post(toggleBrewSidebar);
+  post(toggleBrewSidebar);
+  const auto* field = sidebarOf(*window)->findChild<QLineEdit*>(QStringLiteral("searchPackages"));
+  EXPECT_EQ(field->text(), QString());
+  EXPECT_TRUE(test::waitFor([&] { return view().mapTo(window.get(), QPoint(0, 0)).x() == 250; }));
+}
+
+TEST_F(ContentViewTest, GivesTheKeyboardBackWhenTheSidebarGoes) {
+  open({"wait"});
+  window->activateWindow();
+  view().setFocus();
+  post(toggleBrewSidebar);
+  EXPECT_EQ(window->window()->focusWidget(), &view()) << "it takes nothing by itself";
+  sidebarOf(*window)->setFocus();
+  EXPECT_NE(window->window()->focusWidget(), &view());
+  post(toggleBrewSidebar);
+  EXPECT_EQ(window->window()->focusWidget(), &view());
+  ASSERT_TRUE(test::waitFor([&] { return sidebarOf(*window) == nullptr; }));
+  EXPECT_EQ(window->window()->focusWidget(), &view());
+}
+
+TEST_F(ContentViewTest, MovesTheKeyboardBetweenTerminalAndSidebar) {
+  open({"wait"});
+  window->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window->window()));
+  view().setFocus();
+  QTest::keyClick(&view(), Qt::Key_F6);
+  EXPECT_EQ(window->window()->focusWidget(), &view()) << "there is no other place";
+  post(toggleBrewSidebar);
+  QTest::keyClick(&view(), Qt::Key_F6);
+  QWidget* field = window->window()->focusWidget();
+  ASSERT_NE(field, nullptr);
+  EXPECT_EQ(field->objectName(), QStringLiteral("searchPackages"));
+  QTest::keyClick(field, Qt::Key_F6);
+  EXPECT_EQ(window->window()->focusWidget(), &view());
+  QTest::keyClick(&view(), Qt::Key_F6);
+  QTest::keyClick(window->window()->focusWidget(), Qt::Key_Escape);
+  EXPECT_EQ(window->window()->focusWidget(), &view());
 }
 
 TEST_F(ContentViewTest, TellsTheProgramOnceOfTheWidthThatTheSidebarLeaves) {

@@ -1,10 +1,39 @@
 #include "brew/views/BrewListModel.h"
 
+#include <QStringList>
+#include <algorithm>
+
 #include "brew/views/BrewPackageRow.h"
 
 namespace zolt {
 
-void BrewListModel::setSections(std::vector<BrewSection> sections) {
+namespace {
+
+// Beyond this nobody reads on, and laying it out would take long: a line may have any length.
+constexpr qsizetype kLongestTip = 500;
+
+// Identity is by id: what was loaded again is new.
+bool showSame(const BrewSection& one, const BrewSection& other) {
+  return one.header == other.header && one.type == other.type &&
+         std::ranges::equal(one.packages, other.packages, {}, &BrewPackage::id, &BrewPackage::id);
+}
+
+// Wrapped, and never taken for markup.
+QString toolTipOf(const BrewPackage& package) {
+  QStringList lines{package.name};
+  if (package.description) lines << *package.description;
+  if (package.installedVersion) lines << *package.installedVersion;
+  for (QString& line : lines) {
+    if (line.size() > kLongestTip) line = line.left(kLongestTip) + QChar(0x2026);
+    line = line.toHtmlEscaped();
+  }
+  return QStringLiteral("<p>%1</p>").arg(lines.join(QStringLiteral("<br>")));
+}
+
+}  // namespace
+
+bool BrewListModel::setSections(std::vector<BrewSection> sections) {
+  if (std::ranges::equal(sections, m_sections, showSame)) return false;
   beginResetModel();
   m_sections = std::move(sections);
   m_rows.clear();
@@ -16,6 +45,7 @@ void BrewListModel::setSections(std::vector<BrewSection> sections) {
     }
   }
   endResetModel();
+  return true;
 }
 
 int BrewListModel::rowCount(const QModelIndex& parent) const {
@@ -43,10 +73,11 @@ QVariant BrewListModel::data(const QModelIndex& index, int role) const {
   switch (role) {
     case Qt::DisplayRole:
       return package == nullptr ? headerAt(index.row()) : package->name;
-    case Qt::ToolTipRole: {
+    case Qt::ToolTipRole:
+      return package == nullptr ? QVariant() : toolTipOf(*package);
+    case Qt::AccessibleDescriptionRole:
       if (package == nullptr) return {};
-      return package->description ? package->name + QLatin1Char('\n') + *package->description : package->name;
-    }
+      return typeAt(index.row()) == BrewPackageType::Cask ? QStringLiteral("Cask") : QStringLiteral("Formula");
     case Qt::AccessibleTextRole:
       return package == nullptr ? headerAt(index.row())
                                 : BrewPackageRow{.package = *package, .type = typeAt(index.row())}.spokenText();

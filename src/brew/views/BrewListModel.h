@@ -23,7 +23,8 @@ class BrewListModel : public QAbstractListModel {
  public:
   using QAbstractListModel::QAbstractListModel;
 
-  void setSections(std::vector<BrewSection> sections);
+  /// False, and nothing happens, when the very packages are shown already.
+  bool setSections(std::vector<BrewSection> sections);
 
   int rowCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;

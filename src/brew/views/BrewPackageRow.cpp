@@ -51,7 +51,11 @@ QFont captionFont(const QFont& body) {
   return font;
 }
 
-void drawElided(QPainter& painter, const QRect& rect, const QFont& font, const QString& text) {
+// More than any row shows: a line may have any length, and is measured whole.
+constexpr qsizetype kLongestShown = 1000;
+
+void drawElided(QPainter& painter, const QRect& rect, const QFont& font, const QString& whole) {
+  const QString text = whole.left(kLongestShown);
   painter.setFont(font);
   painter.drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                    QFontMetrics(font).elidedText(text, Qt::ElideRight, rect.width()));
@@ -79,7 +83,7 @@ void BrewPackageRow::paint(QPainter& painter, const QRect& rect, const QFont& fo
   const QFont caption = captionFont(font);
   if (package.installedVersion) {
     const QFontMetrics metrics(caption);
-    const int wanted = metrics.horizontalAdvance(*package.installedVersion) + 1;
+    const int wanted = metrics.horizontalAdvance(package.installedVersion->left(kLongestShown)) + 1;
     const int width = std::min(wanted, static_cast<int>(room.width() * kVersionShare));
     const QRect versionRect(room.right() - width + 1, room.top(), width, room.height());
     painter.setPen(secondary);

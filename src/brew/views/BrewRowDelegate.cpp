@@ -63,6 +63,13 @@ void BrewRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
       painter->drawRoundedRect(option.rect.adjusted(kSelectionInset, 0, -kSelectionInset, 0), kSelectionRadius,
                                kSelectionRadius);
     }
+    if (!selected && option.state.testFlag(QStyle::State_HasFocus)) {
+      painter->setRenderHint(QPainter::Antialiasing);
+      painter->setPen(option.palette.color(QPalette::Highlight));
+      painter->setBrush(Qt::NoBrush);
+      painter->drawRoundedRect(QRectF(option.rect).adjusted(kSelectionInset + 0.5, 0.5, -kSelectionInset - 0.5, -0.5),
+                               kSelectionRadius, kSelectionRadius);
+    }
     BrewPackageRow{.package = *package, .type = model.typeAt(index.row())}.paint(*painter, option.rect, option.font,
                                                                                  option.palette, selected);
   }

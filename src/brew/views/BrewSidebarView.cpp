@@ -3,13 +3,17 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QPainter>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QVBoxLayout>
 #include <utility>
 
 #include "brew/views/BrewRowDelegate.h"
 #include "brew/views/SymbolView.h"
 #include "platform/MainQueue.h"
+#include "settings/views/FormColors.h"
+#include "settings/views/FormScrollBar.h"
 #include "symbols/Symbol.h"
 
 namespace zolt {
@@ -27,6 +31,19 @@ QFont scaled(QFont font, double factor, QFont::Weight weight) {
   font.setWeight(weight);
   return font;
 }
+
+// On a ground of its own, with a line above.
+class StatusBar : public QWidget {
+ public:
+  using QWidget::QWidget;
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::AlternateBase));
+    painter.fillRect(0, 0, width(), 1, FormColors(palette()).hairline);
+  }
+};
 
 }  // namespace
 
@@ -68,6 +85,16 @@ BrewSidebarView::BrewSidebarView(BrewManager& manager, QWidget* parent)
   m_list->setContextMenuPolicy(Qt::CustomContextMenu);
   m_list->viewport()->setAutoFillBackground(false);
   connect(m_list, &QWidget::customContextMenuRequested, this, &BrewSidebarView::showContextMenu);
+  m_list->setVerticalScrollBar(new FormScrollBar(m_list));
+  // For keyboards without a key for menus.
+  for (const QKeySequence& keys :
+       {QKeySequence(Qt::Key_Return), QKeySequence(Qt::Key_Enter), QKeySequence(Qt::SHIFT | Qt::Key_F10)}) {
+    auto* shortcut = new QShortcut(keys, m_list, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(shortcut, &QShortcut::activated, this, [this] {
+      const QModelIndex index = m_list->currentIndex();
+      if (index.isValid()) openMenuOf(index, m_list->visualRect(index).center());
+    });
+  }
   m_pages->addWidget(m_list);
   m_pages->addWidget(makePlaceholder());
 
@@ -84,6 +111,12 @@ BrewSidebarView::BrewSidebarView(BrewManager& manager, QWidget* parent)
   column->addWidget(m_pages, 1);
   column->addWidget(makeStatusBar());
 
+  setFocusProxy(m_search);
+  setTabOrder(findChild<QToolButton*>(QStringLiteral("refresh")), m_search);
+  setTabOrder(m_search, m_tabs->segment(Installed));
+  setTabOrder(m_tabs->segment(Installed), m_tabs->segment(Outdated));
+  setTabOrder(m_tabs->segment(Outdated), m_tabs->segment(Search));
+  setTabOrder(m_tabs->segment(Search), m_list);
   connect(&m_manager, &BrewManager::objectWillChange, this, &BrewSidebarView::redrawLater);
   redraw();
 }
@@ -125,9 +158,7 @@ QWidget* BrewSidebarView::makePlaceholder() {
 }
 
 QWidget* BrewSidebarView::makeStatusBar() {
-  auto* bar = new QWidget(this);
-  bar->setBackgroundRole(QPalette::AlternateBase);
-  bar->setAutoFillBackground(true);
+  auto* bar = new StatusBar(this);
   auto* row = new QHBoxLayout(bar);
   row->setContentsMargins(kMargin, 6, kMargin, 6);
   m_status->setObjectName(QStringLiteral("status"));
@@ -168,8 +199,9 @@ void BrewSidebarView::redraw() {
   m_status->setText(m_manager.status());
   m_pages->setCurrentIndex(m_selectedTab == Search && m_search->text().isEmpty() ? 1 : 0);
   const int offset = m_list->verticalScrollBar()->value();
-  m_model->setSections(sections());
-  m_list->verticalScrollBar()->setValue(offset);
+  if (!m_model->setSections(sections())) return;
+  // What was loaded again stays where it was; the best of new results are on top.
+  m_list->verticalScrollBar()->setValue(m_selectedTab == Search ? 0 : offset);
 }
 
 void BrewSidebarView::addContextActions(QMenu& menu, const BrewPackage& package) {
@@ -186,11 +218,14 @@ void BrewSidebarView::addContextActions(QMenu& menu, const BrewPackage& package)
 }
 
 void BrewSidebarView::showContextMenu(const QPoint& point) {
-  const QModelIndex index = m_list->indexAt(point);
+  openMenuOf(m_list->indexAt(point), point);
+}
+
+void BrewSidebarView::openMenuOf(const QModelIndex& index, const QPoint& point) {
   const BrewPackage* package = index.isValid() ? m_model->packageAt(index.row()) : nullptr;
   if (package == nullptr || m_selectedTab == Installed) return;
   auto* menu = new QMenu(this);
-  menu->setAttribute(Qt::WA_DeleteOnClose);
+  connect(menu, &QMenu::aboutToHide, menu, &QObject::deleteLater);  // choosing an item only hides it
   addContextActions(*menu, *package);
   menu->popup(m_list->viewport()->mapToGlobal(point));
 }

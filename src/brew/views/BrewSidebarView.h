@@ -36,6 +36,8 @@ class BrewSidebarView : public QWidget {
   void redraw();
   std::vector<BrewSection> sections() const;
   void showContextMenu(const QPoint& point);
+  /// At `point` of the list.
+  void openMenuOf(const QModelIndex& index, const QPoint& point);
   void addContextActions(class QMenu& menu, const BrewPackage& package);
 
   BrewManager& m_manager;
