@@ -21,11 +21,16 @@ int main(int argc, char** argv) {
   sidebar.resize(250, 600);
   sidebar.show();
   QTest::mouseClick(sidebar.findChild<zolt::SegmentedPicker*>()->segment(QByteArray(argv[1]).toInt()), Qt::LeftButton);
+  const auto settles = [&] {
+    zolt::test::runLoopFor(std::chrono::milliseconds(100));
+    const bool settled =
+        zolt::test::waitFor([&] { return zolt::test::childProcesses().empty() && !manager.isLoading(); });
+    zolt::test::runLoopFor(std::chrono::milliseconds(200));
+    return settled;
+  };
+  if (!settles()) return 1;
   QTest::keyClicks(sidebar.findChild<QLineEdit*>(), QString::fromUtf8(argv[2]));
-  zolt::test::runLoopFor(std::chrono::milliseconds(100));
-  const bool settled =
-      zolt::test::waitFor([&] { return zolt::test::childProcesses().empty() && !manager.isLoading(); });
-  zolt::test::runLoopFor(std::chrono::milliseconds(200));
-  sidebar.setFocus();
+  const bool settled = settles();
+  if (QWidget* field = QApplication::focusWidget()) field->clearFocus();
   return settled && sidebar.grab().save(QString::fromLocal8Bit(argv[5])) ? 0 : 1;
 }
