@@ -4,9 +4,9 @@
 //                          info/NAME.txt; a package without a file has a made-up description and version
 //   FAKEBREW_LOG           a file to which each call appends its arguments: one line, each argument in brackets
 //   FAKEBREW_MODE          normal, or: slow (half a second first), floods (8 MiB), bytes (no UTF-8), fails (a message
-//   on the
-//                          error stream, status 1), silent (nothing), hangs (waits, with a child of its own), deaf (as
-//                          hangs, and ignores the signals that ask it to end)
+//                          on the error stream, status 1), warns (a warning on the error stream between the lines),
+//                          silent (nothing), hangs (waits, with a child of its own), deaf (as hangs, and ignores the
+//                          signals that ask it to end)
 //   FAKEBREW_MODE_COMMAND  the same for one command ("FAKEBREW_MODE_search")
 #include <fcntl.h>
 #include <unistd.h>
@@ -34,9 +34,13 @@ void print(const std::string& text) {
   std::fflush(stdout);
 }
 
+std::ifstream dataFile(const std::string& name) {
+  return std::ifstream(variable("FAKEBREW_DATA") + "/" + name, std::ios::binary);
+}
+
 // False when there is no such file.
 bool printFile(const std::string& name) {
-  std::ifstream file(variable("FAKEBREW_DATA") + "/" + name, std::ios::binary);
+  std::ifstream file = dataFile(name);
   if (!file) return false;
   print({std::istreambuf_iterator<char>(file), {}});
   return true;
@@ -61,18 +65,19 @@ std::string withoutDashes(const std::string& flag) {
   return begin == std::string::npos ? "" : flag.substr(begin);
 }
 
-void answer(const Arguments& arguments) {
+std::string fileOf(const Arguments& arguments) {
   const std::string& command = arguments.front();
-  if (command == "info") {
-    const std::string& name = arguments.back();
-    if (printFile("info/" + name + ".txt")) return;
-    print("==> " + name + ": stable 1.2.3 (bottled)\nDesc: What " + name + " is for\nhttps://example.org/" + name +
-          "\nInstalled\nInstalled (on request) 1.2.3\n");
-    return;
-  }
+  if (command == "info") return "info/" + arguments.back() + ".txt";
   std::string flag;
   if (command != "search" && arguments.size() > 1) flag.append("-").append(withoutDashes(arguments[1]));
-  printFile(command + flag + ".txt");
+  return command + flag + ".txt";
+}
+
+void answer(const Arguments& arguments) {
+  if (printFile(fileOf(arguments)) || arguments.front() != "info") return;
+  const std::string& name = arguments.back();
+  print("==> " + name + ": stable 1.2.3 (bottled)\nDesc: What " + name + " is for\nhttps://example.org/" + name +
+        "\nInstalled\nInstalled (on request) 1.2.3\n");
 }
 
 void slow(const Arguments& arguments) {
@@ -93,6 +98,15 @@ void bytes(const Arguments&) {
 void fails(const Arguments&) {
   std::fputs("Error: No available formula with that name.\n", stderr);
   std::exit(1);
+}
+
+void warns(const Arguments& arguments) {
+  std::ifstream file = dataFile(fileOf(arguments));
+  bool isFirst = true;
+  for (std::string line; std::getline(file, line); isFirst = false) {
+    if (!isFirst) std::fputs("Warning: Some taps are old.\n", stderr);
+    print(line + "\n");
+  }
 }
 
 void silent(const Arguments&) {}
@@ -116,8 +130,9 @@ struct Mode {
   void (*run)(const Arguments& arguments);
 };
 
-constexpr Mode kModes[] = {{"", answer},     {"normal", answer}, {"slow", slow},   {"floods", floods}, {"bytes", bytes},
-                           {"fails", fails}, {"silent", silent}, {"hangs", hangs}, {"deaf", deaf}};
+constexpr Mode kModes[] = {{"", answer},     {"normal", answer}, {"slow", slow},   {"floods", floods},
+                           {"bytes", bytes}, {"fails", fails},   {"warns", warns}, {"silent", silent},
+                           {"hangs", hangs}, {"deaf", deaf}};
 
 }  // namespace
 

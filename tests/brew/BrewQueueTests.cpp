@@ -1,0 +1,46 @@
+#include "brew/OneAtATime.h"
+#include "platform/MainQueue.h"
+
+namespace zolt {
+namespace {
+
+using BrewQueueTest = test::OneAtATime;
+
+TEST_F(BrewQueueTest, StartsNothingForAManagerThatIsGoneByThen) {
+  QSemaphore held;
+  queue.async([&] { held.acquire(); });
+  makeManager();
+  manager.reset();
+  held.release();
+  ASSERT_TRUE(waitForQueue());
+  EXPECT_TRUE(calls().empty());
+}
+
+TEST_F(BrewQueueTest, StartsWhatAManagerStillWaitsFor) {
+  QSemaphore held;
+  queue.async([&] { held.acquire(); });
+  makeManager();
+  held.release();
+  ASSERT_TRUE(waitForQueue());
+  EXPECT_EQ(calls(), (std::vector<std::string>{"[list][--cask]", "[list][--formula]", "[outdated][--json]"}));
+}
+
+// What was submitted before a search's completion ran comes between it and the results.
+TEST_F(BrewQueueTest, PublishesResultsOnlyAfterWhatTheMainQueueHoldsAlready) {
+  write("search.txt", "foo\n");
+  makeSettledManager();
+  manager->search(QStringLiteral("foo"));
+  ASSERT_TRUE(waitForQueue()) << "its completion is on the main queue now";
+  bool isNext = false;
+  bool publishedEarly = false;
+  MainQueue::async([&] {
+    isNext = true;
+    publishedEarly = !manager->searchResults().empty() || manager->status() != QStringLiteral("Searching...");
+  });
+  ASSERT_TRUE(waitForStatus("Found 1 results"));
+  EXPECT_TRUE(isNext);
+  EXPECT_FALSE(publishedEarly);
+}
+
+}  // namespace
+}  // namespace zolt

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QSemaphore>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "brew/BrewFixture.h"
+
+namespace zolt::test {
+
+/// A manager whose commands run one at a time, in the order in which they were asked for.
+class OneAtATime : public BrewTest {
+ protected:
+  void TearDown() override {
+    manager.reset();
+    BrewTest::TearDown();
+  }
+
+  void makeManager(const std::string& tool = ZOLT_FAKE_BREW) {
+    manager = std::make_unique<BrewManager>(std::vector<std::string>{tool}, queue);
+  }
+  void makeSettledManager() {
+    makeManager();
+    ASSERT_TRUE(waitUntilSettled());
+    forgetCalls();
+  }
+  /// Until everything submitted so far has run; meanwhile nothing happens on the main thread. False after `limit`.
+  bool waitForQueue(std::chrono::milliseconds limit = std::chrono::seconds(20)) {
+    const auto done = std::make_shared<QSemaphore>();
+    queue.async([done] { done->release(); });
+    return done->tryAcquire(1, static_cast<int>(limit.count()));
+  }
+
+  WorkerQueue queue{1};
+};
+
+}  // namespace zolt::test
