@@ -23,6 +23,9 @@ if(NOT TARGET hwy::hwy)
 endif()
 zolt_need(hwy_FOUND "Highway" libhwy-dev highway-devel highway highway)
 
+pkg_check_modules(re2 IMPORTED_TARGET re2)
+zolt_need(re2_FOUND "RE2" libre2-dev re2-devel re2 re2)
+
 if(NOT ZOLT_EMULATION_ONLY)
   find_package(Qt6 6.4 QUIET COMPONENTS Core Gui Widgets Network DBus Test)
   zolt_need(Qt6_FOUND "Qt 6.4 or newer" qt6-base-dev qt6-qtbase-devel qt6-base qt)
