@@ -1,0 +1,116 @@
+// find FOLDER: searching a log in memory, fed in blocks as the history keeps them, against grep -c on the same text as
+// a file. Both count; grep counts lines, so what is sought stands at most once in a line.
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Measure.h"
+#include "Samples.h"
+#include "find/FindScanner.h"
+
+namespace {
+
+constexpr std::size_t kBytes = 256 << 20;
+constexpr std::size_t kBlock = 64 << 10;
+constexpr std::size_t kBytesBetweenRare = 1 << 20;
+constexpr int kRounds = 7;
+
+struct Search {
+  const char* what;
+  const char* query;
+  zolt::FindOptions options;
+  const char* grepOptions;
+  double limit = 0;  // 0: none
+};
+
+constexpr Search kSearches[] = {
+    {"rare string", "kernel panic", {.matchCase = true}, "-F", 1.3},
+    {"string that begins like frequent ones", "status=204", {.matchCase = true}, "-F", 1.3},
+    {"string in every line", " INFO ", {.matchCase = true}, "-F", 1.3},
+    {"rare string, any case", "kernel panic", {}, "-i -F"},
+    {"string in every line, any case", " info ", {}, "-i -F"},
+    {"rare expression", "kernel (panic|oops)", {.matchCase = true, .regularExpression = true}, "-E"},
+    {"expression in every line", "^2026-[0-9]+-21 12:[0-9]+", {.matchCase = true, .regularExpression = true}, "-E"},
+};
+
+std::string logWithRareLines() {
+  std::string text = zolt::bench::plainLog(kBytes);
+  for (std::size_t at = 0; at < text.size(); at += kBytesBetweenRare) {
+    const std::size_t lineEnd = text.find('\n', at);
+    constexpr std::string_view kRare[] = {"kernel panic", "status=204"};
+    const std::string_view rare = kRare[at / kBytesBetweenRare % 2];
+    text.replace(lineEnd - rare.size(), rare.size(), rare);
+  }
+  return text;
+}
+
+// Through a pipe: into /dev/null grep would stop at the first match. In its fastest locale.
+std::size_t grepCount(const Search& search, const std::string& file) {
+  const std::string command =
+      std::string("LC_ALL=C grep -c ") + search.grepOptions + " -- '" + search.query + "' '" + file + "'";
+  std::FILE* output = popen(command.c_str(), "r");
+  std::size_t count = 0;
+  if (output == nullptr || std::fscanf(output, "%zu", &count) != 1) {
+    std::fprintf(stderr, "grep could not be asked\n");
+    std::exit(1);
+  }
+  pclose(output);
+  return count;
+}
+
+std::size_t scannerCount(const Search& search, std::string_view text) {
+  const auto pattern = zolt::FindPattern::compile(search.query, search.options);
+  if (!pattern) {
+    std::fprintf(stderr, "%s\n", pattern.reason().c_str());
+    std::exit(1);
+  }
+  zolt::FindScanner scanner(pattern.value());
+  std::vector<zolt::FindMatch> matches;
+  std::size_t count = 0;
+  for (std::size_t at = 0; at < text.size(); at += kBlock) {
+    scanner.feed(text.substr(at, kBlock), matches);
+    count += matches.size();
+    matches.clear();
+  }
+  scanner.finish(matches);
+  return count + matches.size();
+}
+
+void measure(const Search& search, const std::string& text, const std::string& file) {
+  std::vector<double> ratios;
+  std::size_t ours = 0;
+  std::size_t theirs = 0;
+  for (int round = 0; round < kRounds; ++round) {
+    const double grep = zolt::bench::secondsFor([&] { theirs = grepCount(search, file); });
+    ratios.push_back(zolt::bench::secondsFor([&] { ours = scannerCount(search, text); }) / grep);
+    if (ours != theirs) {
+      std::fprintf(stderr, "%s: %zu matches, and %zu of grep's\n", search.what, ours, theirs);
+      std::exit(1);
+    }
+  }
+  const std::string what = std::string("find, ") + search.what + " / grep -c " + search.grepOptions;
+  const double ratio = zolt::bench::median(ratios);
+  if (search.limit > 0) {
+    zolt::bench::printRow(what, ratio, "times", search.limit, true);
+  } else {
+    char value[32];
+    std::snprintf(value, sizeof value, "%10.3f times", ratio);
+    zolt::bench::printFact(what, value);
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2) return 2;
+  const std::string file = std::string(argv[1]) + "/find.log";
+  const std::string text = logWithRareLines();
+  zolt::bench::writeFile(file, text);
+  for (const Search& search : kSearches) {
+    measure(search, text, file);
+  }
+  std::remove(file.c_str());
+}
