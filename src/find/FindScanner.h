@@ -20,7 +20,7 @@ namespace zolt {
 ///
 /// A regular expression is matched against whole lines, and against a line of more than kLongLineBytes in parts of that
 /// size that overlap by kOverlapBytes. There a match longer than the overlap may be cut off where a part ends, or be
-/// missed. Memory stays below two such parts.
+/// missed. So no more is held than such a part and 64 KiB, or than the query for plain text.
 class FindScanner {
  public:
   static constexpr std::size_t kLongLineBytes = 1 << 20;
@@ -34,6 +34,9 @@ class FindScanner {
 
   /// The text is at its end: appends what is left to be found. Nothing may be fed afterwards.
   void finish(std::vector<FindMatch>& matches);
+
+  /// How many bytes of text wait for what follows them.
+  std::size_t heldBytes() const { return m_text.size(); }
 
  private:
   void take(std::string_view bytes, std::vector<FindMatch>& matches);

@@ -77,6 +77,12 @@ std::string endingInWord(const std::string& expression) {
   return '(' + expression + ")(?:$|[^0-9A-Za-z_\\x{80}-\\x{10FFFF}])";
 }
 
+// Behind the first byte at `at` or after it that belongs to no word.
+std::size_t afterWord(std::string_view text, std::size_t at) {
+  const auto rest = text.substr(at);
+  return at + static_cast<std::size_t>(std::ranges::find_if_not(rest, isWordByte) - rest.begin()) + 1;
+}
+
 }  // namespace
 
 LineExpression::LineExpression(std::shared_ptr<const re2::RE2> engine, Words words, bool needsOneLine)
@@ -110,8 +116,12 @@ std::optional<FindRange> LineExpression::find(std::string_view text, std::size_t
   while (from < to && m_engine->Match(text, from, to, RE2::UNANCHORED, groups.data(), whole ? 2 : 1)) {
     const re2::StringPiece& match = groups[whole ? 1 : 0];
     const auto begin = static_cast<std::size_t>(match.data() - text.data());
-    const bool withinWord = whole && begin > 0 && isWordByte(text[begin - 1]);
-    if (!match.empty() && !withinWord) return FindRange{begin, begin + match.size()};
+    if (whole && begin > 0 && isWordByte(text[begin - 1])) {
+      // No other place in this word will do: trying them all would take the square of a long word's time.
+      from = afterWord(text, begin);
+      continue;
+    }
+    if (!match.empty()) return FindRange{begin, begin + match.size()};
     from = begin + 1;
   }
   return std::nullopt;

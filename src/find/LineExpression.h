@@ -16,7 +16,8 @@ namespace zolt {
 
 /// A regular expression in RE2's syntax that matches within lines: of UTF-8, ended by LF and by nothing else. RE2 never
 /// tracks back: looking for one match takes time in proportion to the text, whatever the expression, and at most
-/// kExpressionBytes of memory. Immutable: any thread may use it.
+/// kExpressionBytes of memory. Looking for all is another matter where each has to look at the whole line to know that
+/// it goes on no further, as for "a+b|a" in a line of a's. Immutable: any thread may use it.
 class LineExpression {
  public:
   enum class Letters { Exact, Folded };  ///< folded: Unicode's simple case folding
