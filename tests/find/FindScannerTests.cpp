@@ -99,8 +99,8 @@ TEST(FindScanner, FindsWholeWordsBetweenBytesThatBelongToNone) {
 }
 
 TEST(FindScanner, FindsAWholeWordThatBeginsWithinARefusedMatch) {
-  EXPECT_EQ(foundAt("xa a a", "a a", kWord), (Matches{{3, 6}}));
-  EXPECT_EQ(foundAt("xa a a", "a a", kWordExpression), (Matches{{3, 6}}));
+  EXPECT_EQ(foundAt("xa a a and so on", "a a", kWord), (Matches{{3, 6}}));
+  EXPECT_EQ(foundAt("xa a a and so on", "a a", kWordExpression), (Matches{{3, 6}}));
 }
 
 TEST(FindScanner, PrefersTheWayToMatchAnExpressionThatEndsAWord) {

@@ -65,8 +65,13 @@ TEST(LongLine, IsWholeUpToTheBoundAndInPartsBeyondIt) {
     for (const char* lineEnd : {"", "\n", "\r\n", "\nyy\n"}) {
       const std::string whole = std::string(kPart, 'x') + lineEnd;
       EXPECT_EQ(findInPiecesOf(size, whole, "x+", kExpression), (Matches{{0, kPart}})) << size;
+      EXPECT_EQ(findInPiecesOf(size, whole, "x+$", kExpression), (Matches{{0, kPart}})) << size;
       const std::string longer = std::string(kPart + 1, 'x') + lineEnd;
       EXPECT_EQ(findInPiecesOf(size, longer, "x+", kExpression), (Matches{{0, kPart}, {kPart, kPart + 1}})) << size;
+      // Only the last part reaches the line's end.
+      for (const char* query : {"x+$", "x+\\z", "x+\\b"}) {
+        EXPECT_EQ(findInPiecesOf(size, longer, query, kExpression), (Matches{{kPart - kOverlap, kPart + 1}})) << query;
+      }
     }
   }
 }
