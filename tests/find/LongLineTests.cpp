@@ -47,6 +47,13 @@ TEST(LongLine, MissesNothingThatIsShorterThanTheOverlap) {
   }
 }
 
+TEST(LongLine, FindsWholeWhatGoesOnPastTheEndOfAPart) {
+  const std::string text = std::string(kPart - kOverlap, '.') + std::string(kOverlap + 1000, 'x') + "...";
+  for (const std::size_t size : kPieceSizes) {
+    EXPECT_EQ(findInPiecesOf(size, text, "x+", kExpression), (Matches{{kPart - kOverlap, kPart + 1000}})) << size;
+  }
+}
+
 TEST(LongLine, BeginsAndEndsOnceAndNotWhereItsPartsDo) {
   const std::string text = "short\n" + std::string(3 * kPart + 12345, 'x') + "\nx";
   const std::size_t end = text.size() - 2;
