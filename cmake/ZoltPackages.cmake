@@ -26,6 +26,12 @@ zolt_need(hwy_FOUND "Highway" libhwy-dev highway-devel highway highway)
 pkg_check_modules(re2 IMPORTED_TARGET re2)
 zolt_need(re2_FOUND "RE2" libre2-dev re2-devel re2 re2)
 
+pkg_check_modules(sodium IMPORTED_TARGET libsodium)
+zolt_need(sodium_FOUND "libsodium" libsodium-dev libsodium-devel libsodium libsodium)
+
+pkg_check_modules(zstd IMPORTED_TARGET libzstd)
+zolt_need(zstd_FOUND "Zstandard" libzstd-dev libzstd-devel zstd zstd)
+
 if(NOT ZOLT_EMULATION_ONLY)
   find_package(Qt6 6.4 QUIET COMPONENTS Core Gui Widgets Network DBus Test)
   zolt_need(Qt6_FOUND "Qt 6.4 or newer" qt6-base-dev qt6-qtbase-devel qt6-base qt)
@@ -33,8 +39,6 @@ if(NOT ZOLT_EMULATION_ONLY)
   zolt_need(Qt6Svg_FOUND "Qt's SVG module" qt6-svg-dev qt6-qtsvg-devel qt6-svg qt)
   find_package(nlohmann_json 3.9 QUIET)
   zolt_need(nlohmann_json_FOUND "JSON for Modern C++" nlohmann-json3-dev json-devel nlohmann-json nlohmann-json)
-  pkg_check_modules(sodium IMPORTED_TARGET libsodium)
-  zolt_need(sodium_FOUND "libsodium" libsodium-dev libsodium-devel libsodium libsodium)
 endif()
 
 if(ZOLT_TESTS)

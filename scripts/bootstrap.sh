@@ -11,7 +11,7 @@ packages_for() {
   case "$1-$2" in
     apt-build)
       echo g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-svg-dev libutf8proc-dev libhwy-dev \
-        libre2-dev nlohmann-json3-dev libsodium-dev fonts-dejavu-core libgtest-dev ;;
+        libre2-dev nlohmann-json3-dev libsodium-dev libzstd-dev fonts-dejavu-core libgtest-dev ;;
     apt-wayland) echo qt6-wayland ;;
     apt-display) echo xvfb ;;
     apt-test)
@@ -20,21 +20,21 @@ packages_for() {
     apt-pictures) echo imagemagick xdotool dbus ;;
     dnf-build)
       echo gcc-c++ cmake ninja-build ccache pkgconf-pkg-config qt6-qtbase-devel qt6-qtsvg-devel utf8proc-devel \
-        highway-devel re2-devel json-devel libsodium-devel dejavu-sans-mono-fonts gtest-devel ;;
+        highway-devel re2-devel json-devel libsodium-devel libzstd-devel dejavu-sans-mono-fonts gtest-devel ;;
     dnf-wayland) echo qt6-qtwayland ;;
     dnf-display) echo xorg-x11-server-Xvfb ;;
     dnf-test) echo bash zsh fish xdotool xclip xwd procps-ng dbus-daemon at-spi2-core python3-gobject ;;
     dnf-bench) echo procps-ng ;;
     dnf-pictures) echo ImageMagick xdotool dbus-daemon ;;
     pacman-build)
-      echo gcc cmake ninja ccache pkgconf qt6-base qt6-svg libutf8proc highway re2 nlohmann-json libsodium ttf-dejavu \
+      echo gcc cmake ninja ccache pkgconf qt6-base qt6-svg libutf8proc highway re2 nlohmann-json libsodium zstd ttf-dejavu \
         gtest ;;
     pacman-wayland) echo qt6-wayland ;;
     pacman-display) echo xorg-server-xvfb ;;
     pacman-test) echo bash zsh fish xdotool xclip xorg-xwd procps-ng dbus at-spi2-core python-gobject ;;
     pacman-bench) echo procps-ng ;;
     pacman-pictures) echo imagemagick xdotool dbus ;;
-    brew-build) echo cmake ninja ccache pkg-config qt utf8proc highway re2 nlohmann-json libsodium googletest ;;
+    brew-build) echo cmake ninja ccache pkg-config qt utf8proc highway re2 nlohmann-json libsodium zstd googletest ;;
     brew-test) echo bash zsh fish ;;
   esac
 }

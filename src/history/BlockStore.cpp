@@ -1,0 +1,247 @@
+#include "history/BlockStore.h"
+
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <utility>
+#include <variant>
+
+#include "history/BlockCodec.h"
+#include "history/HistoryWorker.h"
+
+namespace zolt {
+
+namespace {
+
+// Blocks that may wait for the worker before their owner has to compress as well.
+constexpr std::size_t kMostWaiting = 64;
+
+}  // namespace
+
+// What the owner's thread and the worker share.
+class BlockStore::State : public SteppedWork, public std::enable_shared_from_this<BlockStore::State> {
+ public:
+  explicit State(HistorySettings settings) : m_settings(std::move(settings)) {}
+
+  void add(std::shared_ptr<const SealedBlock> block);
+  std::optional<Content> read(std::size_t index) const;
+  Usage usage() const;
+  void settle();
+  void close();
+  bool step() override;
+
+ private:
+  using Plain = std::shared_ptr<const SealedBlock>;
+  using Packed = std::shared_ptr<const std::string>;
+  struct Spilled {
+    std::uint64_t offset = 0;
+    std::uint32_t size = 0;
+  };
+  struct GivenUp {};
+  using Place = std::variant<Plain, Packed, Spilled, GivenUp>;
+  using Lock = std::unique_lock<std::mutex>;
+
+  bool mayPack() const { return m_nextToPack + m_settings.hotBlocks < m_places.size(); }
+  bool maySpill() const {
+    return !m_settings.folder.empty() && m_memoryBytes > m_settings.memoryBudget && m_nextToSpill < m_places.size() &&
+           std::holds_alternative<Packed>(m_places[m_nextToSpill]);
+  }
+  void schedule();
+  void pack(Lock& lock);
+  void spill(Lock& lock);
+  std::optional<std::uint64_t> writeSomewhere(std::string_view bytes, Lock& lock);
+  bool writeAt(std::uint64_t offset, std::string_view bytes, Lock& lock);
+  bool giveUpOldestInFile();
+
+  const HistorySettings m_settings;
+  const BlockCipher m_cipher;
+
+  mutable std::mutex m_mutex;
+  std::condition_variable m_settled;
+  std::deque<Place> m_places;
+  std::size_t m_nextToPack = 0;   // blocks before it are compressed, or are being
+  std::size_t m_nextToSpill = 0;  // blocks before it are in the file, or given up
+  std::size_t m_oldestInFile = 0;
+  std::size_t m_memoryBytes = 0;
+  std::shared_ptr<SpillFile> m_file;
+  std::uint64_t m_fileEnd = 0;
+  // A stretch of the file whose blocks were given up. The oldest block in the file follows it, but for the jump from
+  // the file's end to its beginning.
+  std::uint64_t m_freeBegin = 0;
+  std::uint64_t m_freeEnd = 0;
+  bool m_scheduled = false;
+  bool m_closed = false;
+};
+
+void BlockStore::State::add(std::shared_ptr<const SealedBlock> block) {
+  Lock lock(m_mutex);
+  m_memoryBytes += block->memoryBytes();
+  m_places.emplace_back(std::move(block));
+  while (m_places.size() - m_nextToPack > m_settings.hotBlocks + kMostWaiting) {
+    pack(lock);
+  }
+  schedule();
+}
+
+void BlockStore::State::schedule() {
+  if (m_scheduled || !(mayPack() || maySpill())) return;
+  m_scheduled = true;
+  HistoryWorker::shared().submit(shared_from_this());
+}
+
+bool BlockStore::State::step() {
+  Lock lock(m_mutex);
+  if (!m_closed) {
+    if (maySpill()) {
+      spill(lock);
+    } else if (mayPack()) {
+      pack(lock);
+    }
+  }
+  m_scheduled = !m_closed && (mayPack() || maySpill());
+  if (!m_scheduled) m_settled.notify_all();
+  return m_scheduled;
+}
+
+// Compresses the oldest block that is not. Both threads do this, each a block of its own.
+void BlockStore::State::pack(Lock& lock) {
+  const std::size_t index = m_nextToPack++;
+  const Plain plain = std::get<Plain>(m_places[index]);
+  lock.unlock();
+  auto packed = std::make_shared<const std::string>(compressBlock(plain->encoded()));
+  lock.lock();
+  m_memoryBytes -= plain->memoryBytes();
+  m_memoryBytes += packed->size();
+  m_places[index] = std::move(packed);
+  schedule();
+}
+
+// Moves the oldest block in memory to the file. Only the worker does this.
+void BlockStore::State::spill(Lock& lock) {
+  const std::size_t index = m_nextToSpill;
+  const Packed packed = std::get<Packed>(m_places[index]);
+  lock.unlock();
+  const std::string sealed = m_cipher.seal(index, *packed);
+  lock.lock();
+  const std::optional<std::uint64_t> offset = writeSomewhere(sealed, lock);
+  if (offset) {
+    m_places[index] = Spilled{.offset = *offset, .size = static_cast<std::uint32_t>(sealed.size())};
+  } else {
+    m_places[index] = GivenUp{};
+  }
+  m_memoryBytes -= packed->size();
+  ++m_nextToSpill;
+}
+
+// Where the bytes were written: at the end, or in place of the oldest blocks when the file can no longer grow.
+std::optional<std::uint64_t> BlockStore::State::writeSomewhere(std::string_view bytes, Lock& lock) {
+  if (!m_file) {
+    lock.unlock();
+    std::shared_ptr<SpillFile> opened = m_settings.openFile(m_settings.folder);
+    lock.lock();
+    m_file = std::move(opened);
+  }
+  if (!m_file) return std::nullopt;
+  const auto fits = [&] { return m_freeEnd - m_freeBegin >= bytes.size(); };
+  if (!fits()) {
+    if (writeAt(m_fileEnd, bytes, lock)) {
+      m_fileEnd += bytes.size();
+      return m_fileEnd - bytes.size();
+    }
+    while (!fits() && giveUpOldestInFile()) {
+    }
+  }
+  if (!fits() || !writeAt(m_freeBegin, bytes, lock)) return std::nullopt;
+  m_freeBegin += bytes.size();
+  return m_freeBegin - bytes.size();
+}
+
+bool BlockStore::State::writeAt(std::uint64_t offset, std::string_view bytes, Lock& lock) {
+  const std::shared_ptr<SpillFile> file = m_file;
+  lock.unlock();
+  const bool written = file->write(offset, bytes);
+  lock.lock();
+  return written;
+}
+
+bool BlockStore::State::giveUpOldestInFile() {
+  while (m_oldestInFile < m_nextToSpill && !std::holds_alternative<Spilled>(m_places[m_oldestInFile])) {
+    ++m_oldestInFile;
+  }
+  if (m_oldestInFile == m_nextToSpill) return false;
+  const Spilled oldest = std::get<Spilled>(m_places[m_oldestInFile]);
+  m_places[m_oldestInFile++] = GivenUp{};
+  if (oldest.offset != m_freeEnd) m_freeBegin = oldest.offset;
+  m_freeEnd = oldest.offset + oldest.size;
+  return true;
+}
+
+std::optional<BlockStore::Content> BlockStore::State::read(std::size_t index) const {
+  Lock lock(m_mutex);
+  const Place place = m_places[index];
+  const std::shared_ptr<const SpillFile> file = m_file;
+  lock.unlock();
+  if (const Plain* plain = std::get_if<Plain>(&place)) return Content{.block = *plain, .bytes = {}};
+  std::optional<std::string> bytes;
+  if (const Packed* packed = std::get_if<Packed>(&place)) {
+    bytes = decompressBlock(**packed);
+  } else if (const Spilled* spilled = std::get_if<Spilled>(&place)) {
+    std::string sealed;
+    // Given up and written over in this moment, it is not opened: another number was sealed there.
+    if (!file->read(spilled->offset, spilled->size, sealed)) return std::nullopt;
+    const std::optional<std::string> opened = m_cipher.open(index, sealed);
+    if (opened) bytes = decompressBlock(*opened);
+  }
+  if (!bytes) return std::nullopt;
+  return Content{.block = nullptr, .bytes = std::move(*bytes)};
+}
+
+BlockStore::Usage BlockStore::State::usage() const {
+  const Lock lock(m_mutex);
+  Usage usage;
+  usage.memoryBytes = m_memoryBytes;
+  for (const Place& place : m_places) {
+    usage.plainBlocks += std::holds_alternative<Plain>(place) ? 1 : 0;
+    usage.compressedBlocks += std::holds_alternative<Packed>(place) ? 1 : 0;
+    usage.givenUpBlocks += std::holds_alternative<GivenUp>(place) ? 1 : 0;
+    if (const Spilled* spilled = std::get_if<Spilled>(&place)) {
+      ++usage.spilledBlocks;
+      usage.fileBytes += spilled->size;
+    }
+  }
+  return usage;
+}
+
+void BlockStore::State::settle() {
+  Lock lock(m_mutex);
+  m_settled.wait(lock, [this] { return !m_scheduled; });
+}
+
+void BlockStore::State::close() {
+  const Lock lock(m_mutex);
+  m_closed = true;
+}
+
+BlockStore::BlockStore(HistorySettings settings) : m_state(std::make_shared<State>(std::move(settings))) {}
+
+BlockStore::~BlockStore() {
+  if (m_state) m_state->close();
+}
+
+void BlockStore::add(std::shared_ptr<const SealedBlock> block) {
+  m_state->add(std::move(block));
+}
+
+std::optional<BlockStore::Content> BlockStore::read(std::size_t index) const {
+  return m_state->read(index);
+}
+
+BlockStore::Usage BlockStore::usage() const {
+  return m_state->usage();
+}
+
+void BlockStore::settle() {
+  m_state->settle();
+}
+
+}  // namespace zolt

@@ -1,0 +1,258 @@
+#include "history/HistoryBlock.h"
+
+#include <bit>
+
+namespace zolt {
+
+namespace {
+
+enum class Section : std::uint8_t { Text = 1, Styles = 2, Runs = 3, SoftWraps = 4, Marks = 5 };
+
+// The bits of a style's flags.
+enum StyleFlag : std::uint8_t { Bold = 1, Italic = 2, Underlined = 4, Struck = 8, HasBackground = 16 };
+
+void putNumber(std::string& out, std::uint64_t number) {
+  for (; number >= 0x80; number >>= 7) {
+    out.push_back(static_cast<char>(0x80 | (number & 0x7F)));
+  }
+  out.push_back(static_cast<char>(number));
+}
+
+void putDouble(std::string& out, double value) {
+  const auto bits = std::bit_cast<std::uint64_t>(value);
+  for (int shift = 0; shift < 64; shift += 8) {
+    out.push_back(static_cast<char>((bits >> shift) & 0xFF));
+  }
+}
+
+void putColor(std::string& out, const Color& color) {
+  for (const double part : {color.red, color.green, color.blue, color.alpha}) {
+    putDouble(out, part);
+  }
+}
+
+void putSection(std::string& out, Section section, std::string_view content) {
+  if (content.empty()) return;
+  putNumber(out, static_cast<std::uint64_t>(section));
+  putNumber(out, content.size());
+  out += content;
+}
+
+// Small numbers of either sign to small numbers without one.
+std::uint32_t zigzag(std::int32_t number) {
+  return (static_cast<std::uint32_t>(number) << 1) ^ static_cast<std::uint32_t>(number >> 31);
+}
+
+std::int32_t unzigzag(std::uint32_t number) {
+  return static_cast<std::int32_t>((number >> 1) ^ (0U - (number & 1)));
+}
+
+// Reads what was put; after a failure everything is 0 and `failed()`.
+class Reader {
+ public:
+  explicit Reader(std::string_view bytes) : m_rest(bytes) {}
+
+  bool failed() const { return m_failed; }
+  bool atEnd() const { return m_failed || m_rest.empty(); }
+
+  std::uint64_t number() {
+    std::uint64_t number = 0;
+    for (int shift = 0; shift < 63; shift += 7) {
+      if (m_rest.empty()) break;
+      const auto byte = static_cast<std::uint8_t>(m_rest.front());
+      m_rest.remove_prefix(1);
+      number |= static_cast<std::uint64_t>(byte & 0x7F) << shift;
+      if ((byte & 0x80) == 0) return number;
+    }
+    m_failed = true;
+    return 0;
+  }
+
+  std::string_view bytes(std::uint64_t count) {
+    if (count > m_rest.size()) m_failed = true;
+    if (m_failed) return {};
+    const std::string_view taken = m_rest.substr(0, count);
+    m_rest.remove_prefix(count);
+    return taken;
+  }
+
+  double real() {
+    const std::string_view eight = bytes(8);
+    std::uint64_t bits = 0;
+    for (std::size_t i = eight.size(); i-- > 0;) {
+      bits = bits << 8 | static_cast<std::uint8_t>(eight[i]);
+    }
+    return std::bit_cast<double>(bits);
+  }
+
+  Color color() {
+    Color color;
+    for (double* part : {&color.red, &color.green, &color.blue, &color.alpha}) {
+      *part = real();
+    }
+    return color;
+  }
+
+ private:
+  std::string_view m_rest;
+  bool m_failed = false;
+};
+
+TextAttributes readStyle(Reader& reader) {
+  TextAttributes style;
+  const std::uint64_t flags = reader.number();
+  style.font.weight = (flags & Bold) != 0 ? FontWeight::Bold : FontWeight::Regular;
+  style.font.slant = (flags & Italic) != 0 ? FontSlant::Italic : FontSlant::Upright;
+  style.underline = (flags & Underlined) != 0 ? Line::Single : Line::None;
+  style.strikethrough = (flags & Struck) != 0 ? Line::Single : Line::None;
+  style.font.size = reader.real();
+  style.foreground = reader.color();
+  if ((flags & HasBackground) != 0) style.background = reader.color();
+  return style;
+}
+
+void readStyles(Reader reader, HistoryBlock& block, bool& valid) {
+  while (!reader.atEnd()) {
+    block.styles.push_back(readStyle(reader));
+  }
+  valid = valid && !reader.failed();
+}
+
+void readRuns(Reader reader, HistoryBlock& block, bool& valid) {
+  HistoryRun run;
+  while (!reader.atEnd()) {
+    const std::uint64_t step = reader.number();
+    const std::uint64_t style = reader.number();
+    // The lowest bit of the style's number tells whether a link follows.
+    run.link = (style & 1) != 0 ? static_cast<std::uint32_t>(reader.number()) : 0;
+    run.style = static_cast<std::uint16_t>(style >> 1);
+    const bool inOrder = block.runs.empty() ? step == 0 : step > 0;
+    const std::uint64_t begin = run.begin + step;
+    valid = valid && inOrder && begin < block.text.size() && style >> 1 < block.styles.size();
+    if (!valid) return;
+    run.begin = static_cast<std::uint32_t>(begin);
+    block.runs.push_back(run);
+  }
+  valid = valid && !reader.failed();
+}
+
+void readSoftWraps(Reader reader, HistoryBlock& block, bool& valid) {
+  std::uint64_t offset = 0;
+  while (!reader.atEnd() && valid) {
+    offset += reader.number();
+    valid = offset <= block.text.size();
+    block.softWraps.push_back(static_cast<std::uint32_t>(offset));
+  }
+  valid = valid && !reader.failed();
+}
+
+void readMarks(Reader reader, HistoryBlock& block, bool& valid) {
+  std::uint64_t offset = 0;
+  while (!reader.atEnd() && valid) {
+    offset += reader.number();
+    const std::uint64_t kind = reader.number();
+    const std::uint64_t status = reader.number();
+    valid = offset <= block.text.size() && kind <= static_cast<std::uint64_t>(HistoryMarkKind::CommandEnd);
+    block.marks.push_back({.offset = static_cast<std::uint32_t>(offset),
+                           .kind = static_cast<HistoryMarkKind>(kind),
+                           .exitStatus = unzigzag(static_cast<std::uint32_t>(status))});
+  }
+  valid = valid && !reader.failed();
+}
+
+}  // namespace
+
+void HistoryEncoder::addStyles(const std::vector<TextAttributes>& styles) {
+  for (const TextAttributes& style : styles) {
+    const int flags = (style.font.weight == FontWeight::Bold ? Bold : 0) |
+                      (style.font.slant == FontSlant::Italic ? Italic : 0) |
+                      (style.underline == Line::Single ? Underlined : 0) |
+                      (style.strikethrough == Line::Single ? Struck : 0) | (style.background ? HasBackground : 0);
+    putNumber(m_styles, static_cast<std::uint64_t>(flags));
+    putDouble(m_styles, style.font.size);
+    putColor(m_styles, style.foreground);
+    if (style.background) putColor(m_styles, *style.background);
+  }
+}
+
+void HistoryEncoder::addRun(const HistoryRun& run) {
+  putNumber(m_runs, run.begin - m_lastRun.begin);
+  putNumber(m_runs, (static_cast<std::uint64_t>(run.style) << 1) | (run.link != 0 ? 1U : 0U));
+  if (run.link != 0) putNumber(m_runs, run.link);
+  m_lastRun = run;
+}
+
+void HistoryEncoder::addSoftWrap(std::uint32_t offset) {
+  putNumber(m_softWraps, offset - m_lastWrap);
+  m_lastWrap = offset;
+}
+
+void HistoryEncoder::addMark(const HistoryMark& mark) {
+  putNumber(m_marks, mark.offset - m_lastMark);
+  putNumber(m_marks, static_cast<std::uint64_t>(mark.kind));
+  putNumber(m_marks, zigzag(mark.exitStatus));
+  m_lastMark = mark.offset;
+}
+
+std::string HistoryEncoder::finish(std::string_view text) {
+  std::string out;
+  out.reserve(text.size() + m_styles.size() + m_runs.size() + m_softWraps.size() + m_marks.size() + 64);
+  putSection(out, Section::Text, text);
+  putSection(out, Section::Styles, m_styles);
+  putSection(out, Section::Runs, m_runs);
+  putSection(out, Section::SoftWraps, m_softWraps);
+  putSection(out, Section::Marks, m_marks);
+  return out;
+}
+
+std::string encodeHistoryBlock(const HistoryBlock& block) {
+  HistoryEncoder encoder;
+  encoder.addStyles(block.styles);
+  for (const HistoryRun& run : block.runs) {
+    encoder.addRun(run);
+  }
+  for (const std::uint32_t offset : block.softWraps) {
+    encoder.addSoftWrap(offset);
+  }
+  for (const HistoryMark& mark : block.marks) {
+    encoder.addMark(mark);
+  }
+  return encoder.finish(block.text);
+}
+
+std::optional<HistoryBlock> decodeHistoryBlock(std::string_view bytes) {
+  HistoryBlock block;
+  bool valid = true;
+  Reader reader(bytes);
+  std::uint64_t before = 0;
+  while (valid && !reader.atEnd()) {
+    const std::uint64_t tag = reader.number();
+    // Each once and in order: what refers to the text has been held against the text that stays.
+    valid = tag > before;
+    before = tag;
+    const std::string_view content = reader.bytes(reader.number());
+    switch (static_cast<Section>(tag <= UINT8_MAX ? tag : 0)) {
+      case Section::Text:
+        block.text = content;
+        break;
+      case Section::Styles:
+        readStyles(Reader(content), block, valid);
+        break;
+      case Section::Runs:
+        readRuns(Reader(content), block, valid);
+        break;
+      case Section::SoftWraps:
+        readSoftWraps(Reader(content), block, valid);
+        break;
+      case Section::Marks:
+        readMarks(Reader(content), block, valid);
+        break;
+      default:
+        break;
+    }
+  }
+  if (!valid || reader.failed() || (block.runs.empty() && !block.text.empty())) return std::nullopt;
+  return block;
+}
+
+}  // namespace zolt
