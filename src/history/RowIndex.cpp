@@ -5,13 +5,6 @@
 
 namespace zolt {
 
-namespace {
-
-// Up to this many fragments, counting exactly is as cheap as estimating.
-constexpr std::size_t kCheapFragments = 64;
-
-}  // namespace
-
 RowIndex::RowIndex(const TextStorage& storage, std::int64_t columns)
     : m_storage(storage), m_columns(static_cast<LineColumn>(std::max<std::int64_t>(columns, 1))) {
   sync();
@@ -25,6 +18,7 @@ void RowIndex::setColumns(std::int64_t columns) {
   m_estimated.clear();
   m_sealedRows = 0;
   m_refineFrom = 0;
+  m_lostSeen = 0;
   for (BlockLayout& layout : m_layouts) {
     layout.block = SIZE_MAX;
   }
@@ -35,9 +29,10 @@ void RowIndex::setColumns(std::int64_t columns) {
 void RowIndex::sync() {
   const std::size_t sealed = m_storage.blockCount() - 1;
   while (m_sums.size() < sealed) {
-    pushSealed(m_storage.block(m_sums.size()));
+    pushSealed(m_sums.size());
   }
-  m_tailRows = exactRows(m_storage.block(sealed));
+  countLostBlocks();
+  m_tailRows = exactRows(*m_storage.block(sealed));
   m_end = m_storage.size();
 }
 
@@ -61,18 +56,25 @@ RowNumber RowIndex::exactRows(const TextBlock& block) const {
   return rows;
 }
 
-bool RowIndex::isCheap(const TextBlock& block) const {
-  return block.longestLine() <= m_columns || (!block.hasTabs() && block.fragmentCount() <= kCheapFragments);
+// Whether a block's rows can be told without its text.
+bool RowIndex::isExactFrom(const TextBlock::Summary& block) const {
+  return block.longestLine <= m_columns || block.lineStarts <= 1;
 }
 
-RowNumber RowIndex::estimatedRows(const TextBlock& block) const {
-  const auto lines = std::ssize(block.lineStarts());
-  return std::max<RowNumber>(lines, lines / 2 + static_cast<RowNumber>(block.size() / m_columns));
+// Exact where `isExactFrom`, else an estimate.
+RowNumber RowIndex::rowsFrom(const TextBlock::Summary& block) const {
+  RowNumber rows = 0;
+  if (block.continuesALine()) rows += rowsUpTo(block.continuedEndColumn) - rowsUpTo(block.startColumn);
+  const auto lines = static_cast<RowNumber>(block.lineStarts);
+  if (block.longestLine <= m_columns) return rows + lines;
+  if (lines == 1) return rows + rowsUpTo(block.longestLine);
+  return rows + std::max<RowNumber>(lines, lines / 2 + static_cast<RowNumber>(block.size / m_columns));
 }
 
-void RowIndex::pushSealed(const TextBlock& block) {
-  const bool cheap = isCheap(block);
-  const RowNumber rows = cheap ? exactRows(block) : estimatedRows(block);
+void RowIndex::pushSealed(std::size_t block) {
+  const TextBlock::Summary& summary = m_storage.summary(block);
+  const bool exact = isExactFrom(summary);
+  const RowNumber rows = rowsFrom(summary);
   const std::size_t index = m_sums.size();
   m_sealedRows += rows;
   // The node at index covers the blocks up to it from the last larger power of two on.
@@ -82,7 +84,7 @@ void RowIndex::pushSealed(const TextBlock& block) {
     sum += m_sums[node - child - 1];
   }
   m_sums.push_back(sum);
-  m_estimated.push_back(!cheap);
+  m_estimated.push_back(!exact);
 }
 
 RowNumber RowIndex::sealedRowsBefore(std::size_t block) const {
@@ -114,12 +116,23 @@ void RowIndex::addToSealed(std::size_t block, RowNumber difference) {
 }
 
 void RowIndex::makeExact(std::size_t block) {
-  const TextBlock& source = m_storage.block(block);
   m_estimated[block] = false;
-  const RowNumber difference = exactRows(source) - estimatedRows(source);
+  const RowNumber difference = exactRows(*m_storage.block(block)) - sealedRows(block);
   if (difference == 0) return;
   addToSealed(block, difference);
   ++m_generation;
+}
+
+// Blocks whose text is lost are laid out otherwise than they were when they were counted.
+void RowIndex::countLostBlocks() {
+  for (; m_lostSeen < m_storage.lostBlocks().size(); ++m_lostSeen) {
+    const std::size_t block = m_storage.lostBlocks()[m_lostSeen];
+    if (block >= m_sums.size()) continue;
+    makeExact(block);
+    for (BlockLayout& layout : m_layouts) {
+      if (layout.block == block) layout.block = SIZE_MAX;
+    }
+  }
 }
 
 bool RowIndex::refine(std::size_t blocks) {
@@ -134,7 +147,8 @@ bool RowIndex::refine(std::size_t blocks) {
 }
 
 const RowIndex::BlockLayout& RowIndex::layoutOf(std::size_t block) {
-  const TextBlock& source = m_storage.block(block);
+  const std::shared_ptr<const TextBlock> held = m_storage.block(block);
+  const TextBlock& source = *held;
   for (const BlockLayout& layout : m_layouts) {
     if (layout.block == block && layout.size == source.size()) return layout;
   }
@@ -165,7 +179,8 @@ RowIndex::Row RowIndex::locate(RowNumber row) {
     before = m_sealedRows;
     row = std::min(row, rowCount() - 1);
   }
-  const TextBlock& block = m_storage.block(index);
+  const std::shared_ptr<const TextBlock> held = m_storage.block(index);
+  const TextBlock& block = *held;
   const BlockLayout& layout = layoutOf(index);
   const auto rowInBlock = static_cast<std::uint32_t>(row - before);
   if (rowInBlock >= layout.rowsBefore.back()) {
@@ -187,8 +202,9 @@ RowIndex::Row RowIndex::locate(RowNumber row) {
   // The row may go on in the blocks that follow, as far as they continue the line.
   bool goesOn = fragmentIndex + 1 == block.fragmentCount() && fragment.contentEnd == fragment.end;
   for (std::size_t next = index + 1; goesOn && next < m_storage.blockCount(); ++next) {
-    const TextBlock& follower = m_storage.block(next);
-    if (!follower.continuesALine()) break;
+    if (!m_storage.summary(next).continuesALine()) break;
+    const std::shared_ptr<const TextBlock> heldNext = m_storage.block(next);
+    const TextBlock& follower = *heldNext;
     const TextBlock::Fragment continued = follower.fragment(0);
     if (continued.startColumn >= limit) break;
     result.end = follower.start() + follower.placeAt(continued, limit).offset;
@@ -200,7 +216,8 @@ RowIndex::Row RowIndex::locate(RowNumber row) {
 RowNumber RowIndex::rowAt(TextPosition position) {
   if (position >= m_end) return numberOfRow(m_sums.size(), m_tailRows - 1);
   const std::size_t index = m_storage.blockAt(position);
-  const TextBlock& block = m_storage.block(index);
+  const std::shared_ptr<const TextBlock> held = m_storage.block(index);
+  const TextBlock& block = *held;
   if (index < m_sums.size() && m_estimated[index]) makeExact(index);
   const auto offset = static_cast<std::size_t>(position - block.start());
   const std::size_t fragmentIndex = block.fragmentAt(offset);

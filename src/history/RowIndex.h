@@ -16,9 +16,10 @@ using RowNumber = std::int64_t;
 /// A line fills one row for each `columns()` columns it has, and at least one; rows break at the character. As columns
 /// do not depend on the width, a row is found without laying out what stands before it, in a line of any length.
 ///
-/// Counting the rows of a block whose lines wrap costs time, so blocks that nobody has looked at may be counted
-/// by an estimate. `locate` counts exactly what it passes through; `refine` does the rest bit by bit. Each correction
-/// changes `generation()`, and row numbers from before it may be off. Not synchronised: one thread at a time.
+/// Counting the rows of a block whose lines wrap costs time, and its text may have to be fetched, so blocks that nobody
+/// has looked at may be counted by an estimate. `locate` counts exactly what it passes through; `refine` does the rest
+/// bit by bit. Each correction changes `generation()`, and row numbers from before it may be off. Not synchronised: one
+/// thread at a time.
 class RowIndex {
  public:
   struct Row {
@@ -62,14 +63,16 @@ class RowIndex {
   RowNumber rowsUpTo(LineColumn column) const;
   RowNumber fragmentRows(const TextBlock& block, const TextBlock::Fragment& fragment) const;
   RowNumber exactRows(const TextBlock& block) const;
-  bool isCheap(const TextBlock& block) const;
-  RowNumber estimatedRows(const TextBlock& block) const;
-  void pushSealed(const TextBlock& block);
+  bool isExactFrom(const TextBlock::Summary& block) const;
+  RowNumber rowsFrom(const TextBlock::Summary& block) const;
+  void pushSealed(std::size_t block);
   void makeExact(std::size_t block);
+  void countLostBlocks();
   const BlockLayout& layoutOf(std::size_t block);
 
   RowNumber numberOfRow(std::size_t block, RowNumber rowInBlock);
   RowNumber sealedRowsBefore(std::size_t block) const;
+  RowNumber sealedRows(std::size_t block) const { return sealedRowsBefore(block + 1) - sealedRowsBefore(block); }
   std::size_t sealedBlockAt(RowNumber row, RowNumber& rowsBefore) const;
   void addToSealed(std::size_t block, RowNumber difference);
 
@@ -81,6 +84,7 @@ class RowIndex {
   RowNumber m_tailRows = 1;
   TextPosition m_end = 0;  // of the storage at the last sync
   std::uint64_t m_generation = 0;
+  std::size_t m_lostSeen = 0;            // of the storage's lost blocks
   std::size_t m_refineFrom = 0;          // blocks before this are exact
   std::array<BlockLayout, 8> m_layouts;  // the latest looked at, replaced in turn
   std::size_t m_nextLayout = 0;

@@ -2,16 +2,17 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
+
+#include "history/HistoryBlock.h"
+#include "text/TextScan.h"
 
 namespace zolt {
 
 TextBlock::TextBlock(TextPosition start, std::uint64_t firstLine, LineColumn startColumn)
-    : m_start(start),
-      m_firstLine(firstLine),
-      m_startColumn(startColumn),
-      m_continuedEndColumn(startColumn),
+    : m_summary{.start = start, .firstLine = firstLine, .startColumn = startColumn, .continuedEndColumn = startColumn},
       m_bytes(new char[capacity + 1]) {  // one more than fits: the LF of a CR LF that would be torn apart
-  if (startColumn == 0) m_lineStarts.push_back(0);
+  if (startColumn == 0) addLineStart(0);
 }
 
 TextBlock::Fragment TextBlock::fragment(std::size_t index) const {
@@ -22,9 +23,9 @@ TextBlock::Fragment TextBlock::fragment(std::size_t index) const {
   };
   Fragment fragment;
   fragment.begin = startOf(index);
-  fragment.startColumn = continued && index == 0 ? m_startColumn : 0;
+  fragment.startColumn = continued && index == 0 ? m_summary.startColumn : 0;
   const bool last = index + 1 == fragmentCount();
-  fragment.end = last ? m_size : startOf(index + 1);
+  fragment.end = last ? m_summary.size : startOf(index + 1);
   fragment.contentEnd = fragment.end;
   if (!last) {
     --fragment.contentEnd;
@@ -50,7 +51,7 @@ std::size_t TextBlock::fragmentAt(std::size_t offset) const {
 
 LineColumn TextBlock::columnAt(const Fragment& fragment, std::size_t offset) const {
   offset = std::min(offset, fragment.contentEnd);
-  if (!m_hasTabs) return fragment.startColumn + (offset - fragment.begin);
+  if (!m_summary.hasTabs) return fragment.startColumn + (offset - fragment.begin);
   LineColumn column = fragment.startColumn;
   for (std::size_t i = fragment.begin; i < offset; ++i) {
     column = m_bytes[i] == '\t' ? afterTab(column) : column + 1;
@@ -61,7 +62,7 @@ LineColumn TextBlock::columnAt(const Fragment& fragment, std::size_t offset) con
 TextBlock::Place TextBlock::placeAt(const Fragment& fragment, LineColumn column) const {
   Place place{.offset = fragment.begin, .column = fragment.startColumn};
   if (column <= place.column) return place;
-  if (!m_hasTabs) {
+  if (!m_summary.hasTabs) {
     const auto skipped = std::min<std::uint64_t>(fragment.contentEnd - fragment.begin, column - fragment.startColumn);
     return {.offset = fragment.begin + skipped, .column = fragment.startColumn + skipped};
   }
@@ -78,9 +79,111 @@ std::size_t TextBlock::styleRunAt(std::size_t offset) const {
   return static_cast<std::size_t>(after - m_runs.begin()) - 1;
 }
 
-void TextBlock::appendBytes(std::string_view bytes) {
-  std::memcpy(m_bytes.get() + m_size, bytes.data(), bytes.size());
-  m_size += bytes.size();
+void TextBlock::append(std::string_view piece, TextLayout& layout) {
+  layOut(piece, layout);
+  std::memcpy(m_bytes.get() + size(), piece.data(), piece.size());
+  m_summary.size += static_cast<std::uint32_t>(piece.size());
+}
+
+// Takes note of line ends and tabs in `piece`, which is about to be appended.
+void TextBlock::layOut(std::string_view piece, TextLayout& layout) {
+  std::size_t position = 0;
+  while (position < piece.size()) {
+    const std::size_t content = controlFreePrefix(piece.substr(position));
+    if (content != 0) {
+      layout.column += content;
+      position += content;
+      layout.endsInReturn = false;
+      if (position == piece.size()) break;
+    }
+    const char control = piece[position++];
+    if (control == '\t') {
+      m_summary.hasTabs = true;
+      layout.column = afterTab(layout.column);
+      layout.endsInReturn = false;
+      continue;
+    }
+    const std::size_t next = size() + position;
+    if (control == '\n' && layout.endsInReturn) {
+      m_lineStarts.back() = static_cast<std::uint16_t>(next);  // the line after the CR starts after the LF
+      layout.endsInReturn = false;
+      continue;
+    }
+    noteLineLength(layout.column);
+    addLineStart(next);
+    ++layout.lineEnds;
+    layout.column = 0;
+    layout.endsInReturn = control == '\r';
+  }
+  noteLineLength(layout.column);
+}
+
+void TextBlock::addLineStart(std::size_t offset) {
+  m_lineStarts.push_back(static_cast<std::uint16_t>(offset));
+  ++m_summary.lineStarts;
+}
+
+void TextBlock::seal() {
+  // A line that would start at the very end starts in the next block instead, so that every row begins in one block.
+  if (!m_lineStarts.empty() && m_lineStarts.back() == size() && size() != 0) {
+    m_lineStarts.pop_back();
+    --m_summary.lineStarts;
+  }
+  m_lineStarts.shrink_to_fit();
+  m_runs.shrink_to_fit();
+  m_styles.shrink_to_fit();
+}
+
+std::string TextBlock::encoded() const {
+  HistoryEncoder encoder;
+  encoder.addStyles(m_styles);
+  for (const StyleRun& run : m_runs) {
+    encoder.addRun({.begin = run.begin, .style = run.style});
+  }
+  return encoder.finish(text());
+}
+
+std::shared_ptr<const TextBlock> TextBlock::decoded(const Summary& summary, std::string_view bytes) {
+  std::optional<HistoryBlock> content = decodeHistoryBlock(bytes);
+  if (!content || content->text.size() != summary.size || summary.size > capacity + 1) return nullptr;
+  auto block = std::make_shared<TextBlock>(summary.start, summary.firstLine, summary.startColumn);
+  TextLayout layout{.column = summary.startColumn};
+  block->append(content->text, layout);
+  block->m_styles = std::move(content->styles);
+  block->m_runs.reserve(content->runs.size());
+  for (const HistoryRun& run : content->runs) {
+    block->m_runs.push_back({.begin = static_cast<std::uint16_t>(run.begin), .style = run.style});
+  }
+  block->seal();
+  return block->m_summary == summary ? block : nullptr;
+}
+
+std::shared_ptr<const TextBlock> TextBlock::lost(const Summary& summary, std::uint64_t lineEnds, LineColumn endColumn,
+                                                 std::string_view notice) {
+  const auto ends = static_cast<std::size_t>(lineEnds);
+  // The line that goes on in the next block has its columns here as well, as far as there are bytes for them.
+  const auto tail = static_cast<std::size_t>(std::min<LineColumn>(endColumn, summary.size - ends));
+  std::size_t blanks = summary.size - ends - (ends == 0 ? 0 : tail);
+  std::string text(notice.substr(0, blanks));
+  blanks -= text.size();
+  // The other lines share the blanks, so that the block has about the rows that it had.
+  for (std::size_t left = ends; left > 0; --left) {
+    text.append(blanks / left, ' ').push_back('\n');
+    blanks -= blanks / left;
+  }
+  text.resize(summary.size, ' ');
+  auto block = std::make_shared<TextBlock>(summary.start, summary.firstLine, summary.startColumn);
+  TextLayout layout{.column = summary.startColumn};
+  block->append(text, layout);
+  block->m_styles.emplace_back();
+  block->m_runs.push_back({.begin = 0, .style = 0});
+  block->seal();
+  return block;
+}
+
+std::size_t TextBlock::memoryBytes() const {
+  return sizeof(TextBlock) + capacity + 1 + m_lineStarts.capacity() * sizeof(std::uint16_t) +
+         m_runs.capacity() * sizeof(StyleRun) + m_styles.capacity() * sizeof(TextAttributes);
 }
 
 std::uint16_t TextBlock::styleIndex(const TextAttributes& attributes) {
@@ -101,9 +204,9 @@ void TextBlock::appendRun(std::size_t begin, std::uint16_t style) {
 
 void TextBlock::noteLineLength(LineColumn columns) {
   if (m_lineStarts.empty()) {
-    m_continuedEndColumn = columns;
+    m_summary.continuedEndColumn = columns;
   } else {
-    m_longestLine = std::max(m_longestLine, columns);
+    m_summary.longestLine = std::max(m_summary.longestLine, columns);
   }
 }
 

@@ -3,9 +3,11 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
+#include "history/BlockStore.h"
 #include "text/TextAttributes.h"
 
 namespace zolt {
@@ -22,14 +24,37 @@ constexpr LineColumn afterTab(LineColumn column) {
   return (column / kTabStop + 1) * kTabStop;
 }
 
+/// Where laying out a text has come to.
+struct TextLayout {
+  LineColumn column = 0;       ///< of the next byte
+  std::uint64_t lineEnds = 0;  ///< so far
+  bool endsInReturn = false;   ///< the last byte is a CR: a LF now is part of the same line end
+};
+
 /// A piece of a text storage of bounded size, with what is needed to lay it out and paint it without its neighbours.
 ///
 /// Lines may start before a block and go on after it. The part of one line that lies in one block is a fragment.
-/// Filled from the front by TextStorage; everything else only reads it.
-class TextBlock {
+/// Filled from the front by TextStorage; everything else only reads it, and once it is sealed any thread may.
+class TextBlock : public SealedBlock {
  public:
   /// The most bytes in a block. Offsets fit 16 bits with room to spare.
   static constexpr std::size_t capacity = 65280;
+
+  /// What is known of a block without its text.
+  struct Summary {
+    TextPosition start = 0;
+    std::uint64_t firstLine = 0;        ///< the number of the line that the first byte belongs to
+    LineColumn startColumn = 0;         ///< of the first byte in its line
+    LineColumn continuedEndColumn = 0;  ///< the column after the first fragment's content, when it goes on with a line
+    LineColumn longestLine = 0;         ///< the columns of the longest line that starts here, as far as it lies here
+    std::uint32_t size = 0;             ///< bytes
+    std::uint32_t lineStarts = 0;       ///< lines that start here
+    bool hasTabs = false;
+
+    TextPosition end() const { return start + size; }
+    bool continuesALine() const { return startColumn != 0; }
+    friend bool operator==(const Summary&, const Summary&) = default;
+  };
 
   struct Fragment {
     std::size_t begin = 0;       ///< offset of its first byte
@@ -46,25 +71,26 @@ class TextBlock {
   /// An empty block at `start`, which is column `startColumn` of line number `firstLine`.
   TextBlock(TextPosition start, std::uint64_t firstLine, LineColumn startColumn);
 
-  TextPosition start() const { return m_start; }
-  TextPosition end() const { return m_start + m_size; }
-  std::size_t size() const { return m_size; }
-  std::string_view text() const { return {m_bytes.get(), m_size}; }
+  const Summary& summary() const { return m_summary; }
+  TextPosition start() const { return m_summary.start; }
+  TextPosition end() const { return m_summary.end(); }
+  std::size_t size() const { return m_summary.size; }
+  std::string_view text() const { return {m_bytes.get(), size()}; }
 
   /// The number of the line that the first byte belongs to.
-  std::uint64_t firstLine() const { return m_firstLine; }
+  std::uint64_t firstLine() const { return m_summary.firstLine; }
   /// Offsets where lines start, in order. The last may equal `size()`: a line that has nothing in it yet.
   const std::vector<std::uint16_t>& lineStarts() const { return m_lineStarts; }
 
   /// Whether the first fragment goes on with a line that started in an earlier block.
-  bool continuesALine() const { return m_startColumn != 0; }
+  bool continuesALine() const { return m_summary.continuesALine(); }
   std::size_t fragmentCount() const { return m_lineStarts.size() + (continuesALine() ? 1 : 0); }
   Fragment fragment(std::size_t index) const;
   /// The index of the fragment that holds `offset`; an offset at the end belongs to the last.
   std::size_t fragmentAt(std::size_t offset) const;
 
   /// Whether columns have to be found by walking, because a tab takes more than one.
-  bool hasTabs() const { return m_hasTabs; }
+  bool hasTabs() const { return m_summary.hasTabs; }
   /// The column that follows the fragment's content.
   LineColumn endColumn(const Fragment& fragment) const { return columnAt(fragment, fragment.contentEnd); }
   /// The column of `offset`, which lies in the fragment; a line end has the column after the content.
@@ -77,31 +103,37 @@ class TextBlock {
   Place placeAt(const Fragment& fragment, LineColumn column) const;
 
   /// The column after the first fragment's content, when it goes on with a line.
-  LineColumn continuedEndColumn() const { return m_continuedEndColumn; }
+  LineColumn continuedEndColumn() const { return m_summary.continuedEndColumn; }
   /// The columns of the longest line that starts in this block, as far as it lies in it.
-  LineColumn longestLine() const { return m_longestLine; }
+  LineColumn longestLine() const { return m_summary.longestLine; }
 
   const std::vector<StyleRun>& styleRuns() const { return m_runs; }
   const std::vector<TextAttributes>& styles() const { return m_styles; }
   /// The index of the style run that holds `offset` < size().
   std::size_t styleRunAt(std::size_t offset) const;
 
+  std::string encoded() const override;
+  /// The sealed block with this summary from what `encoded()` gave; null where the two do not belong together.
+  static std::shared_ptr<const TextBlock> decoded(const Summary& summary, std::string_view bytes);
+  /// What stands in for a sealed block whose text is lost: `notice`, and as many bytes and line ends as there were.
+  /// `endColumn` is the column where the next block begins.
+  static std::shared_ptr<const TextBlock> lost(const Summary& summary, std::uint64_t lineEnds, LineColumn endColumn,
+                                               std::string_view notice);
+  std::size_t memoryBytes() const override;
+
  private:
   friend class TextStorage;
 
-  std::size_t room() const { return m_size < capacity ? capacity - m_size : 0; }
-  void appendBytes(std::string_view bytes);
+  std::size_t room() const { return size() < capacity ? capacity - size() : 0; }
+  void append(std::string_view piece, TextLayout& layout);
+  void layOut(std::string_view piece, TextLayout& layout);
+  void addLineStart(std::size_t offset);
+  void seal();
   std::uint16_t styleIndex(const TextAttributes& attributes);
   void appendRun(std::size_t begin, std::uint16_t style);
   void noteLineLength(LineColumn columns);
 
-  TextPosition m_start;
-  std::uint64_t m_firstLine;
-  LineColumn m_startColumn;
-  LineColumn m_continuedEndColumn;
-  LineColumn m_longestLine = 0;
-  bool m_hasTabs = false;
-  std::size_t m_size = 0;
+  Summary m_summary;
   std::unique_ptr<char[]> m_bytes;
   std::vector<std::uint16_t> m_lineStarts;
   std::vector<StyleRun> m_runs;

@@ -1,9 +1,7 @@
 #include "history/TextStorage.h"
 
 #include <algorithm>
-#include <cstring>
-
-#include "text/TextScan.h"
+#include <utility>
 
 namespace zolt {
 
@@ -14,8 +12,9 @@ class TextStorage::RunCursor {
 
   // Gives `block` the runs of the next `bytes` bytes, which are about to be appended to it.
   void copyTo(TextBlock& block, std::size_t bytes) {
-    if (&block != m_block) {
-      m_block = &block;
+    // By its place: a new block may lie where one was that has gone to the store.
+    if (block.start() != m_blockStart) {
+      m_blockStart = block.start();
       std::ranges::fill(m_names, kUnnamed);
     }
     std::size_t offset = block.size();
@@ -39,102 +38,93 @@ class TextStorage::RunCursor {
   static constexpr std::int32_t kUnnamed = -1;
 
   const AttributedString& m_string;
-  std::vector<std::int32_t> m_names;  // what the string's styles are called in m_block
-  const TextBlock* m_block = nullptr;
+  std::vector<std::int32_t> m_names;  // what the string's styles are called in the block
+  TextPosition m_blockStart = UINT64_MAX;
   std::size_t m_run = 0;
   std::size_t m_takenOfRun = 0;
 };
 
-TextStorage::TextStorage() {
-  m_blocks.push_back(std::make_unique<TextBlock>(0, 0, 0));
-}
+TextStorage::TextStorage(HistorySettings settings)
+    : m_store(std::move(settings)), m_open(std::make_shared<TextBlock>(0, 0, 0)) {}
 
 void TextStorage::append(const AttributedString& string) {
   RunCursor runs(string);
   for (std::string_view rest = string.text(); !rest.empty();) {
     // The LF of a CR LF stays with its CR, in a full block as well.
-    const bool completesALineEnd = m_endsInReturn && rest.front() == '\n';
-    if (m_blocks.back()->room() == 0 && !completesALineEnd) startBlock();
-    TextBlock& block = *m_blocks.back();
-    const std::string_view piece = rest.substr(0, std::max<std::size_t>(block.room(), 1));
-    layOut(block, piece);
-    runs.copyTo(block, piece.size());
-    block.appendBytes(piece);
+    const bool completesALineEnd = m_layout.endsInReturn && rest.front() == '\n';
+    if (m_open->room() == 0 && !completesALineEnd) startBlock();
+    const std::string_view piece = rest.substr(0, std::max<std::size_t>(m_open->room(), 1));
+    runs.copyTo(*m_open, piece.size());
+    m_open->append(piece, m_layout);
     rest.remove_prefix(piece.size());
   }
 }
 
 void TextStorage::startBlock() {
-  TextBlock& full = *m_blocks.back();
-  std::uint64_t line = m_lineCount - 1;
-  // A line that would start at the very end starts in the next block instead, so that every row begins in one block.
-  if (!full.m_lineStarts.empty() && full.m_lineStarts.back() == full.size() && full.size() != 0) {
-    full.m_lineStarts.pop_back();
-  }
-  full.m_lineStarts.shrink_to_fit();
-  full.m_runs.shrink_to_fit();
-  full.m_styles.shrink_to_fit();
-  m_blocks.push_back(std::make_unique<TextBlock>(full.end(), line, m_column));
+  m_open->seal();
+  m_sealed.push_back(m_open->summary());
+  const TextPosition start = m_open->end();
+  m_store.add(std::move(m_open));
+  m_open = std::make_shared<TextBlock>(start, m_layout.lineEnds, m_layout.column);
 }
 
-// Takes note of line ends and tabs in `piece`, which is about to be appended to `block`.
-void TextStorage::layOut(TextBlock& block, std::string_view piece) {
-  std::size_t position = 0;
-  while (position < piece.size()) {
-    const std::size_t content = controlFreePrefix(piece.substr(position));
-    if (content != 0) {
-      m_column += content;
-      position += content;
-      m_endsInReturn = false;
-      if (position == piece.size()) break;
-    }
-    const char control = piece[position++];
-    if (control == '\t') {
-      block.m_hasTabs = true;
-      m_column = afterTab(m_column);
-      m_endsInReturn = false;
-      continue;
-    }
-    const auto next = static_cast<std::uint16_t>(block.size() + position);
-    if (control == '\n' && m_endsInReturn) {
-      block.m_lineStarts.back() = next;  // the line after the CR starts after the LF
-      m_endsInReturn = false;
-      continue;
-    }
-    block.noteLineLength(m_column);
-    block.m_lineStarts.push_back(next);
-    ++m_lineCount;
-    m_column = 0;
-    m_endsInReturn = control == '\r';
+std::shared_ptr<const TextBlock> TextStorage::block(std::size_t index) const {
+  if (index == m_sealed.size()) return m_open;
+  for (const CachedBlock& cached : m_cache) {
+    if (cached.index == index && cached.block) return cached.block;
   }
-  block.noteLineLength(m_column);
+  std::shared_ptr<const TextBlock> found = load(index);
+  m_cache[m_nextCached] = {.index = index, .block = found};
+  m_nextCached = (m_nextCached + 1) % m_cache.size();
+  return found;
+}
+
+std::shared_ptr<const TextBlock> TextStorage::load(std::size_t index) const {
+  if (const std::optional<BlockStore::Content> content = m_store.read(index)) {
+    if (content->block) return std::static_pointer_cast<const TextBlock>(content->block);
+    if (auto block = TextBlock::decoded(m_sealed[index], content->bytes)) return block;
+  }
+  const TextBlock::Summary& next = summary(index + 1);
+  auto standIn = TextBlock::lost(m_sealed[index], next.firstLine - m_sealed[index].firstLine, next.startColumn,
+                                 kHistoryLostNotice);
+  if (std::ranges::find(m_lost, index) == m_lost.end()) m_lost.push_back(index);
+  return standIn;
+}
+
+const TextBlock::Summary& TextStorage::summary(std::size_t index) const {
+  return index == m_sealed.size() ? m_open->summary() : m_sealed[index];
+}
+
+// The last block for which `isBefore(block's summary)` holds, where it holds for the first ones, the very first too.
+template <class IsBefore>
+std::size_t TextStorage::lastBlock(IsBefore isBefore) const {
+  if (isBefore(m_open->summary())) return m_sealed.size();
+  const auto after = std::ranges::partition_point(m_sealed, isBefore);
+  return static_cast<std::size_t>(after - m_sealed.begin()) - 1;
 }
 
 std::size_t TextStorage::blockAt(TextPosition position) const {
-  const auto after = std::upper_bound(m_blocks.begin(), m_blocks.end(), position,
-                                      [](TextPosition wanted, const auto& block) { return wanted < block->start(); });
-  return static_cast<std::size_t>(after - m_blocks.begin()) - 1;
+  return lastBlock([&](const TextBlock::Summary& block) { return block.start <= position; });
 }
 
 TextPosition TextStorage::lineStart(std::uint64_t line) const {
   // The last block that starts at or before the line holds its start, unless the line starts exactly with a later
   // block.
-  const auto after =
-      std::upper_bound(m_blocks.begin(), m_blocks.end(), line, [](std::uint64_t wanted, const auto& block) {
-        return wanted < block->firstLine() || (wanted == block->firstLine() && block->continuesALine());
-      });
-  const TextBlock& block = **(after - 1);
-  const std::uint64_t index = line - block.firstLine() - (block.continuesALine() ? 1 : 0);
-  return block.start() + block.lineStarts()[index];
+  const std::size_t index = lastBlock([&](const TextBlock::Summary& block) {
+    return block.firstLine < line || (block.firstLine == line && !block.continuesALine());
+  });
+  const TextBlock::Summary& about = summary(index);
+  const std::uint64_t start = line - about.firstLine - (about.continuesALine() ? 1 : 0);
+  return about.start + block(index)->lineStarts()[start];
 }
 
 std::uint64_t TextStorage::lineAt(TextPosition position) const {
-  const TextBlock& holder = block(blockAt(position));
-  return holder.firstLine() + holder.fragmentAt(static_cast<std::size_t>(position - holder.start()));
+  const auto holder = block(blockAt(position));
+  return holder->firstLine() + holder->fragmentAt(static_cast<std::size_t>(position - holder->start()));
 }
 
 TextPosition TextStorage::lineEnd(std::uint64_t line) const {
-  if (line + 1 == m_lineCount) return size();
+  if (line + 1 == lineCount()) return size();
   TextPosition end = lineStart(line + 1) - 1;
   const TextPosition start = lineStart(line);
   if (end > start && at(end) == '\n' && at(end - 1) == '\r') --end;
@@ -145,45 +135,41 @@ std::string TextStorage::text(TextPosition begin, TextPosition end) const {
   std::string result;
   if (begin >= end) return result;
   result.reserve(static_cast<std::size_t>(end - begin));
-  for (std::size_t i = blockAt(begin); i < m_blocks.size() && m_blocks[i]->start() < end; ++i) {
-    const TextBlock& source = *m_blocks[i];
-    const TextPosition from = std::max(begin, source.start());
-    const TextPosition to = std::min(end, source.end());
+  for (std::size_t i = blockAt(begin); i < blockCount() && summary(i).start < end; ++i) {
+    const auto source = block(i);
+    const TextPosition from = std::max(begin, source->start());
+    const TextPosition to = std::min(end, source->end());
     result +=
-        source.text().substr(static_cast<std::size_t>(from - source.start()), static_cast<std::size_t>(to - from));
+        source->text().substr(static_cast<std::size_t>(from - source->start()), static_cast<std::size_t>(to - from));
   }
   return result;
 }
 
 char TextStorage::at(TextPosition position) const {
-  const TextBlock& holder = block(blockAt(position));
-  return holder.text()[static_cast<std::size_t>(position - holder.start())];
+  const auto holder = block(blockAt(position));
+  return holder->text()[static_cast<std::size_t>(position - holder->start())];
 }
 
 void TextStorage::forEachRun(TextPosition begin, TextPosition end, const RunVisitor& visit) const {
   if (begin >= end) return;
-  for (std::size_t i = blockAt(begin); i < m_blocks.size() && m_blocks[i]->start() < end; ++i) {
-    const TextBlock& source = *m_blocks[i];
-    auto offset = static_cast<std::size_t>(std::max(begin, source.start()) - source.start());
-    const auto limit = static_cast<std::size_t>(std::min(end, source.end()) - source.start());
+  for (std::size_t i = blockAt(begin); i < blockCount() && summary(i).start < end; ++i) {
+    const auto source = block(i);
+    auto offset = static_cast<std::size_t>(std::max(begin, source->start()) - source->start());
+    const auto limit = static_cast<std::size_t>(std::min(end, source->end()) - source->start());
     if (offset >= limit) continue;
-    const auto& runs = source.styleRuns();
-    for (std::size_t run = source.styleRunAt(offset); offset < limit; ++run) {
+    const auto& runs = source->styleRuns();
+    for (std::size_t run = source->styleRunAt(offset); offset < limit; ++run) {
       const std::size_t runEnd = run + 1 < runs.size() ? std::min<std::size_t>(runs[run + 1].begin, limit) : limit;
-      visit(source.start() + offset, source.text().substr(offset, runEnd - offset), source.styles()[runs[run].style]);
+      visit(source->start() + offset, source->text().substr(offset, runEnd - offset),
+            source->styles()[runs[run].style]);
       offset = runEnd;
     }
   }
 }
 
 std::size_t TextStorage::memoryBytes() const {
-  std::size_t bytes = sizeof(*this) + m_blocks.capacity() * sizeof(m_blocks[0]);
-  for (const auto& block : m_blocks) {
-    bytes += sizeof(TextBlock) + TextBlock::capacity + 1 + block->m_lineStarts.capacity() * sizeof(std::uint16_t) +
-             block->m_runs.capacity() * sizeof(TextBlock::StyleRun) +
-             block->m_styles.capacity() * sizeof(TextAttributes);
-  }
-  return bytes;
+  return sizeof(*this) + m_sealed.capacity() * sizeof(m_sealed[0]) + m_store.usage().memoryBytes +
+         m_open->memoryBytes();
 }
 
 }  // namespace zolt

@@ -1,5 +1,7 @@
 #include "view/TerminalNSTextView.h"
 
+#include <QFile>
+#include <QStandardPaths>
 #include <QTextBoundaryFinder>
 #include <algorithm>
 #include <array>
@@ -38,9 +40,17 @@ std::string firstCharacter(const QString& text) {
   return text.left(characters.toNextBoundary()).toStdString();
 }
 
+// What memory has no room for goes to the user's cache folder, in a file without a name.
+HistorySettings historySettings() {
+  const QString caches = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+  return {.folder =
+              caches.isEmpty() ? std::string() : QFile::encodeName(caches + QStringLiteral("/zolt")).toStdString()};
+}
+
 }  // namespace
 
-TerminalNSTextView::TerminalNSTextView(QWidget* parent) : TerminalNSTextView(std::make_unique<TextStorage>(), parent) {}
+TerminalNSTextView::TerminalNSTextView(QWidget* parent)
+    : TerminalNSTextView(std::make_unique<TextStorage>(historySettings()), parent) {}
 
 TerminalNSTextView::TerminalNSTextView(std::unique_ptr<TextStorage> storage, QWidget* parent)
     : TextCanvas(std::make_unique<LogRowSource>(*storage), parent), m_storage(std::move(storage)) {

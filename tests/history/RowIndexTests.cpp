@@ -38,7 +38,7 @@ void expectSameRows(const Log& log, RowIndex& index, RandomText& random) {
     ASSERT_NO_FATAL_FAILURE(expectPosition(random.below(log.storage.size() + 1)));
   }
   for (std::size_t block = 0; block < log.storage.blockCount(); ++block) {
-    const TextPosition edge = log.storage.block(block).end();
+    const TextPosition edge = log.storage.block(block)->end();
     for (TextPosition at = edge < 10 ? 0 : edge - 10; at <= std::min(edge + 10, log.storage.size()); ++at) {
       ASSERT_NO_FATAL_FAILURE(expectPosition(at));
       ASSERT_NO_FATAL_FAILURE(expectRow(rows.rowAt(at)));

@@ -26,15 +26,16 @@ std::string fragmentsOf(const TextBlock& block) {
 TEST(TextBlock, IsCutIntoFragmentsAtLineEnds) {
   Log log;
   log.append("ab\nc\r\n\rd");
-  EXPECT_EQ(fragmentsOf(log.storage.block(0)), "0-2-3@0 3-4-6@0 6-6-7@0 7-8-8@0");
-  EXPECT_FALSE(log.storage.block(0).continuesALine());
+  EXPECT_EQ(fragmentsOf(*log.storage.block(0)), "0-2-3@0 3-4-6@0 6-6-7@0 7-8-8@0");
+  EXPECT_FALSE(log.storage.block(0)->continuesALine());
 }
 
 TEST(TextBlock, GoesOnWithALineAtItsColumn) {
   Log log;
   log.append(std::string(kCapacity - 1, 'x'));
   log.append("\tab\nc");
-  const TextBlock& second = log.storage.block(1);
+  const auto heldSecond = log.storage.block(1);
+  const TextBlock& second = *heldSecond;
   EXPECT_TRUE(second.continuesALine());
   EXPECT_EQ(fragmentsOf(second), "0-2-3@65280 3-4-4@0");
   EXPECT_EQ(second.continuedEndColumn(), 65282u);
@@ -45,17 +46,18 @@ TEST(TextBlock, HasNoEmptyFragmentAtItsEndOnceTheNextHasBegun) {
   Log log;
   log.append(std::string(kCapacity - 1, 'x'));
   log.append("\n");
-  EXPECT_EQ(fragmentsOf(log.storage.block(0)), "0-65279-65280@0 65280-65280-65280@0");
+  EXPECT_EQ(fragmentsOf(*log.storage.block(0)), "0-65279-65280@0 65280-65280-65280@0");
   log.append("y");
-  EXPECT_EQ(fragmentsOf(log.storage.block(0)), "0-65279-65280@0");
-  EXPECT_EQ(fragmentsOf(log.storage.block(1)), "0-1-1@0");
+  EXPECT_EQ(fragmentsOf(*log.storage.block(0)), "0-65279-65280@0");
+  EXPECT_EQ(fragmentsOf(*log.storage.block(1)), "0-1-1@0");
 }
 
 TEST(TextBlock, GivesAWholeLineEndTheColumnAfterTheContent) {
   for (const char* text : {"abc\r\nx", "a\tb\r\nx"}) {
     Log log;
     log.append(text);
-    const TextBlock& block = log.storage.block(0);
+    const auto heldBlock = log.storage.block(0);
+    const TextBlock& block = *heldBlock;
     const TextBlock::Fragment fragment = block.fragment(0);
     const LineColumn after = block.hasTabs() ? 9 : 3;
     EXPECT_EQ(block.endColumn(fragment), after);
@@ -68,7 +70,8 @@ TEST(TextBlock, GivesAWholeLineEndTheColumnAfterTheContent) {
 TEST(TextBlock, FindsTheFirstPlaceThatIsNotBeforeAColumn) {
   Log log;
   log.append("a\tb\nx");
-  const TextBlock& block = log.storage.block(0);
+  const auto heldBlock = log.storage.block(0);
+  const TextBlock& block = *heldBlock;
   const auto place = [&](LineColumn column) {
     const TextBlock::Place found = block.placeAt(block.fragment(0), column);
     return std::to_string(found.offset) + '@' + std::to_string(found.column);

@@ -35,7 +35,8 @@ void expectSameLines(const Log& log) {
 void expectSoundBlocks(const TextStorage& storage) {
   TextPosition position = 0;
   for (std::size_t i = 0; i < storage.blockCount(); ++i) {
-    const TextBlock& block = storage.block(i);
+    const auto heldBlock = storage.block(i);
+    const TextBlock& block = *heldBlock;
     ASSERT_EQ(block.start(), position);
     ASSERT_LE(block.size(), kCapacity + 1);
     position = block.end();
@@ -122,7 +123,7 @@ TEST(TextStorage, CountsOneLineForAPairThatABlockEndWouldTearApart) {
   EXPECT_EQ(log.storage.lineCount(), 2u);
   log.append("\nnext");
   EXPECT_EQ(log.storage.lineCount(), 2u);
-  EXPECT_EQ(log.storage.block(0).size(), kCapacity + 1);
+  EXPECT_EQ(log.storage.block(0)->size(), kCapacity + 1);
   expectSameLines(log);
 }
 

@@ -127,7 +127,8 @@ TEST_F(TerminalTextViewTest, LosesNothingOfAFlood) {
     std::uint64_t count = 0;
     const TextStorage& storage = view().textStorage();
     for (std::size_t i = 0; i < storage.blockCount(); ++i) {
-      for (const char c : storage.block(i).text()) {
+      const auto block = storage.block(i);
+      for (const char c : block->text()) {
         count += c >= 'a' && c <= 'z' ? 1U : 0U;
       }
     }
