@@ -95,9 +95,14 @@ TEST(BrewRow, DrawsDescriptionAndVersionFainterThanTheName) {
     return std::abs(qGray(ink.rgb()) - qGray(row.pixel(0, 0)));
   };
   const QImage row = pictureOf(package("wwww", "mmmm", "8888"));
-  const int name = contrast(differenceOf(row, pictureOf(package("", "mmmm", "8888"))), row);
-  EXPECT_LT(contrast(differenceOf(row, pictureOf(package("wwww", "", "8888"))), row), name);
-  EXPECT_LT(contrast(differenceOf(row, pictureOf(package("wwww", "mmmm", ""))), row), name);
+  const QRect name = differenceOf(row, pictureOf(package("", "mmmm", "8888")));
+  const QRect description = differenceOf(row, pictureOf(package("wwww", "", "8888")));
+  const QRect version = differenceOf(row, pictureOf(package("wwww", "mmmm", "")));
+  for (const QRect& part : {name, description, version}) {
+    ASSERT_FALSE(part.isEmpty());
+  }
+  EXPECT_LT(contrast(description, row), contrast(name, row));
+  EXPECT_LT(contrast(version, row), contrast(name, row));
 }
 
 TEST(BrewRow, IsAsTallAsItsLinesWithTwoPointsOfPaddingAboveAndBelow) {
