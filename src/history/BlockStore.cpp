@@ -232,7 +232,7 @@ void BlockStore::add(std::shared_ptr<const SealedBlock> block) {
   m_state->add(std::move(block));
 }
 
-std::optional<BlockStore::Content> BlockStore::read(std::size_t index) const {
+std::optional<BlockStore::Content> BlockStore::Reader::read(std::size_t index) const {
   return m_state->read(index);
 }
 

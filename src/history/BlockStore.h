@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "history/SpillFile.h"
 
@@ -42,6 +43,8 @@ struct HistorySettings {
 /// A store belongs to one thread, which adds and reads; it never waits for the other, but when blocks come faster than
 /// they are compressed it compresses some itself, so that memory stays bounded.
 class BlockStore {
+  class State;
+
  public:
   explicit BlockStore(HistorySettings settings = {});
   BlockStore(BlockStore&&) noexcept = default;
@@ -56,7 +59,19 @@ class BlockStore {
     std::string bytes;                         ///< else what `encoded()` gave
   };
   /// The block with number `index`, which has been added; nothing when it was given up or cannot be read any more.
-  std::optional<Content> read(std::size_t index) const;
+  std::optional<Content> read(std::size_t index) const { return reader().read(index); }
+
+  /// Reads the blocks of a store, also when the store itself is gone. Any thread.
+  class Reader {
+   public:
+    std::optional<Content> read(std::size_t index) const;
+
+   private:
+    friend class BlockStore;
+    explicit Reader(std::shared_ptr<const State> state) : m_state(std::move(state)) {}
+    std::shared_ptr<const State> m_state;
+  };
+  Reader reader() const { return Reader(m_state); }
 
   /// Where the blocks are.
   struct Usage {
@@ -72,7 +87,6 @@ class BlockStore {
   void settle();
 
  private:
-  class State;
   std::shared_ptr<State> m_state;
 };
 

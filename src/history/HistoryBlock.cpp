@@ -255,4 +255,13 @@ std::optional<HistoryBlock> decodeHistoryBlock(std::string_view bytes) {
   return block;
 }
 
+std::optional<std::string_view> textOfHistoryBlock(std::string_view bytes) {
+  if (bytes.empty()) return std::string_view();
+  Reader reader(bytes);
+  const std::uint64_t tag = reader.number();
+  const std::string_view content = reader.bytes(reader.number());
+  if (reader.failed()) return std::nullopt;
+  return tag == static_cast<std::uint64_t>(Section::Text) ? content : std::string_view();
+}
+
 }  // namespace zolt

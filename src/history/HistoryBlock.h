@@ -68,5 +68,7 @@ std::string encodeHistoryBlock(const HistoryBlock& block);
 /// The block, or nothing where the bytes are not those of one: any bytes are safe. Sections that it does not know are
 /// passed over, so that a later version may add some.
 std::optional<HistoryBlock> decodeHistoryBlock(std::string_view bytes);
+/// Only the block's text, which lies in `bytes`; nothing where they are none.
+std::optional<std::string_view> textOfHistoryBlock(std::string_view bytes);
 
 }  // namespace zolt

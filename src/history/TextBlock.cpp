@@ -134,6 +134,16 @@ void TextBlock::seal() {
   m_styles.shrink_to_fit();
 }
 
+std::shared_ptr<const TextBlock> TextBlock::copy() const {
+  auto copied = std::make_shared<TextBlock>(m_summary.start, m_summary.firstLine, m_summary.startColumn);
+  std::memcpy(copied->m_bytes.get(), m_bytes.get(), size());
+  copied->m_summary = m_summary;
+  copied->m_lineStarts = m_lineStarts;
+  copied->m_runs = m_runs;
+  copied->m_styles = m_styles;
+  return copied;
+}
+
 std::string TextBlock::encoded() const {
   HistoryEncoder encoder;
   encoder.addStyles(m_styles);

@@ -112,6 +112,9 @@ class TextBlock : public SealedBlock {
   /// The index of the style run that holds `offset` < size().
   std::size_t styleRunAt(std::size_t offset) const;
 
+  /// The block as it is now, for other threads.
+  std::shared_ptr<const TextBlock> copy() const;
+
   std::string encoded() const override;
   /// The sealed block with this summary from what `encoded()` gave; null where the two do not belong together.
   static std::shared_ptr<const TextBlock> decoded(const Summary& summary, std::string_view bytes);

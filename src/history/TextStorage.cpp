@@ -80,15 +80,18 @@ std::shared_ptr<const TextBlock> TextStorage::block(std::size_t index) const {
 }
 
 std::shared_ptr<const TextBlock> TextStorage::load(std::size_t index) const {
-  if (const std::optional<BlockStore::Content> content = m_store.read(index)) {
-    if (content->block) return std::static_pointer_cast<const TextBlock>(content->block);
-    if (auto block = TextBlock::decoded(m_sealed[index], content->bytes)) return block;
-  }
-  const TextBlock::Summary& next = summary(index + 1);
-  auto standIn = TextBlock::lost(m_sealed[index], next.firstLine - m_sealed[index].firstLine, next.startColumn,
-                                 kHistoryLostNotice);
+  if (auto kept = keptBlock(m_store.reader(), index, m_sealed[index])) return kept;
   if (std::ranges::find(m_lost, index) == m_lost.end()) m_lost.push_back(index);
-  return standIn;
+  return lostBlock(m_sealed[index], summary(index + 1));
+}
+
+TextExcerpt TextStorage::excerpt(std::size_t first, std::size_t end) const {
+  std::vector<TextBlock::Summary> summaries;
+  summaries.reserve(end - first + 1);
+  for (std::size_t i = first; i < std::min(end + 1, blockCount()); ++i) {
+    summaries.push_back(summary(i));
+  }
+  return {m_store.reader(), first, end - first, std::move(summaries), end == blockCount() ? m_open->copy() : nullptr};
 }
 
 const TextBlock::Summary& TextStorage::summary(std::size_t index) const {

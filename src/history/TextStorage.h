@@ -10,12 +10,10 @@
 
 #include "history/BlockStore.h"
 #include "history/TextBlock.h"
+#include "history/TextExcerpt.h"
 #include "text/AttributedString.h"
 
 namespace zolt {
-
-/// Stands at the beginning of text that had to be given up.
-inline constexpr std::string_view kHistoryLostNotice = "[Zolt: this part of the history could not be kept]";
 
 /// The text of a log: appended to, never changed, never shortened.
 ///
@@ -61,6 +59,9 @@ class TextStorage {
   using RunVisitor = std::function<void(TextPosition begin, std::string_view text, const TextAttributes& attributes)>;
   /// Visits the runs from `begin` to `end` (not included) in order, cut at block boundaries.
   void forEachRun(TextPosition begin, TextPosition end, const RunVisitor& visit) const;
+
+  /// The blocks from `first` to `end` (not included, at most blockCount()), for other threads.
+  TextExcerpt excerpt(std::size_t first, std::size_t end) const;
 
   /// An estimate of the memory in use, in bytes.
   std::size_t memoryBytes() const;

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "history/BlockStore.h"
+#include "history/TextBlock.h"
+
+namespace zolt {
+
+/// Stands at the beginning of text that had to be given up.
+inline constexpr std::string_view kHistoryLostNotice = "[Zolt: this part of the history could not be kept]";
+
+/// Block `index` of a text as the store has it; null where it has it no more.
+std::shared_ptr<const TextBlock> keptBlock(const BlockStore::Reader& store, std::size_t index,
+                                           const TextBlock::Summary& summary);
+/// What stands in for a block that the store has no more; `next` is of the block after it.
+std::shared_ptr<const TextBlock> lostBlock(const TextBlock::Summary& summary, const TextBlock::Summary& next);
+
+/// The text of a block, for as long as this is kept.
+class BlockText {
+ public:
+  std::string_view text() const {
+    return m_block ? m_block->text() : std::string_view(m_bytes).substr(m_begin, m_size);
+  }
+
+ private:
+  friend class TextExcerpt;
+
+  std::shared_ptr<const TextBlock> m_block;
+  std::string m_bytes;  // else the text lies here
+  std::size_t m_begin = 0;
+  std::size_t m_size = 0;
+};
+
+/// Consecutive blocks of a text storage as they were at one moment. Never changes, but that blocks may be lost; may
+/// outlive the storage. Any thread.
+class TextExcerpt {
+ public:
+  /// The number of the first block, and how many there are. Blocks keep the numbers that they have in the storage.
+  std::size_t firstBlock() const { return m_first; }
+  std::size_t endBlock() const { return m_first + m_count; }
+
+  const TextBlock::Summary& summary(std::size_t index) const { return m_summaries[index - m_first]; }
+  /// Block `index`, with its layout and styles.
+  std::shared_ptr<const TextBlock> block(std::size_t index) const;
+  /// Its text alone, which costs less.
+  BlockText text(std::size_t index) const;
+
+ private:
+  friend class TextStorage;
+
+  TextExcerpt(BlockStore::Reader store, std::size_t first, std::size_t count, std::vector<TextBlock::Summary> summaries,
+              std::shared_ptr<const TextBlock> last)
+      : m_store(std::move(store)),
+        m_first(first),
+        m_count(count),
+        m_summaries(std::move(summaries)),
+        m_last(std::move(last)) {}
+
+  BlockStore::Reader m_store;
+  std::size_t m_first;
+  std::size_t m_count;
+  std::vector<TextBlock::Summary> m_summaries;  // of the block after the last, too, where there is one
+  std::shared_ptr<const TextBlock> m_last;      // the last one, where it still grew
+};
+
+}  // namespace zolt

@@ -1,0 +1,114 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <thread>
+
+#include "history/HistoryBlock.h"
+#include "history/LogTexts.h"
+#include "history/TemporaryFolder.h"
+#include "history/TextStorage.h"
+
+namespace zolt {
+namespace {
+
+using test::TemporaryFolder;
+
+std::string textOf(const TextExcerpt& excerpt) {
+  std::string text;
+  for (std::size_t i = excerpt.firstBlock(); i < excerpt.endBlock(); ++i) {
+    const BlockText held = excerpt.text(i);
+    EXPECT_EQ(held.text(), excerpt.block(i)->text()) << i;
+    text += held.text();
+  }
+  return text;
+}
+
+std::string linesOf(std::size_t count) {
+  std::string text;
+  for (std::size_t i = 0; i < count; ++i) {
+    text += "line " + std::to_string(i) + "\n";
+  }
+  return text;
+}
+
+TEST(TextExcerpt, HasTheTextOfItsMomentWhateverIsAppendedLater) {
+  TextStorage storage;
+  std::string expected;
+  for (int round = 0; round < 20; ++round) {
+    const std::string piece = linesOf(1500);
+    storage.append(AttributedString(piece, TextAttributes()));
+    expected += piece;
+    const TextExcerpt excerpt = storage.excerpt(0, storage.blockCount());
+    storage.append(AttributedString(std::string("more"), TextAttributes()));
+    ASSERT_EQ(textOf(excerpt), expected);
+    expected += "more";
+  }
+}
+
+TEST(TextExcerpt, IsReadByAnotherThreadWhileTheTextGoesOn) {
+  const TemporaryFolder folder;
+  TextStorage storage({.memoryBudget = 20'000, .hotBlocks = 1, .folder = folder.path()});
+  const std::string text = linesOf(60'000);
+  storage.append(AttributedString(text, TextAttributes()));
+  const TextExcerpt excerpt = storage.excerpt(0, storage.blockCount());
+  std::string read;
+  std::thread reader([&] { read = textOf(excerpt); });
+  for (int i = 0; i < 200; ++i) {
+    storage.append(AttributedString(linesOf(2000), TextAttributes()));
+  }
+  reader.join();
+  EXPECT_EQ(read, text);
+  storage.settle();
+  EXPECT_GT(storage.usage().spilledBlocks, 0U);
+  EXPECT_EQ(textOf(excerpt), text);
+}
+
+TEST(TextExcerpt, OutlivesItsStorage) {
+  const TemporaryFolder folder;
+  const std::string text = linesOf(60'000);
+  auto storage = std::make_unique<TextStorage>(HistorySettings{.memoryBudget = 20'000, .folder = folder.path()});
+  storage->append(AttributedString(text, TextAttributes()));
+  const TextExcerpt excerpt = storage->excerpt(0, storage->blockCount());
+  storage.reset();
+  EXPECT_EQ(textOf(excerpt), text);
+}
+
+TEST(TextExcerpt, OfTheMiddleHasItsBlocksUnderTheirNumbers) {
+  TextStorage storage;
+  storage.append(AttributedString(linesOf(60'000), TextAttributes()));
+  ASSERT_GT(storage.blockCount(), 5U);
+  const TextExcerpt excerpt = storage.excerpt(2, 4);
+  EXPECT_EQ(excerpt.firstBlock(), 2U);
+  EXPECT_EQ(excerpt.endBlock(), 4U);
+  EXPECT_EQ(excerpt.summary(3), storage.summary(3));
+  EXPECT_EQ(textOf(excerpt), storage.text(storage.summary(2).start, storage.summary(4).start));
+}
+
+TEST(TextExcerpt, ReadsAsTheStorageDoesWhereTextIsLost) {
+  for (const NamedText& named : severalBlocksOfText()) {
+    TextStorage storage({.memoryBudget = 0, .hotBlocks = 1, .folder = "nowhere", .openFile = [](const std::string&) {
+                           return std::unique_ptr<SpillFile>();
+                         }});
+    storage.append(AttributedString(named.text + named.text, TextAttributes()));
+    storage.settle();
+    ASSERT_GT(storage.usage().givenUpBlocks, 0U);
+    EXPECT_EQ(textOf(storage.excerpt(0, storage.blockCount())), storage.text(0, storage.size())) << named.name;
+  }
+}
+
+TEST(HistoryBlock, GivesItsTextWithoutTheRest) {
+  HistoryBlock block;
+  block.text = "some text";
+  block.styles.emplace_back();
+  block.runs.emplace_back();
+  EXPECT_EQ(textOfHistoryBlock(encodeHistoryBlock(block)), "some text");
+  EXPECT_EQ(textOfHistoryBlock(encodeHistoryBlock({})), "");
+  EXPECT_EQ(textOfHistoryBlock("\x01\x7f"
+                               "short"),
+            std::nullopt);
+  EXPECT_EQ(textOfHistoryBlock("\xff"), std::nullopt);
+}
+
+}  // namespace
+}  // namespace zolt
