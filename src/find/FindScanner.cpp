@@ -18,10 +18,11 @@ bool isWordWithin(std::string_view text, FindRange range) {
 
 }  // namespace
 
-FindScanner::FindScanner(FindPattern pattern, std::uint64_t start) : m_pattern(std::move(pattern)), m_position(start) {}
+FindScanner::FindScanner(FindPattern pattern, std::uint64_t start, FindInterrupt* interrupt)
+    : m_pattern(std::move(pattern)), m_interrupt(interrupt != nullptr ? interrupt : &m_never), m_position(start) {}
 
 void FindScanner::feed(std::string_view piece, std::vector<FindMatch>& matches) {
-  for (; !piece.empty(); piece.remove_prefix(std::min(piece.size(), kTakenBytes))) {
+  for (; !piece.empty() && !m_interrupt->isGiven(); piece.remove_prefix(std::min(piece.size(), kTakenBytes))) {
     take(piece.substr(0, kTakenBytes), matches);
   }
 }
@@ -70,7 +71,7 @@ void FindScanner::findInLines(const LineExpression& expression, std::size_t fres
   if (!expression.needsOneLine()) {
     findInText(expression, {0, end}, end, end, matches);
   } else {
-    while (m_searched < end) {
+    while (m_searched < end && !m_interrupt->isGiven()) {
       const std::size_t lineEnd = m_text.find('\n', m_searched);
       findInText(expression, {lineStart(), lineEnd}, lineEnd, lineEnd, matches);
       m_searched = lineEnd + 1;
@@ -92,7 +93,7 @@ void FindScanner::findInParts(const LineExpression& expression, std::size_t line
 void FindScanner::findInText(const LineExpression& expression, FindRange text, std::size_t to, std::size_t startsBefore,
                              std::vector<FindMatch>& matches) {
   const std::string_view view = std::string_view(m_text).substr(text.begin, text.end - text.begin);
-  while (const auto found = expression.find(view, m_searched - text.begin, to - text.begin)) {
+  while (const auto found = expression.find(view, m_searched - text.begin, to - text.begin, *m_interrupt)) {
     const FindRange range{text.begin + found->begin, text.begin + found->end};
     if (range.begin >= startsBefore) return;
     matches.push_back({m_position + range.begin, m_position + range.end});

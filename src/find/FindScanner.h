@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "find/FindInterrupt.h"
 #include "find/FindMatch.h"
 #include "find/FindPattern.h"
 
@@ -26,8 +27,12 @@ class FindScanner {
   static constexpr std::size_t kLongLineBytes = 1 << 20;
   static constexpr std::size_t kOverlapBytes = 64 << 10;
 
-  /// The first byte that is fed has the position `start`, and begins a line.
-  explicit FindScanner(FindPattern pattern, std::uint64_t start = 0);
+  /// The first byte that is fed has the position `start`, and begins a line. Once `interrupt`, which must outlive the
+  /// scanner, is given, nothing more is found.
+  explicit FindScanner(FindPattern pattern, std::uint64_t start = 0, FindInterrupt* interrupt = nullptr);
+
+  FindScanner(const FindScanner&) = delete;
+  FindScanner& operator=(const FindScanner&) = delete;
 
   /// Takes the next piece and appends the matches that are certain by now to `matches`, in their order in the text.
   void feed(std::string_view piece, std::vector<FindMatch>& matches);
@@ -49,6 +54,8 @@ class FindScanner {
   void dropSearched();
 
   FindPattern m_pattern;
+  FindInterrupt m_never;
+  FindInterrupt* m_interrupt;
   std::string m_text;          // what is not searched yet, and the byte before it
   std::uint64_t m_position;    // of m_text's first byte
   std::size_t m_searched = 0;  // in m_text: matches begin here or later

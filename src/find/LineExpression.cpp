@@ -109,11 +109,13 @@ Result<LineExpression> LineExpression::compile(std::string_view expression, Lett
   return LineExpression(std::move(engine), words, asksForOneLine(expression));
 }
 
-std::optional<FindRange> LineExpression::find(std::string_view text, std::size_t from, std::size_t to) const {
+std::optional<FindRange> LineExpression::find(std::string_view text, std::size_t from, std::size_t to,
+                                              FindInterrupt& interrupt) const {
   const bool whole = m_words == Words::Whole;
   // The match, and what is left of it without the byte that ends the word.
   std::array<re2::StringPiece, 2> groups;
-  while (from < to && m_engine->Match(text, from, to, RE2::UNANCHORED, groups.data(), whole ? 2 : 1)) {
+  while (from < to && !interrupt.stepAndAsk() &&
+         m_engine->Match(text, from, to, RE2::UNANCHORED, groups.data(), whole ? 2 : 1)) {
     const re2::StringPiece& match = groups[whole ? 1 : 0];
     const auto begin = static_cast<std::size_t>(match.data() - text.data());
     if (whole && begin > 0 && isWordByte(text[begin - 1])) {

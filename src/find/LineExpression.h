@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/Result.h"
+#include "find/FindInterrupt.h"
 #include "find/FindMatch.h"
 
 namespace re2 {
@@ -32,8 +33,10 @@ class LineExpression {
   /// same place the one that the expression prefers. What stands before `from` and after `to` is looked at to tell the
   /// ends of words and lines, and `text` begins and ends where a line does or where neither `from` nor `to` stands.
   ///
-  /// With whole words, a match has no word's byte (WordByte.h) on either side.
-  std::optional<FindRange> find(std::string_view text, std::size_t from, std::size_t to) const;
+  /// With whole words, a match has no word's byte (WordByte.h) on either side. Nothing is found any more once
+  /// `interrupt` is given.
+  std::optional<FindRange> find(std::string_view text, std::size_t from, std::size_t to,
+                                FindInterrupt& interrupt) const;
 
   /// Whether `text` must be one line: the expression asks for the ends of the text (\A, \z), matches bytes whatever
   /// they are (\C), or changes what ^ and $ mean. If not, `text` may have many.

@@ -1,0 +1,86 @@
+#include "find/FindResults.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace zolt {
+
+void FindResults::set(std::size_t segment, std::vector<FindMatch> matches) {
+  if (segment >= m_segments.size()) m_segments.resize(segment + 1);
+  Segment& known = m_segments[segment];
+  drop(known);
+  m_count += matches.size();
+  m_count -= known.count;
+  m_kept += matches.size();
+  known = {.known = true, .kept = true, .count = matches.size(), .matches = std::move(matches)};
+  keepWithinLimit(segment);
+}
+
+void FindResults::clear() {
+  *this = FindResults();
+}
+
+void FindResults::drop(Segment& segment) {
+  if (!segment.kept) return;
+  m_kept -= segment.matches.size();
+  segment.matches = {};
+  segment.kept = false;
+}
+
+void FindResults::keepWithinLimit(std::size_t latest) {
+  for (std::size_t looked = 0; m_kept > kKeptMatches && looked < m_segments.size(); ++looked) {
+    m_nextDrop = (m_nextDrop + 1) % m_segments.size();
+    // Nothing is gained by dropping an empty one.
+    if (m_nextDrop != latest && m_segments[m_nextDrop].count != 0) drop(m_segments[m_nextDrop]);
+  }
+}
+
+std::uint64_t FindResults::countIn(std::size_t segment) const {
+  return segment < m_segments.size() ? m_segments[segment].count : 0;
+}
+
+const std::vector<FindMatch>* FindResults::matchesIn(std::size_t segment) const {
+  return segment < m_segments.size() && m_segments[segment].kept ? &m_segments[segment].matches : nullptr;
+}
+
+// Nothing where the segment's matches are at hand.
+std::optional<FindResults::Step> FindResults::stepWithin(std::size_t segment) const {
+  if (matchesIn(segment) != nullptr) return std::nullopt;
+  return Step{.match = {}, .missing = segment};
+}
+
+FindResults::Step FindResults::lastBefore(std::size_t segment, std::uint64_t position) const {
+  for (std::size_t i = segment + 1; i-- > 0;) {
+    if (isKnown(i) && m_segments[i].count == 0) continue;
+    if (const auto missing = stepWithin(i)) return *missing;
+    const std::vector<FindMatch>& matches = m_segments[i].matches;
+    const auto after = std::ranges::lower_bound(matches, position, {}, &FindMatch::begin);
+    if (after != matches.begin()) return {.match = *(after - 1), .missing = {}};
+  }
+  return {};
+}
+
+FindResults::Step FindResults::firstFrom(std::size_t segment, std::uint64_t position, std::size_t segments) const {
+  for (std::size_t i = segment; i < segments; ++i) {
+    if (isKnown(i) && m_segments[i].count == 0) continue;
+    if (const auto missing = stepWithin(i)) return *missing;
+    const std::vector<FindMatch>& matches = m_segments[i].matches;
+    const auto found = std::ranges::lower_bound(matches, position, {}, &FindMatch::begin);
+    if (found != matches.end()) return {.match = *found, .missing = {}};
+  }
+  return {};
+}
+
+std::optional<std::uint64_t> FindResults::countBefore(std::size_t segment, std::uint64_t position) const {
+  std::uint64_t count = 0;
+  for (std::size_t i = 0; i < segment; ++i) {
+    if (!isKnown(i)) return std::nullopt;
+    count += m_segments[i].count;
+  }
+  const std::vector<FindMatch>* matches = matchesIn(segment);
+  if (matches == nullptr) return std::nullopt;
+  return count + static_cast<std::uint64_t>(std::ranges::lower_bound(*matches, position, {}, &FindMatch::begin) -
+                                            matches->begin());
+}
+
+}  // namespace zolt

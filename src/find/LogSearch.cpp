@@ -1,0 +1,70 @@
+#include "find/LogSearch.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "find/FindScanner.h"
+
+namespace zolt {
+
+namespace {
+
+constexpr std::string_view kLineEnds = "\r\n";
+
+// The end of the block before a segment from where its last line begins, or all of it.
+std::string_view lastLine(std::string_view text) {
+  const std::size_t lineEnd = text.find_last_of(kLineEnds);
+  return lineEnd == std::string_view::npos ? text : text.substr(lineEnd + 1);
+}
+
+// The beginning of the block after a segment to where its first line ends, or all of it.
+std::string_view firstLine(std::string_view text) {
+  return text.substr(0, text.find_first_of(kLineEnds));
+}
+
+}  // namespace
+
+std::size_t segmentCount(const TextStorage& text) {
+  return (text.blockCount() - 1) / kSegmentBlocks + 1;
+}
+
+std::size_t segmentAt(const TextStorage& text, TextPosition position) {
+  return text.blockAt(position) / kSegmentBlocks;
+}
+
+TextExcerpt excerptOfSegments(const TextStorage& text, std::size_t first, std::size_t end) {
+  const std::size_t firstBlock = first * kSegmentBlocks;
+  return text.excerpt(firstBlock == 0 ? 0 : firstBlock - 1, std::min(end * kSegmentBlocks + 1, text.blockCount()));
+}
+
+std::vector<FindMatch> findInSegment(const FindPattern& pattern, const TextExcerpt& excerpt, std::size_t segment,
+                                     FindInterrupt& interrupt) {
+  const std::size_t first = segment * kSegmentBlocks;
+  const std::size_t end = std::min(first + kSegmentBlocks, excerpt.endBlock());
+  const TextPosition begin = excerpt.summary(first).start;
+  const TextPosition limit = excerpt.summary(end - 1).end();
+  std::vector<FindMatch> matches;
+
+  BlockText before;
+  std::string_view lead;
+  if (excerpt.summary(first).continuesALine() && first > 0) {
+    before = excerpt.text(first - 1);
+    lead = lastLine(before.text());
+  }
+  FindScanner scanner(pattern, begin - lead.size(), &interrupt);
+  scanner.feed(lead, matches);
+  for (std::size_t block = first; block < end && !interrupt.ask(); ++block) {
+    scanner.feed(excerpt.text(block).text(), matches);
+  }
+  if (end < excerpt.endBlock() && excerpt.summary(end).continuesALine()) {
+    scanner.feed(firstLine(excerpt.text(end).text()), matches);
+  }
+  scanner.finish(matches);
+
+  const auto startsAt = [](const FindMatch& match) { return match.begin; };
+  matches.erase(std::ranges::lower_bound(matches, limit, {}, startsAt), matches.end());
+  matches.erase(matches.begin(), std::ranges::lower_bound(matches, begin, {}, startsAt));
+  return matches;
+}
+
+}  // namespace zolt

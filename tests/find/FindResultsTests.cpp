@@ -1,0 +1,154 @@
+#include "find/FindResults.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "find/Finding.h"
+
+namespace zolt {
+namespace {
+
+// Segments of 100 positions; matches of one byte.
+constexpr std::uint64_t kLength = 100;
+
+std::vector<FindMatch> matchesAt(std::initializer_list<std::uint64_t> positions) {
+  std::vector<FindMatch> matches;
+  for (const std::uint64_t position : positions) {
+    matches.push_back({position, position + 1});
+  }
+  return matches;
+}
+
+FindResults someResults() {
+  FindResults results;
+  results.set(0, matchesAt({5, 50}));
+  results.set(1, {});
+  results.set(2, matchesAt({200, 299}));
+  return results;
+}
+
+TEST(FindResults, AreEmptyAtFirst) {
+  const FindResults results;
+  EXPECT_EQ(results.count(), 0U);
+  EXPECT_FALSE(results.isKnown(0));
+  EXPECT_EQ(results.matchesIn(3), nullptr);
+}
+
+TEST(FindResults, WalkFromMatchToMatchInBothDirections) {
+  const FindResults results = someResults();
+  EXPECT_EQ(results.firstFrom(0, 0, 3).match, (FindMatch{5, 6}));
+  EXPECT_EQ(results.firstFrom(0, 5, 3).match, (FindMatch{5, 6}));
+  EXPECT_EQ(results.firstFrom(0, 6, 3).match, (FindMatch{50, 51}));
+  EXPECT_EQ(results.firstFrom(0, 51, 3).match, (FindMatch{200, 201}));
+  EXPECT_EQ(results.firstFrom(2, 299, 3).match, (FindMatch{299, 300}));
+  EXPECT_EQ(results.lastBefore(2, 300).match, (FindMatch{299, 300}));
+  EXPECT_EQ(results.lastBefore(2, 299).match, (FindMatch{200, 201}));
+  EXPECT_EQ(results.lastBefore(2, 200).match, (FindMatch{50, 51}));
+  EXPECT_EQ(results.lastBefore(0, 50).match, (FindMatch{5, 6}));
+}
+
+TEST(FindResults, EndAWalkWhereThereIsNoMoreMatch) {
+  const FindResults results = someResults();
+  for (const FindResults::Step& step : {results.lastBefore(0, 5), results.firstFrom(2, 300, 3)}) {
+    EXPECT_FALSE(step.match);
+    EXPECT_FALSE(step.missing);
+  }
+}
+
+TEST(FindResults, StopAWalkAtTheFirstSegmentThatIsNotKnown) {
+  FindResults results;
+  results.set(3, matchesAt({310}));
+  EXPECT_EQ(results.lastBefore(3, 310).missing, 2U);
+  EXPECT_EQ(results.firstFrom(3, 311, 6).missing, 4U);
+  EXPECT_EQ(results.firstFrom(0, 0, 6).missing, 0U);
+}
+
+TEST(FindResults, ReplaceWhatWasKnownOfASegment) {
+  FindResults results = someResults();
+  results.set(2, matchesAt({250}));
+  EXPECT_EQ(results.count(), 3U);
+  EXPECT_EQ(results.countIn(2), 1U);
+  EXPECT_EQ(results.firstFrom(2, 200, 3).match, (FindMatch{250, 251}));
+}
+
+TEST(FindResults, NumberAMatchOnceEverythingBeforeItIsKnown) {
+  FindResults results;
+  results.set(2, matchesAt({200, 299}));
+  results.set(1, matchesAt({150}));
+  EXPECT_EQ(results.countBefore(2, 299), std::nullopt);
+  results.set(0, matchesAt({5, 50}));
+  EXPECT_EQ(results.countBefore(2, 299), 4U);
+  EXPECT_EQ(results.countBefore(0, 5), 0U);
+}
+
+TEST(FindResults, KeepCountsAndForgetMatchesBeyondTheirLimit) {
+  FindResults results;
+  constexpr std::size_t kInSegment = FindResults::kKeptMatches / 4;
+  for (std::uint64_t segment = 0; segment < 10; ++segment) {
+    std::vector<FindMatch> matches;
+    for (std::uint64_t i = 0; i < kInSegment; ++i) {
+      matches.push_back({segment * kInSegment + i, segment * kInSegment + i + 1});
+    }
+    results.set(segment, std::move(matches));
+    ASSERT_NE(results.matchesIn(segment), nullptr);
+  }
+  EXPECT_EQ(results.count(), 10 * kInSegment);
+  std::size_t kept = 0;
+  for (std::size_t segment = 0; segment < 10; ++segment) {
+    EXPECT_TRUE(results.isKnown(segment));
+    EXPECT_EQ(results.countIn(segment), kInSegment);
+    if (results.matchesIn(segment) != nullptr) {
+      kept += results.matchesIn(segment)->size();
+    } else {
+      EXPECT_EQ(results.firstFrom(segment, segment * kInSegment, 10).missing, segment);
+    }
+  }
+  EXPECT_LE(kept, FindResults::kKeptMatches);
+  EXPECT_GT(kept, FindResults::kKeptMatches / 2);
+}
+
+TEST(FindResults, KeepTheLatestSegmentHoweverLargeItIs) {
+  FindResults results;
+  results.set(0, std::vector<FindMatch>(FindResults::kKeptMatches + 1, FindMatch{1, 2}));
+  EXPECT_NE(results.matchesIn(0), nullptr);
+  results.set(1, matchesAt({100}));
+  EXPECT_EQ(results.matchesIn(0), nullptr);
+  EXPECT_NE(results.matchesIn(1), nullptr);
+}
+
+TEST(FindResults, EqualAPlainListUnderRandomUse) {
+  std::mt19937 random(11);
+  for (int round = 0; round < 200; ++round) {
+    constexpr std::size_t kSegments = 8;
+    FindResults results;
+    std::vector<std::uint64_t> all;
+    for (std::size_t segment = 0; segment < kSegments; ++segment) {
+      std::vector<FindMatch> matches;
+      for (std::uint64_t at = segment * kLength; at < (segment + 1) * kLength; ++at) {
+        if (random() % 60 != 0) continue;
+        matches.push_back({at, at + 1});
+        all.push_back(at);
+      }
+      results.set(segment, matches);
+    }
+    ASSERT_EQ(results.count(), all.size());
+    for (std::uint64_t at = 0; at < kSegments * kLength; at += random() % 20) {
+      const auto after = std::ranges::lower_bound(all, at);
+      const auto next = results.firstFrom(at / kLength, at, kSegments).match;
+      ASSERT_EQ(next.has_value(), after != all.end());
+      if (next) {
+        ASSERT_EQ(next->begin, *after);
+      }
+      const auto previous = results.lastBefore(at / kLength, at).match;
+      ASSERT_EQ(previous.has_value(), after != all.begin());
+      if (previous) {
+        ASSERT_EQ(previous->begin, *(after - 1));
+      }
+      ASSERT_EQ(results.countBefore(at / kLength, at), static_cast<std::uint64_t>(after - all.begin()));
+    }
+  }
+}
+
+}  // namespace
+}  // namespace zolt
