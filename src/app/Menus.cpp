@@ -32,6 +32,23 @@ QList<QKeySequence> preferencesShortcuts() {
 #endif
 }
 
+// Where the command key is Ctrl+Shift, Shift can say nothing more: there people know the letter beside.
+QList<QKeySequence> findPreviousShortcuts() {
+#ifdef Q_OS_MACOS
+  return commandShortcuts(Qt::Key_G, Qt::ShiftModifier);
+#else
+  return commandShortcuts(Qt::Key_H);
+#endif
+}
+
+QList<QKeySequence> findSelectionShortcuts() {
+#ifdef Q_OS_MACOS
+  return commandShortcuts(Qt::Key_E);
+#else
+  return {};
+#endif
+}
+
 QList<QKeySequence> fullScreenShortcuts() {
 #ifdef Q_OS_MACOS
   return {QKeySequence(QKeySequence::FullScreen)};
@@ -67,6 +84,11 @@ constexpr std::array kItems{
     Item{"&Edit", "&Copy", Does::SendAction, "copy", command<Qt::Key_C>},
     Item{"&Edit", "&Paste", Does::SendAction, "paste", command<Qt::Key_V>},
     Item{"&Edit", "Select &All", Does::SendAction, "selectAll", command<Qt::Key_A>},
+    separator("&Edit"),
+    Item{"&Edit", "&Find...", Does::SendAction, "find", command<Qt::Key_F>},
+    Item{"&Edit", "Find Ne&xt", Does::SendAction, "findNext", command<Qt::Key_G>},
+    Item{"&Edit", "Find Pre&vious", Does::SendAction, "findPrevious", findPreviousShortcuts},
+    Item{"&Edit", "Use Se&lection for Find", Does::SendAction, "findSelection", findSelectionShortcuts},
     separator("&Edit"),
     Item{"&Edit", "Pr&eferences...", Does::SendAction, "showPreferences", preferencesShortcuts,
          QAction::PreferencesRole},

@@ -5,14 +5,36 @@
 
 namespace zolt {
 
-void FindResults::set(std::size_t segment, std::vector<FindMatch> matches) {
+namespace {
+
+// As many as a scroll bar can show, and some.
+constexpr std::uint64_t kSpreadMatches = 4096;
+constexpr std::size_t kSpreadParts = 64;  // segments that are told in parts
+
+std::uint64_t partsWithMatches(const FindMatch& extent, const std::vector<FindMatch>& matches) {
+  const std::uint64_t length = std::max<std::uint64_t>(extent.end - extent.begin, 1);
+  std::uint64_t parts = 0;
+  for (const FindMatch& match : matches) {
+    parts |= std::uint64_t{1} << ((match.begin - extent.begin) * 64 / length);
+  }
+  return parts;
+}
+
+}  // namespace
+
+void FindResults::set(std::size_t segment, FindMatch extent, std::vector<FindMatch> matches) {
   if (segment >= m_segments.size()) m_segments.resize(segment + 1);
   Segment& known = m_segments[segment];
   drop(known);
   m_count += matches.size();
   m_count -= known.count;
   m_kept += matches.size();
-  known = {.known = true, .kept = true, .count = matches.size(), .matches = std::move(matches)};
+  known = {.known = true,
+           .kept = true,
+           .count = matches.size(),
+           .extent = extent,
+           .parts = partsWithMatches(extent, matches),
+           .matches = std::move(matches)};
   keepWithinLimit(segment);
 }
 
@@ -41,6 +63,25 @@ std::uint64_t FindResults::countIn(std::size_t segment) const {
 
 const std::vector<FindMatch>* FindResults::matchesIn(std::size_t segment) const {
   return segment < m_segments.size() && m_segments[segment].kept ? &m_segments[segment].matches : nullptr;
+}
+
+std::vector<FindMatch> FindResults::spread() const {
+  std::vector<FindMatch> places;
+  for (const Segment& segment : m_segments) {
+    if (segment.count == 0) continue;
+    if (m_count <= kSpreadMatches && segment.kept) {
+      places.insert(places.end(), segment.matches.begin(), segment.matches.end());
+    } else if (m_segments.size() <= kSpreadParts) {
+      const std::uint64_t length = segment.extent.end - segment.extent.begin;
+      for (std::uint64_t part = 0; part < 64; ++part) {
+        if ((segment.parts >> part & 1) == 0) continue;
+        places.push_back({segment.extent.begin + part * length / 64, segment.extent.begin + (part + 1) * length / 64});
+      }
+    } else {
+      places.push_back(segment.extent);
+    }
+  }
+  return places;
 }
 
 // Nothing where the segment's matches are at hand.

@@ -15,10 +15,10 @@ namespace zolt {
 class FindResults {
  public:
   /// The most matches that are kept, but for those of the segment that came last.
-  static constexpr std::size_t kKeptMatches = std::size_t{1} << 20;
+  static constexpr std::size_t kKeptMatches = std::size_t{4} << 20;
 
-  /// Takes the matches of a segment, in order, in place of what was known of it.
-  void set(std::size_t segment, std::vector<FindMatch> matches);
+  /// Takes the matches of a segment that reaches over `extent`, in order, in place of what was known of it.
+  void set(std::size_t segment, FindMatch extent, std::vector<FindMatch> matches);
   /// Forgets everything.
   void clear();
 
@@ -29,6 +29,10 @@ class FindResults {
   std::uint64_t countIn(std::size_t segment) const;
   /// The segment's matches; null where they are not known or not kept.
   const std::vector<FindMatch>* matchesIn(std::size_t segment) const;
+
+  /// Where in the text matches are: each match by itself while there are few, else the parts of segments that have
+  /// some, and at last whole segments; in order.
+  std::vector<FindMatch> spread() const;
 
   /// Where a walk from match to match has come to: a match, a segment that must be searched first, or neither at the
   /// text's end.
@@ -48,6 +52,8 @@ class FindResults {
     bool known = false;
     bool kept = false;
     std::uint64_t count = 0;
+    FindMatch extent;
+    std::uint64_t parts = 0;  // a bit for each 64th of the extent, from its start: whether a match begins there
     std::vector<FindMatch> matches;
   };
 

@@ -230,6 +230,16 @@ RowNumber RowIndex::rowAt(TextPosition position) {
   return numberOfRow(index, layout.rowsBefore[fragmentIndex] + started - 1);
 }
 
+RowNumber RowIndex::roughRowAt(TextPosition position) const {
+  if (position >= m_end) return rowCount() - 1;
+  const std::size_t block = m_storage.blockAt(position);
+  const TextBlock::Summary& about = m_storage.summary(block);
+  const RowNumber before = block < m_sums.size() ? sealedRowsBefore(block) : m_sealedRows;
+  const RowNumber rows = block < m_sums.size() ? sealedRows(block) : m_tailRows;
+  const double part = static_cast<double>(position - about.start) / static_cast<double>(std::max(about.size, 1U));
+  return std::min(before + static_cast<RowNumber>(part * static_cast<double>(rows)), rowCount() - 1);
+}
+
 // The number of row `rowInBlock` of a block; -1 is the row before, which starts in an earlier block. That one is made
 // exact as well: else locate would do it, and find another row under the number.
 RowNumber RowIndex::numberOfRow(std::size_t block, RowNumber rowInBlock) {

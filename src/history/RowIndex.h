@@ -46,6 +46,8 @@ class RowIndex {
   Row locate(RowNumber row);
   /// The number of the row that shows `position`; the last row for the end and whatever lies beyond.
   RowNumber rowAt(TextPosition position);
+  /// About that number, from 0 to rowCount() (not included), without looking at text.
+  RowNumber roughRowAt(TextPosition position) const;
 
   /// Grows with each correction of an estimate.
   std::uint64_t generation() const { return m_generation; }

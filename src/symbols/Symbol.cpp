@@ -84,8 +84,9 @@ QIcon symbol(const QString& name, const QColor& color) {
 
 QStringList symbolNames() {
   loadDrawings();
-  QStringList names = QDir(kFolder).entryList(QDir::Files, QDir::Name);
+  QStringList names = QDir(kFolder).entryList(QDir::Files);
   names.replaceInStrings(kSuffix, QString());
+  names.sort();
   return names;
 }
 

@@ -12,6 +12,7 @@ TerminalContainerView::TerminalContainerView(TerminalController& terminal, QWidg
   stack->setContentsMargins(0, 0, 0, 0);
   stack->addWidget(m_textView);
   setFocusProxy(m_textView);
+  m_finder = std::make_unique<Finder>(*m_textView);
 }
 
 TerminalContainerView::~TerminalContainerView() = default;

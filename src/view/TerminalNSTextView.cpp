@@ -62,6 +62,7 @@ TerminalNSTextView::~TerminalNSTextView() = default;
 void TerminalNSTextView::append(const AttributedString& text) {
   m_storage->append(text);
   contentChanged();
+  Q_EMIT textAppended();
 }
 
 void TerminalNSTextView::keyDown(const QKeyEvent& event) {

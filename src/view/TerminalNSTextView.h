@@ -27,6 +27,9 @@ class TerminalNSTextView : public TextCanvas {
   /// Appends to the end of the text; nothing ever removes any of it.
   void append(const AttributedString& text);
 
+ Q_SIGNALS:
+  void textAppended();
+
  protected:
   void keyPressEvent(QKeyEvent* event) override { keyDown(*event); }
   void insertText(const QString& text) override;

@@ -73,9 +73,12 @@ TEST_F(MenuTest, HoldTheItemsOfTheApplicationWithTheirShortcuts) {
             (QStringList{QStringLiteral("New Window|Ctrl+Shift+N"), QStringLiteral("New Tab|Ctrl+Shift+T"),
                          QStringLiteral("-"), QStringLiteral("Close Window|Ctrl+Shift+W"), QStringLiteral("-"),
                          QStringLiteral("Quit|Ctrl+Shift+Q")}));
-  EXPECT_EQ(items("Edit"), (QStringList{QStringLiteral("Copy|Ctrl+Shift+C"), QStringLiteral("Paste|Ctrl+Shift+V"),
-                                        QStringLiteral("Select All|Ctrl+Shift+A"), QStringLiteral("-"),
-                                        QStringLiteral("Preferences...|Ctrl+,")}));
+  EXPECT_EQ(items("Edit"),
+            (QStringList{QStringLiteral("Copy|Ctrl+Shift+C"), QStringLiteral("Paste|Ctrl+Shift+V"),
+                         QStringLiteral("Select All|Ctrl+Shift+A"), QStringLiteral("-"),
+                         QStringLiteral("Find...|Ctrl+Shift+F"), QStringLiteral("Find Next|Ctrl+Shift+G"),
+                         QStringLiteral("Find Previous|Ctrl+Shift+H"), QStringLiteral("Use Selection for Find|"),
+                         QStringLiteral("-"), QStringLiteral("Preferences...|Ctrl+,")}));
   EXPECT_EQ(items("Terminal"), (QStringList{QStringLiteral("Clear Screen|Ctrl+Shift+K"),
                                             QStringLiteral("Toggle Homebrew Sidebar|Ctrl+Shift+B")}));
   EXPECT_EQ(items("Help"), (QStringList{QStringLiteral("About Zolt|"), QStringLiteral("Check for Updates...|")}));

@@ -20,11 +20,15 @@ std::vector<FindMatch> matchesAt(std::initializer_list<std::uint64_t> positions)
   return matches;
 }
 
+FindMatch extentOf(std::uint64_t segment) {
+  return {segment * kLength, (segment + 1) * kLength};
+}
+
 FindResults someResults() {
   FindResults results;
-  results.set(0, matchesAt({5, 50}));
-  results.set(1, {});
-  results.set(2, matchesAt({200, 299}));
+  results.set(0, extentOf(0), matchesAt({5, 50}));
+  results.set(1, extentOf(1), {});
+  results.set(2, extentOf(2), matchesAt({200, 299}));
   return results;
 }
 
@@ -58,7 +62,7 @@ TEST(FindResults, EndAWalkWhereThereIsNoMoreMatch) {
 
 TEST(FindResults, StopAWalkAtTheFirstSegmentThatIsNotKnown) {
   FindResults results;
-  results.set(3, matchesAt({310}));
+  results.set(3, extentOf(3), matchesAt({310}));
   EXPECT_EQ(results.lastBefore(3, 310).missing, 2U);
   EXPECT_EQ(results.firstFrom(3, 311, 6).missing, 4U);
   EXPECT_EQ(results.firstFrom(0, 0, 6).missing, 0U);
@@ -66,7 +70,7 @@ TEST(FindResults, StopAWalkAtTheFirstSegmentThatIsNotKnown) {
 
 TEST(FindResults, ReplaceWhatWasKnownOfASegment) {
   FindResults results = someResults();
-  results.set(2, matchesAt({250}));
+  results.set(2, extentOf(2), matchesAt({250}));
   EXPECT_EQ(results.count(), 3U);
   EXPECT_EQ(results.countIn(2), 1U);
   EXPECT_EQ(results.firstFrom(2, 200, 3).match, (FindMatch{250, 251}));
@@ -74,10 +78,10 @@ TEST(FindResults, ReplaceWhatWasKnownOfASegment) {
 
 TEST(FindResults, NumberAMatchOnceEverythingBeforeItIsKnown) {
   FindResults results;
-  results.set(2, matchesAt({200, 299}));
-  results.set(1, matchesAt({150}));
+  results.set(2, extentOf(2), matchesAt({200, 299}));
+  results.set(1, extentOf(1), matchesAt({150}));
   EXPECT_EQ(results.countBefore(2, 299), std::nullopt);
-  results.set(0, matchesAt({5, 50}));
+  results.set(0, extentOf(0), matchesAt({5, 50}));
   EXPECT_EQ(results.countBefore(2, 299), 4U);
   EXPECT_EQ(results.countBefore(0, 5), 0U);
 }
@@ -90,7 +94,7 @@ TEST(FindResults, KeepCountsAndForgetMatchesBeyondTheirLimit) {
     for (std::uint64_t i = 0; i < kInSegment; ++i) {
       matches.push_back({segment * kInSegment + i, segment * kInSegment + i + 1});
     }
-    results.set(segment, std::move(matches));
+    results.set(segment, {segment * kInSegment, (segment + 1) * kInSegment}, std::move(matches));
     ASSERT_NE(results.matchesIn(segment), nullptr);
   }
   EXPECT_EQ(results.count(), 10 * kInSegment);
@@ -110,11 +114,37 @@ TEST(FindResults, KeepCountsAndForgetMatchesBeyondTheirLimit) {
 
 TEST(FindResults, KeepTheLatestSegmentHoweverLargeItIs) {
   FindResults results;
-  results.set(0, std::vector<FindMatch>(FindResults::kKeptMatches + 1, FindMatch{1, 2}));
+  results.set(0, extentOf(0), std::vector<FindMatch>(FindResults::kKeptMatches + 1, FindMatch{1, 2}));
   EXPECT_NE(results.matchesIn(0), nullptr);
-  results.set(1, matchesAt({100}));
+  results.set(1, extentOf(1), matchesAt({100}));
   EXPECT_EQ(results.matchesIn(0), nullptr);
   EXPECT_NE(results.matchesIn(1), nullptr);
+}
+
+TEST(FindResults, TellWhereMatchesAreOneByOneWhileThereAreFew) {
+  EXPECT_EQ(someResults().spread(), matchesAt({5, 50, 200, 299}));
+  EXPECT_TRUE(FindResults().spread().empty());
+}
+
+TEST(FindResults, TellThePartsOfSegmentsThatHaveMatchesWhenThereAreMany) {
+  FindResults results;
+  std::vector<FindMatch> matches;
+  for (std::uint64_t i = 0; i < 5000; ++i) {
+    matches.push_back({i, i + 1});
+  }
+  matches.push_back({63'999, 64'000});
+  results.set(0, {0, 64'000}, matches);
+  const std::vector<FindMatch> expected{{0, 1000},    {1000, 2000}, {2000, 3000},
+                                        {3000, 4000}, {4000, 5000}, {63'000, 64'000}};
+  EXPECT_EQ(results.spread(), expected);
+}
+
+TEST(FindResults, TellWholeSegmentsWhenThoseAreManyToo) {
+  FindResults results;
+  std::vector<FindMatch> matches(5000, FindMatch{1000, 1001});
+  results.set(10, extentOf(10), matches);
+  results.set(80, extentOf(80), matchesAt({8050}));
+  EXPECT_EQ(results.spread(), (std::vector<FindMatch>{extentOf(10), extentOf(80)}));
 }
 
 TEST(FindResults, EqualAPlainListUnderRandomUse) {
@@ -130,7 +160,7 @@ TEST(FindResults, EqualAPlainListUnderRandomUse) {
         matches.push_back({at, at + 1});
         all.push_back(at);
       }
-      results.set(segment, matches);
+      results.set(segment, extentOf(segment), matches);
     }
     ASSERT_EQ(results.count(), all.size());
     for (std::uint64_t at = 0; at < kSegments * kLength; at += random() % 20) {

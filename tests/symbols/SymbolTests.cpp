@@ -32,6 +32,9 @@ const QStringList kUsed{
     QStringLiteral("info.circle"),
     QStringLiteral("trash"),
     QStringLiteral("exclamationmark.triangle"),
+    QStringLiteral("chevron.up"),
+    QStringLiteral("chevron.down"),
+    QStringLiteral("xmark"),
 };
 
 QImage painted(const QIcon& icon, QSize size, double ratio = 1, QIcon::Mode mode = QIcon::Normal) {

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "view/canvas/CanvasMarks.h"
 #include "view/canvas/RowSource.h"
 #include "view/canvas/ScrollModel.h"
 
@@ -12,6 +13,7 @@ namespace zolt {
 struct RowKey {
   CanvasRange text;
   CanvasRange selected;  ///< the selected part of it
+  RowMarks marks{};
 
   friend bool operator==(const RowKey&, const RowKey&) = default;
 };

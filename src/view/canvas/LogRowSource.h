@@ -22,6 +22,7 @@ class LogRowSource : public RowSource {
   RowContent content(CanvasRow row) override;
   CanvasRange rowRange(CanvasRow row) override;
   CanvasRow rowAt(CanvasPosition position) override { return m_index.rowAt(position); }
+  CanvasRow roughRowAt(CanvasPosition position) const override { return m_index.roughRowAt(position); }
   CanvasPosition positionAt(CanvasRow row, int column) override;
   int columnAt(CanvasRow row, CanvasPosition position) override;
 

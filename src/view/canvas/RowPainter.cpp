@@ -30,9 +30,25 @@ void RowPainter::paint(const RowContent& row, QPoint origin, ColumnRange selecte
   for (const StyledPiece& piece : row.pieces) {
     // Clear text is there for copying, not for seeing.
     if (piece.attributes.foreground.alpha <= 0) continue;
-    paintText(piece, origin);
-    paintLines(piece, origin);
+    const QColor color = toQColor(piece.attributes.foreground);
+    paintText(piece, origin, color);
+    paintLines(piece, origin, color);
   }
+}
+
+void RowPainter::paintMark(const RowContent& row, QPoint origin, ColumnRange columns, QColor background, QColor text) {
+  const CellMetrics& cell = m_fonts.metrics();
+  const QRect area(origin.x() + columns.begin * cell.width, origin.y(), (columns.end - columns.begin) * cell.width,
+                   cell.height);
+  m_painter.save();
+  m_painter.setClipRect(area, Qt::IntersectClip);
+  m_painter.fillRect(area, background);
+  for (const StyledPiece& piece : row.pieces) {
+    if (piece.column >= columns.end || piece.column + widthOf(piece) <= columns.begin) continue;
+    paintText(piece, origin, text);
+    paintLines(piece, origin, text);
+  }
+  m_painter.restore();
 }
 
 void RowPainter::paintBackgrounds(const RowContent& row, QPoint origin) {
@@ -44,7 +60,7 @@ void RowPainter::paintBackgrounds(const RowContent& row, QPoint origin) {
   }
 }
 
-void RowPainter::paintText(const StyledPiece& piece, QPoint origin) {
+void RowPainter::paintText(const StyledPiece& piece, QPoint origin, QColor color) {
   const CellMetrics& cell = m_fonts.metrics();
   const FontFace& face = piece.attributes.font;
   m_glyphs.clear();
@@ -61,15 +77,15 @@ void RowPainter::paintText(const StyledPiece& piece, QPoint origin) {
   if (m_glyphs.empty()) return;
   m_run.setRawFont(m_fonts.font(face.weight, face.slant));
   m_run.setRawData(m_glyphs.data(), m_positions.data(), static_cast<int>(m_glyphs.size()));
-  m_painter.setPen(toQColor(piece.attributes.foreground));
+  m_painter.setPen(color);
   m_painter.drawGlyphRun(QPointF(0, 0), m_run);
 }
 
-void RowPainter::paintLines(const StyledPiece& piece, QPoint origin) {
+void RowPainter::paintLines(const StyledPiece& piece, QPoint origin, QColor color) {
   const CellMetrics& cell = m_fonts.metrics();
   const auto line = [&](int top) {
     m_painter.fillRect(origin.x() + piece.column * cell.width, origin.y() + top, widthOf(piece) * cell.width,
-                       cell.lineThickness, toQColor(piece.attributes.foreground));
+                       cell.lineThickness, color);
   };
   if (piece.attributes.underline == Line::Single) line(cell.underlineTop);
   if (piece.attributes.strikethrough == Line::Single) line(cell.strikethroughTop);

@@ -25,13 +25,16 @@ class RowPainter {
   /// Paints a row with its top left corner at `origin`: backgrounds, the selection over them, then the text.
   void paint(const RowContent& row, QPoint origin, ColumnRange selected);
 
+  /// Paints columns of a row once more, the text in one colour on another: a mark that is seen whatever it marks.
+  void paintMark(const RowContent& row, QPoint origin, ColumnRange columns, QColor background, QColor text);
+
   /// Clamped to what a screen can show.
   static QColor toQColor(const Color& color);
 
  private:
   void paintBackgrounds(const RowContent& row, QPoint origin);
-  void paintText(const StyledPiece& piece, QPoint origin);
-  void paintLines(const StyledPiece& piece, QPoint origin);
+  void paintText(const StyledPiece& piece, QPoint origin, QColor color);
+  void paintLines(const StyledPiece& piece, QPoint origin, QColor color);
 
   QPainter& m_painter;
   CanvasFonts& m_fonts;

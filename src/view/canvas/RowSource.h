@@ -62,6 +62,8 @@ class RowSource {
   /// The characters of a row, without the cost of its content.
   virtual CanvasRange rowRange(CanvasRow row) = 0;
   virtual CanvasRow rowAt(CanvasPosition position) = 0;
+  /// About the row that shows `position`, without looking at text.
+  virtual CanvasRow roughRowAt(CanvasPosition position) const = 0;
   /// The position in `row` before the first character at `column` or after it; the end of the row when there is none.
   virtual CanvasPosition positionAt(CanvasRow row, int column) = 0;
   /// The column of `position` in `row`; 0 before the row, the column after its last character behind it.

@@ -171,6 +171,7 @@ void TextCanvas::layOut() {
       m_rows.push_back(m_source->content(row));
       const CanvasRange range = m_rows.back().range;
       m_frame.rows.push_back({.text = range, .selected = m_selection.within(range)});
+      if (m_marks != nullptr) m_frame.rows.back().marks = m_marks->marksIn(range);
     }
     if (m_source->generation() == generation) break;
   }
@@ -232,6 +233,7 @@ void TextCanvas::paintEvent(QPaintEvent* event) {
                     .end = m_source->columnAt(number, key.selected.end)};
       }
       rows.paint(m_rows[static_cast<std::size_t>(row)], at, selected);
+      paintMarks(rows, static_cast<std::size_t>(row), at);
     }
   }
   paintPreedit(painter);

@@ -15,6 +15,7 @@
 
 namespace zolt {
 
+class CanvasMarks;
 class ThinScrollBar;
 
 /// A size in characters and in device pixels.
@@ -63,6 +64,18 @@ class TextCanvas : public QAbstractScrollArea {
   /// Makes the frame that is due now instead of at the next refresh.
   void makeFrameNow();
 
+  /// Marks what `marks` says, or nothing; it must outlive the canvas or be taken away.
+  void setMarks(CanvasMarks* marks);
+  /// Tells that the marks are others.
+  void marksChanged();
+  /// Shows the places of these ranges in the scroll bar.
+  void markScrollBar(const std::vector<CanvasRange>& ranges);
+  /// Scrolls, if need be, so that `range` is in view and below the topmost `covered` logical pixels, with something
+  /// around it.
+  void reveal(CanvasRange range, int covered);
+  /// The text in view.
+  CanvasRange rangeInView();
+
   const Selection& selection() const { return m_selection; }
   void select(CanvasRange range);
   QString selectedText() const;
@@ -70,8 +83,8 @@ class TextCanvas : public QAbstractScrollArea {
   Q_INVOKABLE void selectAll();
   Q_INVOKABLE void paste();
 
-  /// While held, a new room for text is not announced; when no longer, the last one is. For changes in steps that are one
-  /// change to the user.
+  /// While held, a new room for text is not announced; when no longer, the last one is. For changes in steps that are
+  /// one change to the user.
   void holdGridSize(bool held);
 
   /// The position nearest to a point of the viewport, in logical pixels.
@@ -124,6 +137,7 @@ class TextCanvas : public QAbstractScrollArea {
   void setOffset(Pixels offset);
   Pixels toDevice(double logical) const;
   void updateRows(const std::vector<std::size_t>& rows);
+  void paintMarks(class RowPainter& painter, std::size_t row, QPoint origin);
   void paintPreedit(QPainter& painter);
   void selectionChanged();
   CanvasRange unitAt(CanvasPosition position, SelectionUnit unit) const;
@@ -151,6 +165,8 @@ class TextCanvas : public QAbstractScrollArea {
   std::vector<RowContent> m_rows;  // of m_frame
   bool m_frameValid = false;
   bool m_updatingBar = false;
+
+  CanvasMarks* m_marks = nullptr;
 
   Selection m_selection;
   bool m_selectionStarted = false;   // there is an origin that a click with Shift can extend from

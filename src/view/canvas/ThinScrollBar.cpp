@@ -4,6 +4,8 @@
 #include <QStyleOptionSlider>
 #include <algorithm>
 #include <chrono>
+#include <cmath>
+#include <utility>
 
 namespace zolt {
 
@@ -11,9 +13,12 @@ namespace {
 
 constexpr int kThumbWidth = 6;
 constexpr int kShortestThumb = 24;
+constexpr int kMarkWidth = 8;
+constexpr int kMarkHeight = 2;
 constexpr std::chrono::milliseconds kVisibleFor{1200};
 constexpr QRgb kThumb = 0x73FFFFFF;
 constexpr QRgb kThumbHeld = 0xB3FFFFFF;
+constexpr QRgb kFoundMark = 0xFFCFB04A;
 
 }  // namespace
 
@@ -41,6 +46,24 @@ void ThinScrollBar::flash() {
   update();
 }
 
+void ThinScrollBar::setMarks(std::vector<BarMark> marks) {
+  m_marks = std::move(marks);
+  update();
+}
+
+// Where several fall on the same pixels they are one.
+void ThinScrollBar::paintMarks(QPainter& painter) const {
+  const double length = height() - kMarkHeight;
+  double paintedTo = -1;
+  for (const BarMark& mark : m_marks) {
+    const double top = std::max(std::floor(mark.begin * length), paintedTo);
+    const double bottom = std::max(std::ceil(mark.end * length), top) + kMarkHeight;
+    if (bottom <= paintedTo) continue;
+    painter.fillRect(QRectF((width() - kMarkWidth) / 2.0, top, kMarkWidth, bottom - top), QColor::fromRgb(kFoundMark));
+    paintedTo = bottom;
+  }
+}
+
 QRect ThinScrollBar::thumb() const {
   QStyleOptionSlider option;
   initStyleOption(&option);
@@ -51,6 +74,7 @@ QRect ThinScrollBar::thumb() const {
 void ThinScrollBar::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.fillRect(rect(), Qt::black);
+  paintMarks(painter);
   const bool useful = maximum() > minimum();
   if (!useful || !(m_hovered || isSliderDown() || m_fade.isActive())) return;
   painter.setRenderHint(QPainter::Antialiasing);

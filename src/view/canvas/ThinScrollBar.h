@@ -2,6 +2,9 @@
 
 #include <QScrollBar>
 #include <QTimer>
+#include <vector>
+
+#include "view/canvas/CanvasMarks.h"
 
 namespace zolt {
 
@@ -21,6 +24,8 @@ class ThinScrollBar : public QScrollBar {
   QSize sizeHint() const override;
   /// Shows the thumb for a moment.
   void flash();
+  /// Shows places of the text, in order, until told otherwise.
+  void setMarks(std::vector<BarMark> marks);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -30,7 +35,9 @@ class ThinScrollBar : public QScrollBar {
 
  private:
   QRect thumb() const;
+  void paintMarks(QPainter& painter) const;
 
+  std::vector<BarMark> m_marks;
   QTimer m_fade;
   bool m_hovered = false;
 };

@@ -1,0 +1,228 @@
+#include "view/FindBar.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLocale>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "settings/views/FormColors.h"
+#include "symbols/Symbol.h"
+
+namespace zolt {
+
+namespace {
+
+constexpr int kDistance = 8;  // from the edges of what it lies on
+constexpr int kPadding = 6;
+constexpr int kSpacing = 2;
+constexpr int kRadius = 9;
+constexpr int kButtonHeight = 26;
+constexpr int kButtonWidth = 28;
+constexpr int kButtonRadius = 6;
+constexpr int kSymbolSize = 13;
+constexpr int kFieldWidth = 190;
+constexpr int kProgressWidth = 104;
+
+QString number(std::uint64_t count) {
+  return QLocale().toString(static_cast<qulonglong>(count));
+}
+
+}  // namespace
+
+FindBarButton::FindBarButton(const QString& symbolName, const QString& letters, const QString& name, QWidget* parent)
+    : QAbstractButton(parent), m_symbol(symbolName) {
+  setText(letters);
+  setToolTip(name);
+  setAccessibleName(name);
+  setFocusPolicy(Qt::TabFocus);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+QSize FindBarButton::sizeHint() const {
+  return {kButtonWidth + 2 * KeyboardFocus::margin, kButtonHeight + 2 * KeyboardFocus::margin};
+}
+
+void FindBarButton::paintEvent(QPaintEvent*) {
+  const FormColors colors(palette());
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  constexpr double kInset = KeyboardFocus::margin;
+  const QRectF shape = QRectF(rect()).adjusted(kInset, kInset, -kInset, -kInset);
+  painter.setPen(Qt::NoPen);
+  if (isChecked()) {
+    painter.setBrush(mixed(colors.card, colors.accent, isDown() ? 0.45 : 0.3));
+    painter.drawRoundedRect(shape, kButtonRadius, kButtonRadius);
+  } else if (isDown() || underMouse()) {
+    painter.setBrush(mixed(colors.card, colors.text, isDown() ? 0.2 : 0.1));
+    painter.drawRoundedRect(shape, kButtonRadius, kButtonRadius);
+  }
+  if (!m_symbol.isEmpty()) {
+    QRectF icon(0, 0, kSymbolSize, kSymbolSize);
+    icon.moveCenter(shape.center());
+    symbol(m_symbol, colors.text).paint(&painter, icon.toAlignedRect());
+  } else {
+    painter.setPen(isChecked() ? colors.text : colors.secondary);
+    painter.drawText(shape, Qt::AlignCenter, text());
+  }
+  m_focus.drawRing(painter, shape, kButtonRadius);
+}
+
+void FindBarButton::enterEvent(QEnterEvent* event) {
+  QAbstractButton::enterEvent(event);
+  update();
+}
+
+void FindBarButton::leaveEvent(QEvent* event) {
+  QAbstractButton::leaveEvent(event);
+  update();
+}
+
+FindBar::FindBar(QWidget* parent)
+    : QWidget(parent),
+      m_query(new TextField(this)),
+      m_progress(new SecondaryLabel(QString(), this)),
+      m_matchCase(addOption(QStringLiteral("Aa"), tr("Match case"))),
+      m_wholeWord(addOption(QStringLiteral("\u201CW\u201D"), tr("Whole word"))),
+      m_expression(addOption(QStringLiteral(".*"), tr("Regular expression"))),
+      m_problem(new QLabel(this)) {
+  setAccessibleName(tr("Find"));
+  setCursor(Qt::ArrowCursor);
+  m_query->setPlaceholderText(tr("Find"));
+  m_query->setAccessibleName(tr("Find"));
+  m_query->setMinimumWidth(90);
+  m_query->setMaxLength(static_cast<int>(FindPattern::kQueryBytes));
+  m_query->installEventFilter(this);
+  m_progress->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  m_progress->setObjectName(QStringLiteral("progress"));
+  m_problem->setObjectName(QStringLiteral("problem"));
+  m_problem->setWordWrap(true);
+  m_problem->setTextFormat(Qt::PlainText);
+  m_problem->setContentsMargins(kPadding + 4, 0, kPadding, kPadding);
+  m_problem->hide();
+
+  auto* backward = new FindBarButton(QStringLiteral("chevron.up"), QString(), tr("Previous match (Return)"), this);
+  auto* forward = new FindBarButton(QStringLiteral("chevron.down"), QString(), tr("Next match (Shift+Return)"), this);
+  auto* close = new FindBarButton(QStringLiteral("xmark"), QString(), tr("Close (Escape)"), this);
+  connect(backward, &QAbstractButton::clicked, this, &FindBar::backwardWanted);
+  connect(forward, &QAbstractButton::clicked, this, &FindBar::forwardWanted);
+  connect(close, &QAbstractButton::clicked, this, &FindBar::closeWanted);
+  connect(m_query, &QLineEdit::textChanged, this, &FindBar::queryChanged);
+
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+  column->setSpacing(0);
+  auto* row = new QHBoxLayout;
+  row->setSpacing(kSpacing);
+  row->addWidget(m_query, 3);
+  row->addWidget(m_progress, 1);
+  row->addSpacing(kPadding);
+  for (QWidget* button : {m_matchCase, m_wholeWord, m_expression, backward, forward, close}) {
+    row->addWidget(button);
+  }
+  column->addLayout(row);
+  column->addWidget(m_problem);
+}
+
+FindBarButton* FindBar::addOption(const QString& letters, const QString& name) {
+  auto* button = new FindBarButton(QString(), letters, name, this);
+  button->setCheckable(true);
+  connect(button, &QAbstractButton::toggled, this, &FindBar::queryChanged);
+  return button;
+}
+
+FindOptions FindBar::options() const {
+  return {.matchCase = m_matchCase->isChecked(),
+          .wholeWord = m_wholeWord->isChecked(),
+          .regularExpression = m_expression->isChecked()};
+}
+
+void FindBar::showProgress(const Progress& progress) {
+  showProblem(QString());
+  QString text;
+  if (progress.count == 0) {
+    text = progress.searching ? tr("Searching…") : tr("No matches");
+  } else if (progress.searching) {
+    text = tr("%1…").arg(number(progress.count));
+  } else if (progress.current) {
+    text = tr("%1 of %2").arg(number(*progress.current), number(progress.count));
+  } else {
+    text = number(progress.count);
+  }
+  m_progress->setText(text);
+}
+
+void FindBar::showProblem(const QString& sentence) {
+  if (!sentence.isEmpty()) m_progress->clear();
+  if (sentence == m_problem->text()) return;
+  m_problem->setText(sentence);
+  m_problem->setVisible(!sentence.isEmpty());
+  fit();
+}
+
+void FindBar::showNothing() {
+  showProblem(QString());
+  m_progress->clear();
+}
+
+void FindBar::placeIn(const QRect& area) {
+  m_area = area;
+  fit();
+}
+
+void FindBar::fit() {
+  constexpr int kButtons = 6;
+  const int buttonWidth = m_matchCase->sizeHint().width() + kSpacing;
+  const int wanted = 3 * kPadding + kFieldWidth + kProgressWidth + kButtons * buttonWidth + kSpacing;
+  const int width = std::clamp(wanted, std::min(minimumSizeHint().width(), m_area.width()),
+                               std::max(m_area.width() - 2 * kDistance, 1));
+  const int height = layout()->hasHeightForWidth() ? layout()->heightForWidth(width) : sizeHint().height();
+  setGeometry(m_area.right() + 1 - kDistance - width, m_area.top() + kDistance, width, height);
+}
+
+void FindBar::takeKeyboard(const QString& query) {
+  if (!query.isEmpty()) m_query->setText(query);
+  m_query->setFocus(Qt::ShortcutFocusReason);
+  m_query->selectAll();
+}
+
+bool FindBar::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == m_query && event->type() == QEvent::KeyPress) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
+      if ((key->modifiers() & Qt::ShiftModifier) != 0) {
+        Q_EMIT forwardWanted();
+      } else {
+        Q_EMIT backwardWanted();
+      }
+      return true;
+    }
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void FindBar::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) {
+    Q_EMIT closeWanted();
+  } else {
+    // No key that the bar makes nothing of goes on to what it lies on.
+    event->accept();
+  }
+}
+
+void FindBar::mousePressEvent(QMouseEvent* event) {
+  event->accept();
+}
+
+void FindBar::paintEvent(QPaintEvent*) {
+  const FormColors colors(palette());
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(colors.fieldBorder);
+  painter.setBrush(colors.card);
+  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
+}
+
+}  // namespace zolt

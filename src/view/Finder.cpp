@@ -1,0 +1,139 @@
+#include "view/Finder.h"
+
+#include <QEvent>
+#include <chrono>
+
+namespace zolt {
+
+namespace {
+
+// What grows is shown so often.
+constexpr std::chrono::milliseconds kShownEvery{80};
+constexpr qsizetype kLongestPhrase = 200;
+constexpr int kAroundBar = 4;  // logical pixels between the bar and a match
+
+}  // namespace
+
+Finder::Finder(TerminalNSTextView& view) : m_view(view), m_session(view.textStorage()) {
+  m_shownLater.setSingleShot(true);
+  m_shownLater.setInterval(kShownEvery);
+  connect(&m_shownLater, &QTimer::timeout, this, &Finder::showFindings);
+  connect(&m_session, &FindSession::resultsChanged, this, &Finder::searchChanged);
+  connect(&m_session, &FindSession::currentChanged, this, &Finder::showCurrent);
+  connect(&m_session, &FindSession::gaveUp, this, [this] {
+    if (m_bar) m_bar->showProblem(tr("This expression takes too long on lines as long as these."));
+  });
+  connect(&m_view, &TerminalNSTextView::textAppended, &m_session, &FindSession::textGrew);
+  m_view.installEventFilter(this);
+}
+
+Finder::~Finder() {
+  m_view.setMarks(nullptr);
+}
+
+void Finder::showBar() {
+  if (!m_bar) {
+    m_bar = new FindBar(m_view.parentWidget());
+    connect(m_bar, &FindBar::queryChanged, this, &Finder::searchAnew);
+    connect(m_bar, &FindBar::backwardWanted, &m_session, &FindSession::goBackward);
+    connect(m_bar, &FindBar::forwardWanted, &m_session, &FindSession::goForward);
+    connect(m_bar, &FindBar::closeWanted, this, &Finder::close);
+    m_bar->hide();
+  }
+  if (!m_bar->isHidden()) return;
+  m_from = m_view.rangeInView().end;
+  m_view.setMarks(&m_session);
+  m_bar->show();
+  m_bar->raise();
+  m_bar->placeIn(m_view.geometry());
+  searchAnew();
+}
+
+void Finder::open() {
+  showBar();
+  m_bar->takeKeyboard(selectedPhrase());
+}
+
+void Finder::findSelection() {
+  const QString phrase = selectedPhrase();
+  if (phrase.isEmpty()) return;
+  showBar();
+  m_from = m_view.selection().range().end;
+  m_bar->takeKeyboard(phrase);
+  m_view.setFocus();
+}
+
+void Finder::next() {
+  if (!isOpen()) return open();
+  m_session.goForward();
+}
+
+void Finder::previous() {
+  if (!isOpen()) return open();
+  m_session.goBackward();
+}
+
+void Finder::close() {
+  if (!isOpen()) return;
+  if (const auto match = m_session.current()) m_view.select({.begin = match->begin, .end = match->end});
+  m_session.stop();
+  m_view.setMarks(nullptr);
+  m_bar->hide();
+  m_view.setFocus();
+}
+
+// What is selected, where it is short and part of one line.
+QString Finder::selectedPhrase() const {
+  const CanvasRange range = m_view.selection().range();
+  if (range.end - range.begin > static_cast<CanvasPosition>(kLongestPhrase)) return {};
+  const QString phrase = m_view.selectedText();
+  return phrase.contains(QLatin1Char('\n')) ? QString() : phrase;
+}
+
+void Finder::searchAnew() {
+  const QString query = m_bar->query();
+  if (query.isEmpty()) {
+    m_session.stop();
+    m_bar->showNothing();
+    return;
+  }
+  const auto pattern = FindPattern::compile(query.toStdString(), m_bar->options());
+  if (!pattern) {
+    m_session.stop();
+    m_bar->showProblem(QString::fromStdString(pattern.reason()));
+    return;
+  }
+  m_bar->showProblem(QString());
+  m_session.search(pattern.value(), m_from);
+}
+
+// At once what is in view, and soon the rest.
+void Finder::searchChanged() {
+  m_view.marksChanged();
+  if (!m_shownLater.isActive()) m_shownLater.start();
+}
+
+void Finder::showFindings() {
+  if (!isOpen()) {
+    m_view.markScrollBar({});
+    return;
+  }
+  m_view.markScrollBar(m_session.spread());
+  if (!m_session.isActive()) return;
+  m_bar->showProgress(
+      {.current = m_session.numberOfCurrent(), .count = m_session.count(), .searching = m_session.isSearching()});
+}
+
+void Finder::showCurrent() {
+  const FindMatch match = *m_session.current();
+  m_view.reveal({.begin = match.begin, .end = match.end},
+                m_bar->geometry().bottom() + kAroundBar - m_view.geometry().top());
+  searchChanged();
+}
+
+bool Finder::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == &m_view && event->type() == QEvent::Resize && isOpen()) m_bar->placeIn(m_view.geometry());
+  return QObject::eventFilter(watched, event);
+}
+
+}  // namespace zolt

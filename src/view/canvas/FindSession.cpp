@@ -1,0 +1,270 @@
+#include "view/canvas/FindSession.h"
+
+#include <algorithm>
+#include <chrono>
+#include <ctime>
+#include <utility>
+
+#include "find/LogSearch.h"
+#include "platform/MainQueue.h"
+#include "platform/WorkerQueue.h"
+
+namespace zolt {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// A job goes on for so long, and then tells what it has found.
+constexpr std::chrono::milliseconds kJobTime{15};
+// The most segments of a job: more than a job comes to.
+constexpr std::size_t kJobSegments = 32;
+// How often what comes in is searched.
+constexpr std::chrono::milliseconds kTailInterval{100};
+// A segment takes a few milliseconds. What takes a thousand times as long would never come to an end.
+constexpr std::chrono::seconds kSegmentTime{4};
+
+// The processor time of this thread: what others do does not count.
+std::chrono::nanoseconds threadTime() {
+  timespec time{};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+  return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
+
+void addOnce(std::vector<std::size_t>& list, std::size_t segment) {
+  if (std::ranges::find(list, segment) == list.end()) list.push_back(segment);
+}
+
+std::size_t takeLast(std::vector<std::size_t>& list) {
+  const std::size_t last = list.back();
+  list.pop_back();
+  return last;
+}
+
+}  // namespace
+
+struct FindSession::Job {
+  FindPattern pattern;
+  TextExcerpt excerpt;
+  Segments segments;
+  std::shared_ptr<std::atomic<bool>> stop;
+};
+
+FindSession::FindSession(const TextStorage& text, QObject* parent) : QObject(parent), m_text(text) {
+  m_tailTimer.setSingleShot(true);
+  m_tailTimer.setInterval(kTailInterval);
+  connect(&m_tailTimer, &QTimer::timeout, this, &FindSession::searchTail);
+}
+
+FindSession::~FindSession() {
+  if (m_stop) *m_stop = true;
+}
+
+void FindSession::search(const FindPattern& pattern, CanvasPosition from) {
+  stop();
+  m_pattern = pattern;
+  m_from = from;
+  m_walk = Walk{.direction = Direction::Backward, .from = from};
+  m_firstOpen = m_unknownBelow = segmentCount(m_text);
+  walk();
+  pump();
+}
+
+void FindSession::stop() {
+  // A job that is under way goes on to the next place where it looks, and what it tells then is nobody's.
+  if (m_stop) *std::exchange(m_stop, nullptr) = true;
+  m_working = false;
+  m_pattern.reset();
+  m_results.clear();
+  m_current.reset();
+  m_walk.reset();
+  m_wanted.clear();
+  m_stale.clear();
+  m_tailTimer.stop();
+  Q_EMIT resultsChanged();
+}
+
+bool FindSession::isSearching() const {
+  return isActive() && (m_unknownBelow > 0 || m_walk);
+}
+
+void FindSession::textGrew() {
+  if (isActive() && !m_tailTimer.isActive()) m_tailTimer.start();
+}
+
+// The segments that were the last when they were searched, and those that have come since.
+void FindSession::searchTail() {
+  const std::size_t count = segmentCount(m_text);
+  for (std::size_t segment = m_firstOpen; segment < count; ++segment) {
+    if (m_results.isKnown(segment)) addOnce(m_stale, segment);
+  }
+  m_firstOpen = m_unknownBelow = count;
+  pump();
+}
+
+std::optional<FindSession::Segments> FindSession::nextSegments() {
+  while (m_unknownBelow > 0 && m_results.isKnown(m_unknownBelow - 1)) {
+    --m_unknownBelow;
+  }
+  while (!m_wanted.empty()) {
+    const std::size_t segment = takeLast(m_wanted);
+    if (m_results.matchesIn(segment) == nullptr) return Segments{.first = segment, .end = segment + 1};
+  }
+  if (!m_stale.empty()) {
+    const std::size_t segment = takeLast(m_stale);
+    return Segments{.first = segment, .end = segment + 1};
+  }
+  if (m_unknownBelow == 0) return std::nullopt;
+  Segments segments{.first = m_unknownBelow - 1, .end = m_unknownBelow};
+  while (segments.first > 0 && segments.end - segments.first < kJobSegments && !m_results.isKnown(segments.first - 1)) {
+    --segments.first;
+  }
+  return segments;
+}
+
+void FindSession::pump() {
+  if (!isActive() || m_working) return;
+  const std::optional<Segments> segments = nextSegments();
+  if (!segments) return;
+  // A segment stays as it is once it and the block behind it, to which a line is followed, are full.
+  const std::size_t fullBlocks = m_text.blockCount() - 1;
+  const std::size_t firstOpen = fullBlocks == 0 ? 0 : (fullBlocks - 1) / kSegmentBlocks;
+  if (segments->end > firstOpen) m_firstOpen = std::min(m_firstOpen, std::max(firstOpen, segments->first));
+  m_working = true;
+  m_stop = std::make_shared<std::atomic<bool>>(false);
+  auto job = std::make_shared<const Job>(Job{.pattern = *m_pattern,
+                                             .excerpt = excerptOfSegments(m_text, segments->first, segments->end),
+                                             .segments = *segments,
+                                             .stop = m_stop});
+  WorkerQueue::utility().async([job, owner = MainQueue::Owner(this), this] {
+    auto outcome = std::make_shared<Outcome>(run(*job));
+    MainQueue::async(owner, [job, outcome, this] {
+      if (!*job->stop) take(std::move(*outcome));
+    });
+  });
+}
+
+// On a worker's thread: nothing but the job is touched.
+FindSession::Outcome FindSession::run(const Job& job) {
+  Outcome outcome;
+  const Clock::time_point begun = Clock::now();
+  for (std::size_t segment = job.segments.end; segment-- > job.segments.first;) {
+    const std::chrono::nanoseconds before = threadTime();
+    FindInterrupt interrupt([&] { return *job.stop || threadTime() - before > kSegmentTime; });
+    Found found{
+        .segment = segment, .extent = {}, .matches = findInSegment(job.pattern, job.excerpt, segment, interrupt)};
+    if (interrupt.isGiven()) {
+      outcome.tookTooLong = true;
+      break;
+    }
+    const std::size_t first = segment * kSegmentBlocks;
+    const std::size_t last = std::min(first + kSegmentBlocks, job.excerpt.endBlock()) - 1;
+    found.extent = {job.excerpt.summary(first).start, job.excerpt.summary(last).end()};
+    outcome.found.push_back(std::move(found));
+    if (Clock::now() - begun > kJobTime) break;
+  }
+  return outcome;
+}
+
+void FindSession::take(Outcome outcome) {
+  m_working = false;
+  for (Found& found : outcome.found) {
+    m_results.set(found.segment, found.extent, std::move(found.matches));
+  }
+  if (outcome.tookTooLong) {
+    stop();
+    Q_EMIT gaveUp();
+    return;
+  }
+  walk();
+  pump();
+  Q_EMIT resultsChanged();
+}
+
+void FindSession::go(Direction direction) {
+  if (!isActive()) return;
+  const bool backward = direction == Direction::Backward;
+  const CanvasPosition from = m_current ? (backward ? m_current->begin : m_current->begin + 1) : m_from;
+  m_walk = Walk{.direction = direction, .from = from};
+  walk();
+  pump();
+}
+
+// Goes on with the walk that is under way as far as the results reach.
+void FindSession::walk() {
+  while (m_walk) {
+    const std::size_t segment = segmentAt(m_text, m_walk->from);
+    const bool backward = m_walk->direction == Direction::Backward;
+    const FindResults::Step step = backward ? m_results.lastBefore(segment, m_walk->from)
+                                            : m_results.firstFrom(segment, m_walk->from, segmentCount(m_text));
+    if (step.match) {
+      m_walk.reset();
+      setCurrent(*step.match);
+    } else if (step.missing) {
+      addOnce(m_wanted, *step.missing);
+      return;
+    } else if (std::exchange(m_walk->wrapped, true)) {
+      m_walk.reset();
+    } else {
+      m_walk->from = backward ? m_text.size() : 0;
+    }
+  }
+}
+
+void FindSession::setCurrent(const FindMatch& match) {
+  m_current = match;
+  Q_EMIT currentChanged();
+}
+
+std::optional<std::uint64_t> FindSession::numberOfCurrent() const {
+  if (!m_current) return std::nullopt;
+  const auto before = m_results.countBefore(segmentAt(m_text, m_current->begin), m_current->begin);
+  return before ? std::optional(*before + 1) : std::nullopt;
+}
+
+std::vector<CanvasRange> FindSession::spread() const {
+  std::vector<CanvasRange> ranges;
+  for (const FindMatch& place : m_results.spread()) {
+    ranges.push_back({.begin = place.begin, .end = place.end});
+  }
+  return ranges;
+}
+
+// The segment's matches; where they are not at hand they will be, and this is told then.
+const std::vector<FindMatch>* FindSession::matchesIn(std::size_t segment) {
+  const std::vector<FindMatch>* matches = m_results.matchesIn(segment);
+  if (matches == nullptr && segment < segmentCount(m_text)) {
+    addOnce(m_wanted, segment);
+    pump();
+  }
+  return matches;
+}
+
+RowMarks FindSession::marksIn(CanvasRange row) {
+  RowMarks marks;
+  if (!isActive() || row.empty()) return marks;
+  const auto take = [&](const FindMatch& match) {
+    const CanvasRange part{.begin = std::max(match.begin, row.begin), .end = std::min(match.end, row.end)};
+    if (part.empty()) return;
+    if (m_current && match == *m_current) {
+      marks.current = part;
+    } else {
+      marks.found.push_back(part);
+    }
+  };
+  const std::size_t first = segmentAt(m_text, row.begin);
+  const std::size_t last = segmentAt(m_text, row.end - 1);
+  for (std::size_t segment = first == 0 ? 0 : first - 1; segment <= last; ++segment) {
+    // Of the segment before, only a match that reaches into the row is of interest.
+    const std::vector<FindMatch>* matches = segment < first ? m_results.matchesIn(segment) : matchesIn(segment);
+    if (matches == nullptr) continue;
+    auto match = std::ranges::lower_bound(*matches, row.begin, {}, &FindMatch::begin);
+    if (match != matches->begin()) --match;
+    for (; match != matches->end() && match->begin < row.end; ++match) {
+      take(*match);
+    }
+  }
+  return marks;
+}
+
+}  // namespace zolt

@@ -1,0 +1,113 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "find/FindPattern.h"
+#include "find/FindResults.h"
+#include "history/TextStorage.h"
+#include "view/canvas/CanvasMarks.h"
+
+namespace zolt {
+
+/// A search of a text that grows: what has been found so far, and the match that one is at.
+///
+/// The text is searched on another thread, the newest first, a few milliseconds' worth at a time; what comes meanwhile
+/// is searched soon after it has come. Whoever walks or looks somewhere is served first. Main thread.
+class FindSession : public QObject, public CanvasMarks {
+  Q_OBJECT
+
+ public:
+  /// `text` must outlive the session.
+  explicit FindSession(const TextStorage& text, QObject* parent = nullptr);
+  ~FindSession() override;
+
+  /// Looks for `pattern` from now on, and goes to the last match that begins before `from`, else to the first.
+  void search(const FindPattern& pattern, CanvasPosition from);
+  /// Looks for nothing.
+  void stop();
+  bool isActive() const { return m_pattern.has_value(); }
+  /// Tells that the text has grown.
+  void textGrew();
+
+  /// Matches found so far.
+  std::uint64_t count() const { return m_results.count(); }
+  /// Whether there is text that has not been searched, beyond what has just come.
+  bool isSearching() const;
+  /// The match that one is at; none at first, or where there is none.
+  std::optional<FindMatch> current() const { return m_current; }
+  /// Its number, from 1 at the top; nothing until all text before it has been searched.
+  std::optional<std::uint64_t> numberOfCurrent() const;
+  /// To the match before or after the current one, around the ends. Where that is not known yet, as soon as it is.
+  void goBackward() { go(Direction::Backward); }
+  void goForward() { go(Direction::Forward); }
+
+  /// Where matches are, for a scroll bar.
+  std::vector<CanvasRange> spread() const;
+  RowMarks marksIn(CanvasRange row) override;
+
+ Q_SIGNALS:
+  /// More is known, or something else is sought.
+  void resultsChanged();
+  /// One is at another match.
+  void currentChanged();
+  /// The search was given up: the pattern takes too long on this text.
+  void gaveUp();
+
+ private:
+  enum class Direction { Backward, Forward };
+
+  // A walk that waits for a segment to be searched.
+  struct Walk {
+    Direction direction = Direction::Backward;
+    CanvasPosition from = 0;
+    bool wrapped = false;
+  };
+  struct Segments {
+    std::size_t first = 0;
+    std::size_t end = 0;
+  };
+  struct Found {
+    std::size_t segment = 0;
+    FindMatch extent;
+    std::vector<FindMatch> matches;
+  };
+  struct Job;
+  struct Outcome {
+    std::vector<Found> found;
+    bool tookTooLong = false;
+  };
+
+  static Outcome run(const Job& job);
+  void take(Outcome outcome);
+  void pump();
+  std::optional<Segments> nextSegments();
+  void searchTail();
+  void go(Direction direction);
+  void walk();
+  void setCurrent(const FindMatch& match);
+  const std::vector<FindMatch>* matchesIn(std::size_t segment);
+
+  const TextStorage& m_text;
+  std::optional<FindPattern> m_pattern;
+  FindResults m_results;
+  std::optional<FindMatch> m_current;
+  CanvasPosition m_from = 0;
+  std::optional<Walk> m_walk;
+
+  std::shared_ptr<std::atomic<bool>> m_stop;  // of the job that is under way
+  bool m_working = false;
+  std::vector<std::size_t> m_wanted;  // somebody looks there: to be searched first, the latest wish at the end
+  std::vector<std::size_t> m_stale;   // known, but text has come since
+  std::size_t m_unknownBelow = 0;     // segments from here on are known
+  std::size_t m_firstOpen = 0;        // known segments from here on change when text comes
+  QTimer m_tailTimer;
+};
+
+}  // namespace zolt

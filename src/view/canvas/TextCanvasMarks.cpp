@@ -1,0 +1,78 @@
+// What is found: marked in the text and in the scroll bar, and brought into view.
+#include <algorithm>
+
+#include "view/canvas/CanvasMarks.h"
+#include "view/canvas/RowPainter.h"
+#include "view/canvas/TextCanvas.h"
+#include "view/canvas/ThinScrollBar.h"
+
+namespace zolt {
+
+namespace {
+
+// Black text on either: it can be read on a bright ground whatever colour it had.
+constexpr QRgb kFound = 0xFFCFB04A;
+constexpr QRgb kCurrent = 0xFFFF7F24;
+// What comes into view stands this far down.
+constexpr double kRevealedAt = 1.0 / 3;
+
+}  // namespace
+
+void TextCanvas::setMarks(CanvasMarks* marks) {
+  m_marks = marks;
+  marksChanged();
+}
+
+void TextCanvas::marksChanged() {
+  m_pacer.request();
+}
+
+void TextCanvas::markScrollBar(const std::vector<CanvasRange>& ranges) {
+  std::vector<BarMark> marks;
+  marks.reserve(ranges.size());
+  m_source->sync();
+  const auto rows = static_cast<double>(m_source->rowCount());
+  const auto place = [&](CanvasPosition position) {
+    return static_cast<double>(m_source->roughRowAt(position)) / rows;
+  };
+  for (const CanvasRange& range : ranges) {
+    marks.push_back({.begin = place(range.begin), .end = place(range.end)});
+  }
+  m_bar->setMarks(std::move(marks));
+}
+
+void TextCanvas::reveal(CanvasRange range, int covered) {
+  m_source->sync();
+  const Pixels height = toDevice(viewport()->height());
+  const Pixels rowHeight = m_fonts->metrics().height;
+  const Pixels top = m_source->rowAt(range.begin) * rowHeight + toDevice(inset);
+  const Pixels offset = offsetNow();
+  if (top >= offset + toDevice(covered) && top + rowHeight <= offset + height) return;
+  // Asked again: looking there may have moved rows.
+  scrollTo(m_source->rowAt(range.begin) * rowHeight -
+           std::max(static_cast<Pixels>(static_cast<double>(height) * kRevealedAt), toDevice(covered)));
+}
+
+CanvasRange TextCanvas::rangeInView() {
+  makeFrameNow();
+  if (m_rows.empty()) return {};
+  return {.begin = m_rows.front().range.begin, .end = m_rows.back().range.end};
+}
+
+void TextCanvas::paintMarks(RowPainter& painter, std::size_t row, QPoint origin) {
+  const RowKey& key = m_frame.rows[row];
+  if (key.marks == RowMarks()) return;
+  const CanvasRow number = m_source->rowAt(key.text.begin);
+  const auto paint = [&](CanvasRange range, QRgb color) {
+    if (range.empty()) return;
+    const ColumnRange columns{.begin = m_source->columnAt(number, range.begin),
+                              .end = m_source->columnAt(number, range.end)};
+    painter.paintMark(m_rows[row], origin, columns, QColor::fromRgb(color), Qt::black);
+  };
+  for (const CanvasRange& found : key.marks.found) {
+    paint(found, kFound);
+  }
+  paint(key.marks.current, kCurrent);
+}
+
+}  // namespace zolt
