@@ -1,5 +1,6 @@
-// find FOLDER: searching a log in memory, fed in blocks as the history keeps them, against grep -c on the same text as
-// a file. Both count; grep counts lines, so what is sought stands at most once in a line.
+// find FOLDER: searching a log in memory, fed in blocks as the history keeps them, and in a history that has compressed
+// them, against grep -c on the same text as a file. Both count; grep counts lines, so what is sought stands at most
+// once in a line.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -10,6 +11,7 @@
 #include "Measure.h"
 #include "Samples.h"
 #include "find/FindScanner.h"
+#include "find/LogSearch.h"
 
 namespace {
 
@@ -79,27 +81,48 @@ std::size_t scannerCount(const Search& search, std::string_view text) {
   return count + matches.size();
 }
 
-void measure(const Search& search, const std::string& text, const std::string& file) {
-  std::vector<double> ratios;
-  std::size_t ours = 0;
-  std::size_t theirs = 0;
-  for (int round = 0; round < kRounds; ++round) {
-    const double grep = zolt::bench::secondsFor([&] { theirs = grepCount(search, file); });
-    ratios.push_back(zolt::bench::secondsFor([&] { ours = scannerCount(search, text); }) / grep);
-    if (ours != theirs) {
-      std::fprintf(stderr, "%s: %zu matches, and %zu of grep's\n", search.what, ours, theirs);
-      std::exit(1);
-    }
+// As a find bar has it searched, on one thread.
+std::size_t historyCount(const Search& search, const zolt::TextStorage& history) {
+  const auto pattern = zolt::FindPattern::compile(search.query, search.options);
+  zolt::FindInterrupt never;
+  std::size_t count = 0;
+  for (std::size_t segment = zolt::segmentCount(history); segment-- > 0;) {
+    const zolt::TextExcerpt excerpt = zolt::excerptOfSegments(history, segment, segment + 1);
+    count += zolt::findInSegment(pattern.value(), excerpt, segment, never).size();
   }
-  const std::string what = std::string("find, ") + search.what + " / grep -c " + search.grepOptions;
-  const double ratio = zolt::bench::median(ratios);
-  if (search.limit > 0) {
-    zolt::bench::printRow(what, ratio, "times", search.limit, true);
+  return count;
+}
+
+void tell(const std::string& what, double ratio, double limit) {
+  if (limit > 0) {
+    zolt::bench::printRow(what, ratio, "times", limit, true);
   } else {
     char value[32];
     std::snprintf(value, sizeof value, "%10.3f times", ratio);
     zolt::bench::printFact(what, value);
   }
+}
+
+void measure(const Search& search, const std::string& text, const zolt::TextStorage& history, const std::string& file) {
+  std::vector<double> ratios;
+  std::vector<double> historyRatios;
+  std::size_t theirs = 0;
+  const auto expect = [&](std::size_t ours) {
+    if (ours == theirs) return;
+    std::fprintf(stderr, "%s: %zu matches, and %zu of grep's\n", search.what, ours, theirs);
+    std::exit(1);
+  };
+  for (int round = 0; round < kRounds; ++round) {
+    const double grep = zolt::bench::secondsFor([&] { theirs = grepCount(search, file); });
+    std::size_t ours = 0;
+    ratios.push_back(zolt::bench::secondsFor([&] { ours = scannerCount(search, text); }) / grep);
+    expect(ours);
+    historyRatios.push_back(zolt::bench::secondsFor([&] { ours = historyCount(search, history); }) / grep);
+    expect(ours);
+  }
+  const std::string against = std::string(" / grep -c ") + search.grepOptions;
+  tell(std::string("find, ") + search.what + against, zolt::bench::median(ratios), search.limit);
+  tell("  the same in compressed blocks", zolt::bench::median(historyRatios), search.limit);
 }
 
 }  // namespace
@@ -109,8 +132,11 @@ int main(int argc, char** argv) {
   const std::string file = std::string(argv[1]) + "/find.log";
   const std::string text = logWithRareLines();
   zolt::bench::writeFile(file, text);
+  zolt::TextStorage history;
+  history.append(zolt::AttributedString(text, zolt::TextAttributes{}));
+  history.settle();
   for (const Search& search : kSearches) {
-    measure(search, text, file);
+    measure(search, text, history, file);
   }
   std::remove(file.c_str());
 }

@@ -18,6 +18,10 @@ struct FreeContext {
   void operator()(ZSTD_CCtx* context) const { ZSTD_freeCCtx(context); }
 };
 
+struct FreeDecompression {
+  void operator()(ZSTD_DCtx* context) const { ZSTD_freeDCtx(context); }
+};
+
 using Nonce = std::array<unsigned char, crypto_aead_xchacha20poly1305_ietf_NPUBBYTES>;
 
 Nonce nonceOf(std::uint64_t number) {
@@ -52,7 +56,9 @@ std::optional<std::string> decompressBlock(std::string_view frame) {
   const unsigned long long size = ZSTD_getFrameContentSize(frame.data(), frame.size());
   if (size == ZSTD_CONTENTSIZE_UNKNOWN || size == ZSTD_CONTENTSIZE_ERROR || size > kLargestBlock) return std::nullopt;
   std::string bytes(static_cast<std::size_t>(size), '\0');
-  const std::size_t done = ZSTD_decompress(bytes.data(), bytes.size(), frame.data(), frame.size());
+  // Made once a thread: it is larger than a block.
+  thread_local const std::unique_ptr<ZSTD_DCtx, FreeDecompression> context(ZSTD_createDCtx());
+  const std::size_t done = ZSTD_decompressDCtx(context.get(), bytes.data(), bytes.size(), frame.data(), frame.size());
   if (ZSTD_isError(done) != 0 || done != bytes.size()) return std::nullopt;
   return bytes;
 }
