@@ -8,8 +8,8 @@ namespace zolt {
 namespace {
 
 constexpr int kColumnsBeforeLayout = 80;
-// Blocks counted in one step in the background: about a millisecond's worth.
-constexpr std::size_t kRefinedAtOnce = 32;
+// Blocks counted in one step in the background: a few tenths of a millisecond, for each may have to be fetched.
+constexpr std::size_t kRefinedAtOnce = 4;
 // How far a word is followed in either direction.
 constexpr CanvasPosition kLongestWord = 4096;
 
