@@ -45,3 +45,8 @@ if(ZOLT_TESTS)
   find_package(GTest QUIET)
   zolt_need(GTest_FOUND "GoogleTest" libgtest-dev gtest-devel gtest googletest)
 endif()
+
+# Only for the benchmark of key presses, which is left out without it: not every system has it.
+if(ZOLT_BENCH)
+  pkg_check_modules(xcb IMPORTED_TARGET xcb xcb-xtest)
+endif()

@@ -16,7 +16,7 @@ packages_for() {
     apt-display) echo xvfb ;;
     apt-test)
       echo bash zsh fish xdotool xclip x11-apps procps dbus at-spi2-core python3-gi gir1.2-atspi-2.0 ;;
-    apt-bench) echo procps ;;
+    apt-bench) echo procps libxcb1-dev libxcb-xtest0-dev ;;
     apt-pictures) echo imagemagick xdotool dbus ;;
     dnf-build)
       echo gcc-c++ cmake ninja-build ccache pkgconf-pkg-config qt6-qtbase-devel qt6-qtsvg-devel utf8proc-devel \
@@ -24,7 +24,7 @@ packages_for() {
     dnf-wayland) echo qt6-qtwayland ;;
     dnf-display) echo xorg-x11-server-Xvfb ;;
     dnf-test) echo bash zsh fish xdotool xclip xwd procps-ng dbus-daemon at-spi2-core python3-gobject ;;
-    dnf-bench) echo procps-ng ;;
+    dnf-bench) echo procps-ng libxcb-devel ;;
     dnf-pictures) echo ImageMagick xdotool dbus-daemon ;;
     pacman-build)
       echo gcc cmake ninja ccache pkgconf qt6-base qt6-svg libutf8proc highway re2 nlohmann-json libsodium zstd ttf-dejavu \
@@ -32,7 +32,7 @@ packages_for() {
     pacman-wayland) echo qt6-wayland ;;
     pacman-display) echo xorg-server-xvfb ;;
     pacman-test) echo bash zsh fish xdotool xclip xorg-xwd procps-ng dbus at-spi2-core python-gobject ;;
-    pacman-bench) echo procps-ng ;;
+    pacman-bench) echo procps-ng libxcb ;;
     pacman-pictures) echo imagemagick xdotool dbus ;;
     brew-build) echo cmake ninja ccache pkg-config qt utf8proc highway re2 nlohmann-json libsodium zstd googletest ;;
     brew-test) echo bash zsh fish ;;

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <sys/types.h>
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace zolt::bench {
+
+/// A rectangle of a window or of the screen, in pixels.
+struct Area {
+  int x = 0;
+  int y = 0;
+  int width = 0;
+  int height = 0;
+
+  bool empty() const { return width <= 0 || height <= 0; }
+};
+
+/// The X display that DISPLAY names, as one who types and looks at it: without a window manager, and without any help
+/// of the programs shown. Whatever fails ends this process with a line that says what.
+class XDisplay {
+ public:
+  XDisplay();
+  ~XDisplay();
+  XDisplay(const XDisplay&) = delete;
+  XDisplay& operator=(const XDisplay&) = delete;
+
+  /// The top-level window on screen that says that it is `pid`'s (_NET_WM_PID), once it is there.
+  xcb_window_t waitForWindow(pid_t pid);
+  /// Puts a window there.
+  void place(xcb_window_t window, const Area& area);
+  /// Gives a window the keyboard, and makes sure that it has it.
+  void focus(xcb_window_t window);
+  /// Ends this process unless `window` has the keyboard.
+  void requireFocus(xcb_window_t window);
+
+  /// The key that types `character` without modifiers.
+  xcb_keycode_t keyFor(char character);
+  /// Has the server make a key event, as if from a keyboard. Does not wait for anything.
+  void press(xcb_keycode_t key);
+  void release(xcb_keycode_t key);
+
+  /// The pixels of the screen in `area`, row by row, as the server has them.
+  std::vector<std::uint32_t> pixels(const Area& area);
+
+ private:
+  template <class Reply>
+  Reply check(Reply reply, const char* what) const;
+  void fakeKey(std::uint8_t type, xcb_keycode_t key);
+
+  xcb_connection_t* m_connection;
+  xcb_screen_t* m_screen = nullptr;
+  xcb_atom_t m_processAtom = XCB_ATOM_NONE;
+};
+
+/// The smallest rectangle that holds every pixel in which two pictures of the same `area` differ, in the same
+/// coordinates as `area`; empty when there is none.
+Area differenceOf(const std::vector<std::uint32_t>& before, const std::vector<std::uint32_t>& after, const Area& area);
+
+}  // namespace zolt::bench

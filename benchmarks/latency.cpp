@@ -1,0 +1,241 @@
+// latency ZOLT GLYPHWINDOW FOLDER: from a key event in the X server to the changed pixel on its screen, in Zolt and in
+// the smallest Qt program that shows a key, all on screen at once and typed into in turn. Each key comes after a pause
+// of random length: no frame timer runs any more, or each is met at every phase.
+#include <spawn.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <numeric>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "Measure.h"
+#include "StartTime.h"
+#include "XDisplay.h"
+
+extern char** environ;
+
+namespace {
+
+using zolt::bench::Area;
+using zolt::bench::XDisplay;
+using namespace std::chrono_literals;
+
+// Windows lie one above the other, none over another.
+constexpr int kWindowWidth = 1280;
+constexpr int kWindowHeight = 250;
+
+constexpr int kWarmingRounds = 5;
+constexpr int kRounds = 120;  // with the warming ones and the first two keys: fewer than a row has columns
+constexpr double kKeyPatience = 1;
+constexpr auto kPause = 100ms;
+constexpr auto kLongestJitter = 50ms;
+constexpr auto kKeyHeld = 5ms;
+// Between two looks at the pixels, so that the X server and the program have the processors to themselves.
+constexpr auto kBetweenLooks = 40us;
+constexpr auto kStill = 300ms;
+constexpr char kKeys[] = {'x', 'o'};
+
+enum class Glyph { Stays, MovesOn };
+
+struct Program {
+  std::string name;
+  std::vector<std::string> command;
+  Glyph glyph;
+  pid_t pid = 0;
+  xcb_window_t window = XCB_WINDOW_NONE;
+  Area area{};   // of the window
+  Area first{};  // of the first glyph
+  int step = 0;  // to the next one, in pixels
+  int typed = 0;
+  std::vector<double> milliseconds{};
+  int looks = 0;  // at the pixels, in all those milliseconds
+};
+
+pid_t start(std::vector<std::string>& command) {
+  std::vector<char*> arguments;
+  for (std::string& word : command) {
+    arguments.push_back(word.data());
+  }
+  arguments.push_back(nullptr);
+  pid_t pid = 0;
+  if (posix_spawn(&pid, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0) {
+    std::perror(arguments[0]);
+    std::exit(1);
+  }
+  return pid;
+}
+
+// Waits until nothing in `area` changes for a while; the picture then.
+std::vector<std::uint32_t> stillPicture(XDisplay& display, const Area& area) {
+  std::vector<std::uint32_t> picture = display.pixels(area);
+  for (auto since = std::chrono::steady_clock::now(); std::chrono::steady_clock::now() - since < kStill;) {
+    std::this_thread::sleep_for(10ms);
+    std::vector<std::uint32_t> later = display.pixels(area);
+    if (later != picture) since = std::chrono::steady_clock::now();
+    picture = std::move(later);
+  }
+  return picture;
+}
+
+struct Change {
+  double milliseconds = 0;
+  int looks = 0;
+};
+
+// Types a key and waits until the picture of `watched` is another one.
+Change typeAndWatch(XDisplay& display, Program& program, const Area& watched) {
+  const xcb_keycode_t key = display.keyFor(kKeys[program.typed % 2]);
+  const std::vector<std::uint32_t> before = display.pixels(watched);
+  display.requireFocus(program.window);
+  const double pressed = zolt::bench::now();
+  display.press(key);
+  double seen = pressed;
+  int looks = 0;
+  for (bool changed = false; !changed;) {
+    std::this_thread::sleep_for(kBetweenLooks);
+    changed = display.pixels(watched) != before;
+    seen = zolt::bench::now();
+    ++looks;
+    if (!changed && seen - pressed > kKeyPatience) {
+      std::fprintf(stderr, "%s: key %d changed no pixel within %g s\n", program.name.c_str(), program.typed + 1,
+                   kKeyPatience);
+      std::exit(1);
+    }
+  }
+  ++program.typed;
+  std::this_thread::sleep_for(kKeyHeld);
+  display.release(key);
+  return {.milliseconds = (seen - pressed) * 1e3, .looks = looks};
+}
+
+// Types the first keys, to learn where glyphs appear.
+void findGlyphs(XDisplay& display, Program& program) {
+  const auto glyphOfNextKey = [&] {
+    const std::vector<std::uint32_t> before = stillPicture(display, program.area);
+    typeAndWatch(display, program, program.area);
+    return zolt::bench::differenceOf(before, stillPicture(display, program.area), program.area);
+  };
+  display.focus(program.window);
+  program.first = glyphOfNextKey();
+  if (program.glyph == Glyph::MovesOn) program.step = glyphOfNextKey().x - program.first.x;
+  const bool moves = program.step > 0;
+  if (program.first.width > kWindowHeight || moves != (program.glyph == Glyph::MovesOn)) {
+    std::fprintf(stderr, "%s: what a key changes is no glyph\n", program.name.c_str());
+    std::exit(1);
+  }
+}
+
+Area nextGlyph(const Program& program) {
+  Area area = program.first;
+  area.x += program.step * program.typed;
+  return area;
+}
+
+void typeInto(XDisplay& display, Program& program, std::chrono::microseconds jitter, bool counts) {
+  display.focus(program.window);
+  std::this_thread::sleep_for(kPause + jitter);
+  const Change change = typeAndWatch(display, program, nextGlyph(program));
+  if (!counts) return;
+  program.milliseconds.push_back(change.milliseconds);
+  program.looks += change.looks;
+}
+
+double percentile95(std::vector<double> values) {
+  std::ranges::sort(values);
+  return values[values.size() * 95 / 100];
+}
+
+double microsecondsOfALook(XDisplay& display, const Area& area) {
+  std::vector<double> looks;
+  for (int i = 0; i < 1000; ++i) {
+    looks.push_back(zolt::bench::secondsFor([&] { display.pixels(area); }) * 1e6);
+  }
+  return zolt::bench::median(looks);
+}
+
+void tell(const Program& program) {
+  char fact[64];
+  std::snprintf(fact, sizeof fact, "%.2f ms, 95%%: %.2f ms", zolt::bench::median(program.milliseconds),
+                percentile95(program.milliseconds));
+  zolt::bench::printFact("  " + program.name, fact);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 4) return 2;
+  for (const char* variable : {"XDG_CONFIG_HOME", "XDG_RUNTIME_DIR", "XDG_CACHE_HOME"}) {
+    setenv(variable, argv[3], 1);
+  }
+  setenv("QT_QPA_PLATFORM", "xcb", 1);
+  prctl(PR_SET_TIMERSLACK, 1);  // or 40 microseconds become 90
+
+  std::vector<Program> programs{
+      {.name = "Zolt, the terminal echoes", .command = {argv[1], "-e", "cat"}, .glyph = Glyph::MovesOn},
+      {.name = "Zolt, the program echoes",
+       .command = {argv[1], "-e", "sh", "-c", "stty -icanon -echo && exec cat"},
+       .glyph = Glyph::MovesOn},
+      {.name = "minimal Qt program", .command = {argv[2]}, .glyph = Glyph::Stays},
+      {.name = "minimal Qt program, only the glyph's cell", .command = {argv[2], "cell"}, .glyph = Glyph::Stays}};
+  const Program& zolt = programs[0];
+  const Program& zoltProgramEchoes = programs[1];
+  const Program& minimal = programs[2];
+  const Program& minimalCell = programs[3];
+
+  XDisplay display;
+  for (std::size_t i = 0; i < programs.size(); ++i) {
+    Program& program = programs[i];
+    program.area = {.x = 0, .y = static_cast<int>(i) * kWindowHeight, .width = kWindowWidth, .height = kWindowHeight};
+    program.pid = start(program.command);
+    program.window = display.waitForWindow(program.pid);
+    display.place(program.window, program.area);
+    findGlyphs(display, program);
+  }
+
+  std::mt19937 random(static_cast<unsigned>(zolt::bench::now() * 1e6));
+  std::uniform_int_distribution<int> jitter(0, std::chrono::microseconds(kLongestJitter).count());
+  std::vector<std::size_t> order{0, 1, 2, 3};
+  for (int round = -kWarmingRounds; round < kRounds; ++round) {
+    std::ranges::shuffle(order, random);
+    for (const std::size_t i : order) {
+      typeInto(display, programs[i], std::chrono::microseconds(jitter(random)), round >= 0);
+    }
+  }
+  const double look = microsecondsOfALook(display, nextGlyph(zolt));
+  for (const Program& program : programs) {
+    kill(program.pid, SIGTERM);
+    waitpid(program.pid, nullptr, 0);
+  }
+
+  const auto ratio = [](const Program& one, const Program& other) {
+    return zolt::bench::median(one.milliseconds) / zolt::bench::median(other.milliseconds);
+  };
+  const auto tellRatio = [&](const std::string& what, const Program& one, const Program& other) {
+    char fact[64];
+    std::snprintf(fact, sizeof fact, "%10.3f times", ratio(one, other));
+    zolt::bench::printFact(what, fact);
+  };
+  zolt::bench::printRow("key to picture / minimal Qt program", ratio(zolt, minimal), "times", 1.1, true);
+  tellRatio("  the same, where the program echoes", zoltProgramEchoes, minimal);
+  tellRatio("  against one that draws only the glyph's cell", zolt, minimalCell);
+  for (const Program& program : programs) {
+    tell(program);
+  }
+  double milliseconds = 0;
+  int looks = 0;
+  for (const Program& program : programs) {
+    milliseconds += std::reduce(program.milliseconds.begin(), program.milliseconds.end());
+    looks += program.looks;
+  }
+  char fact[64];
+  std::snprintf(fact, sizeof fact, "%.0f us, every %.0f us", look, milliseconds * 1e3 / looks);
+  zolt::bench::printFact("  one look at the pixels, and how often", fact);
+}
