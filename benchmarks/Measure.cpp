@@ -75,6 +75,16 @@ Cost costOfProgram(const std::vector<std::string>& command) {
   return cost;
 }
 
+Cost costBeyondStart(const std::vector<std::string>& terminal, const std::vector<std::string>& command) {
+  std::vector<std::string> work = terminal;
+  work.insert(work.end(), command.begin(), command.end());
+  std::vector<std::string> nothing = terminal;
+  nothing.emplace_back("true");
+  const Cost all = costOfProgram(work);
+  const Cost start = costOfProgram(nothing);
+  return {.wall = all.wall - start.wall, .cpu = all.cpu - start.cpu};
+}
+
 void printRow(const std::string& what, double value, const std::string& unit, double limit, bool smallerIsBetter) {
   const bool reached = smallerIsBetter ? value <= limit : value >= limit;
   std::printf("| %-58s | %10.3f %-12s | %s %-8g | %-6s |\n", what.c_str(), value, unit.c_str(),

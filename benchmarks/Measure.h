@@ -25,6 +25,8 @@ double cpuSecondsFor(const std::function<void()>& action);
 
 /// Runs a program to its end with its output thrown away. Ends this process when it cannot be run or fails.
 Cost costOfProgram(const std::vector<std::string>& command);
+/// What running `command` by `terminal` costs beyond running `true` by it: its own start and end fall out.
+Cost costBeyondStart(const std::vector<std::string>& terminal, const std::vector<std::string>& command);
 
 /// Prints one row of the table: what, how much, what is to be reached, and whether it is.
 void printRow(const std::string& what, double value, const std::string& unit, double limit, bool smallerIsBetter);

@@ -21,16 +21,8 @@ struct Pair {
 };
 
 Pair runPair(const std::string& zolt, const std::string& discard, const std::string& file) {
-  const auto net = [](const std::vector<std::string>& prefix, const std::string& path) {
-    std::vector<std::string> work = prefix;
-    work.insert(work.end(), {"cat", path});
-    std::vector<std::string> nothing = prefix;
-    nothing.emplace_back("true");
-    const Cost all = zolt::bench::costOfProgram(work);
-    const Cost start = zolt::bench::costOfProgram(nothing);
-    return Cost{.wall = all.wall - start.wall, .cpu = all.cpu - start.cpu};
-  };
-  return {.zolt = net({zolt, "-e"}, file), .discard = net({discard}, file)};
+  return {.zolt = zolt::bench::costBeyondStart({zolt, "-e"}, {"cat", file}),
+          .discard = zolt::bench::costBeyondStart({discard}, {"cat", file})};
 }
 
 void measure(const std::string& what, const std::string& text, double limit, char** argv) {
