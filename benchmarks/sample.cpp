@@ -1,0 +1,32 @@
+// sample KIND BYTES: prints about so many bytes of a sample text: plain, coloured or mixed.
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "Samples.h"
+
+namespace {
+
+struct Kind {
+  std::string_view name;
+  std::string (*text)(std::size_t bytes);
+};
+
+constexpr Kind kKinds[] = {
+    {"plain", zolt::bench::plainLog},
+    {"coloured", zolt::bench::colouredLog},
+    {"mixed", zolt::bench::mixedUtf8Log},
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 3) return 2;
+  for (const Kind& kind : kKinds) {
+    if (kind.name != argv[1]) continue;
+    const std::string text = kind.text(std::strtoull(argv[2], nullptr, 10));
+    return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0 ? 0 : 1;
+  }
+  return 2;
+}
