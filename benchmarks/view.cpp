@@ -1,0 +1,79 @@
+// view: the log view in a window over a hundred million lines: jumps and resizes, with what they paint.
+#include <QApplication>
+#include <algorithm>
+#include <cstdio>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "Measure.h"
+#include "Samples.h"
+#include "text/AttributedString.h"
+#include "view/TerminalNSTextView.h"
+
+namespace {
+
+constexpr std::uint64_t kLines = 100'000'000;
+constexpr std::size_t kSampleBytes = 64 << 20;
+constexpr int kJumps = 500;
+constexpr int kResizes = 60;
+
+double worst(const std::vector<double>& seconds) {
+  return 1000 * *std::ranges::max_element(seconds);
+}
+
+double middle(const std::vector<double>& seconds) {
+  return 1000 * zolt::bench::median(seconds);
+}
+
+void tell(const char* what, const std::vector<double>& seconds) {
+  zolt::bench::printRow(what, worst(seconds), "ms", 16, true);
+  char value[32];
+  std::snprintf(value, sizeof value, "%10.2f ms", middle(seconds));
+  zolt::bench::printFact("  in the middle", value);
+}
+
+// Paints what is due now, and not at the next refresh.
+void paint(zolt::TerminalNSTextView& view) {
+  view.makeFrameNow();
+  view.viewport()->repaint();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const QApplication application(argc, argv);
+  zolt::TerminalNSTextView view;
+  view.resize(900, 600);
+  view.show();
+  QApplication::processEvents();
+
+  const zolt::AttributedString sample(zolt::bench::plainLog(kSampleBytes), zolt::TextAttributes{});
+  while (view.textStorage().lineCount() <= kLines) {
+    view.append(sample);
+  }
+  paint(view);
+
+  std::mt19937_64 random(11);
+  std::vector<double> jumps;
+  for (int i = 0; i < kJumps; ++i) {
+    const auto offset = static_cast<zolt::Pixels>(random() % static_cast<std::uint64_t>(view.scrollMaximum()));
+    jumps.push_back(zolt::bench::secondsFor([&] {
+      view.scrollTo(offset);
+      paint(view);
+    }));
+  }
+  tell("view, 100 million lines: slowest of 500 jumps, painted", jumps);
+
+  std::vector<double> resizes;
+  for (int i = 0; i < kResizes; ++i) {
+    const int width = 300 + static_cast<int>(random() % 1200);
+    resizes.push_back(zolt::bench::secondsFor([&] {
+      view.resize(width, 600);
+      paint(view);
+    }));
+    // What the event loop then has to do is not the resize's.
+    QApplication::processEvents();
+  }
+  tell("view, 100 million lines: slowest of 60 resizes, painted", resizes);
+}
