@@ -13,8 +13,12 @@ namespace zolt {
 
 namespace {
 
-// Blocks that may wait for the worker before their owner has to compress as well.
+// Blocks that may wait for the worker before their owner has to compress as well, and what they may take: a block in
+// which every character has a style of its own is a hundred times as large as its text.
 constexpr std::size_t kMostWaiting = 64;
+constexpr std::size_t kMostWaitingBytes = std::size_t{64} << 20;
+// What blocks may take to be left as they are.
+constexpr std::size_t kHotBytes = std::size_t{8} << 20;
 
 }  // namespace
 
@@ -41,7 +45,14 @@ class BlockStore::State : public SteppedWork, public std::enable_shared_from_thi
   using Place = std::variant<Plain, Packed, Spilled, GivenUp>;
   using Lock = std::unique_lock<std::mutex>;
 
-  bool mayPack() const { return m_nextToPack + m_settings.hotBlocks < m_places.size(); }
+  bool mayPack() const {
+    return m_nextToPack + m_settings.hotBlocks < m_places.size() ||
+           (m_plainBytes > kHotBytes && m_nextToPack < m_places.size());
+  }
+  bool mustPack() const {
+    return m_nextToPack + m_settings.hotBlocks + kMostWaiting < m_places.size() ||
+           (m_plainBytes > kMostWaitingBytes && m_nextToPack < m_places.size());
+  }
   bool maySpill() const {
     return !m_settings.folder.empty() && m_memoryBytes > m_settings.memoryBudget && m_nextToSpill < m_places.size() &&
            std::holds_alternative<Packed>(m_places[m_nextToSpill]);
@@ -63,6 +74,7 @@ class BlockStore::State : public SteppedWork, public std::enable_shared_from_thi
   std::size_t m_nextToSpill = 0;  // blocks before it are in the file, or given up
   std::size_t m_oldestInFile = 0;
   std::size_t m_memoryBytes = 0;
+  std::size_t m_plainBytes = 0;  // of them in blocks that nobody compresses yet
   std::shared_ptr<SpillFile> m_file;
   std::uint64_t m_fileEnd = 0;
   // A stretch of the file whose blocks were given up. The oldest block in the file follows it, but for the jump from
@@ -76,8 +88,9 @@ class BlockStore::State : public SteppedWork, public std::enable_shared_from_thi
 void BlockStore::State::add(std::shared_ptr<const SealedBlock> block) {
   Lock lock(m_mutex);
   m_memoryBytes += block->memoryBytes();
+  m_plainBytes += block->memoryBytes();
   m_places.emplace_back(std::move(block));
-  while (m_places.size() - m_nextToPack > m_settings.hotBlocks + kMostWaiting) {
+  while (mustPack()) {
     pack(lock);
   }
   schedule();
@@ -107,6 +120,7 @@ bool BlockStore::State::step() {
 void BlockStore::State::pack(Lock& lock) {
   const std::size_t index = m_nextToPack++;
   const Plain plain = std::get<Plain>(m_places[index]);
+  m_plainBytes -= plain->memoryBytes();
   lock.unlock();
   auto packed = std::make_shared<const std::string>(compressBlock(plain->encoded()));
   lock.lock();

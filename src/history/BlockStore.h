@@ -26,7 +26,7 @@ class SealedBlock {
 struct HistorySettings {
   /// The most bytes of blocks in memory before the oldest move to a file.
   std::size_t memoryBudget = std::size_t{32} << 20;
-  /// The latest blocks, which stay as they are: what is on screen, and a little more.
+  /// The latest blocks, which stay as they are: what is on screen, and a little more. Fewer where they are large.
   std::size_t hotBlocks = 16;
   /// Where the file is made; empty: there is none, and everything stays in memory.
   std::string folder{};

@@ -108,6 +108,20 @@ TEST(BlockStore, KeepsTheLatestAsTheyAreAndCompressesTheRest) {
   EXPECT_EQ(store.read(0)->bytes, std::string(50'000, 'y'));
 }
 
+TEST(BlockStore, LeavesFewerAsTheyAreWhereTheyAreLarge) {
+  BlockStore store({.hotBlocks = 16});
+  constexpr std::size_t kLarge = std::size_t{3} << 20;
+  for (std::size_t number = 0; number < 10; ++number) {
+    store.add(std::make_shared<TextOnly>(std::string(kLarge, static_cast<char>('a' + number))));
+  }
+  store.settle();
+  EXPECT_EQ(store.usage().plainBlocks, 2U);
+  EXPECT_LT(store.usage().memoryBytes, 3 * kLarge);
+  for (std::size_t number = 0; number < 10; ++number) {
+    EXPECT_EQ(read(store, number), std::string(kLarge, static_cast<char>('a' + number)));
+  }
+}
+
 TEST(BlockStore, StaysInMemoryWithoutAFolder) {
   BlockStore store({.memoryBudget = 1, .hotBlocks = 0});
   add(store, 0, 50);
