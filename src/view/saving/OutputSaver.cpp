@@ -1,0 +1,146 @@
+#include "view/saving/OutputSaver.h"
+
+#include <unistd.h>
+
+#include <QFile>
+#include <atomic>
+#include <condition_variable>
+#include <mutex>
+#include <string>
+#include <utility>
+
+#include "emulation/SGREncoder.h"
+#include "history/OutputWriter.h"
+#include "platform/MainQueue.h"
+#include "platform/ReplacementFile.h"
+#include "view/saving/SaveErrorText.h"
+
+namespace zolt {
+
+namespace {
+
+// What is written goes to the disk bit by bit: the last wait is short then, and so is the wait for a cancelled one.
+constexpr std::size_t kSyncBytes = std::size_t{8} << 20;
+// A disk that takes longer over what it has begun is not waited for.
+constexpr std::chrono::seconds kEndLimit{2};
+
+std::uint64_t sizeOf(const TextExcerpt& text) {
+  return text.summary(text.endBlock() - 1).end() - text.summary(text.firstBlock()).start;
+}
+
+}  // namespace
+
+// What the two threads share.
+struct OutputSaver::Work {
+  enum class Stage { Writing, Replacing, Cancelled };
+
+  Work(TextExcerpt excerpt, OutputFormat form, std::string path)
+      : text(std::move(excerpt)), format(form), target(std::move(path)) {}
+
+  const TextExcerpt text;
+  const OutputFormat format;
+  const std::string target;
+  std::atomic<Stage> stage = Stage::Writing;
+  std::atomic<std::uint64_t> written = 0;  // bytes of the text
+
+  std::mutex mutex;
+  std::condition_variable changed;
+  std::string temporaryFile;  // once there is one
+  bool isRunning = false;
+
+  // Whether it is the first to go on from writing.
+  bool enter(Stage next) {
+    Stage expected = Stage::Writing;
+    return stage.compare_exchange_strong(expected, next);
+  }
+
+  int run() {
+    {
+      const std::lock_guard lock(mutex);
+      if (stage != Stage::Writing) return 0;
+      isRunning = true;
+    }
+    const int error = save();
+    const std::lock_guard lock(mutex);
+    isRunning = false;
+    changed.notify_all();
+    return error;
+  }
+
+  int save() {
+    ReplacementFile file(target);
+    {
+      const std::lock_guard lock(mutex);
+      temporaryFile = file.temporaryPath();
+    }
+    writeTo(file);
+    file.sync();
+    if (file.error() == 0 && enter(Stage::Replacing)) file.replace();
+    return file.error();
+  }
+
+  void writeTo(ReplacementFile& file) {
+    OutputWriter writer(format == OutputFormat::WithColours ? appendSGR : nullptr);
+    std::string bytes;
+    std::size_t unsynced = 0;
+    for (std::size_t i = text.firstBlock(); i < text.endBlock(); ++i) {
+      if (stage != Stage::Writing || file.error() != 0) return;
+      bytes.clear();
+      writer.append(text, i, bytes);
+      file.write(bytes);
+      unsynced += bytes.size();
+      if (unsynced >= kSyncBytes) {
+        file.sync();
+        unsynced = 0;
+      }
+      written = text.summary(i).end() - text.summary(text.firstBlock()).start;
+    }
+    bytes.clear();
+    writer.finish(bytes);
+    file.write(bytes);
+  }
+
+  void waitForEnd() {
+    std::unique_lock lock(mutex);
+    if (changed.wait_for(lock, kEndLimit, [this] { return !isRunning; })) return;
+    if (!temporaryFile.empty()) unlink(temporaryFile.c_str());
+  }
+};
+
+OutputSaver::OutputSaver(TextExcerpt text, OutputFormat format, const QString& file, QObject* parent,
+                         WorkerQueue& queue)
+    : QObject(parent),
+      m_work(std::make_shared<Work>(std::move(text), format, QFile::encodeName(file).toStdString())),
+      m_file(file) {
+  connect(&m_progress, &QTimer::timeout, this, &OutputSaver::tellProgress);
+  m_progress.start(progressInterval);
+  queue.async([this, owner = MainQueue::Owner(this), work = m_work] {
+    const int error = work->run();
+    MainQueue::async(owner, [this, error] { end(error); });
+  });
+}
+
+OutputSaver::~OutputSaver() {
+  cancel();
+  m_work->waitForEnd();
+}
+
+void OutputSaver::cancel() {
+  if (m_work->enter(Work::Stage::Cancelled)) m_progress.stop();
+}
+
+void OutputSaver::tellProgress() {
+  const std::uint64_t all = sizeOf(m_work->text);
+  const double share = all == 0 ? 1 : static_cast<double>(m_work->written) / static_cast<double>(all);
+  if (share != std::exchange(m_told, share)) Q_EMIT progressed(share);
+}
+
+void OutputSaver::end(int error) {
+  m_progress.stop();
+  const bool wanted = m_work->stage != Work::Stage::Cancelled;
+  if (wanted && error == 0) Q_EMIT finished();
+  if (wanted && error != 0) Q_EMIT failed(saveErrorText(error, m_file));
+  Q_EMIT ended();
+}
+
+}  // namespace zolt

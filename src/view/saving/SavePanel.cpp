@@ -1,0 +1,98 @@
+#include "view/saving/SavePanel.h"
+
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+namespace zolt {
+
+namespace {
+
+constexpr int kWidth = 420;
+constexpr int kDistance = 16;  // from the edges of what is below
+constexpr int kPadding = 14;
+constexpr int kGap = 14;
+constexpr int kLineGap = 6;
+constexpr int kButtonHeight = 28;
+constexpr int kButtonPadding = 10;
+constexpr int kRadius = 9;
+constexpr int kSteps = 1000;  // of the bar
+constexpr double kBorderShare = 0.2;
+
+QColor between(const QColor& from, const QColor& to, double share) {
+  const auto mixed = [share](int a, int b) { return static_cast<int>(std::lround(a + (b - a) * share)); };
+  return {mixed(from.red(), to.red()), mixed(from.green(), to.green()), mixed(from.blue(), to.blue())};
+}
+
+}  // namespace
+
+SavePanel::SavePanel(QWidget* over)
+    : QWidget(over), m_bar(new QProgressBar(this)), m_cancel(new QPushButton(tr("Cancel"), this)) {
+  setObjectName(QStringLiteral("savePanel"));
+  auto* label = new QLabel(tr("Saving output…"), this);
+  setAccessibleName(label->text());
+  m_bar->setObjectName(QStringLiteral("saveProgress"));
+  m_bar->setAccessibleName(label->text());
+  m_bar->setTextVisible(false);
+  m_bar->setRange(0, kSteps);
+  m_bar->setValue(0);
+  m_cancel->setObjectName(QStringLiteral("cancelSaving"));
+  m_cancel->setAutoDefault(false);
+  m_cancel->setMinimumSize(m_cancel->sizeHint().width() + 2 * kButtonPadding, kButtonHeight);
+  setFocusProxy(m_cancel);
+
+  auto* grid = new QGridLayout(this);
+  grid->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+  grid->setHorizontalSpacing(kGap);
+  grid->setVerticalSpacing(kLineGap);
+  grid->addWidget(label, 0, 0);
+  grid->addWidget(m_bar, 1, 0);
+  grid->addWidget(m_cancel, 0, 1, 2, 1, Qt::AlignVCenter);
+
+  connect(m_cancel, &QPushButton::clicked, this, &SavePanel::cancelled);
+  over->installEventFilter(this);
+  hide();
+}
+
+void SavePanel::setProgress(double share) {
+  m_bar->setValue(static_cast<int>(std::lround(share * kSteps)));
+}
+
+void SavePanel::moveToPlace() {
+  const QSize room = parentWidget()->size();
+  resize(std::min(kWidth, room.width() - 2 * kDistance), sizeHint().height());
+  move((room.width() - width()) / 2, room.height() - height() - kDistance);
+}
+
+void SavePanel::showEvent(QShowEvent* event) {
+  moveToPlace();
+  raise();
+  QWidget::showEvent(event);
+}
+
+bool SavePanel::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == parentWidget() && event->type() == QEvent::Resize) moveToPlace();
+  return QWidget::eventFilter(watched, event);
+}
+
+void SavePanel::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) {
+    Q_EMIT cancelled();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+void SavePanel::paintEvent(QPaintEvent*) {
+  const QColor ground = palette().color(QPalette::Window);
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(between(ground, palette().color(QPalette::WindowText), kBorderShare));
+  painter.setBrush(ground);
+  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
+}
+
+}  // namespace zolt

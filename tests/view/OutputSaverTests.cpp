@@ -1,0 +1,301 @@
+#include "view/saving/OutputSaver.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <cerrno>
+#include <condition_variable>
+#include <mutex>
+
+#include "emulation/ANSIParser.h"
+#include "history/TextStorage.h"
+#include "support/WaitFor.h"
+#include "view/saving/SaveErrorText.h"
+
+namespace zolt {
+namespace {
+
+using test::waitFor;
+
+// Lets so many pass, and holds up the others until it is opened.
+class Gate {
+ public:
+  void letPass(int count) {
+    const std::lock_guard lock(m_mutex);
+    m_left = count;
+    m_changed.notify_all();
+  }
+  void open() { letPass(1 << 30); }
+  void pass() {
+    std::unique_lock lock(m_mutex);
+    ++m_arrived;
+    m_changed.wait(lock, [this] { return m_left > 0; });
+    --m_left;
+  }
+  int arrived() {
+    const std::lock_guard lock(m_mutex);
+    return m_arrived;
+  }
+
+ private:
+  std::mutex m_mutex;
+  std::condition_variable m_changed;
+  int m_left = 1 << 30;
+  int m_arrived = 0;
+};
+
+// A file that is read as fast as the gate allows.
+class GatedFile : public SpillFile {
+ public:
+  GatedFile(std::unique_ptr<SpillFile> file, std::shared_ptr<Gate> gate)
+      : m_file(std::move(file)), m_gate(std::move(gate)) {}
+  bool write(std::uint64_t offset, std::string_view bytes) override { return m_file->write(offset, bytes); }
+  bool read(std::uint64_t offset, std::size_t size, std::string& bytes) const override {
+    m_gate->pass();
+    return m_file->read(offset, size, bytes);
+  }
+
+ private:
+  std::unique_ptr<SpillFile> m_file;
+  std::shared_ptr<Gate> m_gate;
+};
+
+class OutputSaverTest : public testing::Test {
+ protected:
+  ~OutputSaverTest() override { gate->open(); }
+
+  // A log whose older blocks lie in a gated file.
+  TextStorage gatedStorage() {
+    return TextStorage({.memoryBudget = 0,
+                        .hotBlocks = 1,
+                        .folder = folder.filePath(QStringLiteral("cache")).toStdString(),
+                        .openFile = [gated = gate](const std::string& path) -> std::unique_ptr<SpillFile> {
+                          return std::make_unique<GatedFile>(openSpillFile(path), gated);
+                        }});
+  }
+  static std::string lines(int count) {
+    std::string text;
+    for (int i = 0; i < count; ++i) {
+      text += "line " + std::to_string(i) + "\n";
+    }
+    return text;
+  }
+  static TextExcerpt all(const TextStorage& storage) { return storage.excerpt(0, storage.blockCount()); }
+  void start(const TextStorage& storage, const QString& path, OutputFormat format = OutputFormat::PlainText) {
+    saver = std::make_unique<OutputSaver>(all(storage), format, path);
+    listen();
+  }
+  void listen() {
+    QObject::connect(saver.get(), &OutputSaver::finished, [this] { finished += 1; });
+    QObject::connect(saver.get(), &OutputSaver::failed, [this](const QString& reason) { failures << reason; });
+    QObject::connect(saver.get(), &OutputSaver::ended, [this] { ended += 1; });
+    QObject::connect(saver.get(), &OutputSaver::progressed, [this](double share) { shares.push_back(share); });
+  }
+  bool waitForEnd() {
+    return waitFor([this] { return ended == 1; });
+  }
+  // Of the file that is saved.
+  std::string content() const {
+    QFile file(target);
+    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "(none)";
+  }
+  void put(const char* content) {
+    QFile file(target);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(content);
+  }
+  QStringList names() const { return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden); }
+
+  QTemporaryDir folder;
+  QString target = folder.filePath(QStringLiteral("output.txt"));
+  std::shared_ptr<Gate> gate = std::make_shared<Gate>();
+  std::unique_ptr<OutputSaver> saver;
+  int finished = 0;
+  int ended = 0;
+  QStringList failures;
+  std::vector<double> shares;
+};
+
+TEST_F(OutputSaverTest, SavesPlainText) {
+  TextStorage storage;
+  storage.append(ANSIParser().parse("\x1B[31mred\x1B[0m and\rplain\n"));
+  start(storage, target);
+  ASSERT_TRUE(waitForEnd());
+  EXPECT_EQ(finished, 1);
+  EXPECT_EQ(failures, QStringList());
+  EXPECT_EQ(content(), "red and\nplain\n");
+  EXPECT_EQ(names(), QStringList(QStringLiteral("output.txt")));
+}
+
+TEST_F(OutputSaverTest, SavesTextWithItsColours) {
+  TextStorage storage;
+  storage.append(ANSIParser().parse("\x1B[31mred\x1B[0m and plain\n\x1B[1mbold"));
+  start(storage, target, OutputFormat::WithColours);
+  ASSERT_TRUE(waitForEnd());
+  EXPECT_EQ(content(), "\x1B[31mred\x1B[0m and plain\n\x1B[1mbold\x1B[0m");
+}
+
+TEST_F(OutputSaverTest, SavesNoTextAsAnEmptyFile) {
+  put("before");
+  start(TextStorage(), target, OutputFormat::WithColours);
+  ASSERT_TRUE(waitForEnd());
+  EXPECT_EQ(finished, 1);
+  EXPECT_EQ(content(), "");
+}
+
+TEST_F(OutputSaverTest, SavesALongTextWhoseStorageIsGone) {
+  const std::string text = lines(2'000'000);
+  {
+    TextStorage storage = gatedStorage();
+    storage.append(AttributedString(text, TextAttributes()));
+    start(storage, target);
+  }
+  ASSERT_TRUE(waitForEnd());
+  EXPECT_TRUE(content() == text) << content().size();
+}
+
+TEST_F(OutputSaverTest, SavesTheOutputOfItsMoment) {
+  TextStorage storage = gatedStorage();
+  const std::string text = lines(200'000);
+  storage.append(AttributedString(text, TextAttributes()));
+  storage.settle();
+  gate->letPass(3);
+  start(storage, target);
+  ASSERT_TRUE(waitFor([this] { return gate->arrived() == 4; }));
+  storage.append(AttributedString(lines(200'000), TextAttributes()));
+  EXPECT_EQ(content(), "(none)") << "it is not there before it is complete";
+  gate->open();
+  ASSERT_TRUE(waitForEnd());
+  EXPECT_TRUE(content() == text) << content().size();
+}
+
+TEST_F(OutputSaverTest, TellsHowFarItIsAFewTimesASecond) {
+  TextStorage storage = gatedStorage();
+  storage.append(AttributedString(lines(500'000), TextAttributes()));
+  storage.settle();
+  gate->letPass(20);
+  start(storage, target);
+  const double blocks = static_cast<double>(storage.blockCount());
+  ASSERT_TRUE(waitFor([&] { return !shares.empty() && shares.back() > 19 / blocks; }));
+  EXPECT_LT(shares.back(), 21 / blocks);
+  EXPECT_EQ(saver->progress(), shares.back());
+  const std::size_t before = shares.size();
+  QElapsedTimer time;
+  time.start();
+  for (int i = 0; i < 40; ++i) {
+    gate->letPass(1);
+    test::runLoopFor(std::chrono::milliseconds(5));
+  }
+  EXPECT_GT(shares.size(), before);
+  EXPECT_LE(shares.size() - before, static_cast<std::size_t>(time.elapsed() / 50 + 1));
+  EXPECT_TRUE(std::is_sorted(shares.begin(), shares.end()));
+  gate->open();
+  ASSERT_TRUE(waitForEnd());
+}
+
+TEST_F(OutputSaverTest, IsCancelledInTheMiddleAndLeavesTheFileAsItWas) {
+  put("before");
+  TextStorage storage = gatedStorage();
+  storage.append(AttributedString(lines(500'000), TextAttributes()));
+  storage.settle();
+  gate->letPass(20);
+  start(storage, target);
+  ASSERT_TRUE(waitFor([this] { return gate->arrived() == 21; }));
+  EXPECT_EQ(names().size(), 2) << "the temporary file is beside it";
+  saver->cancel();
+  gate->open();
+  QElapsedTimer time;
+  time.start();
+  ASSERT_TRUE(waitForEnd());
+  EXPECT_LT(time.elapsed(), 50);
+  EXPECT_LE(gate->arrived(), 22) << "it reads no further";
+  EXPECT_EQ(finished, 0);
+  EXPECT_EQ(failures, QStringList());
+  EXPECT_EQ(content(), "before");
+  EXPECT_EQ(names(), QStringList(QStringLiteral("output.txt")));
+}
+
+TEST_F(OutputSaverTest, IsCancelledBeforeItHasBegun) {
+  Gate busy;
+  busy.letPass(0);
+  {
+    WorkerQueue queue(1);
+    queue.async([&] { busy.pass(); });
+    saver = std::make_unique<OutputSaver>(all(TextStorage()), OutputFormat::PlainText, target, nullptr, queue);
+    listen();
+    saver->cancel();
+    busy.open();
+    ASSERT_TRUE(waitForEnd());
+  }
+  EXPECT_EQ(finished, 0);
+  EXPECT_EQ(names(), QStringList());
+}
+
+TEST_F(OutputSaverTest, LeavesNoTemporaryFileWhenItGoes) {
+  TextStorage storage = gatedStorage();
+  storage.append(AttributedString(lines(2'000'000), TextAttributes()));
+  storage.settle();
+  start(storage, target);
+  ASSERT_TRUE(waitFor([this] { return !names().isEmpty(); }));
+  QElapsedTimer time;
+  time.start();
+  saver.reset();
+  EXPECT_LT(time.elapsed(), 1000);
+  EXPECT_EQ(names(), QStringList());
+}
+
+TEST_F(OutputSaverTest, DoesNotWaitForEverWhenItGoes) {
+  TextStorage storage = gatedStorage();
+  storage.append(AttributedString(lines(200'000), TextAttributes()));
+  storage.settle();
+  gate->letPass(3);
+  start(storage, target);
+  ASSERT_TRUE(waitFor([this] { return gate->arrived() == 4; }));
+  QElapsedTimer time;
+  time.start();
+  saver.reset();
+  EXPECT_LT(time.elapsed(), 4000);
+  EXPECT_EQ(names(), QStringList()) << "nor does it leave its file then";
+}
+
+TEST_F(OutputSaverTest, SavesTheNoticeWhereTextIsLost) {
+  TextStorage storage({.memoryBudget = 0, .hotBlocks = 1, .folder = "nowhere", .openFile = [](const std::string&) {
+                         return std::unique_ptr<SpillFile>();
+                       }});
+  storage.append(AttributedString(lines(100'000), TextAttributes()));
+  storage.settle();
+  ASSERT_GT(storage.usage().givenUpBlocks, 0U);
+  start(storage, target, OutputFormat::WithColours);
+  ASSERT_TRUE(waitForEnd());
+  EXPECT_EQ(finished, 1);
+  EXPECT_TRUE(content().starts_with(kHistoryLostNotice));
+  EXPECT_TRUE(content().ends_with("\nline 99999\n"));
+}
+
+TEST_F(OutputSaverTest, SaysWhatWentWrong) {
+  start(TextStorage(), folder.filePath(QStringLiteral("no/such.txt")));
+  ASSERT_TRUE(waitForEnd());
+  EXPECT_EQ(finished, 0);
+  EXPECT_EQ(failures, QStringList(QStringLiteral("The folder for “such.txt” is not there any more.")));
+  EXPECT_EQ(names(), QStringList());
+}
+
+TEST_F(OutputSaverTest, ReplacesNothingThatIsNoFile) {
+  start(TextStorage(), QStringLiteral("/dev/null"));
+  ASSERT_TRUE(waitForEnd());
+  EXPECT_EQ(failures, QStringList(QStringLiteral("“null” is no file, and is not replaced by one.")));
+}
+
+TEST(SaveErrorText, IsASentenceAboutTheFileWhateverTheError) {
+  const QString file = QStringLiteral("/some/folder/output.txt");
+  EXPECT_EQ(saveErrorText(ENOSPC, file), QStringLiteral("There is not enough free space for “output.txt”."));
+  EXPECT_EQ(saveErrorText(EACCES, file), QStringLiteral("You do not have permission to write “output.txt”."));
+  EXPECT_EQ(saveErrorText(EISDIR, file), QStringLiteral("“output.txt” is a folder."));
+  EXPECT_EQ(saveErrorText(EIO, file), QStringLiteral("“output.txt” could not be written: Input/output error."));
+}
+
+}  // namespace
+}  // namespace zolt
