@@ -78,6 +78,8 @@ constexpr std::array kItems{
     Item{"&File", "&New Window", Does::SendAction, "newWindow", command<Qt::Key_N>},
     Item{"&File", "New &Tab", Does::SendAction, "newTab", command<Qt::Key_T>},
     separator("&File"),
+    Item{"&File", "Save &Output As...", Does::SendAction, "saveOutputAs", command<Qt::Key_S>},
+    separator("&File"),
     Item{"&File", "&Close Window", Does::Close, "", command<Qt::Key_W>},
     separator("&File"),
     Item{"&File", "&Quit", Does::SendAction, "quit", command<Qt::Key_Q>, QAction::QuitRole},

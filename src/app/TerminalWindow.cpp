@@ -1,6 +1,7 @@
 #include "app/TerminalWindow.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QFontMetrics>
 #include <QScreen>
 #include <QStyle>
@@ -40,7 +41,9 @@ WindowSize terminalSizeOfNewWindow() {
 
 TerminalWindow::TerminalWindow(const QString& title, const QString& subtitle,
                                std::unique_ptr<TerminalWindowController> controller)
-    : m_subtitle(subtitle), m_controller(std::move(controller)) {
+    : m_subtitle(subtitle),
+      m_controller(std::move(controller)),
+      m_saving(std::make_unique<OutputSaving>(m_controller->rootView())) {
   setWindowTitle(title);
   setUnifiedTitleAndToolBarOnMac(true);
   setContextMenuPolicy(Qt::NoContextMenu);  // nobody is to hide the tool bar, nor find one to show
@@ -72,6 +75,15 @@ void TerminalWindow::makeKeyAndOrderFront() {
   show();
   raise();
   activateWindow();
+}
+
+void TerminalWindow::saveOutputAs() {
+  m_saving->ask();
+}
+
+void TerminalWindow::closeEvent(QCloseEvent* event) {
+  m_saving->cancel();
+  QMainWindow::closeEvent(event);
 }
 
 }  // namespace zolt

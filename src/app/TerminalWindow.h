@@ -4,6 +4,7 @@
 #include <QString>
 #include <memory>
 
+#include "app/OutputSaving.h"
 #include "app/TerminalWindowController.h"
 
 namespace zolt {
@@ -14,7 +15,8 @@ WindowSize terminalSizeOfNewWindow();
 
 /// A terminal's window: 900 by 600, in the middle of the screen, or at its corner where it is too large for it.
 ///
-/// Closing hides it; its terminal goes on until the window is released. Main thread.
+/// Closing hides it; its terminal goes on until the window is released, while saving its output is cancelled. Performs
+/// the action "saveOutputAs". Main thread.
 class TerminalWindow : public QMainWindow {
   Q_OBJECT
 
@@ -31,9 +33,16 @@ class TerminalWindow : public QMainWindow {
   /// Shows the window before all others and gives it the keyboard.
   void makeKeyAndOrderFront();
 
+  Q_INVOKABLE void saveOutputAs();
+  OutputSaving& outputSaving() { return *m_saving; }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
  private:
   QString m_subtitle;
   std::unique_ptr<TerminalWindowController> m_controller;
+  std::unique_ptr<OutputSaving> m_saving;
 };
 
 }  // namespace zolt

@@ -71,7 +71,8 @@ class MenuTest : public testing::Test {
 TEST_F(MenuTest, HoldTheItemsOfTheApplicationWithTheirShortcuts) {
   EXPECT_EQ(items("File"),
             (QStringList{QStringLiteral("New Window|Ctrl+Shift+N"), QStringLiteral("New Tab|Ctrl+Shift+T"),
-                         QStringLiteral("-"), QStringLiteral("Close Window|Ctrl+Shift+W"), QStringLiteral("-"),
+                         QStringLiteral("-"), QStringLiteral("Save Output As...|Ctrl+Shift+S"), QStringLiteral("-"),
+                         QStringLiteral("Close Window|Ctrl+Shift+W"), QStringLiteral("-"),
                          QStringLiteral("Quit|Ctrl+Shift+Q")}));
   EXPECT_EQ(items("Edit"),
             (QStringList{QStringLiteral("Copy|Ctrl+Shift+C"), QStringLiteral("Paste|Ctrl+Shift+V"),

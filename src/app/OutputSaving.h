@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QDateTime>
+#include <QFileDialog>
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+
+#include "view/ContentView.h"
+#include "view/saving/OutputSaver.h"
+#include "view/saving/SavePanel.h"
+
+namespace zolt {
+
+/// "Zolt Output 2026-11-21 at 10.43.txt"
+QString proposedOutputName(const QDateTime& time);
+
+/// Saves the output of one window's terminal: asks where to and how, shows how far it is where that takes a moment,
+/// and says what went wrong. Main thread.
+class OutputSaving : public QObject {
+  Q_OBJECT
+
+ public:
+  /// A saving that takes no longer than this shows nothing.
+  static constexpr std::chrono::milliseconds panelDelay{300};
+
+  /// `content` must outlive it.
+  explicit OutputSaving(ContentView& content);
+  ~OutputSaving() override;
+
+  /// Opens the dialog; while a saving is under way, gives the keyboard to its panel instead.
+  void ask();
+  /// Saves the output that is there now. One at a time.
+  void save(const QString& file, OutputFormat format);
+  /// Ends what is under way, the dialog included.
+  void cancel();
+  bool isSaving() const { return m_saver != nullptr; }
+
+ private:
+  void take(const QFileDialog& dialog);
+  void showPanel();
+  void end();
+  void showError(const QString& reason);
+
+  ContentView& m_content;
+  QPointer<QFileDialog> m_dialog;  // a child of the window, while it is open
+  QPointer<OutputSaver> m_saver;   // a child, until it has ended; null once it is no business of the user's any more
+  QPointer<SavePanel> m_panel;     // a child of what the terminal lies in
+  QTimer m_panelTimer;
+};
+
+}  // namespace zolt
