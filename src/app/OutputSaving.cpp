@@ -54,7 +54,7 @@ OutputSaving::~OutputSaving() = default;
 void OutputSaving::ask() {
   if (isSaving()) {
     showPanel();
-    m_panel->setFocus();
+    m_panel->setFocus(Qt::ShortcutFocusReason);
     return;
   }
   if (m_dialog) return;

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QMessageBox>
 
@@ -148,8 +149,11 @@ TEST_F(OutputSavingTest, ShowsAPanelWhereItTakesAMomentAndNoneWhereNot) {
   EXPECT_FALSE(seen || shownChild<SavePanel>() != nullptr);
 
   printALot();
+  QElapsedTimer time;
+  time.start();
   saving().save(out("long.txt"), OutputFormat::WithColours);
   ASSERT_TRUE(waitFor([&] { return shownChild<SavePanel>() != nullptr || !saving().isSaving(); }));
+  EXPECT_GE(time.elapsed(), OutputSaving::panelDelay.count() * 9 / 10) << "the timer is a coarse one";
   EXPECT_TRUE(saving().isSaving()) << "it was too fast to show anything";
   EXPECT_EQ(QApplication::focusWidget(), &view()) << "the keyboard stays where it is";
   ASSERT_TRUE(waitUntilSaved());
@@ -158,6 +162,7 @@ TEST_F(OutputSavingTest, ShowsAPanelWhereItTakesAMomentAndNoneWhereNot) {
 }
 
 TEST_F(OutputSavingTest, IsCancelledInThePanel) {
+  window(0).contentViewController().rootView().setShowsBrewSidebar(true);
   printALot();
   saving().save(out("file.txt"), OutputFormat::WithColours);
   actions.sendAction("saveOutputAs");
@@ -180,6 +185,20 @@ TEST_F(OutputSavingTest, CanBeginAnewWhileTheCancelledOneEnds) {
   saving().save(out("second.txt"), OutputFormat::PlainText);
   ASSERT_TRUE(waitUntilSaved());
   EXPECT_EQ(names(), QStringList(QStringLiteral("second.txt")));
+}
+
+TEST_F(OutputSavingTest, HearsNoMoreOfTheOneThatWasCancelled) {
+  saving().save(out("first.txt"), OutputFormat::PlainText);
+  while (names() != QStringList(QStringLiteral("first.txt"))) {
+    QTest::qSleep(1);  // it is done, and nobody has heard of it yet
+  }
+  saving().cancel();
+  printALot();
+  saving().save(out("second.txt"), OutputFormat::PlainText);
+  ASSERT_TRUE(waitFor([this] { return saving().findChildren<OutputSaver*>().size() == 1; }));
+  EXPECT_TRUE(saving().isSaving());
+  ASSERT_TRUE(waitUntilSaved());
+  EXPECT_EQ(names().size(), 2);
 }
 
 TEST_F(OutputSavingTest, SaysInAMessageWhatWentWrong) {

@@ -133,6 +133,26 @@ TEST_F(ReplacementFileTest, SaysThatItsFolderIsGone) {
   EXPECT_EQ(file.error(), ENOENT);
 }
 
+TEST_F(ReplacementFileTest, LeavesNothingWhereItsPlaceIsTaken) {
+  {
+    ReplacementFile file(path("file"));
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("file")));
+    file.replace();
+    EXPECT_EQ(file.error(), EISDIR);
+  }
+  EXPECT_EQ(names(), QStringList(QStringLiteral("file")));
+}
+
+TEST_F(ReplacementFileTest, PassesOverWhatAnotherLeftBehind) {
+  const std::string used = ReplacementFile(path("file")).temporaryPath();
+  const std::size_t number = used.rfind('-') + 1;
+  put(used.substr(0, number) + std::to_string(std::stoi(used.substr(number)) + 1), "left behind");
+  ReplacementFile file(path("file"));
+  file.replace();
+  EXPECT_EQ(file.error(), 0);
+  EXPECT_EQ(content(path("file")), "");
+}
+
 // What `action` makes in a process of its own, which may do with itself what it likes; at most 255.
 int inAChild(const std::function<int()>& action) {
   const pid_t child = fork();

@@ -207,10 +207,7 @@ TEST_F(OutputSaverTest, IsCancelledInTheMiddleAndLeavesTheFileAsItWas) {
   EXPECT_EQ(names().size(), 2) << "the temporary file is beside it";
   saver->cancel();
   gate->open();
-  QElapsedTimer time;
-  time.start();
   ASSERT_TRUE(waitForEnd());
-  EXPECT_LT(time.elapsed(), 50);
   EXPECT_LE(gate->arrived(), 22) << "it reads no further";
   EXPECT_EQ(finished, 0);
   EXPECT_EQ(failures, QStringList());

@@ -74,7 +74,7 @@ struct OutputSaver::Work {
       temporaryFile = file.temporaryPath();
     }
     writeTo(file);
-    file.sync();
+    if (stage == Stage::Writing) file.sync();
     if (file.error() == 0 && enter(Stage::Replacing)) file.replace();
     return file.error();
   }
