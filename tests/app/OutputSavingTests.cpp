@@ -162,13 +162,13 @@ TEST_F(OutputSavingTest, ShowsAPanelWhereItTakesAMomentAndNoneWhereNot) {
 }
 
 TEST_F(OutputSavingTest, IsCancelledInThePanel) {
-  window(0).contentViewController().rootView().setShowsBrewSidebar(true);
   printALot();
   saving().save(out("file.txt"), OutputFormat::WithColours);
   actions.sendAction("saveOutputAs");
   ASSERT_EQ(shownChild<QFileDialog>(), nullptr) << "chosen once more it goes to the panel";
   ASSERT_NE(shownChild<SavePanel>(), nullptr);
   ASSERT_TRUE(shownChild<SavePanel>()->isAncestorOf(QApplication::focusWidget()));
+  window(0).contentViewController().rootView().setShowsBrewSidebar(true);  // it would be next to get the keyboard
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
   EXPECT_FALSE(saving().isSaving());
   EXPECT_EQ(shownChild<SavePanel>(), nullptr);
