@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "settings/views/FormColors.h"
+
 namespace zolt {
 
 namespace {
@@ -20,12 +22,6 @@ constexpr int kButtonHeight = 28;
 constexpr int kButtonPadding = 10;
 constexpr int kRadius = 9;
 constexpr int kSteps = 1000;  // of the bar
-constexpr double kBorderShare = 0.2;
-
-QColor between(const QColor& from, const QColor& to, double share) {
-  const auto mixed = [share](int a, int b) { return static_cast<int>(std::lround(a + (b - a) * share)); };
-  return {mixed(from.red(), to.red()), mixed(from.green(), to.green()), mixed(from.blue(), to.blue())};
-}
 
 }  // namespace
 
@@ -87,11 +83,11 @@ void SavePanel::keyPressEvent(QKeyEvent* event) {
 }
 
 void SavePanel::paintEvent(QPaintEvent*) {
-  const QColor ground = palette().color(QPalette::Window);
+  const FormColors colors(palette());
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(between(ground, palette().color(QPalette::WindowText), kBorderShare));
-  painter.setBrush(ground);
+  painter.setPen(colors.fieldBorder);
+  painter.setBrush(colors.card);
   painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
 }
 
