@@ -32,6 +32,16 @@ struct Control {
   HWY_INLINE bool operator()(unsigned char c) const { return c < 0x20; }
 };
 
+struct NotPrintable {
+  template <class D, class V>
+  HWY_INLINE auto operator()(D d, V v) const {
+    const hn::RebindToSigned<D> asSigned;
+    const auto low = hn::RebindMask(d, hn::Lt(hn::BitCast(asSigned, v), hn::Set(asSigned, 0x20)));
+    return hn::Or(low, hn::Eq(v, hn::Set(d, 0x7F)));
+  }
+  HWY_INLINE bool operator()(unsigned char c) const { return c < 0x20 || c >= 0x7F; }
+};
+
 struct Ascii {
   template <class D, class V>
   HWY_INLINE auto operator()(D d, V v) const {
@@ -66,6 +76,9 @@ std::size_t PlainPrefix(const std::uint8_t* text, std::size_t size) {
 }
 std::size_t ControlFreePrefix(const std::uint8_t* text, std::size_t size) {
   return prefixUntil(text, size, Control{});
+}
+std::size_t PrintablePrefix(const std::uint8_t* text, std::size_t size) {
+  return prefixUntil(text, size, NotPrintable{});
 }
 std::size_t NonAsciiPrefix(const std::uint8_t* text, std::size_t size) {
   return prefixUntil(text, size, Ascii{});
@@ -241,6 +254,7 @@ namespace zolt {
 
 HWY_EXPORT(PlainPrefix);
 HWY_EXPORT(ControlFreePrefix);
+HWY_EXPORT(PrintablePrefix);
 HWY_EXPORT(NonAsciiPrefix);
 HWY_EXPORT(IsValidUtf8);
 
@@ -258,6 +272,10 @@ std::size_t longPlainPrefix(std::string_view text) {
 
 std::size_t controlFreePrefix(std::string_view text) {
   return HWY_DYNAMIC_DISPATCH(ControlFreePrefix)(bytesOf(text), text.size());
+}
+
+std::size_t longPrintablePrefix(std::string_view text) {
+  return HWY_DYNAMIC_DISPATCH(PrintablePrefix)(bytesOf(text), text.size());
 }
 
 std::size_t longNonAsciiPrefix(std::string_view text) {

@@ -13,6 +13,7 @@ namespace zolt {
 /// vectors.
 
 std::size_t longPlainPrefix(std::string_view text);
+std::size_t longPrintablePrefix(std::string_view text);
 std::size_t longNonAsciiPrefix(std::string_view text);
 
 /// Bytes from 0x20 on, non-ASCII included: everything but C0 controls.
@@ -21,6 +22,7 @@ std::size_t controlFreePrefix(std::string_view text);
 namespace detail {
 
 inline constexpr std::uint64_t kHighBits = 0x8080808080808080ULL;
+inline constexpr std::uint64_t kOnes = 0x0101010101010101ULL;
 inline constexpr std::uint64_t kBlanks = 0x2020202020202020ULL;
 
 // Eight bytes, the first in the lowest place on every machine.
@@ -49,6 +51,17 @@ inline std::size_t plainPrefix(std::string_view text) {
     }
   }
   return longPlainPrefix(text);
+}
+
+/// Bytes 0x20 to 0x7E: the printable ASCII characters.
+inline std::size_t printablePrefix(std::string_view text) {
+  if (text.size() >= 8) {
+    const std::uint64_t bytes = detail::eightBytes(text.data());
+    // Marks bytes below 0x20 and above 0x7E. A borrow or a carry spoils only what stands after the first mark.
+    const std::uint64_t marks = ((bytes - detail::kBlanks) | bytes | (bytes + detail::kOnes)) & detail::kHighBits;
+    if (marks != 0) return detail::firstMarked(marks);
+  }
+  return longPrintablePrefix(text);
 }
 
 /// Bytes from 0x80 on.

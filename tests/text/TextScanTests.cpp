@@ -16,6 +16,9 @@ bool isPlain(unsigned char c) {
 bool isNoControl(unsigned char c) {
   return c >= 0x20;
 }
+bool isPrintable(unsigned char c) {
+  return c >= 0x20 && c < 0x7F;
+}
 bool isNonAscii(unsigned char c) {
   return c >= 0x80;
 }
@@ -29,6 +32,7 @@ struct Scan {
 constexpr Scan kScans[] = {
     {"plainPrefix", plainPrefix, isPlain},
     {"controlFreePrefix", controlFreePrefix, isNoControl},
+    {"printablePrefix", printablePrefix, isPrintable},
     {"nonAsciiPrefix", nonAsciiPrefix, isNonAscii},
 };
 

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace zolt::vt {
+
+/// One number of a control sequence.
+struct Parameter {
+  static constexpr std::int32_t omitted = -1;
+
+  std::int32_t value = omitted;  ///< at most INT32_MAX, at which a larger number stops
+  bool isSub = false;            ///< a colon stands before it: it belongs to the one before (ISO 8613-6)
+
+  friend bool operator==(const Parameter&, const Parameter&) = default;
+};
+
+/// A control sequence or the head of a device control string: ECMA-48 5.4, with DEC's private prefixes.
+struct ControlSequence {
+  /// Further parameters and intermediate characters than these are dropped; a sequence with more of the latter has no
+  /// effect.
+  static constexpr std::size_t mostParameters = 32;
+  static constexpr std::size_t mostIntermediates = 2;
+
+  char prefix = 0;  ///< '<', '=', '>' or '?'; 0 where there is none
+  char final = 0;   ///< 0x40 to 0x7E
+  std::uint8_t intermediateCount = 0;
+  std::uint8_t parameterCount = 0;
+  std::array<char, mostIntermediates> intermediates{};
+  std::array<Parameter, mostParameters> parameters{};
+
+  std::string_view intermediateText() const { return {intermediates.data(), intermediateCount}; }
+  /// Parameter `index`, or `fallback` where it is not there or was omitted.
+  std::int32_t parameter(std::size_t index, std::int32_t fallback) const {
+    const bool given = index < parameterCount && parameters[index].value != Parameter::omitted;
+    return given ? parameters[index].value : fallback;
+  }
+};
+
+/// An escape sequence: ECMA-48 5.3 and ECMA-35 13.2.
+struct EscapeSequence {
+  std::string_view intermediates;  ///< at most ControlSequence::mostIntermediates
+  char final = 0;                  ///< 0x30 to 0x7E
+};
+
+}  // namespace zolt::vt

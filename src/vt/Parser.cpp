@@ -1,0 +1,222 @@
+#include "vt/Parser.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <utility>
+
+#include "text/TextScan.h"
+
+namespace zolt::vt {
+
+namespace {
+
+constexpr char32_t kFirstNonAscii = 0x80;
+// Before it stand the C1 controls.
+constexpr char32_t kFirstPrinted = 0xA0;
+constexpr char32_t kBell = 0x07;
+
+void appendUtf8(std::string& out, char32_t c) {
+  const auto put = [&](char32_t byte) { out.push_back(static_cast<char>(byte)); };
+  if (c < 0x80) return put(c);
+  if (c < 0x800) {
+    put(0xC0 | c >> 6);
+  } else {
+    if (c < 0x10000) {
+      put(0xE0 | c >> 12);
+    } else {
+      put(0xF0 | c >> 18);
+      put(0x80 | (c >> 12 & 0x3F));
+    }
+    put(0x80 | (c >> 6 & 0x3F));
+  }
+  put(0x80 | (c & 0x3F));
+}
+
+}  // namespace
+
+void Parser::feed(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const std::size_t printed = m_state == State::Ground && !m_decoder.isInside() ? printRun(bytes) : 0;
+    bytes.remove_prefix(printed);
+    if (bytes.empty()) return;
+    takeByte(bytes.front());
+    bytes.remove_prefix(1);
+  }
+}
+
+void Parser::feedByTable(std::string_view bytes) {
+  for (const char byte : bytes) {
+    takeByte(byte);
+  }
+}
+
+// Prints what text `bytes` begin with, in the ground state and between two characters; how many bytes it was.
+std::size_t Parser::printRun(std::string_view bytes) {
+  std::size_t done = 0;
+  while (done < bytes.size()) {
+    if (const std::size_t ascii = printablePrefix(bytes.substr(done)); ascii != 0) {
+      m_events.printAscii(bytes.substr(done, ascii));
+      done += ascii;
+      continue;
+    }
+    // Characters that are whole; the last one's rest may be still to come, and a control is the table's.
+    std::array<char32_t, 256> run;
+    std::size_t length = 0;
+    std::size_t taken = done;
+    Utf8Decoder decoder;
+    for (std::size_t i = done; i < bytes.size() && length + 1 < run.size();) {
+      const auto byte = static_cast<std::uint8_t>(bytes[i]);
+      if (byte < kFirstNonAscii && !decoder.isInside()) break;
+      const Utf8Decoder::Outcome outcome = decoder.take(byte);
+      if (outcome != Utf8Decoder::Outcome::Refused) ++i;
+      if (outcome == Utf8Decoder::Outcome::NeedsMore) continue;
+      if (decoder.scalar() < kFirstPrinted) break;
+      run[length++] = decoder.scalar();
+      taken = i;
+    }
+    if (length == 0) break;
+    m_events.print({run.data(), length});
+    done = taken;
+  }
+  return done;
+}
+
+void Parser::takeByte(char byte) {
+  Utf8Decoder::Outcome outcome = Utf8Decoder::Outcome::Refused;
+  while (outcome == Utf8Decoder::Outcome::Refused) {
+    outcome = m_decoder.take(static_cast<std::uint8_t>(byte));
+    if (outcome != Utf8Decoder::Outcome::NeedsMore) take(m_decoder.scalar());
+  }
+}
+
+void Parser::take(char32_t character) {
+  const Transition transition = kTransitions[static_cast<std::size_t>(m_state)][characterClass(character)];
+  // Known before it is told: who is told may feed nothing, but may ask.
+  m_state = transition.next;
+  perform(transition.action, character);
+}
+
+void Parser::perform(Action action, char32_t character) {
+  switch (action) {
+    case Action::Ignore:
+      break;
+    case Action::Print:
+      if (character < kFirstNonAscii) {
+        const char ascii = static_cast<char>(character);
+        m_events.printAscii({&ascii, 1});
+      } else {
+        m_events.print({&character, 1});
+      }
+      break;
+    case Action::Execute:
+      m_events.execute(character);
+      break;
+    case Action::Begin:
+      begin();
+      break;
+    case Action::Collect:
+      collect(static_cast<char>(character));
+      break;
+    case Action::Parameter:
+      addParameter(static_cast<char>(character));
+      break;
+    case Action::DispatchEscape:
+      if (m_suspended && character == '\\') {
+        endString(false);
+        break;
+      }
+      if (m_suspended) begin();
+      if (!m_overfull) {
+        m_events.escape({.intermediates = m_sequence.intermediateText(), .final = static_cast<char>(character)});
+      }
+      break;
+    case Action::DispatchCsi:
+      m_sequence.final = static_cast<char>(character);
+      if (!m_overfull) m_events.control(m_sequence);
+      break;
+    case Action::BeginDcs:
+      m_sequence.final = static_cast<char>(character);
+      m_open = m_overfull ? OpenString::None : OpenString::DeviceControl;
+      break;
+    case Action::BeginOsc:
+      begin();
+      m_open = OpenString::Command;
+      break;
+    case Action::Put:
+      put(character);
+      break;
+    case Action::EndString:
+      endString(character == kBell);
+      break;
+    case Action::SuspendString:
+      // What the sequence of the string collected stays until it is known whether the string ends here.
+      m_suspended = true;
+      break;
+  }
+}
+
+void Parser::begin() {
+  m_sequence.prefix = 0;
+  m_sequence.intermediateCount = 0;
+  m_sequence.parameterCount = 0;
+  m_overfull = false;
+  m_parametersFull = false;
+  m_open = OpenString::None;
+  m_suspended = false;
+  m_tooLong = false;
+  // What a long string took is given back.
+  if (m_string.capacity() > mostCommandBytes) m_string = std::string();
+  m_string.clear();
+}
+
+void Parser::collect(char character) {
+  // An escape sequence that follows a string without an end is one of its own.
+  if (m_suspended) begin();
+  if (character >= '<' && character <= '?') {
+    m_sequence.prefix = character;
+  } else if (m_sequence.intermediateCount < ControlSequence::mostIntermediates) {
+    m_sequence.intermediates[m_sequence.intermediateCount++] = character;
+  } else {
+    m_overfull = true;
+  }
+}
+
+void Parser::addParameter(char character) {
+  std::uint8_t& count = m_sequence.parameterCount;
+  if (count == 0) m_sequence.parameters[count++] = {};
+  if (m_parametersFull) return;
+  if (character == ';' || character == ':') {
+    m_parametersFull = count == ControlSequence::mostParameters;
+    if (!m_parametersFull) m_sequence.parameters[count++] = {.isSub = character == ':'};
+    return;
+  }
+  std::int32_t& value = m_sequence.parameters[count - 1U].value;
+  constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
+  const std::int32_t before = std::max(value, 0);
+  const std::int32_t digit = character - '0';
+  value = before > (kMost - digit) / 10 ? kMost : before * 10 + digit;
+}
+
+std::size_t Parser::mostStringBytes() const {
+  if (m_open == OpenString::DeviceControl) return mostDeviceControlBytes;
+  return m_string.starts_with("52;") ? mostPayloadBytes : mostCommandBytes;
+}
+
+void Parser::put(char32_t character) {
+  if (m_open == OpenString::None || m_tooLong) return;
+  appendUtf8(m_string, character);
+  if (m_string.size() <= mostStringBytes()) return;
+  m_tooLong = true;
+  m_string = std::string();
+}
+
+void Parser::endString(bool byBell) {
+  const bool counts = !m_tooLong;
+  const OpenString open = std::exchange(m_open, OpenString::None);
+  m_suspended = false;
+  if (counts && open == OpenString::Command) m_events.operatingSystemCommand(m_string, byBell);
+  if (counts && open == OpenString::DeviceControl) m_events.deviceControl(m_sequence, m_string);
+}
+
+}  // namespace zolt::vt
