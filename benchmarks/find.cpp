@@ -2,10 +2,12 @@
 // them, against grep -c on the same text as a file. Both count; grep counts lines, so what is sought stands at most
 // once in a line.
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 #include "Measure.h"
@@ -81,16 +83,32 @@ std::size_t scannerCount(const Search& search, std::string_view text) {
   return count + matches.size();
 }
 
-// As a find bar has it searched, on one thread.
-std::size_t historyCount(const Search& search, const zolt::TextStorage& history) {
+// Every segment of a history, on so many threads.
+std::size_t historyCount(const Search& search, const zolt::TextExcerpt& history, std::size_t threads) {
   const auto pattern = zolt::FindPattern::compile(search.query, search.options);
-  zolt::FindInterrupt never;
-  std::size_t count = 0;
-  for (std::size_t segment = zolt::segmentCount(history); segment-- > 0;) {
-    const zolt::TextExcerpt excerpt = zolt::excerptOfSegments(history, segment, segment + 1);
-    count += zolt::findInSegment(pattern.value(), excerpt, segment, never).size();
+  const std::size_t segments = (history.endBlock() - 1) / zolt::kSegmentBlocks + 1;
+  std::atomic<std::size_t> next = 0;
+  std::atomic<std::size_t> count = 0;
+  const auto work = [&] {
+    zolt::FindInterrupt never;
+    for (std::size_t segment = next++; segment < segments; segment = next++) {
+      count += zolt::findInSegment(pattern.value(), history, segment, never).size();
+    }
+  };
+  std::vector<std::thread> others;
+  for (std::size_t i = 1; i < threads; ++i) {
+    others.emplace_back(work);
+  }
+  work();
+  for (std::thread& other : others) {
+    other.join();
   }
   return count;
+}
+
+// As many as a find bar has at once.
+std::size_t findBarThreads() {
+  return std::clamp(std::thread::hardware_concurrency(), 1U, 4U);
 }
 
 void tell(const std::string& what, double ratio, double limit) {
@@ -106,6 +124,8 @@ void tell(const std::string& what, double ratio, double limit) {
 void measure(const Search& search, const std::string& text, const zolt::TextStorage& history, const std::string& file) {
   std::vector<double> ratios;
   std::vector<double> historyRatios;
+  std::vector<double> findBarRatios;
+  const zolt::TextExcerpt excerpt = history.excerpt(0, history.blockCount());
   std::size_t theirs = 0;
   const auto expect = [&](std::size_t ours) {
     if (ours == theirs) return;
@@ -117,12 +137,16 @@ void measure(const Search& search, const std::string& text, const zolt::TextStor
     std::size_t ours = 0;
     ratios.push_back(zolt::bench::secondsFor([&] { ours = scannerCount(search, text); }) / grep);
     expect(ours);
-    historyRatios.push_back(zolt::bench::secondsFor([&] { ours = historyCount(search, history); }) / grep);
+    historyRatios.push_back(zolt::bench::secondsFor([&] { ours = historyCount(search, excerpt, 1); }) / grep);
+    expect(ours);
+    findBarRatios.push_back(zolt::bench::secondsFor([&] { ours = historyCount(search, excerpt, findBarThreads()); }) /
+                            grep);
     expect(ours);
   }
   const std::string against = std::string(" / grep -c ") + search.grepOptions;
   tell(std::string("find, ") + search.what + against, zolt::bench::median(ratios), search.limit);
-  tell("  the same in compressed blocks", zolt::bench::median(historyRatios), search.limit);
+  tell("  the same in compressed blocks, on one thread", zolt::bench::median(historyRatios), search.limit);
+  tell("  the same, on as many threads as a find bar has", zolt::bench::median(findBarRatios), search.limit);
 }
 
 }  // namespace

@@ -167,6 +167,14 @@ TEST_F(FindSessionTest, FindsEachMatchOnceHoweverItsTextCame) {
   EXPECT_EQ(session.count(), expected);
 }
 
+TEST_F(FindSessionTest, FindsWhatComesWhileTheEndIsBeingSearchedForLong) {
+  constexpr std::size_t kLetters = 15'000;
+  append(std::string(kLetters, 'a') + "\n");
+  search("a+b|a", {.regularExpression = true});  // to the end of the line for each
+  append("a\n");
+  EXPECT_TRUE(waitFor([&] { return session.count() == kLetters + 1; })) << session.count();
+}
+
 TEST_F(FindSessionTest, MarksThePartsOfMatchesThatARowShows) {
   append("needle needle");
   search("needle");

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <ctime>
+#include <thread>
 #include <utility>
 
 #include "find/LogSearch.h"
@@ -17,12 +18,17 @@ using Clock = std::chrono::steady_clock;
 
 // A job goes on for so long, and then tells what it has found.
 constexpr std::chrono::milliseconds kJobTime{15};
-// The most segments of a job: more than a job comes to.
-constexpr std::size_t kJobSegments = 32;
+// The most segments of a job: about what a job comes to.
+constexpr std::size_t kJobSegments = 16;
 // How often what comes in is searched.
 constexpr std::chrono::milliseconds kTailInterval{100};
 // A segment takes a few milliseconds. What takes a thousand times as long would never come to an end.
 constexpr std::chrono::seconds kSegmentTime{4};
+
+// Jobs at once: decompressing keeps a processor busy.
+std::size_t mostJobs() {
+  return std::clamp(std::thread::hardware_concurrency(), 1U, 4U);
+}
 
 // The processor time of this thread: what others do does not count.
 std::chrono::nanoseconds threadTime() {
@@ -62,6 +68,7 @@ FindSession::~FindSession() {
 
 void FindSession::search(const FindPattern& pattern, CanvasPosition from) {
   stop();
+  m_stop = std::make_shared<std::atomic<bool>>(false);
   m_pattern = pattern;
   m_from = from;
   m_walk = Walk{.direction = Direction::Backward, .from = from};
@@ -71,9 +78,9 @@ void FindSession::search(const FindPattern& pattern, CanvasPosition from) {
 }
 
 void FindSession::stop() {
-  // A job that is under way goes on to the next place where it looks, and what it tells then is nobody's.
+  // Jobs that are under way go on to the next place where they look, and what they tell then is nobody's.
   if (m_stop) *std::exchange(m_stop, nullptr) = true;
-  m_working = false;
+  m_underWay.clear();
   m_pattern.reset();
   m_results.clear();
   m_current.reset();
@@ -96,7 +103,7 @@ void FindSession::textGrew() {
 void FindSession::searchTail() {
   const std::size_t count = segmentCount(m_text);
   for (std::size_t segment = m_firstOpen; segment < count; ++segment) {
-    if (m_results.isKnown(segment)) addOnce(m_stale, segment);
+    if (m_results.isKnown(segment) || isUnderWay(segment)) addOnce(m_stale, segment);
   }
   m_firstOpen = m_unknownBelow = count;
   pump();
@@ -108,38 +115,57 @@ std::optional<FindSession::Segments> FindSession::nextSegments() {
   }
   while (!m_wanted.empty()) {
     const std::size_t segment = takeLast(m_wanted);
-    if (m_results.matchesIn(segment) == nullptr) return Segments{.first = segment, .end = segment + 1};
+    if (m_results.matchesIn(segment) == nullptr && !isUnderWay(segment)) return Segments{segment, segment + 1};
   }
-  if (!m_stale.empty()) {
-    const std::size_t segment = takeLast(m_stale);
-    return Segments{.first = segment, .end = segment + 1};
+  // Not while somebody is at it, whose text is older: the latest to be told must be the latest to have looked.
+  const auto stale = std::ranges::find_if(m_stale, [this](std::size_t segment) { return !isUnderWay(segment); });
+  if (stale != m_stale.end()) {
+    const Segments segments{*stale, *stale + 1};
+    m_stale.erase(stale);
+    return segments;
   }
-  if (m_unknownBelow == 0) return std::nullopt;
-  Segments segments{.first = m_unknownBelow - 1, .end = m_unknownBelow};
-  while (segments.first > 0 && segments.end - segments.first < kJobSegments && !m_results.isKnown(segments.first - 1)) {
+  const auto isToBeSearched = [this](std::size_t segment) {
+    return !m_results.isKnown(segment) && !isUnderWay(segment);
+  };
+  std::size_t end = m_unknownBelow;
+  while (end > 0 && !isToBeSearched(end - 1)) {
+    --end;
+  }
+  if (end == 0) return std::nullopt;
+  Segments segments{.first = end - 1, .end = end};
+  while (segments.first > 0 && segments.end - segments.first < kJobSegments && isToBeSearched(segments.first - 1)) {
     --segments.first;
   }
   return segments;
 }
 
+bool FindSession::isUnderWay(std::size_t segment) const {
+  return std::ranges::any_of(
+      m_underWay, [&](const Segments& segments) { return segment >= segments.first && segment < segments.end; });
+}
+
 void FindSession::pump() {
-  if (!isActive() || m_working) return;
-  const std::optional<Segments> segments = nextSegments();
-  if (!segments) return;
+  while (isActive() && m_underWay.size() < mostJobs()) {
+    const std::optional<Segments> segments = nextSegments();
+    if (!segments) return;
+    start(*segments);
+  }
+}
+
+void FindSession::start(Segments segments) {
   // A segment stays as it is once it and the block behind it, to which a line is followed, are full.
   const std::size_t fullBlocks = m_text.blockCount() - 1;
   const std::size_t firstOpen = fullBlocks == 0 ? 0 : (fullBlocks - 1) / kSegmentBlocks;
-  if (segments->end > firstOpen) m_firstOpen = std::min(m_firstOpen, std::max(firstOpen, segments->first));
-  m_working = true;
-  m_stop = std::make_shared<std::atomic<bool>>(false);
+  if (segments.end > firstOpen) m_firstOpen = std::min(m_firstOpen, std::max(firstOpen, segments.first));
+  m_underWay.push_back(segments);
   auto job = std::make_shared<const Job>(Job{.pattern = *m_pattern,
-                                             .excerpt = excerptOfSegments(m_text, segments->first, segments->end),
-                                             .segments = *segments,
+                                             .excerpt = excerptOfSegments(m_text, segments.first, segments.end),
+                                             .segments = segments,
                                              .stop = m_stop});
   WorkerQueue::utility().async([job, owner = MainQueue::Owner(this), this] {
     auto outcome = std::make_shared<Outcome>(run(*job));
     MainQueue::async(owner, [job, outcome, this] {
-      if (!*job->stop) take(std::move(*outcome));
+      if (!*job->stop) take(*job, std::move(*outcome));
     });
   });
 }
@@ -166,8 +192,8 @@ FindSession::Outcome FindSession::run(const Job& job) {
   return outcome;
 }
 
-void FindSession::take(Outcome outcome) {
-  m_working = false;
+void FindSession::take(const Job& job, Outcome outcome) {
+  m_underWay.erase(std::ranges::find(m_underWay, job.segments));
   for (Found& found : outcome.found) {
     m_results.set(found.segment, found.extent, std::move(found.matches));
   }

@@ -18,7 +18,7 @@ namespace zolt {
 
 /// A search of a text that grows: what has been found so far, and the match that one is at.
 ///
-/// The text is searched on another thread, the newest first, a few milliseconds' worth at a time; what comes meanwhile
+/// The text is searched on other threads, the newest first, a few milliseconds' worth at a time; what comes meanwhile
 /// is searched soon after it has come. Whoever walks or looks somewhere is served first. Main thread.
 class FindSession : public QObject, public CanvasMarks {
   Q_OBJECT
@@ -72,6 +72,8 @@ class FindSession : public QObject, public CanvasMarks {
   struct Segments {
     std::size_t first = 0;
     std::size_t end = 0;
+
+    bool operator==(const Segments&) const = default;
   };
   struct Found {
     std::size_t segment = 0;
@@ -85,9 +87,11 @@ class FindSession : public QObject, public CanvasMarks {
   };
 
   static Outcome run(const Job& job);
-  void take(Outcome outcome);
+  void take(const Job& job, Outcome outcome);
   void pump();
+  void start(Segments segments);
   std::optional<Segments> nextSegments();
+  bool isUnderWay(std::size_t segment) const;
   void searchTail();
   void go(Direction direction);
   void walk();
@@ -101,12 +105,12 @@ class FindSession : public QObject, public CanvasMarks {
   CanvasPosition m_from = 0;
   std::optional<Walk> m_walk;
 
-  std::shared_ptr<std::atomic<bool>> m_stop;  // of the job that is under way
-  bool m_working = false;
-  std::vector<std::size_t> m_wanted;  // somebody looks there: to be searched first, the latest wish at the end
-  std::vector<std::size_t> m_stale;   // known, but text has come since
-  std::size_t m_unknownBelow = 0;     // segments from here on are known
-  std::size_t m_firstOpen = 0;        // known segments from here on change when text comes
+  std::shared_ptr<std::atomic<bool>> m_stop;  // of the jobs that are under way
+  std::vector<Segments> m_underWay;           // what they search
+  std::vector<std::size_t> m_wanted;          // somebody looks there: to be searched first, the latest wish at the end
+  std::vector<std::size_t> m_stale;           // searched, or being searched, but text has come since
+  std::size_t m_unknownBelow = 0;             // segments from here on are known
+  std::size_t m_firstOpen = 0;                // known segments from here on change when text comes
   QTimer m_tailTimer;
 };
 
