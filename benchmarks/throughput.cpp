@@ -52,7 +52,7 @@ void measure(const std::string& what, const std::string& text, double limit, cha
 
 int main(int argc, char** argv) {
   if (argc != 4) return 2;
-  measure("of plain log", zolt::bench::plainLog(kBytes), 1.25, argv);
+  measure("of plain log", zolt::bench::plainLog(kBytes), 1.1, argv);
   measure("with SGR on every word", zolt::bench::colouredLog(kBytes), 1.25, argv);
   measure("of mixed UTF-8", zolt::bench::mixedUtf8Log(kBytes), 1.25, argv);
 }

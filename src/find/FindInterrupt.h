@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <utility>
 
@@ -10,17 +11,19 @@ class FindInterrupt {
  public:
   /// Never given up.
   FindInterrupt() = default;
-  /// Given up as soon as `wanted`, which is asked every kStepsBetween steps, says so.
+  /// Given up as soon as `wanted`, which is asked now and then, says so.
   explicit FindInterrupt(std::function<bool()> wanted) : m_wanted(std::move(wanted)) {}
 
-  /// The steps of a search are the places where an expression was looked at: each takes at most as long as passing over
-  /// FindScanner::kLongLineBytes once.
-  static constexpr int kStepsBetween = 16;
+  /// Steps of a search are the places where an expression is looked at; it is asked once in so long.
+  static constexpr std::chrono::milliseconds interval{5};
 
   /// Counts a step. True when the search is to be given up, and from then on.
   bool stepAndAsk() {
-    if (m_wanted && !m_given && ++m_steps % kStepsBetween == 0) m_given = m_wanted();
-    return m_given;
+    if (!m_wanted || m_given) return m_given;
+    const auto now = std::chrono::steady_clock::now();
+    if (now - m_asked < interval) return false;
+    m_asked = now;
+    return ask();
   }
   /// Asks at once.
   bool ask() {
@@ -31,7 +34,7 @@ class FindInterrupt {
 
  private:
   std::function<bool()> m_wanted;
-  unsigned m_steps = 0;
+  std::chrono::steady_clock::time_point m_asked;
   bool m_given = false;
 };
 

@@ -24,6 +24,7 @@ std::uint64_t partsWithMatches(const FindMatch& extent, const std::vector<FindMa
 
 void FindResults::set(std::size_t segment, FindMatch extent, std::vector<FindMatch> matches) {
   if (segment >= m_segments.size()) m_segments.resize(segment + 1);
+  matches.shrink_to_fit();
   Segment& known = m_segments[segment];
   drop(known);
   m_count += matches.size();
@@ -45,7 +46,7 @@ void FindResults::clear() {
 void FindResults::drop(Segment& segment) {
   if (!segment.kept) return;
   m_kept -= segment.matches.size();
-  segment.matches = {};
+  std::vector<FindMatch>().swap(segment.matches);  // its memory too, which an assignment of {} would keep
   segment.kept = false;
 }
 
@@ -63,6 +64,14 @@ std::uint64_t FindResults::countIn(std::size_t segment) const {
 
 const std::vector<FindMatch>* FindResults::matchesIn(std::size_t segment) const {
   return segment < m_segments.size() && m_segments[segment].kept ? &m_segments[segment].matches : nullptr;
+}
+
+std::size_t FindResults::memoryBytes() const {
+  std::size_t bytes = 0;
+  for (const Segment& segment : m_segments) {
+    bytes += segment.matches.capacity() * sizeof(FindMatch);
+  }
+  return bytes;
 }
 
 std::vector<FindMatch> FindResults::spread() const {

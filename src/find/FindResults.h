@@ -34,6 +34,9 @@ class FindResults {
   /// some, and at last whole segments; in order.
   std::vector<FindMatch> spread() const;
 
+  /// What the matches take in memory, in bytes.
+  std::size_t memoryBytes() const;
+
   /// Where a walk from match to match has come to: a match, a segment that must be searched first, or neither at the
   /// text's end.
   struct Step {

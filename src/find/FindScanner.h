@@ -24,8 +24,8 @@ namespace zolt {
 /// missed. So no more is held than such a part and 64 KiB, or than the query for plain text.
 class FindScanner {
  public:
-  static constexpr std::size_t kLongLineBytes = 1 << 20;
-  static constexpr std::size_t kOverlapBytes = 64 << 10;
+  static constexpr std::size_t kLongLineBytes = 64 << 10;
+  static constexpr std::size_t kOverlapBytes = 16 << 10;
 
   /// The first byte that is fed has the position `start`, and begins a line. Once `interrupt`, which must outlive the
   /// scanner, is given, nothing more is found.

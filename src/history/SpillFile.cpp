@@ -50,7 +50,10 @@ class UnlinkedFile : public SpillFile {
 
 std::unique_ptr<SpillFile> openSpillFile(const std::string& folder) {
   std::error_code ignored;
-  std::filesystem::create_directories(folder, ignored);
+  // Nobody else's business, as the XDG base directories have it; one that is there already stays as it is.
+  if (std::filesystem::create_directories(folder, ignored)) {
+    std::filesystem::permissions(folder, std::filesystem::perms::owner_all, ignored);
+  }
   std::string path = folder + "/history-XXXXXX";
   const int descriptor = mkostemp(path.data(), O_CLOEXEC);  // of mode 0600
   if (descriptor < 0) return nullptr;

@@ -24,6 +24,7 @@ constexpr int kButtonWidth = 28;
 constexpr int kButtonRadius = 6;
 constexpr int kSymbolSize = 13;
 constexpr int kFieldWidth = 190;
+constexpr int kNarrowestField = 60;
 constexpr int kProgressWidth = 104;
 
 QString number(std::uint64_t count) {
@@ -92,8 +93,7 @@ FindBar::FindBar(QWidget* parent)
   setCursor(Qt::ArrowCursor);
   m_query->setPlaceholderText(tr("Find"));
   m_query->setAccessibleName(tr("Find"));
-  m_query->setMinimumWidth(90);
-  m_query->setMaxLength(static_cast<int>(FindPattern::kQueryBytes));
+  m_query->setMinimumWidth(kNarrowestField);
   m_query->installEventFilter(this);
   m_progress->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   m_progress->setObjectName(QStringLiteral("progress"));
@@ -152,6 +152,12 @@ void FindBar::showProgress(const Progress& progress) {
     text = number(progress.count);
   }
   m_progress->setText(text);
+  // The field and then the bar give way to the number, which is never cut.
+  const int needed = m_progress->fontMetrics().horizontalAdvance(text) + kPadding;
+  if (needed > m_progress->minimumWidth()) {
+    m_progress->setMinimumWidth(needed);
+    fit();
+  }
 }
 
 void FindBar::showProblem(const QString& sentence) {
@@ -167,19 +173,25 @@ void FindBar::showNothing() {
   m_progress->clear();
 }
 
-void FindBar::placeIn(const QRect& area) {
+void FindBar::placeIn(const QRect& area, Edge edge) {
   m_area = area;
+  m_edge = edge;
   fit();
 }
 
-void FindBar::fit() {
+QRect FindBar::geometryAt(Edge edge) const {
   constexpr int kButtons = 6;
   const int buttonWidth = m_matchCase->sizeHint().width() + kSpacing;
-  const int wanted = 3 * kPadding + kFieldWidth + kProgressWidth + kButtons * buttonWidth + kSpacing;
-  const int width = std::clamp(wanted, std::min(minimumSizeHint().width(), m_area.width()),
-                               std::max(m_area.width() - 2 * kDistance, 1));
+  const int progressWidth = std::max(m_progress->minimumWidth(), kProgressWidth);
+  const int wanted = 3 * kPadding + kFieldWidth + progressWidth + kButtons * buttonWidth + kSpacing;
+  const int width = std::clamp(wanted, 1, std::max(m_area.width() - 2 * kDistance, 1));
   const int height = layout()->hasHeightForWidth() ? layout()->heightForWidth(width) : sizeHint().height();
-  setGeometry(m_area.right() + 1 - kDistance - width, m_area.top() + kDistance, width, height);
+  const int top = edge == Edge::Top ? m_area.top() + kDistance : m_area.bottom() + 1 - kDistance - height;
+  return {m_area.right() + 1 - kDistance - width, top, width, height};
+}
+
+void FindBar::fit() {
+  setGeometry(geometryAt(m_edge));
 }
 
 void FindBar::takeKeyboard(const QString& query) {

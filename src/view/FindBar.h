@@ -55,8 +55,12 @@ class FindBar : public QWidget {
   void showProblem(const QString& sentence);
   void showNothing();
 
-  /// Puts the bar at the top right of `area`, as wide as it needs and fits, and gives it the keyboard.
-  void placeIn(const QRect& area);
+  /// Where on the view the bar lies: at the right, so many pixels from an edge.
+  enum class Edge { Top, Bottom };
+  /// Puts the bar at that edge of `area`, as wide as it needs and fits.
+  void placeIn(const QRect& area, Edge edge);
+  /// Where it lies, or would, at that edge.
+  QRect geometryAt(Edge edge) const;
   /// Takes the keyboard, with `query` in the field unless it is empty, all of it selected.
   void takeKeyboard(const QString& query);
 
@@ -83,6 +87,7 @@ class FindBar : public QWidget {
   FindBarButton* m_expression;
   QLabel* m_problem;
   QRect m_area;
+  Edge m_edge = Edge::Top;
 };
 
 }  // namespace zolt

@@ -12,6 +12,18 @@ constexpr std::chrono::milliseconds kShownEvery{80};
 constexpr qsizetype kLongestPhrase = 200;
 constexpr int kAroundBar = 4;  // logical pixels between the bar and a match
 
+// A word that was copied with its line's end is still that word.
+QString withoutLineEnds(QString text) {
+  const auto isLineEnd = [](QChar c) {
+    return c == QLatin1Char('\n') || c == QLatin1Char('\r') || c == QChar::LineSeparator ||
+           c == QChar::ParagraphSeparator;
+  };
+  while (!text.isEmpty() && isLineEnd(text.back())) {
+    text.chop(1);
+  }
+  return text;
+}
+
 }  // namespace
 
 Finder::Finder(TerminalNSTextView& view) : m_view(view), m_session(view.textStorage()) {
@@ -45,7 +57,7 @@ void Finder::showBar() {
   m_view.setMarks(&m_session);
   m_bar->show();
   m_bar->raise();
-  m_bar->placeIn(m_view.geometry());
+  placeBar();
   searchAnew();
 }
 
@@ -91,7 +103,7 @@ QString Finder::selectedPhrase() const {
 }
 
 void Finder::searchAnew() {
-  const QString query = m_bar->query();
+  const QString query = withoutLineEnds(m_bar->query());
   if (query.isEmpty()) {
     m_session.stop();
     m_bar->showNothing();
@@ -126,13 +138,27 @@ void Finder::showFindings() {
 
 void Finder::showCurrent() {
   const FindMatch match = *m_session.current();
-  m_view.reveal({.begin = match.begin, .end = match.end},
-                m_bar->geometry().bottom() + kAroundBar - m_view.geometry().top());
+  const int covered = m_bar->geometryAt(FindBar::Edge::Top).bottom() + kAroundBar - m_view.geometry().top();
+  m_view.reveal({.begin = match.begin, .end = match.end}, covered);
+  placeBar();
   searchChanged();
 }
 
+// At the top, unless the match that one is at would lie under it: the first rows of a text cannot be scrolled down.
+void Finder::placeBar() {
+  const QRect area = m_view.geometry();
+  m_bar->placeIn(area, FindBar::Edge::Top);
+  const auto match = m_session.current();
+  if (!match) return;
+  m_view.makeFrameNow();
+  const QRectF bar = QRectF(m_bar->geometry()).translated(-area.topLeft());
+  if (bar.intersects(m_view.rectOf(match->begin)) || bar.intersects(m_view.rectOf(match->end - 1))) {
+    m_bar->placeIn(area, FindBar::Edge::Bottom);
+  }
+}
+
 bool Finder::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == &m_view && event->type() == QEvent::Resize && isOpen()) m_bar->placeIn(m_view.geometry());
+  if (watched == &m_view && event->type() == QEvent::Resize && isOpen()) placeBar();
   return QObject::eventFilter(watched, event);
 }
 

@@ -41,6 +41,7 @@ class Finder : public QObject {
   void searchChanged();
   void showFindings();
   void showCurrent();
+  void placeBar();
 
   TerminalNSTextView& m_view;
   FindSession m_session;

@@ -109,6 +109,7 @@ TEST(FindResults, KeepCountsAndForgetMatchesBeyondTheirLimit) {
     }
   }
   EXPECT_LE(kept, FindResults::kKeptMatches);
+  EXPECT_LE(results.memoryBytes(), FindResults::kKeptMatches * sizeof(FindMatch));
   EXPECT_GT(kept, FindResults::kKeptMatches / 2);
 }
 

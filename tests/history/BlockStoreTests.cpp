@@ -1,10 +1,12 @@
 #include "history/BlockStore.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <atomic>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -252,6 +254,40 @@ TEST(BlockStore, LosesOnlyOldBlocksWhicheverWriteFails) {
       ASSERT_TRUE(!text || *text == textOf(number)) << "never anything else";
     }
   }
+}
+
+TEST(SpillFile, SaysWhenTheSystemTakesNoMore) {
+  const TemporaryFolder folder;
+  const auto file = openSpillFile(folder.path());
+  ASSERT_TRUE(file);
+  struct rlimit before {};
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+  const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
+  const struct rlimit small { .rlim_cur = 10'000, .rlim_max = before.rlim_max };
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+  const std::string bytes(6000, 'x');
+  const bool first = file->write(0, bytes);
+  const bool second = file->write(6000, bytes);  // part of which fits
+  const bool third = file->write(10'000, bytes);
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+  std::signal(SIGXFSZ, ignored);
+  EXPECT_TRUE(first);
+  EXPECT_FALSE(second);
+  EXPECT_FALSE(third);
+  std::string read;
+  EXPECT_TRUE(file->read(0, bytes.size(), read));
+  EXPECT_EQ(read, bytes);
+  EXPECT_FALSE(file->read(9000, bytes.size(), read));
+}
+
+TEST(SpillFile, LiesInAFolderOfTheUsersOwn) {
+  const TemporaryFolder folder;
+  const std::string made = folder.path() + "/caches/zolt";
+  ASSERT_TRUE(openSpillFile(made));
+  struct stat status {};
+  ASSERT_EQ(stat(made.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777, 0700U);
+  EXPECT_TRUE(std::filesystem::is_empty(made));
 }
 
 TEST(BlockStore, ReadsNoBlockThatWasChangedInTheFile) {

@@ -188,6 +188,14 @@ TEST_F(FindSessionTest, MarksThePartsOfMatchesThatARowShows) {
   EXPECT_EQ(session.marksIn({.begin = 6, .end = 7}), RowMarks());
 }
 
+TEST_F(FindSessionTest, MarksWhatHasJustComeAtOnce) {
+  append("needle\n");
+  search("needle");
+  ASSERT_TRUE(finish());
+  append("...needle...\n");
+  EXPECT_EQ(session.marksIn({.begin = 7, .end = 19}).found, (std::vector<CanvasRange>{{.begin = 10, .end = 16}}));
+}
+
 TEST_F(FindSessionTest, MarksTheRestOfAMatchThatBeganInTheSegmentBefore) {
   fillTo(kSegmentBytes - 99);
   append(std::string(kSegmentBytes - storage.size() - 3, '.') + "needle" + std::string(300, '.'));

@@ -175,6 +175,50 @@ TEST_F(FinderTest, NeverLeavesTheCurrentMatchUnderTheBar) {
   }
 }
 
+TEST_F(FinderTest, GoesOutOfTheWayOfAMatchThatCannotBeScrolledFromUnderIt) {
+  append(std::string(90, '.') + "needle\n\n\n\n\n\n\n\nneedle\n");
+  finder.open();
+  type(QStringLiteral("needle"));
+  ASSERT_TRUE(shows(QStringLiteral("2 of 2")));
+  EXPECT_LT(bar().geometry().top(), area.height() / 2);
+  QTest::keyClick(&field(), Qt::Key_Return);
+  ASSERT_TRUE(shows(QStringLiteral("1 of 2")));
+  EXPECT_GT(bar().geometry().top(), area.height() / 2);
+  EXPECT_TRUE(field().hasFocus());
+  QTest::keyClick(&field(), Qt::Key_Return);
+  ASSERT_TRUE(shows(QStringLiteral("2 of 2")));
+  EXPECT_LT(bar().geometry().top(), area.height() / 2);
+}
+
+TEST_F(FinderTest, NeverCutsItsNumbers) {
+  append(std::string(2'000'000, 'x'));
+  finder.open();
+  auto& label = *bar().findChild<QLabel*>(QStringLiteral("progress"));
+  const auto fits = [&] { return label.width() >= label.fontMetrics().horizontalAdvance(label.text()); };
+  type(QStringLiteral("x"));
+  ASSERT_TRUE(shows(QStringLiteral("2,000,000 of 2,000,000"))) << progress().toStdString();
+  EXPECT_TRUE(fits()) << label.width();
+  view.resize(380, 400);
+  type(QStringLiteral("y"));
+  ASSERT_TRUE(shows(QStringLiteral("No matches")));
+  EXPECT_TRUE(fits()) << label.width();
+}
+
+TEST_F(FinderTest, TakesAWordThatCameWithItsLinesEnd) {
+  append("a needle here");
+  finder.open();
+  field().setText(QStringLiteral("needle\u2028"));
+  EXPECT_TRUE(shows(QStringLiteral("1 of 1")));
+  field().setText(QStringLiteral("needle\n"));
+  EXPECT_TRUE(shows(QStringLiteral("1 of 1")));
+}
+
+TEST_F(FinderTest, SaysThatAQueryIsTooLong) {
+  finder.open();
+  field().setText(QString(5000, QLatin1Char('x')));
+  EXPECT_EQ(problem(), QStringLiteral("The text to find is longer than 4096 bytes."));
+}
+
 TEST_F(FinderTest, HasOptionsForCaseWordsAndExpressions) {
   append("Cat cat concat c.t");
   finder.open();

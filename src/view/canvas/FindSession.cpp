@@ -6,6 +6,7 @@
 #include <thread>
 #include <utility>
 
+#include "find/FindScanner.h"
 #include "find/LogSearch.h"
 #include "platform/MainQueue.h"
 #include "platform/WorkerQueue.h"
@@ -20,6 +21,8 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds kJobTime{15};
 // The most segments of a job: about what a job comes to.
 constexpr std::size_t kJobSegments = 16;
+// And as soon as it has found so much.
+constexpr std::size_t kJobMatches = std::size_t{1} << 18;
 // How often what comes in is searched.
 constexpr std::chrono::milliseconds kTailInterval{100};
 // A segment takes a few milliseconds. What takes a thousand times as long would never come to an end.
@@ -174,6 +177,7 @@ void FindSession::start(Segments segments) {
 FindSession::Outcome FindSession::run(const Job& job) {
   Outcome outcome;
   const Clock::time_point begun = Clock::now();
+  std::size_t matches = 0;
   for (std::size_t segment = job.segments.end; segment-- > job.segments.first;) {
     const std::chrono::nanoseconds before = threadTime();
     FindInterrupt interrupt([&] { return *job.stop || threadTime() - before > kSegmentTime; });
@@ -186,8 +190,9 @@ FindSession::Outcome FindSession::run(const Job& job) {
     const std::size_t first = segment * kSegmentBlocks;
     const std::size_t last = std::min(first + kSegmentBlocks, job.excerpt.endBlock()) - 1;
     found.extent = {job.excerpt.summary(first).start, job.excerpt.summary(last).end()};
+    matches += found.matches.size();
     outcome.found.push_back(std::move(found));
-    if (Clock::now() - begun > kJobTime) break;
+    if (Clock::now() - begun > kJobTime || matches > kJobMatches) break;
   }
   return outcome;
 }
@@ -266,6 +271,19 @@ const std::vector<FindMatch>* FindSession::matchesIn(std::size_t segment) {
   return matches;
 }
 
+// Of the newest text, where plain text is sought: what rushes by would be out of view before a job had looked at it.
+std::optional<std::vector<FindMatch>> FindSession::matchesAtOnce(CanvasRange row, std::size_t segment) const {
+  const bool isNewest = segment + 2 >= segmentCount(m_text);
+  if (!isNewest || !std::holds_alternative<PlainNeedle>(m_pattern->matcher())) return std::nullopt;
+  const CanvasPosition from = row.begin - std::min<CanvasPosition>(row.begin, FindPattern::kQueryBytes);
+  const CanvasPosition to = std::min<CanvasPosition>(row.end + FindPattern::kQueryBytes, m_text.size());
+  std::vector<FindMatch> matches;
+  FindScanner scanner(*m_pattern, from);
+  scanner.feed(m_text.text(from, to), matches);
+  scanner.finish(matches);
+  return matches;
+}
+
 RowMarks FindSession::marksIn(CanvasRange row) {
   RowMarks marks;
   if (!isActive() || row.empty()) return marks;
@@ -280,6 +298,10 @@ RowMarks FindSession::marksIn(CanvasRange row) {
   };
   const std::size_t first = segmentAt(m_text, row.begin);
   const std::size_t last = segmentAt(m_text, row.end - 1);
+  if (const auto matches = matchesAtOnce(row, last)) {
+    std::ranges::for_each(*matches, take);
+    return marks;
+  }
   for (std::size_t segment = first == 0 ? 0 : first - 1; segment <= last; ++segment) {
     // Of the segment before, only a match that reaches into the row is of interest.
     const std::vector<FindMatch>* matches = segment < first ? m_results.matchesIn(segment) : matchesIn(segment);

@@ -97,6 +97,7 @@ class FindSession : public QObject, public CanvasMarks {
   void walk();
   void setCurrent(const FindMatch& match);
   const std::vector<FindMatch>* matchesIn(std::size_t segment);
+  std::optional<std::vector<FindMatch>> matchesAtOnce(CanvasRange row, std::size_t segment) const;
 
   const TextStorage& m_text;
   std::optional<FindPattern> m_pattern;

@@ -78,7 +78,9 @@ class TextCanvas : public QAbstractScrollArea {
 
   const Selection& selection() const { return m_selection; }
   void select(CanvasRange range);
-  QString selectedText() const;
+  QString selectedText() const { return textOf(m_selection.range()); }
+  /// The text of a range as a person copies it.
+  QString textOf(CanvasRange range) const;
   Q_INVOKABLE void copy();
   Q_INVOKABLE void selectAll();
   Q_INVOKABLE void paste();

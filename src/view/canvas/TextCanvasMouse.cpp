@@ -3,7 +3,9 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QMimeData>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QStyleHints>
 #include <QTimerEvent>
 #include <QWheelEvent>
@@ -19,6 +21,28 @@ namespace {
 
 constexpr int kAutoScrollMs = 30;
 constexpr int kWheelUnitsPerNotch = 120;  // as QWheelEvent counts: eighths of a degree, 15 degrees a notch
+
+// More than this is made into text only when somebody asks for it.
+constexpr CanvasPosition kSelectedAtOnce = CanvasPosition{1} << 20;
+
+// What is selected, as text that is made when it is pasted; nothing once the canvas is gone.
+class SelectedLater : public QMimeData {
+ public:
+  SelectedLater(const TextCanvas& canvas, CanvasRange range) : m_canvas(&canvas), m_range(range) {}
+
+  QStringList formats() const override { return {QStringLiteral("text/plain")}; }
+
+ protected:
+  QVariant retrieveData(const QString& type, QMetaType preferred) const override {
+    if (!m_canvas || type != formats().front()) return {};
+    const QString text = m_canvas->textOf(m_range);
+    return preferred == QMetaType::fromType<QString>() ? QVariant(text) : QVariant(text.toUtf8());
+  }
+
+ private:
+  QPointer<const TextCanvas> m_canvas;
+  CanvasRange m_range;
+};
 
 }  // namespace
 
@@ -65,11 +89,17 @@ void TextCanvas::select(CanvasRange range) {
 void TextCanvas::selectionChanged() {
   m_pacer.request();
   QClipboard* clipboard = QApplication::clipboard();
-  if (clipboard->supportsSelection() && !m_selection.empty()) clipboard->setText(selectedText(), QClipboard::Selection);
+  if (!clipboard->supportsSelection() || m_selection.empty()) return;
+  const CanvasRange range = m_selection.range();
+  if (range.end - range.begin > kSelectedAtOnce) {
+    clipboard->setMimeData(new SelectedLater(*this, range), QClipboard::Selection);  // which owns it
+  } else {
+    clipboard->setText(selectedText(), QClipboard::Selection);
+  }
 }
 
-QString TextCanvas::selectedText() const {
-  const std::string text = m_source->text(m_selection.range());
+QString TextCanvas::textOf(CanvasRange range) const {
+  const std::string text = m_source->text(range);
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 

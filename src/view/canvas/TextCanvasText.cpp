@@ -8,6 +8,9 @@ namespace zolt {
 
 namespace {
 
+// Input methods look at what is selected to be written anew: a few words.
+constexpr CanvasPosition kMostForInputMethods = 4096;
+
 // Rows hold one character a position.
 int lengthOf(const RowContent& row) {
   return static_cast<int>(row.range.end - row.range.begin);
@@ -38,7 +41,7 @@ QVariant TextCanvas::inputMethodQuery(Qt::InputMethodQuery query) const {
           .toRect();
     }
     case Qt::ImCurrentSelection:
-      return selectedText();
+      return m_selection.range().end - m_selection.range().begin <= kMostForInputMethods ? selectedText() : QString();
     default:
       return QAbstractScrollArea::inputMethodQuery(query);
   }
