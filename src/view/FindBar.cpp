@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "settings/views/FormCard.h"
 #include "settings/views/FormColors.h"
 #include "symbols/Symbol.h"
 
@@ -18,7 +19,6 @@ namespace {
 constexpr int kDistance = 8;  // from the edges of what it lies on
 constexpr int kPadding = 6;
 constexpr int kSpacing = 2;
-constexpr int kRadius = 9;
 constexpr int kButtonHeight = 26;
 constexpr int kButtonWidth = 28;
 constexpr int kButtonRadius = 6;
@@ -231,10 +231,7 @@ void FindBar::mousePressEvent(QMouseEvent* event) {
 void FindBar::paintEvent(QPaintEvent*) {
   const FormColors colors(palette());
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(colors.fieldBorder);
-  painter.setBrush(colors.card);
-  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
+  drawCard(painter, rect(), colors, colors.fieldBorder);
 }
 
 }  // namespace zolt

@@ -13,6 +13,14 @@ constexpr int kRadius = 9;
 
 }  // namespace
 
+void drawCard(QPainter& painter, const QRect& area, const FormColors& colors, const QColor& border) {
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(border);
+  painter.setBrush(colors.card);
+  painter.drawRoundedRect(QRectF(area).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
+  painter.setRenderHint(QPainter::Antialiasing, false);
+}
+
 FormCard::FormCard(QWidget* parent) : QWidget(parent), m_rows(new QVBoxLayout(this)) {
   m_rows->setContentsMargins(0, 0, 0, 0);
   m_rows->setSpacing(0);
@@ -25,11 +33,7 @@ void FormCard::add(QWidget* row) {
 void FormCard::paintEvent(QPaintEvent*) {
   const FormColors colors(palette());
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(colors.hairline);
-  painter.setBrush(colors.card);
-  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
-  painter.setRenderHint(QPainter::Antialiasing, false);
+  drawCard(painter, rect(), colors, colors.hairline);
   for (int i = 1; i < m_rows->count(); ++i) {
     const int top = m_rows->itemAt(i)->geometry().top();
     painter.fillRect(QRect(inset, top, width() - 2 * inset, 1), colors.hairline);

@@ -2,9 +2,15 @@
 
 #include <QWidget>
 
+class QPainter;
 class QVBoxLayout;
 
 namespace zolt {
+
+struct FormColors;
+
+/// Fills `area` with the rounded surface of a card.
+void drawCard(QPainter& painter, const QRect& area, const FormColors& colors, const QColor& border);
 
 /// The rounded background of a section of a form: its rows one below the other, with a hairline between them.
 class FormCard : public QWidget {

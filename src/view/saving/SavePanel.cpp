@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "settings/views/FormCard.h"
 #include "settings/views/FormColors.h"
 
 namespace zolt {
@@ -20,7 +21,6 @@ constexpr int kGap = 14;
 constexpr int kLineGap = 6;
 constexpr int kButtonHeight = 28;
 constexpr int kButtonPadding = 10;
-constexpr int kRadius = 9;
 constexpr int kSteps = 1000;  // of the bar
 
 }  // namespace
@@ -85,10 +85,7 @@ void SavePanel::keyPressEvent(QKeyEvent* event) {
 void SavePanel::paintEvent(QPaintEvent*) {
   const FormColors colors(palette());
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(colors.fieldBorder);
-  painter.setBrush(colors.card);
-  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
+  drawCard(painter, rect(), colors, colors.fieldBorder);
 }
 
 }  // namespace zolt
