@@ -1,12 +1,21 @@
 #include "history/HistoryBlock.h"
 
+#include <algorithm>
 #include <bit>
 
 namespace zolt {
 
 namespace {
 
-enum class Section : std::uint8_t { Text = 1, Styles = 2, Runs = 3, SoftWraps = 4, Marks = 5 };
+enum class Section : std::uint8_t {
+  Text = 1,
+  Styles = 2,
+  Runs = 3,
+  SoftWraps = 4,
+  Marks = 5,
+  PackedStyles = 6,
+  Links = 7
+};
 
 // The bits of a style's flags.
 enum StyleFlag : std::uint8_t { Bold = 1, Italic = 2, Underlined = 4, Struck = 8, HasBackground = 16 };
@@ -128,7 +137,7 @@ void readRuns(Reader reader, HistoryBlock& block, bool& valid) {
     run.style = static_cast<std::uint16_t>(style >> 1);
     const bool inOrder = block.runs.empty() ? step == 0 : step > 0;
     const std::uint64_t begin = run.begin + step;
-    valid = valid && inOrder && begin < block.text.size() && style >> 1 < block.styles.size();
+    valid = valid && inOrder && begin < block.text.size() && style >> 1 <= UINT16_MAX;
     if (!valid) return;
     run.begin = static_cast<std::uint32_t>(begin);
     block.runs.push_back(run);
@@ -158,6 +167,30 @@ void readMarks(Reader reader, HistoryBlock& block, bool& valid) {
                            .exitStatus = unzigzag(static_cast<std::uint32_t>(status))});
   }
   valid = valid && !reader.failed();
+}
+
+void readPackedStyles(Reader reader, HistoryBlock& block, bool& valid) {
+  while (!reader.atEnd()) {
+    PackedStyle style;
+    for (std::uint32_t* part : {&style.foreground, &style.background, &style.underlineColor, &style.rendition}) {
+      *part = static_cast<std::uint32_t>(reader.number());
+    }
+    block.packedStyles.push_back(style);
+  }
+  valid = valid && !reader.failed();
+}
+
+void readLinks(Reader reader, HistoryBlock& block, bool& valid) {
+  while (!reader.atEnd()) {
+    block.links.emplace_back(reader.bytes(reader.number()));
+  }
+  valid = valid && !reader.failed();
+}
+
+// Whether every run names a style that is there.
+bool runsAreStyled(const HistoryBlock& block) {
+  const std::size_t styles = std::max(block.styles.size(), block.packedStyles.size());
+  return std::ranges::all_of(block.runs, [&](const HistoryRun& run) { return run.style < styles; });
 }
 
 }  // namespace
@@ -194,6 +227,17 @@ void HistoryEncoder::addMark(const HistoryMark& mark) {
   m_lastMark = mark.offset;
 }
 
+void HistoryEncoder::addPackedStyle(const PackedStyle& style) {
+  for (const std::uint32_t part : {style.foreground, style.background, style.underlineColor, style.rendition}) {
+    putNumber(m_packedStyles, part);
+  }
+}
+
+void HistoryEncoder::addLink(std::string_view target) {
+  putNumber(m_links, target.size());
+  m_links += target;
+}
+
 std::string HistoryEncoder::finish(std::string_view text) {
   std::string out;
   out.reserve(text.size() + m_styles.size() + m_runs.size() + m_softWraps.size() + m_marks.size() + 64);
@@ -202,6 +246,8 @@ std::string HistoryEncoder::finish(std::string_view text) {
   putSection(out, Section::Runs, m_runs);
   putSection(out, Section::SoftWraps, m_softWraps);
   putSection(out, Section::Marks, m_marks);
+  putSection(out, Section::PackedStyles, m_packedStyles);
+  putSection(out, Section::Links, m_links);
   return out;
 }
 
@@ -216,6 +262,12 @@ std::string encodeHistoryBlock(const HistoryBlock& block) {
   }
   for (const HistoryMark& mark : block.marks) {
     encoder.addMark(mark);
+  }
+  for (const PackedStyle& style : block.packedStyles) {
+    encoder.addPackedStyle(style);
+  }
+  for (const std::string& target : block.links) {
+    encoder.addLink(target);
   }
   return encoder.finish(block.text);
 }
@@ -247,11 +299,18 @@ std::optional<HistoryBlock> decodeHistoryBlock(std::string_view bytes) {
       case Section::Marks:
         readMarks(Reader(content), block, valid);
         break;
+      case Section::PackedStyles:
+        readPackedStyles(Reader(content), block, valid);
+        break;
+      case Section::Links:
+        readLinks(Reader(content), block, valid);
+        break;
       default:
         break;
     }
   }
-  if (!valid || reader.failed() || (block.runs.empty() && !block.text.empty())) return std::nullopt;
+  if (!valid || reader.failed() || !runsAreStyled(block) || (block.runs.empty() && !block.text.empty()))
+    return std::nullopt;
   return block;
 }
 

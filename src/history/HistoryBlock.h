@@ -25,20 +25,32 @@ struct HistoryMark {
 /// Text from `begin` to where the next run begins, in one style and of one link.
 struct HistoryRun {
   std::uint32_t begin = 0;
-  std::uint16_t style = 0;  ///< an index into the block's styles
+  std::uint16_t style = 0;  ///< an index into the block's styles, or the packed ones
   std::uint32_t link = 0;   ///< the number that the terminal gave a link target; 0: none
 
   friend bool operator==(const HistoryRun&, const HistoryRun&) = default;
 };
 
+/// A style of a full emulation, whose colours may be the palette's, as it packs it.
+struct PackedStyle {
+  std::uint32_t foreground = 0;
+  std::uint32_t background = 0;
+  std::uint32_t underlineColor = 0;
+  std::uint32_t rendition = 0;
+
+  friend bool operator==(const PackedStyle&, const PackedStyle&) = default;
+};
+
 /// A piece of a terminal's history as it is kept: UTF-8 text with everything that belongs to it. The log display fills
-/// text, styles and runs; wrapped lines, marks and links come from a full emulation.
+/// text, styles and runs; packed styles instead of those, wrapped lines, marks and links come from a full emulation.
 struct HistoryBlock {
   std::string text;
   std::vector<TextAttributes> styles;
+  std::vector<PackedStyle> packedStyles;
   std::vector<HistoryRun> runs;          ///< in order; the first at 0 unless the text is empty
   std::vector<std::uint32_t> softWraps;  ///< offsets where a row begins that goes on with the line before, ascending
   std::vector<HistoryMark> marks;        ///< in order
+  std::vector<std::string> links;        ///< the targets by number, the first is 1; none where they are kept elsewhere
 
   friend bool operator==(const HistoryBlock&, const HistoryBlock&) = default;
 };
@@ -50,6 +62,8 @@ class HistoryEncoder {
   void addRun(const HistoryRun& run);
   void addSoftWrap(std::uint32_t offset);
   void addMark(const HistoryMark& mark);
+  void addPackedStyle(const PackedStyle& style);
+  void addLink(std::string_view target);
   /// The encoded block with this text.
   std::string finish(std::string_view text);
 
@@ -58,6 +72,8 @@ class HistoryEncoder {
   std::string m_runs;
   std::string m_softWraps;
   std::string m_marks;
+  std::string m_packedStyles;
+  std::string m_links;
   HistoryRun m_lastRun;
   std::uint32_t m_lastWrap = 0;
   std::uint32_t m_lastMark = 0;

@@ -91,6 +91,16 @@ std::size_t longClusterEnd(std::string_view text, std::size_t position) {
   return position;
 }
 
+bool continuesCluster(std::u32string_view cluster, char32_t next) {
+  utf8proc_int32_t state = 0;
+  for (std::size_t i = 1; i < cluster.size(); ++i) {
+    utf8proc_grapheme_break_stateful(static_cast<utf8proc_int32_t>(cluster[i - 1]),
+                                     static_cast<utf8proc_int32_t>(cluster[i]), &state);
+  }
+  return !utf8proc_grapheme_break_stateful(static_cast<utf8proc_int32_t>(cluster.back()),
+                                           static_cast<utf8proc_int32_t>(next), &state);
+}
+
 ComposedStart composedStart(std::string_view cluster) {
   std::vector<utf8proc_int32_t> scalars;
   std::size_t length = 0;

@@ -26,6 +26,10 @@ bool joinsAsciiAfter(char32_t scalar);
 /// `text` is valid UTF-8 and `position` a cluster boundary. Linear in the cluster's length.
 std::size_t longClusterEnd(std::string_view text, std::size_t position);
 
+/// Whether `next` belongs to the extended grapheme cluster (UAX #29) that begins with `cluster`, which is not empty.
+/// Linear in its length.
+bool continuesCluster(std::u32string_view cluster, char32_t next);
+
 /// As `longClusterEnd`, without a look-up where an ASCII byte is followed by another: that pair always breaks, except
 /// between CR and LF (GB3).
 inline std::size_t clusterEnd(std::string_view text, std::size_t position) {

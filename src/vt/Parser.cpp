@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "text/TextScan.h"
+#include "text/Utf8.h"
 
 namespace zolt::vt {
 
@@ -15,23 +16,6 @@ constexpr char32_t kFirstNonAscii = 0x80;
 // Before it stand the C1 controls.
 constexpr char32_t kFirstPrinted = 0xA0;
 constexpr char32_t kBell = 0x07;
-
-void appendUtf8(std::string& out, char32_t c) {
-  const auto put = [&](char32_t byte) { out.push_back(static_cast<char>(byte)); };
-  if (c < 0x80) return put(c);
-  if (c < 0x800) {
-    put(0xC0 | c >> 6);
-  } else {
-    if (c < 0x10000) {
-      put(0xE0 | c >> 12);
-    } else {
-      put(0xF0 | c >> 18);
-      put(0x80 | (c >> 12 & 0x3F));
-    }
-    put(0x80 | (c >> 6 & 0x3F));
-  }
-  put(0x80 | (c & 0x3F));
-}
 
 }  // namespace
 

@@ -19,6 +19,8 @@ HistoryBlock everything() {
   loud.strikethrough = Line::Single;
   block.styles = {TextAttributes(), loud};
   block.runs = {{.begin = 0, .style = 0}, {.begin = 2, .style = 1, .link = 70'000}, {.begin = 7, .style = 0}};
+  block.packedStyles = {{.foreground = 0x2FFFFFF, .background = 0x1000007, .underlineColor = 0, .rendition = 0x1FF}};
+  block.links = {"", "https://example.org/?a=b"};
   block.softWraps = {3, 5, 9};
   block.marks = {{.offset = 0, .kind = HistoryMarkKind::PromptStart},
                  {.offset = 2, .kind = HistoryMarkKind::CommandStart},
@@ -53,7 +55,7 @@ TEST(HistoryBlock, IsRefusedInPart) {
   for (std::size_t size = 1; size < whole.size(); ++size) {
     if (!decodeHistoryBlock(std::string_view(whole).substr(0, size))) ++refused;
   }
-  EXPECT_GE(refused, whole.size() - 5);
+  EXPECT_GE(refused, whole.size() - 7);
 }
 
 TEST(HistoryBlock, RefusesWhatPointsOutsideOfIt) {

@@ -37,16 +37,12 @@ Result<std::string> readUpTo(int input, std::size_t wanted) {
   return bytes;
 }
 
-// Calls `take` with each chunk that is valid UTF-8; the others are dropped, as the display drops them.
+// As `forEachChunk`, but chunks that are no valid UTF-8 are dropped, as the display drops them.
 template <class Take>
 Result<void> forEachValidChunk(const Request& request, Take take) {
-  const std::size_t wanted = request.chunkBytes.value_or(std::string().max_size());
-  while (true) {
-    const auto chunk = readUpTo(request.input, wanted);
-    if (!chunk) return Failure{chunk.reason()};
-    if (isValidUtf8(chunk.value())) take(std::string_view(chunk.value()));
-    if (chunk.value().size() < wanted) return {};
-  }
+  return forEachChunk(request, [&](std::string_view chunk) {
+    if (isValidUtf8(chunk)) take(chunk);
+  });
 }
 
 Json encode(const Color& color) {
@@ -64,10 +60,10 @@ Json encode(std::string_view text, const TextAttributes& attributes) {
           {"size", attributes.font.size}};
 }
 
-Result<void> parse(const Request& request, std::ostream& out) {
+Result<int> parse(const Request& request, std::ostream& out) {
   if (!request.arguments.empty()) return Failure{"parse takes no arguments"};
   ANSIParser parser;
-  return forEachValidChunk(request, [&](std::string_view chunk) {
+  const auto read = forEachValidChunk(request, [&](std::string_view chunk) {
     const AttributedString styled = parser.parse(chunk);
     std::string_view rest = styled.text();
     for (const AttributedString::Run& run : styled.runs()) {
@@ -75,6 +71,8 @@ Result<void> parse(const Request& request, std::ostream& out) {
       rest.remove_prefix(run.length);
     }
   });
+  if (!read) return Failure{read.reason()};
+  return 0;
 }
 
 // What a grid of real cells fits in memory for.
@@ -89,15 +87,11 @@ std::optional<std::int64_t> gridSide(const std::string& text) {
   return side;
 }
 
-Result<void> grid(const Request& request, std::ostream& out) {
-  const auto rows = request.arguments.size() == 2 ? gridSide(request.arguments[0]) : std::nullopt;
-  const auto cols = request.arguments.size() == 2 ? gridSide(request.arguments[1]) : std::nullopt;
-  if (!rows || !cols || *rows * *cols > kMostCells) {
-    return Failure{"grid needs ROWS and COLS, each from 1 to " + std::to_string(kLargestGridSide) + ", " +
-                   std::to_string(kMostCells) + " cells at most"};
-  }
+Result<int> grid(const Request& request, std::ostream& out) {
+  const auto size = gridSize(request, "grid");
+  if (!size) return Failure{size.reason()};
   TerminalScreenBuffer buffer;
-  buffer.resize(*rows, *cols);
+  buffer.resize(size.value().rows, size.value().columns);
   const auto read = forEachValidChunk(request, [&](std::string_view chunk) { buffer.parseAndRender(chunk); });
   if (!read) return Failure{read.reason()};
   const auto& cursor = buffer.cursorPosition;
@@ -113,10 +107,10 @@ Result<void> grid(const Request& request, std::ostream& out) {
     out << std::exchange(separator, ",") << line.dump();
   }
   out << "]}\n";
-  return {};
+  return 0;
 }
 
-Result<void> shells(const Request& request, std::ostream& out) {
+Result<int> shells(const Request& request, std::ostream& out) {
   if (!request.arguments.empty()) return Failure{"shells takes no arguments"};
   const ShellManager& manager = ShellManager::shared();
   // The shells' own encoding fixes the order of its keys: it goes in as it is.
@@ -126,10 +120,10 @@ Result<void> shells(const Request& request, std::ostream& out) {
     out << std::exchange(separator, ",") << shell.encoded();
   }
   out << R"(],"defaultShell":)" << manager.defaultShell().encoded() << "}\n";
-  return {};
+  return 0;
 }
 
-Result<void> defaults(const Request& request, std::ostream& out) {
+Result<int> defaults(const Request& request, std::ostream& out) {
   if (!request.arguments.empty()) return Failure{"defaults takes no arguments"};
   Config& config = Config::shared();
   config.setupDefaults();
@@ -147,17 +141,40 @@ Result<void> defaults(const Request& request, std::ostream& out) {
                       {"startupCommand", StoredString(stored, "startupCommand", "").value()},
                       {"selectedTheme", StoredString(stored, "selectedTheme", "Dark").value()}};
   out << settings.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
-  return {};
+  return 0;
 }
 
 }  // namespace
 
+Result<void> forEachChunk(const Request& request, const std::function<void(std::string_view)>& take) {
+  const std::size_t wanted = request.chunkBytes.value_or(std::string().max_size());
+  while (true) {
+    const auto chunk = readUpTo(request.input, wanted);
+    if (!chunk) return Failure{chunk.reason()};
+    take(chunk.value());
+    if (chunk.value().size() < wanted) return {};
+  }
+}
+
+Result<GridSize> gridSize(const Request& request, const std::string& command) {
+  const auto rows = request.arguments.size() == 2 ? gridSide(request.arguments[0]) : std::nullopt;
+  const auto cols = request.arguments.size() == 2 ? gridSide(request.arguments[1]) : std::nullopt;
+  if (!rows || !cols || *rows * *cols > kMostCells) {
+    return Failure{command + " needs ROWS and COLS, each from 1 to " + std::to_string(kLargestGridSide) + ", " +
+                   std::to_string(kMostCells) + " cells at most"};
+  }
+  return GridSize{.rows = static_cast<int>(*rows), .columns = static_cast<int>(*cols)};
+}
+
 const std::vector<Command>& commands() {
   static const std::vector<Command> list{
-      {"parse", "", "the styled runs of standard input in the log display, one a line", true, parse},
-      {"grid", "ROWS COLS", "the character grid after standard input", true, grid},
-      {"shells", "", "the shells of this machine, and the default", false, shells},
-      {"defaults", "", "the settings as they are loaded", false, defaults},
+      {"parse", "", "the styled runs of standard input in the log display, one a line", kChunk, parse},
+      {"grid", "ROWS COLS", "the character grid after standard input", kChunk, grid},
+      {"vt", "ROWS COLS", "the full emulation's screen after standard input", kChunk | kFull, vt},
+      {"host", "ROWS COLS -- PROGRAM", "the same after a program has run in it; input goes to the program",
+       kFull | kRectangleChecksums | kProgram, host},
+      {"shells", "", "the shells of this machine, and the default", kNoOption, shells},
+      {"defaults", "", "the settings as they are loaded", kNoOption, defaults},
   };
   return list;
 }

@@ -16,13 +16,15 @@ int usageError(const std::string& reason) {
 }
 
 void printHelp() {
-  std::cout << "Usage: zolt-inspect COMMAND [ARG...] [--chunk N]\n\n";
+  std::cout << "Usage: zolt-inspect COMMAND [ARG...] [OPTION...] [-- PROGRAM [ARG...]]\n\n";
   for (const auto& command : zolt::inspect::commands()) {
     std::string head = std::string("  ") + command.name + " " + command.arguments;
-    head.resize(std::max<std::size_t>(head.size() + 2, 22), ' ');
+    head.resize(std::max<std::size_t>(head.size() + 2, 31), ' ');
     std::cout << head << command.help << '\n';
   }
-  std::cout << "\n  --chunk N           read the input in chunks of N bytes, each decoded on its own\n";
+  std::cout << "\n  --chunk N                    read the input in chunks of N bytes, each decoded on its own\n"
+               "  --full                       tell styles, links, marks and scrollback, too\n"
+               "  --rectangle-checksums        let the program read the screen by checksums of rectangles\n";
 }
 
 }  // namespace
@@ -44,7 +46,16 @@ int main(int argc, char** argv) {
 
   zolt::inspect::Request request;
   for (auto word = words.begin() + 1; word != words.end(); ++word) {
-    if ((*word == "--chunk" || word->starts_with("--chunk=")) && command->readsInput) {
+    const auto takes = [&](zolt::inspect::Option option) { return (command->options & option) != 0; };
+    if (*word == "--" && takes(zolt::inspect::kProgram)) {
+      request.program.assign(word + 1, words.end());
+      break;
+    }
+    if (*word == "--full" && takes(zolt::inspect::kFull)) {
+      request.full = true;
+    } else if (*word == "--rectangle-checksums" && takes(zolt::inspect::kRectangleChecksums)) {
+      request.rectangleChecksums = true;
+    } else if ((*word == "--chunk" || word->starts_with("--chunk=")) && takes(zolt::inspect::kChunk)) {
       std::string value;
       if (const std::size_t equals = word->find('='); equals != std::string::npos) {
         value = word->substr(equals + 1);
@@ -64,7 +75,12 @@ int main(int argc, char** argv) {
     }
   }
   try {
-    if (const auto done = command->run(request, std::cout); !done) return usageError(done.reason());
+    const auto status = command->run(request, std::cout);
+    if (!status) return usageError(status.reason());
+    if (status.value() != 0) {
+      std::cout.flush();
+      return status.value();
+    }
   } catch (const std::bad_alloc&) {
     std::cerr << "zolt-inspect: the input does not fit in memory; --chunk reads it piece by piece\n";
     return 1;

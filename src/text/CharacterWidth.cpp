@@ -1,0 +1,55 @@
+#include "text/CharacterWidth.h"
+
+#include <utf8proc.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace zolt {
+
+namespace {
+
+// Two planes hold nearly everything that is written; asking the library costs as much as parsing ten bytes.
+constexpr char32_t kTableEnd = 0x20000;
+
+CharacterProperties ask(char32_t scalar) {
+  const auto asked = static_cast<utf8proc_int32_t>(scalar);
+  const utf8proc_property_t* const properties = utf8proc_get_property(asked);
+  const auto boundClass = static_cast<utf8proc_boundclass_t>(properties->boundclass);
+  int width = std::clamp(utf8proc_charwidth(asked), 0, 2);
+  // As wcwidth() has it, by which programs count: these take a place of their own.
+  if (scalar == 0xAD || properties->category == UTF8PROC_CATEGORY_CO || properties->category == UTF8PROC_CATEGORY_MC ||
+      boundClass == UTF8PROC_BOUNDCLASS_PREPEND) {
+    width = 1;
+  }
+  // The second and third part of a Hangul syllable in pieces join the first, which is wide.
+  const bool isLaterJamo = (scalar >= 0x1160 && scalar <= 0x11FF) || (scalar >= 0xD7B0 && scalar <= 0xD7FB);
+  if (isLaterJamo) width = 0;
+  return {.width = static_cast<std::uint8_t>(width),
+          .isPlain = boundClass == UTF8PROC_BOUNDCLASS_OTHER,
+          .isPictographic = boundClass == UTF8PROC_BOUNDCLASS_EXTENDED_PICTOGRAPHIC};
+}
+
+}  // namespace
+
+CharacterProperties characterProperties(char32_t scalar) {
+  static const std::vector<CharacterProperties> table = [] {
+    std::vector<CharacterProperties> made(kTableEnd);
+    for (char32_t each = 0; each < kTableEnd; ++each) {
+      made[each] = ask(each);
+    }
+    return made;
+  }();
+  return scalar < kTableEnd ? table[scalar] : ask(scalar);
+}
+
+bool widensCluster(char32_t first, char32_t added) {
+  constexpr char32_t kEmojiStyle = 0xFE0F;
+  constexpr char32_t kKeycap = 0x20E3;
+  const auto isRegionalIndicator = [](char32_t scalar) { return scalar >= 0x1F1E6 && scalar <= 0x1F1FF; };
+  if (added == kKeycap) return true;
+  if (added == kEmojiStyle) return characterProperties(first).isPictographic;
+  return isRegionalIndicator(first) && isRegionalIndicator(added);
+}
+
+}  // namespace zolt

@@ -1,0 +1,78 @@
+// Compiled once per vector instruction set by Highway; the best one is chosen at run time.
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "vt/CellRuns.cpp"
+#include <hwy/foreach_target.h>
+// foreach_target.h must come first.
+#include <hwy/highway.h>
+
+#include "vt/CellRuns.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace zolt::vt::HWY_NAMESPACE {
+namespace hn = hwy::HWY_NAMESPACE;
+
+void SpreadAscii(const std::uint8_t* text, std::size_t size, std::uint64_t look, std::uint64_t* cells) {
+  const hn::ScalableTag<std::uint64_t> d64;
+  const hn::Rebind<std::uint32_t, decltype(d64)> d32;
+  const hn::Rebind<std::uint8_t, decltype(d64)> d8;
+  const std::size_t lanes = hn::Lanes(d64);
+  const auto looks = hn::Set(d64, look);
+  std::size_t i = 0;
+  for (; i + lanes <= size; i += lanes) {
+    const auto characters = hn::PromoteTo(d64, hn::PromoteTo(d32, hn::LoadU(d8, text + i)));
+    hn::StoreU(hn::Or(characters, looks), d64, cells + i);
+  }
+  for (; i < size; ++i) {
+    cells[i] = look | text[i];
+  }
+}
+
+std::size_t GatherAscii(const std::uint64_t* cells, std::size_t count, std::uint64_t look, std::uint8_t* text) {
+  const hn::ScalableTag<std::uint64_t> d64;
+  const hn::Rebind<std::uint8_t, decltype(d64)> d8;
+  const std::size_t lanes = hn::Lanes(d64);
+  const auto looks = hn::Set(d64, look);
+  const auto zero = hn::Zero(d64);
+  const auto others = hn::Set(d64, ~std::uint64_t{0x7F});
+  std::size_t i = 0;
+  for (; i + 2 * lanes <= count; i += 2 * lanes) {
+    const auto first = hn::Xor(hn::LoadU(d64, cells + i), looks);
+    const auto second = hn::Xor(hn::LoadU(d64, cells + i + lanes), looks);
+    const auto foreign = hn::Ne(hn::And(hn::Or(first, second), others), zero);
+    const auto erased = hn::Or(hn::Eq(first, zero), hn::Eq(second, zero));
+    if (!hn::AllFalse(d64, hn::Or(foreign, erased))) break;
+    hn::StoreU(hn::TruncateTo(d8, first), d8, text + i);
+    hn::StoreU(hn::TruncateTo(d8, second), d8, text + i + lanes);
+  }
+  for (; i < count; ++i) {
+    const std::uint64_t character = cells[i] ^ look;
+    if (character - 1 >= 0x7F) break;
+    text[i] = static_cast<std::uint8_t>(character);
+  }
+  return i;
+}
+
+}  // namespace zolt::vt::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace zolt::vt::detail {
+
+HWY_EXPORT(SpreadAscii);
+HWY_EXPORT(GatherAscii);
+
+// A cell is its bits: the two are one to a vector.
+static_assert(sizeof(Cell) == sizeof(std::uint64_t) && alignof(Cell) == alignof(std::uint64_t));
+
+void spreadLongAscii(std::string_view text, std::uint64_t look, Cell* cells) {
+  HWY_DYNAMIC_DISPATCH(SpreadAscii)
+  (reinterpret_cast<const std::uint8_t*>(text.data()), text.size(), look, reinterpret_cast<std::uint64_t*>(cells));
+}
+
+std::size_t gatherLongAscii(const Cell* cells, std::size_t count, std::uint64_t look, char* text) {
+  return HWY_DYNAMIC_DISPATCH(GatherAscii)(reinterpret_cast<const std::uint64_t*>(cells), count, look,
+                                           reinterpret_cast<std::uint8_t*>(text));
+}
+
+}  // namespace zolt::vt::detail
+#endif

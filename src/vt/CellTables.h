@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "text/Utf8.h"
+#include "vt/Cell.h"
+#include "vt/Interned.h"
+#include "vt/Style.h"
+
+namespace zolt::vt {
+
+/// Where a hyperlink leads (OSC 8). Cells with equal targets are one link.
+struct LinkTarget {
+  std::string id;   ///< that the program gave, or empty
+  std::string uri;  ///< printable, at most 2083 bytes
+
+  friend bool operator==(const LinkTarget&, const LinkTarget&) = default;
+};
+
+struct LinkHash {
+  std::size_t operator()(const LinkTarget& target) const {
+    return std::hash<std::string>()(target.uri) * 31 + std::hash<std::string>()(target.id);
+  }
+};
+
+/// What cells name by number. All bounded: a table that is full is swept of what no cell names any more.
+struct CellTables {
+  static constexpr std::size_t mostStyles = 65535;
+  static constexpr std::size_t mostClusters = 65535;
+  static constexpr std::size_t mostLinks = 16383;
+  /// The scalars of a cluster; further ones are dropped.
+  static constexpr std::size_t mostScalars = 24;
+
+  Interned<Style, StyleHash> styles{mostStyles, Style()};
+  Interned<std::u32string, std::hash<std::u32string>> clusters{mostClusters, std::u32string()};
+  Interned<LinkTarget, LinkHash> links{mostLinks, LinkTarget()};
+
+  /// Adds the text of a cell; a blank for one where nothing was written, nothing for the rest of a wide one.
+  void appendText(Cell cell, std::string& text) const {
+    if (cell.isCluster()) {
+      for (const char32_t scalar : clusters[cell.clusterId()]) {
+        appendUtf8(text, scalar);
+      }
+    } else if (cell.character() != 0) {
+      appendUtf8(text, cell.character());
+    } else if (cell.width() == Cell::Width::Narrow) {
+      text.push_back(' ');
+    }
+  }
+};
+
+}  // namespace zolt::vt

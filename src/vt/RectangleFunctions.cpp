@@ -1,0 +1,118 @@
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+#include "vt/ControlFunctions.h"
+#include "vt/SgrSequence.h"
+
+namespace zolt::vt {
+
+namespace {
+
+using State = TerminalState;
+using Sequence = ControlSequence;
+
+void copyArea(State& state, const Sequence& sequence) {
+  const Rectangle from = rectangleOf(state, sequence, 0);
+  if (from.isEmpty()) return;
+  const Rectangle margins = state.screen.modes.origin ? state.screen.margins() : Rectangle{};
+  const auto place = [&](std::size_t index, int least) {
+    return least + std::min(std::max(sequence.parameter(index, 1), 1), Screen::mostSide) - 1;
+  };
+  // Parameters 4 and 7 are pages, of which there is one.
+  state.screen.copyRectangle(from, place(5, margins.top), place(6, margins.left));
+}
+
+void fillArea(State& state, const Sequence& sequence) {
+  const int character = sequence.parameter(0, 0);
+  const bool isPrinted = (character >= 0x20 && character <= 0x7E) || (character >= 0xA0 && character <= 0xFF);
+  if (!isPrinted) return;
+  state.screen.fillRectangle(rectangleOf(state, sequence, 1), static_cast<char32_t>(character));
+}
+
+void changeAttributes(State& state, const Sequence& sequence) {
+  const Rectangle area = rectangleOf(state, sequence, 0);
+  if (area.isEmpty() || sequence.parameterCount < 5) return;
+  state.screen.changeStyles(area, state.rectanglesAreStreams,
+                            [&](Style& style) { applyRenditions(sequence, 4, style); });
+}
+
+// Which flag a number turns over: 1, 4, 5, 7, 8 of SGR; 0 all of them.
+void reverse(Style& style, int number) {
+  const auto flip = [&](StyleFlag flag) { style.flags = static_cast<std::uint16_t>(style.flags ^ flag); };
+  const bool all = number == 0;
+  if (all || number == 1) flip(kBold);
+  if (all || number == 4) style.underline = style.underline == Underline::None ? Underline::Single : Underline::None;
+  if (all || number == 5) flip(kBlink);
+  if (all || number == 7) flip(kInverse);
+  if (number == 8) flip(kHidden);
+}
+
+void reverseAttributes(State& state, const Sequence& sequence) {
+  const Rectangle area = rectangleOf(state, sequence, 0);
+  if (area.isEmpty() || sequence.parameterCount < 5) return;
+  state.screen.changeStyles(area, state.rectanglesAreStreams, [&](Style& style) {
+    for (std::size_t i = 4; i < sequence.parameterCount; ++i) {
+      reverse(style, sequence.parameter(i, 0));
+    }
+  });
+}
+
+void setExtent(State& state, const Sequence& sequence) {
+  const int extent = sequence.parameter(0, 0);
+  if (extent <= 2) state.rectanglesAreStreams = extent != 2;
+}
+
+void reportChecksum(State& state, const Sequence& sequence) {
+  if (!state.settings.allowRectangleChecksums) return;
+  // The page is parameter 1.
+  const std::uint16_t checksum = state.screen.checksum(rectangleOf(state, sequence, 2));
+  std::array<char, 40> text{};
+  const int size = std::snprintf(text.data(), text.size(), "\033P%d!~%04X\033\\", sequence.parameter(0, 0), checksum);
+  state.reply({text.data(), static_cast<std::size_t>(size)});
+}
+
+constexpr ControlFunction kFunctions[] = {
+    {0, "$", 'v', copyArea, {"CSI Pt;Pl;Pb;Pr;Pp;Pt;Pl;Pp $ v", "DECCRA", "VT420", "Copies a rectangle."}},
+    {0, "$", 'x', fillArea, {"CSI Pc;Pt;Pl;Pb;Pr $ x", "DECFRA", "VT420", "Fills a rectangle with a character."}},
+    {0,
+     "$",
+     'z',
+     [](State& s, const Sequence& q) { s.screen.eraseRectangle(rectangleOf(s, q, 0), Protection::None); },
+     {"CSI Pt;Pl;Pb;Pr $ z", "DECERA", "VT420", "Erases a rectangle."}},
+    {0,
+     "$",
+     '{',
+     [](State& s, const Sequence& q) { s.screen.eraseRectangle(rectangleOf(s, q, 0), Protection::Dec); },
+     {"CSI Pt;Pl;Pb;Pr $ {", "DECSERA", "VT420", "Erases a rectangle but for what DECSCA protects."}},
+    {0,
+     "$",
+     'r',
+     changeAttributes,
+     {"CSI Pt;Pl;Pb;Pr;Ps $ r", "DECCARA", "VT420", "Gives what is in a rectangle renditions of SGR."}},
+    {0,
+     "$",
+     't',
+     reverseAttributes,
+     {"CSI Pt;Pl;Pb;Pr;Ps $ t", "DECRARA", "VT420", "Turns over renditions of what is in a rectangle."}},
+    {0,
+     "*",
+     'x',
+     setExtent,
+     {"CSI Ps * x", "DECSACE", "VT420",
+      "Whether DECCARA and DECRARA take rectangles (2) or all text between the corners."}},
+    {0,
+     "*",
+     'y',
+     reportChecksum,
+     {"CSI Pi;Pp;Pt;Pl;Pb;Pr * y", "DECRQCRA", "VT420",
+      "Tells a checksum of a rectangle, where the settings allow it."}},
+};
+
+}  // namespace
+
+std::span<const ControlFunction> rectangleFunctions() {
+  return kFunctions;
+}
+
+}  // namespace zolt::vt

@@ -1,0 +1,316 @@
+#include <algorithm>
+#include <deque>
+#include <utility>
+
+#include "text/CharacterWidth.h"
+#include "text/GraphemeClusters.h"
+#include "vt/Screen.h"
+
+namespace zolt::vt {
+
+namespace {
+
+using Width = Cell::Width;
+
+// The longest line that comes back from the history to be wrapped anew.
+constexpr std::size_t kMostBytesTakenBack = std::size_t{64} << 10;
+
+int widthOf(Cell cell) {
+  return cell.width() == Width::Wide ? 2 : 1;
+}
+
+// A row of a line that is wrapped: cells from `begin` to `end` (not included).
+struct WrappedRow {
+  std::size_t line = 0;
+  std::size_t begin = 0;
+  std::size_t end = 0;
+  bool wraps = false;
+};
+
+}  // namespace
+
+// A place that stays with its character: the cursor and the saved one.
+struct Screen::Tracked {
+  Cursor* cursor = nullptr;
+  std::size_t line = 0;
+  std::size_t cell = 0;  // cells before it in its line
+  int beyond = 0;        // columns behind the last cell of its row
+};
+
+// Lines and the rows that they make at a width.
+struct Screen::Lines {
+  std::deque<Line> lines;
+  std::deque<WrappedRow> rows;
+
+  void wrap(std::size_t index, int columns, std::vector<WrappedRow>& into) const {
+    const std::vector<Cell>& cells = lines[index].cells;
+    WrappedRow row{.line = index};
+    int width = 0;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+      const int cellWidth = std::min(widthOf(cells[i]), columns);
+      if (width + cellWidth > columns) {
+        row.end = i;
+        row.wraps = true;
+        into.push_back(row);
+        row = {.line = index, .begin = i};
+        width = 0;
+      }
+      width += cellWidth;
+    }
+    row.end = cells.size();
+    into.push_back(row);
+  }
+
+  // The row that holds a place, and the place in it.
+  std::pair<std::size_t, Cursor> find(const Tracked& place, int columns) const {
+    std::size_t at = 0;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      if (rows[i].line == place.line && rows[i].begin <= place.cell) at = i;
+    }
+    int column = 0;
+    for (std::size_t i = rows[at].begin; i < std::min(place.cell, rows[at].end); ++i) {
+      column += widthOf(lines[place.line].cells[i]);
+    }
+    const bool wrapsNext = column >= columns && place.beyond == 0;
+    column = std::min(column, columns) + std::min(place.beyond, columns);
+    return {at, Cursor{.column = std::min(column, columns - 1), .wrapsNext = wrapsNext}};
+  }
+
+  void write(const WrappedRow& from, Grid& grid, int row) const {
+    const Line& line = lines[from.line];
+    const std::span<Cell> cells = grid.row(row);
+    std::size_t column = 0;
+    for (std::size_t i = from.begin; i < from.end; ++i) {
+      const Cell cell = line.cells[i];
+      const bool isWide = widthOf(cell) == 2;
+      // In a single column a wide character has no room.
+      cells[column++] = isWide && cells.size() < 2 ? Cell(U' ', Width::Narrow, cell.look()) : cell;
+      if (isWide && cells.size() >= 2) cells[column++] = Cell(0, Width::Tail, cell.look());
+    }
+    if (from.wraps && column < cells.size()) cells[column++] = Cell(0, Width::Filler, 0);
+    grid.touch(row, static_cast<int>(column));
+    grid.state(row).wraps = from.wraps;
+    auto mark = std::ranges::lower_bound(line.marks, static_cast<int>(from.begin), {}, &RowMark::column);
+    for (; mark != line.marks.end() && (static_cast<std::size_t>(mark->column) < from.end || !from.wraps); ++mark) {
+      RowMark moved = *mark;
+      moved.column = std::min(mark->column - static_cast<int>(from.begin), static_cast<int>(cells.size()));
+      grid.addMark(row, moved);
+    }
+  }
+};
+
+// Adds a character to a line as it would be printed.
+void Screen::addScalar(char32_t scalar, std::uint64_t look, std::vector<Cell>& cells) {
+  const CharacterProperties properties = characterProperties(scalar);
+  std::u32string cluster;
+  if (!cells.empty() && (properties.width == 0 || modes.graphemeClusters)) {
+    const Cell last = cells.back();
+    cluster = last.isCluster() ? m_tables.clusters[last.clusterId()] : std::u32string(1, last.character());
+  }
+  const bool joins = !cluster.empty() && (properties.width == 0 || continuesCluster(cluster, scalar));
+  if (!joins) {
+    cells.emplace_back(scalar, properties.width == 2 ? Width::Wide : Width::Narrow, look);
+    return;
+  }
+  const bool isWide =
+      cells.back().width() == Width::Wide || (modes.graphemeClusters && widensCluster(cluster[0], scalar));
+  cluster.push_back(scalar);
+  const std::optional<ClusterId> id = cluster.size() <= CellTables::mostScalars ? clusterId(cluster) : std::nullopt;
+  if (id) cells.back() = Cell::cluster(*id, isWide ? Width::Wide : Width::Narrow, cells.back().look());
+}
+
+Screen::Line Screen::lineOf(const HistoryLine& history) {
+  Line line;
+  auto mark = history.marks.begin();
+  std::size_t at = 0;
+  const auto takeMarks = [&] {
+    for (; mark != history.marks.end() && mark->offset <= at; ++mark) {
+      line.marks.push_back(
+          {.column = static_cast<int>(line.cells.size()), .kind = mark->kind, .exitStatus = mark->exitStatus});
+    }
+  };
+  for (const HistoryLine::Run& run : history.runs) {
+    const StyleId style = styleId(run.style);
+    const auto link =
+        run.link.uri.empty() ? LinkId{0} : static_cast<LinkId>(named(m_tables.links, run.link).value_or(0));
+    std::size_t length = 0;
+    for (const std::size_t end = at + run.length; at < end; at += length) {
+      takeMarks();
+      addScalar(scalarAt(history.text, at, length), Cell::makeLook(style, link, false), line.cells);
+    }
+  }
+  takeMarks();
+  return line;
+}
+
+// Adds a row of the primary grid to its line, which is number `index`.
+void Screen::takeRow(int row, Line& line, std::size_t index, std::span<Tracked> tracked) const {
+  const Grid& grid = m_grids[0];
+  const RowState& state = grid.state(row);
+  std::span<const Cell> cells = grid.row(row).first(state.extent);
+  while (!state.wraps && !cells.empty() && cells.back().isBlank()) {
+    cells = cells.first(cells.size() - 1);
+  }
+  std::vector<std::size_t> before;  // cells of the line before each column
+  for (const Cell cell : cells) {
+    const bool isTail = cell.width() == Width::Tail && !line.cells.empty();
+    before.push_back(line.cells.size() - (isTail ? 1 : 0));
+    if (cell.width() != Width::Tail && cell.width() != Width::Filler) line.cells.push_back(cell);
+  }
+  const auto cellsBefore = [&](int column) {
+    const auto at = static_cast<std::size_t>(column);
+    return at < before.size() ? before[at] : line.cells.size();
+  };
+  for (Tracked& place : tracked) {
+    if (place.cursor->row != row) continue;
+    const int column = place.cursor->column + (place.cursor->wrapsNext ? 1 : 0);
+    place.line = index;
+    place.cell = cellsBefore(column);
+    place.beyond = std::max(0, column - static_cast<int>(cells.size()));
+  }
+  for (RowMark mark : grid.marks(row)) {
+    mark.column = static_cast<int>(cellsBefore(mark.column));
+    line.marks.push_back(mark);
+  }
+}
+
+// Puts lines of the history before the others until they make `rows` rows more.
+void Screen::takeFromHistory(std::size_t rows, int columns, Lines& lines) {
+  while (rows > 0) {
+    const std::optional<HistoryLine> history = m_scrollback.takeLast(kMostBytesTakenBack);
+    if (!history) return;
+    lines.lines.push_back(lineOf(*history));
+    std::vector<WrappedRow> above;
+    lines.wrap(lines.lines.size() - 1, columns, above);
+    lines.rows.insert(lines.rows.begin(), above.begin(), above.end());
+    rows -= std::min(rows, above.size());
+  }
+}
+
+// Wraps the lines of the primary grid anew.
+void Screen::reflow(int rows, int columns) {
+  Grid& before = m_grids[0];
+  std::array<Tracked, 2> both{{{.cursor = &m_saved[0].cursor}, {.cursor = &m_cursor}}};
+  // While the other grid is shown, the saved cursor is the one that this grid will be shown with.
+  const std::span<Tracked> tracked = std::span(both).first(showsAlternate() ? 1 : 2);
+  for (const Tracked& place : tracked) {
+    place.cursor->row = std::clamp(place.cursor->row, 0, before.rows() - 1);
+  }
+  const int anchorRow = tracked.back().cursor->row;
+
+  int used = anchorRow + 1;
+  for (int row = used; row < before.rows(); ++row) {
+    if (before.state(row).extent > 0 || before.state(row).hasMarks) used = row + 1;
+  }
+  const bool wasFull = used == before.rows();
+
+  Lines lines;
+  bool goesOn = false;
+  if (m_scrollback.endsInside()) {
+    if (const auto begun = m_scrollback.takeLast(kMostBytesTakenBack)) {
+      lines.lines.push_back(lineOf(*begun));
+      goesOn = true;
+    }
+  }
+  for (int row = 0; row < used; ++row) {
+    if (!std::exchange(goesOn, before.state(row).wraps)) lines.lines.emplace_back();
+    takeRow(row, lines.lines.back(), lines.lines.size() - 1, tracked);
+  }
+  for (Line& line : std::exchange(m_cut, {})) {
+    if (line.goesOn) {
+      std::ranges::copy(line.cells, std::back_inserter(lines.lines.back().cells));
+    } else {
+      lines.lines.push_back(std::move(line));
+    }
+  }
+  std::vector<WrappedRow> wrapped;
+  for (std::size_t i = 0; i < lines.lines.size(); ++i) {
+    std::ranges::stable_sort(lines.lines[i].marks, {}, &RowMark::column);
+    lines.wrap(i, columns, wrapped);
+  }
+  lines.rows.assign(wrapped.begin(), wrapped.end());
+
+  const auto height = static_cast<std::size_t>(rows);
+  // A screen that was full to its end stays so.
+  if (wasFull && lines.rows.size() < height) takeFromHistory(height - lines.rows.size(), columns, lines);
+
+  std::array<std::pair<std::size_t, Cursor>, 2> found;
+  for (std::size_t i = 0; i < tracked.size(); ++i) {
+    found[i] = lines.find(tracked[i], columns);
+  }
+  // The cursor's row is shown in any case.
+  const std::size_t cursorRow = found[tracked.size() - 1].first;
+  const std::size_t first = lines.rows.size() > height ? std::min(lines.rows.size() - height, cursorRow) : 0;
+  const std::size_t end = std::min(lines.rows.size(), first + height);
+
+  Grid single(1, columns);
+  for (std::size_t i = 0; i < first; ++i) {
+    lines.write(lines.rows[i], single, 0);
+    m_scrollback.append(std::as_const(single).row(0).first(single.state(0).extent), single.state(0).wraps,
+                        single.marks(0), m_tables);
+    single.clearRow(0, Cell());
+  }
+  Grid after(rows, columns);
+  for (std::size_t i = first; i < end; ++i) {
+    lines.write(lines.rows[i], after, static_cast<int>(i - first));
+  }
+  for (std::size_t i = end; i < lines.rows.size(); ++i) {
+    const WrappedRow& row = lines.rows[i];
+    const std::vector<Cell>& cells = lines.lines[row.line].cells;
+    if (row.begin != 0 && i != end) continue;
+    m_cut.push_back(
+        {.cells = {cells.begin() + static_cast<std::ptrdiff_t>(row.begin), cells.end()}, .goesOn = row.begin != 0});
+  }
+  if (!m_cut.empty() && m_cut.front().goesOn) after.state(rows - 1).wraps = false;
+
+  for (std::size_t i = 0; i < tracked.size(); ++i) {
+    const auto row = static_cast<std::ptrdiff_t>(found[i].first) - static_cast<std::ptrdiff_t>(first);
+    *tracked[i].cursor = found[i].second;
+    tracked[i].cursor->row = static_cast<int>(std::clamp<std::ptrdiff_t>(row, 0, rows - 1));
+  }
+  before = std::move(after);
+}
+
+void Screen::resizeAlternate(int rows, int columns) {
+  const Grid& before = m_grids[1];
+  const bool isShown = showsAlternate();
+  // The cursor's row stays.
+  const int skipped = isShown ? std::max(0, m_cursor.row - rows + 1) : 0;
+  Grid after(rows, columns);
+  for (int row = 0; row < std::min(rows, before.rows() - skipped); ++row) {
+    const int from = row + skipped;
+    const int count = std::min(columns, static_cast<int>(before.state(from).extent));
+    std::ranges::copy(before.row(from).first(static_cast<std::size_t>(count)), after.row(row).begin());
+    after.touch(row, count);
+    // Half a wide character is none.
+    if (count == columns && after.row(row).back().width() == Width::Wide) after.row(row).back() = Cell();
+    for (const RowMark& mark : before.marks(from)) {
+      after.addMark(row, mark);
+    }
+  }
+  m_grids[1] = std::move(after);
+  const auto moved = [&](const Cursor& cursor) {
+    return Cursor{.row = std::clamp(cursor.row - skipped, 0, rows - 1), .column = std::min(cursor.column, columns - 1)};
+  };
+  if (isShown) m_cursor = moved(m_cursor);
+  m_saved[1].cursor = moved(m_saved[1].cursor);
+}
+
+void Screen::resize(int rows, int columns) {
+  columns = std::clamp(columns, 1, mostSide);
+  rows = std::clamp(rows, 1, std::min(mostSide, mostCells / columns));
+  if (rows == this->rows() && columns == this->columns()) return;
+  const auto oldColumns = static_cast<std::size_t>(this->columns());
+  reflow(rows, columns);
+  resizeAlternate(rows, columns);
+  resetMargins();
+  m_tabStops.resize(static_cast<std::size_t>(columns));
+  for (std::size_t column = std::max<std::size_t>((oldColumns + 7) / 8, 1) * 8; column < m_tabStops.size();
+       column += 8) {
+    m_tabStops[column] = true;
+  }
+  clampCursor();
+  m_openCluster = false;
+}
+
+}  // namespace zolt::vt

@@ -1,0 +1,272 @@
+#include "vt/Scrollback.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "history/TextExcerpt.h"
+#include "vt/CellRuns.h"
+
+namespace zolt::vt {
+
+namespace {
+
+// Names of styles and links in a block are 16 bits.
+constexpr std::size_t kMostNames = UINT16_MAX;
+
+PackedStyle packed(const Style& style) {
+  return {.foreground = style.foreground.bits(),
+          .background = style.background.bits(),
+          .underlineColor = style.underlineColor.bits(),
+          .rendition = static_cast<std::uint32_t>(style.flags) | static_cast<std::uint32_t>(style.underline) << 16};
+}
+
+Style unpacked(const PackedStyle& style) {
+  const std::uint32_t underline = std::min<std::uint32_t>(style.rendition >> 16, 5);
+  return {.foreground = CellColor::fromBits(style.foreground),
+          .background = CellColor::fromBits(style.background),
+          .underlineColor = CellColor::fromBits(style.underlineColor),
+          .flags = static_cast<std::uint16_t>(style.rendition & 0xFFFF),
+          .underline = static_cast<Underline>(underline)};
+}
+
+// What tells the runs of a block apart.
+std::uint64_t runLook(Cell cell) {
+  return Cell::makeLook(cell.style(), cell.link(), false);
+}
+
+// A target in one text: an identifier has no line end.
+std::string joined(const LinkTarget& target) {
+  return target.id + '\n' + target.uri;
+}
+
+LinkTarget split(std::string_view text) {
+  const std::size_t end = std::min(text.find('\n'), text.size());
+  return {.id = std::string(text.substr(0, end)), .uri = std::string(text.substr(std::min(end + 1, text.size())))};
+}
+
+HistoryLine::Run runOf(const HistoryBlock& block, const HistoryRun& run, std::size_t length) {
+  return {.length = length,
+          .style = run.style < block.packedStyles.size() ? unpacked(block.packedStyles[run.style]) : Style(),
+          .link = run.link != 0 && run.link <= block.links.size() ? split(block.links[run.link - 1]) : LinkTarget()};
+}
+
+// The line of `block` whose text lies from `begin` to `end` (not included).
+HistoryLine lineOf(const HistoryBlock& block, std::size_t begin, std::size_t end) {
+  HistoryLine line{.text = block.text.substr(begin, end - begin)};
+  auto run = std::ranges::upper_bound(block.runs, begin, {}, &HistoryRun::begin);
+  if (run != block.runs.begin()) --run;
+  for (; run != block.runs.end() && run->begin < end; ++run) {
+    const std::size_t runEnd = run + 1 == block.runs.end() ? end : std::min<std::size_t>((run + 1)->begin, end);
+    const std::size_t runBegin = std::max<std::size_t>(run->begin, begin);
+    if (runEnd > runBegin) line.runs.push_back(runOf(block, *run, runEnd - runBegin));
+  }
+  auto mark = std::ranges::lower_bound(block.marks, begin, {}, &HistoryMark::offset);
+  for (; mark != block.marks.end() && mark->offset <= end; ++mark) {
+    line.marks.push_back(*mark);
+    line.marks.back().offset -= static_cast<std::uint32_t>(begin);
+  }
+  return line;
+}
+
+}  // namespace
+
+Scrollback::Scrollback(HistorySettings settings) : m_settings(std::move(settings)) {
+  clear();
+}
+
+void Scrollback::clear() {
+  m_store = std::make_unique<BlockStore>(m_settings);
+  m_stored = 0;
+  m_previous = nullptr;
+  m_open = nullptr;
+  m_storedInside = false;
+  m_lineEnds = 0;
+  startBlock();
+}
+
+std::size_t Scrollback::Block::memoryBytes() const {
+  std::size_t bytes = content.text.capacity() + content.runs.capacity() * sizeof(HistoryRun) +
+                      content.packedStyles.capacity() * sizeof(PackedStyle) +
+                      content.marks.capacity() * sizeof(HistoryMark);
+  for (const std::string& link : content.links) {
+    bytes += sizeof link + link.capacity();
+  }
+  return bytes;
+}
+
+void Scrollback::startBlock() {
+  if (m_open) {
+    if (m_previous) {
+      if (const std::string& text = m_previous->content.text; !text.empty()) m_storedInside = text.back() != '\n';
+      m_store->add(std::move(m_previous));
+      ++m_stored;
+    }
+    m_previous = std::move(m_open);
+  }
+  m_open = std::make_shared<Block>();
+  m_open->content.text.reserve(kBlockBytes);
+  ++m_epoch;
+  m_runLook.reset();
+}
+
+void Scrollback::startRun(Cell cell, const CellTables& tables) {
+  HistoryBlock& block = m_open->content;
+  const auto named = [&](std::vector<Name>& names, std::size_t id, auto add) {
+    if (names.size() <= id) names.resize(id + 1);
+    if (names[id].epoch != m_epoch) names[id] = {.epoch = m_epoch, .name = static_cast<std::uint32_t>(add())};
+    return names[id].name;
+  };
+  HistoryRun run{.begin = static_cast<std::uint32_t>(block.text.size())};
+  run.style = static_cast<std::uint16_t>(named(m_styleNames, cell.style(), [&] {
+    block.packedStyles.push_back(packed(tables.styles[cell.style()]));
+    return block.packedStyles.size() - 1;
+  }));
+  if (cell.link() != 0) {
+    run.link = named(m_linkNames, cell.link(), [&] {
+      block.links.push_back(joined(tables.links[cell.link()]));
+      return block.links.size();
+    });
+  }
+  block.runs.push_back(run);
+  m_runLook = runLook(cell);
+}
+
+void Scrollback::appendCells(std::span<const Cell> cells, const CellTables& tables) {
+  std::string& text = m_open->content.text;
+  while (!cells.empty()) {
+    const std::uint64_t look = cells.front().look();
+    if (m_runLook != runLook(cells.front())) startRun(cells.front(), tables);
+    // ASCII in vectors; what it stops at one by one.
+    const std::size_t before = text.size();
+    text.resize(before + cells.size());
+    const std::size_t plain = gatherAscii(cells.data(), cells.size(), look, text.data() + before);
+    text.resize(before + plain);
+    cells = cells.subspan(plain);
+    while (!cells.empty() && cells.front().look() == look) {
+      const Cell cell = cells.front();
+      const bool isAscii = !cell.isCluster() && cell.character() != 0 && cell.character() < 0x80;
+      if (isAscii && cell.width() == Cell::Width::Narrow) break;
+      tables.appendText(cell, text);
+      cells = cells.subspan(1);
+    }
+  }
+}
+
+void Scrollback::append(std::span<const Cell> cells, bool wraps, std::span<const RowMark> marks,
+                        const CellTables& tables) {
+  HistoryBlock* block = &m_open->content;
+  if (block->text.size() >= kBlockBytes || block->packedStyles.size() + cells.size() > kMostNames) {
+    startBlock();
+    block = &m_open->content;
+  }
+  std::size_t done = 0;
+  for (const RowMark& mark : marks) {
+    const std::size_t column = std::clamp<std::size_t>(static_cast<std::size_t>(mark.column), done, cells.size());
+    appendCells(cells.subspan(done, column - done), tables);
+    done = column;
+    block->marks.push_back(
+        {.offset = static_cast<std::uint32_t>(block->text.size()), .kind = mark.kind, .exitStatus = mark.exitStatus});
+  }
+  appendCells(cells.subspan(done), tables);
+  if (wraps) return;
+  // The line end is in the run that goes on; the first character of a block has to have one.
+  if (block->runs.empty()) startRun(Cell(), tables);
+  block->text.push_back('\n');
+  ++m_lineEnds;
+}
+
+std::optional<HistoryLine> Scrollback::takeLast(std::size_t mostBytes) {
+  // What is between the beginning of the line and the end of the history.
+  struct Place {
+    Block* block;
+    std::size_t begin;
+    std::size_t end;
+  };
+  std::vector<Place> places;
+  std::size_t bytes = 0;
+  bool isWhole = false;
+  bool isEnded = false;
+  for (Block* block : {m_open.get(), m_previous.get()}) {
+    if (block == nullptr) break;
+    const std::string& text = block->content.text;
+    if (text.empty()) continue;
+    std::size_t end = text.size();
+    if (places.empty()) {
+      isEnded = text.back() == '\n';
+      if (isEnded) --end;
+    } else if (text.back() == '\n') {
+      isWhole = true;
+      break;
+    }
+    const std::size_t lineEnd = end == 0 ? std::string::npos : text.rfind('\n', end - 1);
+    const std::size_t begin = lineEnd == std::string::npos ? 0 : lineEnd + 1;
+    places.push_back({block, begin, end});
+    bytes += end - begin;
+    if (bytes > mostBytes) return std::nullopt;
+    isWhole = begin != 0;
+    if (isWhole) break;
+  }
+  if (places.empty()) return std::nullopt;
+  // The very first line begins with the first block.
+  if (m_stored == 0) isWhole = true;
+  if (!isWhole) return std::nullopt;
+
+  HistoryLine line;
+  line.isEnded = isEnded;
+  for (auto place = places.rbegin(); place != places.rend(); ++place) {
+    HistoryLine part = lineOf(place->block->content, place->begin, place->end);
+    for (HistoryMark& mark : part.marks) {
+      mark.offset += static_cast<std::uint32_t>(line.text.size());
+    }
+    line.text += part.text;
+    std::ranges::move(part.runs, std::back_inserter(line.runs));
+    std::ranges::move(part.marks, std::back_inserter(line.marks));
+  }
+  for (const Place& place : places) {
+    HistoryBlock& content = place.block->content;
+    content.text.resize(place.begin);
+    std::erase_if(content.runs, [&](const HistoryRun& run) { return run.begin >= place.begin; });
+    std::erase_if(content.marks, [&](const HistoryMark& mark) { return mark.offset >= place.begin; });
+  }
+  if (isEnded) --m_lineEnds;
+  if (m_open->content.text.empty() && m_previous) {
+    m_open = std::move(m_previous);
+  }
+  // Styles keep their names in a block that goes on.
+  ++m_epoch;
+  m_runLook.reset();
+  return line;
+}
+
+void Scrollback::forEachLine(const std::function<void(HistoryLine&&)>& take) const {
+  const auto tell = [&](const HistoryBlock& block) {
+    for (std::size_t begin = 0; begin < block.text.size();) {
+      const std::size_t end = std::min(block.text.find('\n', begin), block.text.size());
+      HistoryLine line = lineOf(block, begin, end);
+      line.isEnded = end != block.text.size();
+      begin = end + 1;
+      take(std::move(line));
+    }
+  };
+  for (std::size_t i = 0; i < m_stored; ++i) {
+    const std::optional<BlockStore::Content> content = m_store->read(i);
+    if (content && content->block) {
+      tell(static_cast<const Block&>(*content->block).content);
+      continue;
+    }
+    const std::optional<HistoryBlock> block = content ? decodeHistoryBlock(content->bytes) : std::nullopt;
+    if (block) {
+      tell(*block);
+    } else {
+      take({.text = std::string(kHistoryLostNotice), .runs = {{.length = kHistoryLostNotice.size()}}});
+    }
+  }
+  if (m_previous) tell(m_previous->content);
+  tell(m_open->content);
+}
+
+std::size_t Scrollback::memoryBytes() const {
+  return m_store->usage().memoryBytes + (m_previous ? m_previous->memoryBytes() : 0) + m_open->memoryBytes();
+}
+
+}  // namespace zolt::vt

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "history/BlockStore.h"
+#include "history/HistoryBlock.h"
+#include "vt/CellTables.h"
+#include "vt/Grid.h"
+
+namespace zolt::vt {
+
+/// A line of the history, as wide as it is: how it was wrapped is not kept.
+struct HistoryLine {
+  struct Run {
+    std::size_t length = 0;  ///< bytes
+    Style style{};
+    LinkTarget link{};
+  };
+  std::string text{};  ///< UTF-8 without a line end
+  std::vector<Run> runs{};
+  std::vector<HistoryMark> marks{};  ///< offsets into the text
+  bool isEnded = true;             ///< else the next one goes on with it
+};
+
+/// What scrolled off the screen, without limit: its text a byte for an ASCII character, with styles, links and marks,
+/// in blocks that a BlockStore keeps small. Full of what is printed, it costs a copy of the bytes.
+class Scrollback {
+ public:
+  explicit Scrollback(HistorySettings settings);
+
+  /// Adds a row. `cells` are those up to its extent; where it `wraps`, its line goes on with the next row.
+  void append(std::span<const Cell> cells, bool wraps, std::span<const RowMark> marks, const CellTables& tables);
+  /// Takes the last line out again, for the screen: at most `mostBytes` of text. Nothing where it is longer, or where
+  /// it lies too far back: the latest 64 KiB can be had at least, where there are as many.
+  std::optional<HistoryLine> takeLast(std::size_t mostBytes);
+  /// Whether the last line was not ended: the screen's first row goes on with it.
+  bool endsInside() const {
+    for (const Block* block : {m_open.get(), m_previous.get()}) {
+      if (block != nullptr && !block->content.text.empty()) return block->content.text.back() != '\n';
+    }
+    return m_storedInside;
+  }
+  void clear();
+  /// The tables that cells refer to have given numbers anew.
+  void forgetNames() { ++m_epoch; }
+
+  /// The lines that have begun.
+  std::uint64_t lineCount() const { return m_lineEnds + (endsInside() ? 1 : 0); }
+  /// Tells every line from the oldest on, cut where a block ends. A block that is lost is told as one line, its notice.
+  void forEachLine(const std::function<void(HistoryLine&&)>& take) const;
+
+  std::size_t memoryBytes() const;
+  /// Waits until nothing is left to compress.
+  void settle() { m_store->settle(); }
+
+ private:
+  // The text of a block before it is full; a row more fits in any case.
+  static constexpr std::size_t kBlockBytes = std::size_t{64} << 10;
+
+  struct Block : SealedBlock {
+    HistoryBlock content;
+    std::string encoded() const override { return encodeHistoryBlock(content); }
+    std::size_t memoryBytes() const override;
+  };
+
+  struct Name {
+    std::uint32_t epoch = 0;
+    std::uint32_t name = 0;
+  };
+
+  void startRun(Cell cell, const CellTables& tables);
+  void appendCells(std::span<const Cell> cells, const CellTables& tables);
+  void startBlock();
+
+  HistorySettings m_settings;
+  std::unique_ptr<BlockStore> m_store;
+  std::size_t m_stored = 0;           // blocks in the store
+  std::shared_ptr<Block> m_previous;  // full, but kept from the store so that lines can be taken back
+  std::shared_ptr<Block> m_open;
+  bool m_storedInside = false;  // the store ends inside of a line
+  std::uint64_t m_lineEnds = 0;
+
+  // What the styles and links of cells are called in the open block, by their number: names of an earlier epoch do not
+  // count.
+  std::vector<Name> m_styleNames;
+  std::vector<Name> m_linkNames;
+  std::uint32_t m_epoch = 1;
+  std::optional<std::uint64_t> m_runLook;  // of the cells of the open run, but whether they are protected
+};
+
+}  // namespace zolt::vt

@@ -1,0 +1,96 @@
+#include "vt/Terminal.h"
+
+#include <algorithm>
+
+#include "vt/ControlFunctions.h"
+#include "vt/Modes.h"
+#include "vt/StringFunctions.h"
+
+namespace zolt::vt {
+
+// Finds the function for what the parser tells.
+class Terminal::Dispatcher : public ParserEvents {
+ public:
+  explicit Dispatcher(TerminalState& state) : m_state(state) {}
+
+  void printAscii(std::string_view text) override { m_state.screen.printAscii(text); }
+  void print(std::u32string_view text) override { m_state.screen.print(text); }
+
+  void execute(char32_t control) override {
+    m_state.screen.endCluster();
+    if (control >= 0x80) {
+      // A C1 control is ESC and a letter in one (ECMA-35 13.2.1).
+      return escape({.intermediates = {}, .final = static_cast<char>(control - 0x40)});
+    }
+    if (const ControlCharacter* const found = findControlCharacter(control)) found->run(m_state);
+  }
+
+  void escape(const EscapeSequence& sequence) override {
+    m_state.screen.endCluster();
+    if (const EscapeFunction* const found = findEscapeFunction(sequence)) found->run(m_state, sequence);
+  }
+
+  void control(const ControlSequence& sequence) override {
+    m_state.screen.endCluster();
+    const ControlFunction* const found = findControlFunction(sequence);
+    if (found == nullptr || (hasSubParameters(sequence) && !takesSubParameters(sequence))) return;
+    found->run(m_state, sequence);
+  }
+
+  void operatingSystemCommand(std::string_view text, bool) override {
+    m_state.screen.endCluster();
+    runCommand(m_state, text);
+  }
+
+  void deviceControl(const ControlSequence& head, std::string_view text) override {
+    m_state.screen.endCluster();
+    runDeviceControl(m_state, head, text);
+  }
+
+ private:
+  static bool hasSubParameters(const ControlSequence& sequence) {
+    const auto end = sequence.parameters.begin() + sequence.parameterCount;
+    return std::any_of(sequence.parameters.begin(), end, [](const Parameter& each) { return each.isSub; });
+  }
+  // SGR and what changes renditions in a rectangle; a colon elsewhere makes a sequence that nobody knows.
+  static bool takesSubParameters(const ControlSequence& sequence) {
+    return (sequence.final == 'm' && sequence.prefix == 0) || sequence.intermediateText() == "$";
+  }
+
+  TerminalState& m_state;
+};
+
+Terminal::Terminal(int rows, int columns, TerminalSettings settings)
+    : m_state(rows, columns, std::move(settings)),
+      m_dispatcher(std::make_unique<Dispatcher>(m_state)),
+      m_parser(*m_dispatcher) {}
+
+Terminal::~Terminal() = default;
+
+void Terminal::feed(std::string_view bytes, Milliseconds now) {
+  if (bytes.empty()) return;
+  m_state.now = std::max(m_state.now, now);
+  holdsPicture(now);
+  m_state.screen.forgetCutRows();
+  m_parser.feed(bytes);
+}
+
+void Terminal::resize(int rows, int columns, int cellWidth, int cellHeight) {
+  m_state.cellWidth = std::clamp(cellWidth, 0, 1000);
+  m_state.cellHeight = std::clamp(cellHeight, 0, 1000);
+  m_state.screen.resize(rows, columns);
+  reportSize(m_state);
+}
+
+bool Terminal::holdsPicture(Milliseconds now) {
+  if (!m_state.modes.synchronizedUpdate) return false;
+  if (now - m_state.updateBegan >= longestUpdate) endSynchronizedUpdate(m_state);
+  return m_state.modes.synchronizedUpdate;
+}
+
+void Terminal::setPrefersDark(bool prefersDark) {
+  const bool isNew = std::exchange(m_state.prefersDark, prefersDark) != prefersDark;
+  if (isNew && m_state.modes.colorSchemeReports) reportColorScheme(m_state);
+}
+
+}  // namespace zolt::vt

@@ -1,0 +1,77 @@
+#include "vt/TerminalState.h"
+
+#include <utility>
+
+#include "text/GraphemeClusters.h"
+
+namespace zolt::vt {
+
+namespace {
+
+// Whoever feeds a terminal takes its answers soon; a program that asks without end gets no more than this at once.
+constexpr std::size_t kMostPendingReplies = std::size_t{1} << 20;
+
+// Characters that change the direction of what follows: a title or a message could be made to look like another.
+bool isDirectionControl(char32_t scalar) {
+  return scalar == 0x061C || scalar == 0x200E || scalar == 0x200F || (scalar >= 0x202A && scalar <= 0x202E) ||
+         (scalar >= 0x2066 && scalar <= 0x2069);
+}
+
+bool isControl(char32_t scalar) {
+  return scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0) || scalar == 0x2028 || scalar == 0x2029;
+}
+
+}  // namespace
+
+std::string withoutControls(std::string_view text, std::size_t mostBytes) {
+  std::string clean;
+  std::size_t length = 0;
+  for (std::size_t at = 0; at < text.size(); at += length) {
+    const char32_t scalar = scalarAt(text, at, length);
+    if (isControl(scalar) || isDirectionControl(scalar)) continue;
+    if (clean.size() + length > mostBytes) break;
+    clean += text.substr(at, length);
+  }
+  return clean;
+}
+
+TerminalState::TerminalState(int rows, int columns, TerminalSettings given)
+    : settings(std::move(given)), screen(rows, columns, settings.history), prefersDark(settings.prefersDark) {
+  screen.modes.graphemeClusters = settings.graphemeClusters;
+}
+
+void TerminalState::reply(std::string_view text) {
+  if (replies.size() + text.size() <= kMostPendingReplies) replies += text;
+}
+
+void TerminalState::resetSoft() {
+  screen.softReset();
+  modes.applicationCursor = false;
+  modes.applicationKeypad = false;
+  modes.keyboardLocked = false;
+  modes.cursorVisible = true;
+  rectanglesAreStreams = true;
+}
+
+void TerminalState::resetHard() {
+  screen.reset();
+  screen.modes.graphemeClusters = settings.graphemeClusters;
+  modes = {};
+  keyboard = {};
+  palette.reset();
+  events.paletteChanged = true;
+  cursorShape = CursorShape::Block;
+  cursorShapeBlinks = true;
+  conformanceLevel = 64;
+  rectanglesAreStreams = true;
+  title.clear();
+  iconTitle.clear();
+  events.titleChanged = true;
+  pushedTitles.clear();
+  progress = {};
+  pushedStyles.clear();
+  pushedPalettes.clear();
+  savedModes.clear();
+}
+
+}  // namespace zolt::vt
