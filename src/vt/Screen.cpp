@@ -73,6 +73,11 @@ StyleId Screen::styleId(const Style& style) {
   return static_cast<StyleId>(m_tables.styles.intern(coarse).value_or(0));
 }
 
+// 0 for none, and where there is no room.
+LinkId Screen::linkId(const LinkTarget& link) {
+  return link.uri.empty() ? LinkId{0} : static_cast<LinkId>(named(m_tables.links, link).value_or(0));
+}
+
 std::optional<ClusterId> Screen::clusterId(const std::u32string& scalars) {
   return named(m_tables.clusters, scalars);
 }
@@ -82,10 +87,7 @@ std::uint64_t Screen::look() {
   m_penIsKnown = true;
   // Whatever is named here is in use from now on: the next name may need a sweep.
   m_look = Cell::makeLook(styleId(m_pen.style), 0, m_pen.isProtected);
-  if (!m_pen.link.uri.empty()) {
-    const auto link = static_cast<LinkId>(named(m_tables.links, m_pen.link).value_or(0));
-    m_look = Cell::makeLook(Cell(m_look).style(), link, m_pen.isProtected);
-  }
+  m_look = Cell::makeLook(Cell(m_look).style(), linkId(m_pen.link), m_pen.isProtected);
   const bool hasBackground = m_pen.style.background != CellColor();
   m_blank = hasBackground ? Cell(Cell::makeLook(styleId({.background = m_pen.style.background}), 0, false)) : Cell();
   return m_look;

@@ -192,6 +192,7 @@ class Screen {
   template <class Table, class Value>
   std::optional<std::uint32_t> named(Table& table, const Value& value);
   StyleId styleId(const Style& style);
+  LinkId linkId(const LinkTarget& link);
   std::optional<ClusterId> clusterId(const std::u32string& scalars);
   void sweep();
   int top() const { return modes.origin ? m_top : 0; }

@@ -131,8 +131,7 @@ Screen::Line Screen::lineOf(const HistoryLine& history) {
   };
   for (const HistoryLine::Run& run : history.runs) {
     const StyleId style = styleId(run.style);
-    const auto link =
-        run.link.uri.empty() ? LinkId{0} : static_cast<LinkId>(named(m_tables.links, run.link).value_or(0));
+    const LinkId link = linkId(run.link);
     std::size_t length = 0;
     for (const std::size_t end = at + run.length; at < end; at += length) {
       takeMarks();
