@@ -39,6 +39,7 @@ constexpr Set kEncode = [](State& state, bool value) {
 };
 
 constexpr Get kAlways = [](const State&) { return true; };
+constexpr Get kNever = [](const State&) { return false; };
 
 void setOrigin(State& state, bool value) {
   state.screen.modes.origin = value;
@@ -284,7 +285,7 @@ constexpr Mode kModes[] = {
      {"CSI ? 1047 h", "DECSET 1047", "xterm", "Shows the alternate screen, and clears it when it is left."}},
     {1048,
      true,
-     kAlways,
+     kNever,
      setSavedCursor,
      {"CSI ? 1048 h", "DECSET 1048", "xterm", "Saves the cursor; reset, restores it."}},
     {1049,
