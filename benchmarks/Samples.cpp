@@ -54,6 +54,37 @@ std::string mixedUtf8Log(std::size_t bytes) {
   });
 }
 
+std::string endlessLine(std::size_t bytes) {
+  std::string text = plainLog(bytes);
+  for (char& c : text) {
+    if (c == '\n') c = ' ';
+  }
+  return text;
+}
+
+std::string redraws(std::size_t bytes) {
+  constexpr int kRows = 25;
+  constexpr int kColumns = 80;
+  std::mt19937 random(42);
+  std::string text;
+  text.reserve(bytes + 256);
+  while (text.size() < bytes) {
+    for (int row = 1; row <= kRows; ++row) {
+      text += "\x1B[" + std::to_string(row) + ";1H";
+      for (int column = 0; column < kColumns; ++column) {
+        const auto color = std::to_string(random() % 256);
+        if (column % 2 == 0) {
+          text += "\x1B[38;5;" + color + "m";
+        } else {
+          text += "\x1B[48;2;" + color + ";16;64m";
+        }
+        text += static_cast<char>('A' + random() % 26);
+      }
+    }
+  }
+  return text;
+}
+
 std::string withTerminalLineEnds(const std::string& text) {
   std::string result;
   result.reserve(text.size() + text.size() / 64);

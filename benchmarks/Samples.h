@@ -14,6 +14,11 @@ std::string colouredLog(std::size_t bytes);
 /// Log lines with words in several scripts, arrows and emoji among the ASCII.
 std::string mixedUtf8Log(std::size_t bytes);
 
+/// One line without an end.
+std::string endlessLine(std::size_t bytes);
+/// Pictures of 25 by 80 places, each drawn over the one before, every place in colours of its own (256 and direct).
+std::string redraws(std::size_t bytes);
+
 /// Ends lines as a pseudo-terminal does, in CR LF.
 std::string withTerminalLineEnds(const std::string& text);
 

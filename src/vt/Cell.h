@@ -51,6 +51,9 @@ class Cell {
   constexpr LinkId link() const { return static_cast<LinkId>(m_bits >> kLinkShift); }
 
   constexpr Cell withLook(std::uint64_t look) const { return Cell((m_bits & ~kLook) | look); }
+  constexpr Cell withWidth(Width width) const {
+    return Cell((m_bits & ~(std::uint64_t{3} << kWidthShift)) | static_cast<std::uint64_t>(width) << kWidthShift);
+  }
   constexpr Cell withStyle(StyleId style) const {
     return Cell((m_bits & ~kStyle) | static_cast<std::uint64_t>(style) << kStyleShift);
   }

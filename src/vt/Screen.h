@@ -173,6 +173,12 @@ class Screen {
   /// What a smaller screen had no room for below the cursor is kept for the next size, until the program has written
   /// something: then it is as it has drawn it.
   void forgetCutRows() { m_cut.clear(); }
+  /// Their text: what stands in the row after the last, and whether it goes on with that one.
+  struct CutRows {
+    std::string text;
+    bool goesOn = false;
+  };
+  CutRows cutRows() const;
 
   /// As after construction; the scrollback stays.
   void reset();
@@ -223,6 +229,7 @@ class Screen {
   void resizeAlternate(int rows, int columns);
   Line lineOf(const HistoryLine& line);
   void addScalar(char32_t scalar, std::uint64_t look, std::vector<Cell>& cells);
+  Cell::Width naturalWidth(Cell cell) const;
   void takeRow(int row, Line& line, std::size_t index, std::span<Tracked> tracked) const;
   void takeFromHistory(std::size_t rows, int columns, Lines& lines);
 

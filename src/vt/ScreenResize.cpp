@@ -83,8 +83,8 @@ struct Screen::Lines {
     for (std::size_t i = from.begin; i < from.end; ++i) {
       const Cell cell = line.cells[i];
       const bool isWide = widthOf(cell) == 2;
-      // In a single column a wide character has no room.
-      cells[column++] = isWide && cells.size() < 2 ? Cell(U' ', Width::Narrow, cell.look()) : cell;
+      // In a single column a wide character has to do with that.
+      cells[column++] = isWide && cells.size() < 2 ? cell.withWidth(Width::Narrow) : cell;
       if (isWide && cells.size() >= 2) cells[column++] = Cell(0, Width::Tail, cell.look());
     }
     if (from.wraps && column < cells.size()) cells[column++] = Cell(0, Width::Filler, 0);
@@ -142,6 +142,33 @@ Screen::Line Screen::lineOf(const HistoryLine& history) {
   return line;
 }
 
+// The width of a cell that had to do with one column.
+Cell::Width Screen::naturalWidth(Cell cell) const {
+  const char32_t alone = cell.character();
+  const std::u32string_view scalars =
+      cell.isCluster() ? std::u32string_view(m_tables.clusters[cell.clusterId()]) : std::u32string_view(&alone, 1);
+  const bool isWide = characterProperties(scalars[0]).width == 2;
+  const bool isWidened = modes.graphemeClusters && std::ranges::any_of(scalars.substr(1), [&](char32_t added) {
+                           return widensCluster(scalars[0], added);
+                         });
+  return isWide || isWidened ? Width::Wide : Width::Narrow;
+}
+
+Screen::CutRows Screen::cutRows() const {
+  CutRows rows;
+  for (const Line& line : m_cut) {
+    if (&line == m_cut.data()) {
+      rows.goesOn = line.goesOn;
+    } else {
+      rows.text += '\n';
+    }
+    for (const Cell cell : line.cells) {
+      m_tables.appendText(cell, rows.text);
+    }
+  }
+  return rows;
+}
+
 // Adds a row of the primary grid to its line, which is number `index`.
 void Screen::takeRow(int row, Line& line, std::size_t index, std::span<Tracked> tracked) const {
   const Grid& grid = m_grids[0];
@@ -154,7 +181,8 @@ void Screen::takeRow(int row, Line& line, std::size_t index, std::span<Tracked> 
   for (const Cell cell : cells) {
     const bool isTail = cell.width() == Width::Tail && !line.cells.empty();
     before.push_back(line.cells.size() - (isTail ? 1 : 0));
-    if (cell.width() != Width::Tail && cell.width() != Width::Filler) line.cells.push_back(cell);
+    if (cell.width() == Width::Tail || cell.width() == Width::Filler) continue;
+    line.cells.push_back(grid.columns() == 1 ? cell.withWidth(naturalWidth(cell)) : cell);
   }
   const auto cellsBefore = [&](int column) {
     const auto at = static_cast<std::size_t>(column);
@@ -201,6 +229,9 @@ void Screen::reflow(int rows, int columns) {
   for (int row = used; row < before.rows(); ++row) {
     if (before.state(row).extent > 0 || before.state(row).hasMarks) used = row + 1;
   }
+  // A line of which a part was cut off is whole again.
+  if (!m_cut.empty()) used = before.rows();
+  if (!m_cut.empty() && m_cut.front().goesOn) before.state(used - 1).wraps = true;
   const bool wasFull = used == before.rows();
 
   Lines lines;

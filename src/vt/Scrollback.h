@@ -25,7 +25,7 @@ struct HistoryLine {
   std::string text{};  ///< UTF-8 without a line end
   std::vector<Run> runs{};
   std::vector<HistoryMark> marks{};  ///< offsets into the text
-  bool isEnded = true;             ///< else the next one goes on with it
+  bool isEnded = true;               ///< else the next one goes on with it
 };
 
 /// What scrolled off the screen, without limit: its text a byte for an ASCII character, with styles, links and marks,

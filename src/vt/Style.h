@@ -57,7 +57,7 @@ struct Style {
   CellColor foreground{};
   CellColor background{};
   CellColor underlineColor{};  ///< the default: as the foreground
-  std::uint16_t flags = 0;   ///< of StyleFlag
+  std::uint16_t flags = 0;     ///< of StyleFlag
   Underline underline = Underline::None;
 
   /// Whether it differs from blank paper with nothing written.

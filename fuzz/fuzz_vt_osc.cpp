@@ -1,0 +1,62 @@
+// The operating system commands and device control strings of the full emulation: what is kept is clean and bounded,
+// and what is answered holds none of the program's bytes.
+#include <algorithm>
+#include <string>
+
+#include "fuzz/FuzzInput.h"
+#include "tests/vt/TerminalPicture.h"
+#include "vt/StringFunctions.h"
+
+namespace {
+
+bool isClean(std::string_view text, std::size_t mostBytes) {
+  const bool hasControl =
+      std::ranges::any_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; });
+  return !hasControl && text.size() <= mostBytes;
+}
+
+// ESC and what ends a string are the only controls in an answer.
+bool isAnswer(std::string_view text) {
+  return std::ranges::all_of(text, [](char c) { return c == '\033' || (c >= 0x20 && c < 0x7F); });
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  zolt::FuzzInput input(data, size);
+  zolt::vt::Terminal terminal(4, 12);
+  const auto commands = zolt::vt::commands();
+  while (!input.empty()) {
+    const unsigned kind = input.byte();
+    const std::string_view text = input.text(input.byte());
+    std::string bytes;
+    if (kind < 160) {
+      bytes = "\033]" + std::to_string(commands[kind % commands.size()].number) + ";" + std::string(text);
+    } else if (kind < 200) {
+      bytes = (kind % 2 == 0 ? "\033P$q" : "\033P+q") + std::string(text);
+    } else {
+      bytes = std::string(text);
+    }
+    terminal.feed(bytes);
+    terminal.feed(kind % 3 == 0 ? "\007" : "\033\\");
+    terminal.feed("x");
+    zolt::require(isAnswer(terminal.takeReplies()), "an answer is printable");
+    zolt::require(isClean(terminal.state().title, 1024), "a title is clean");
+    zolt::require(isClean(terminal.state().iconTitle, 1024), "an icon's title is clean");
+    zolt::require(isClean(terminal.state().workingDirectoryHost, 255), "a host is clean");
+    zolt::require(terminal.state().workingDirectory.size() <= 4096, "a folder is bounded");
+    zolt::require(terminal.screen().pen().link.uri.size() <= 2083, "an address is bounded");
+    zolt::require(isClean(terminal.screen().pen().link.uri, 2083), "an address is clean");
+    const int percent = terminal.state().progress.percent;
+    zolt::require(percent >= 0 && percent <= 100, "progress is in percent");
+    const zolt::vt::TerminalEvents events = terminal.takeEvents();
+    zolt::require(events.clipboardReads.empty(), "the clipboard is not read");
+    zolt::require(events.clipboardWrites.size() <= 2, "a clipboard is written once");
+    for (const auto& notification : events.notifications) {
+      zolt::require(isClean(notification.title, 256) && isClean(notification.body, 1024), "a message is clean");
+    }
+    const std::string broken = zolt::vt::test::brokenRule(terminal.screen());
+    zolt::require(broken.empty(), broken);
+  }
+  return 0;
+}
