@@ -7,12 +7,9 @@
 
 namespace zolt {
 
-namespace {
+namespace detail {
 
-// Two planes hold nearly everything that is written; asking the library costs as much as parsing ten bytes.
-constexpr char32_t kTableEnd = 0x20000;
-
-CharacterProperties ask(char32_t scalar) {
+CharacterProperties askForProperties(char32_t scalar) {
   const auto asked = static_cast<utf8proc_int32_t>(scalar);
   const utf8proc_property_t* const properties = utf8proc_get_property(asked);
   const auto boundClass = static_cast<utf8proc_boundclass_t>(properties->boundclass);
@@ -30,18 +27,18 @@ CharacterProperties ask(char32_t scalar) {
           .isPictographic = boundClass == UTF8PROC_BOUNDCLASS_EXTENDED_PICTOGRAPHIC};
 }
 
-}  // namespace
-
-CharacterProperties characterProperties(char32_t scalar) {
-  static const std::vector<CharacterProperties> table = [] {
-    std::vector<CharacterProperties> made(kTableEnd);
-    for (char32_t each = 0; each < kTableEnd; ++each) {
-      made[each] = ask(each);
-    }
-    return made;
-  }();
-  return scalar < kTableEnd ? table[scalar] : ask(scalar);
+// A byte for each character: what is read of it lies close together. It is never given back.
+const std::uint8_t* makeCharacterTable() {
+  static std::vector<std::uint8_t> table(kCharacterTableEnd);
+  for (char32_t scalar = 0; scalar < kCharacterTableEnd; ++scalar) {
+    const CharacterProperties properties = askForProperties(scalar);
+    table[scalar] = static_cast<std::uint8_t>(properties.width | (properties.isPlain ? kPlainBit : 0) |
+                                              (properties.isPictographic ? kPictographicBit : 0));
+  }
+  return table.data();
 }
+
+}  // namespace detail
 
 bool widensCluster(char32_t first, char32_t added) {
   constexpr char32_t kEmojiStyle = 0xFE0F;

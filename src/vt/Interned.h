@@ -1,21 +1,23 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <utility>
 #include <vector>
 
 namespace zolt::vt {
 
-/// Keeps each different value once and names it by a small number. At most `capacity` values: when it is full, those
-/// that nobody uses are taken out, and their numbers given anew. Number 0 is the value it is made with, for good.
+/// Keeps each different value once and names it by a small number. There is room for a few at first, so that they lie
+/// close together, and for `most` at last: when it is full, its owner takes out those that nobody uses, and it grows
+/// where that was less than half. Number 0 is the value it is made with, for good.
 template <class Value, class Hash>
 class Interned {
  public:
   using Id = std::uint32_t;
 
-  Interned(std::size_t capacity, Value zero) : m_capacity(capacity), m_buckets(kFirstBuckets, kNone) {
+  Interned(std::size_t most, Value zero)
+      : m_most(most), m_capacity(std::min(most, kFirstCapacity)), m_buckets(kFirstBuckets, kNone) {
     add(std::move(zero));
   }
 
@@ -24,17 +26,21 @@ class Interned {
   std::size_t idLimit() const { return m_values.size(); }
   std::size_t size() const { return m_values.size() - m_free.size(); }
 
-  /// The number of `value`, new where it has none; nothing where there is no room.
-  std::optional<Id> intern(const Value& value) {
+  /// What `intern` gives where there is no room: a plain number, for an optional one costs a detour through memory.
+  static constexpr Id noRoom = UINT32_MAX;
+
+  /// The number of `value`, new where it has none.
+  Id intern(const Value& value) {
     for (std::size_t bucket = bucketOf(value);; bucket = next(bucket)) {
       const Id id = m_buckets[bucket];
       if (id == kNone) break;
       if (m_values[id] == value) return id;
     }
-    if (size() == m_capacity) return std::nullopt;
+    if (size() == m_capacity) return noRoom;
     return add(value);
   }
 
+  bool isAtItsLargest() const { return m_capacity == m_most; }
   /// Takes out every value whose number `isUsed(id)` denies.
   template <class IsUsed>
   void keepOnly(IsUsed isUsed) {
@@ -44,6 +50,7 @@ class Interned {
       m_values[id] = m_values[0];
       m_free.push_back(id);
     }
+    if (size() > m_capacity / 2) m_capacity = std::min(m_most, m_capacity * 2);
     std::vector<bool> isFree(m_values.size());
     for (const Id id : m_free) {
       isFree[id] = true;
@@ -55,8 +62,9 @@ class Interned {
   }
 
  private:
-  static constexpr Id kNone = UINT32_MAX;
+  static constexpr Id kNone = noRoom;
   static constexpr std::size_t kFirstBuckets = 64;
+  static constexpr std::size_t kFirstCapacity = 16384;
 
   std::size_t bucketOf(const Value& value) const { return Hash()(value) & (m_buckets.size() - 1); }
   std::size_t next(std::size_t bucket) const { return (bucket + 1) & (m_buckets.size() - 1); }
@@ -90,6 +98,7 @@ class Interned {
     return id;
   }
 
+  std::size_t m_most;
   std::size_t m_capacity;
   std::vector<Value> m_values;
   std::vector<Id> m_free;

@@ -16,17 +16,105 @@ constexpr char32_t kFirstNonAscii = 0x80;
 // Before it stand the C1 controls.
 constexpr char32_t kFirstPrinted = 0xA0;
 constexpr char32_t kBell = 0x07;
+constexpr std::uint8_t kEscape = 0x1B;
+// Numbers up to here can have one more digit.
+constexpr std::int32_t kMostShortValue = 99'999'999;
+
+// The character that `bytes` begin with, and its `size`; 0 where it is ASCII, is not whole or is ill-formed.
+char32_t wellFormed(std::string_view bytes, std::size_t& size) {
+  const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(bytes[i]); };
+  const auto isTail = [&](std::size_t i) { return (byte(i) & 0xC0) == 0x80; };
+  const std::uint8_t lead = byte(0);
+  if (lead >= 0xC2 && lead < 0xE0) {
+    size = 2;
+    if (bytes.size() < 2 || !isTail(1)) return 0;
+    return static_cast<char32_t>((lead & 0x1F) << 6 | (byte(1) & 0x3F));
+  }
+  if (lead >= 0xE0 && lead < 0xF0) {
+    size = 3;
+    if (bytes.size() < 3 || !isTail(1) || !isTail(2)) return 0;
+    const auto scalar = static_cast<char32_t>((lead & 0xF) << 12 | (byte(1) & 0x3F) << 6 | (byte(2) & 0x3F));
+    return scalar < 0x800 || (scalar >= 0xD800 && scalar < 0xE000) ? 0 : scalar;
+  }
+  if (lead < 0xF0 || lead > 0xF4) return 0;
+  size = 4;
+  if (bytes.size() < 4 || !isTail(1) || !isTail(2) || !isTail(3)) return 0;
+  const auto scalar =
+      static_cast<char32_t>((lead & 7) << 18 | (byte(1) & 0x3F) << 12 | (byte(2) & 0x3F) << 6 | (byte(3) & 0x3F));
+  return scalar < 0x10000 || scalar > 0x10FFFF ? 0 : scalar;
+}
 
 }  // namespace
 
 void Parser::feed(std::string_view bytes) {
   while (!bytes.empty()) {
-    const std::size_t printed = m_state == State::Ground && !m_decoder.isInside() ? printRun(bytes) : 0;
-    bytes.remove_prefix(printed);
+    const std::size_t taken = m_state == State::Ground && !m_decoder.isInside() ? takeRun(bytes) : 0;
+    bytes.remove_prefix(taken);
     if (bytes.empty()) return;
     takeByte(bytes.front());
     bytes.remove_prefix(1);
   }
+}
+
+// Takes what is common from the beginning of `bytes`, in the ground state and between two characters: text, controls
+// and whole control sequences. How many bytes it was; the rest is the table's.
+std::size_t Parser::takeRun(std::string_view bytes) {
+  std::size_t done = 0;
+  while (done < bytes.size()) {
+    const std::string_view rest = bytes.substr(done);
+    const auto first = static_cast<std::uint8_t>(rest.front());
+    std::size_t taken = 0;
+    if (first == kEscape) {
+      taken = controlRun(rest);
+    } else if (first < ' ') {
+      m_events.execute(first);
+      taken = 1;
+    } else {
+      taken = printRun(rest);
+    }
+    if (taken == 0) break;
+    done += taken;
+  }
+  return done;
+}
+
+// Carries out the control sequence that `bytes` begin with, where all of it is there and nothing in it is unusual; how
+// many bytes it was, else 0.
+std::size_t Parser::controlRun(std::string_view bytes) {
+  if (bytes.size() < 3 || bytes[1] != '[') return 0;
+  std::size_t at = 2;
+  begin();
+  if (bytes[at] >= '<' && bytes[at] <= '?') m_sequence.prefix = bytes[at++];
+  std::size_t count = 0;
+  std::int32_t value = Parameter::omitted;
+  bool isSub = false;
+  for (; at < bytes.size(); ++at) {
+    const char c = bytes[at];
+    if (c >= '0' && c <= '9') {
+      // More digits than a number can have go the long way.
+      if (value > kMostShortValue) return 0;
+      value = std::max(value, 0) * 10 + (c - '0');
+      continue;
+    }
+    const bool isSeparator = c == ';' || c == ':';
+    const bool isAnything = isSeparator || count > 0 || value != Parameter::omitted;
+    if (isAnything) {
+      if (count == ControlSequence::mostParameters) return 0;
+      m_sequence.parameters[count++] = {.value = value, .isSub = isSub};
+    }
+    if (!isSeparator) break;
+    value = Parameter::omitted;
+    isSub = c == ':';
+  }
+  m_sequence.parameterCount = static_cast<std::uint8_t>(count);
+  while (at < bytes.size() && bytes[at] >= ' ' && bytes[at] <= '/') {
+    if (m_sequence.intermediateCount == ControlSequence::mostIntermediates) return 0;
+    m_sequence.intermediates[m_sequence.intermediateCount++] = bytes[at++];
+  }
+  if (at == bytes.size() || bytes[at] < '@' || bytes[at] > '~') return 0;
+  m_sequence.final = bytes[at];
+  m_events.control(m_sequence);
+  return at + 1;
 }
 
 void Parser::feedByTable(std::string_view bytes) {
@@ -44,24 +132,21 @@ std::size_t Parser::printRun(std::string_view bytes) {
       done += ascii;
       continue;
     }
-    // Characters that are whole; the last one's rest may be still to come, and a control is the table's.
+    // Characters that are whole and well-formed; the last one's rest may be still to come, and the others are the
+    // table's.
     std::array<char32_t, 256> run;
     std::size_t length = 0;
-    std::size_t taken = done;
-    Utf8Decoder decoder;
-    for (std::size_t i = done; i < bytes.size() && length + 1 < run.size();) {
-      const auto byte = static_cast<std::uint8_t>(bytes[i]);
-      if (byte < kFirstNonAscii && !decoder.isInside()) break;
-      const Utf8Decoder::Outcome outcome = decoder.take(byte);
-      if (outcome != Utf8Decoder::Outcome::Refused) ++i;
-      if (outcome == Utf8Decoder::Outcome::NeedsMore) continue;
-      if (decoder.scalar() < kFirstPrinted) break;
-      run[length++] = decoder.scalar();
-      taken = i;
+    std::size_t at = done;
+    while (at < bytes.size() && length < run.size()) {
+      std::size_t size = 0;
+      const char32_t character = wellFormed(bytes.substr(at), size);
+      if (character < kFirstPrinted) break;
+      run[length++] = character;
+      at += size;
     }
     if (length == 0) break;
     m_events.print({run.data(), length});
-    done = taken;
+    done = at;
   }
   return done;
 }

@@ -54,6 +54,8 @@ class Parser {
  private:
   enum class OpenString { None, Command, DeviceControl };
 
+  std::size_t takeRun(std::string_view bytes);
+  std::size_t controlRun(std::string_view bytes);
   std::size_t printRun(std::string_view bytes);
   void takeByte(char byte);
   void take(char32_t character);

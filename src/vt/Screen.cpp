@@ -37,12 +37,6 @@ Screen::Screen(int rows, int columns, HistorySettings history)
   resetMargins();
 }
 
-void Screen::setStyle(const Style& style) {
-  if (m_pen.style == style) return;
-  m_pen.style = style;
-  m_penIsKnown = false;
-}
-
 void Screen::setProtected(bool isProtected) {
   m_pen.isProtected = isProtected;
   m_penIsKnown = false;
@@ -53,11 +47,12 @@ void Screen::setLink(LinkTarget link) {
   m_penIsKnown = false;
 }
 
-// The number of `value`, after a sweep where there is no room; nothing where there is none still.
+// The number of `value`, after a sweep where there is no room; `noRoom` where there is none still.
 template <class Table, class Value>
-std::optional<std::uint32_t> Screen::named(Table& table, const Value& value) {
-  if (const auto id = table.intern(value)) return id;
-  if (m_refused++ % kRefusalsBetweenSweeps != 0) return std::nullopt;
+std::uint32_t Screen::named(Table& table, const Value& value) {
+  const std::uint32_t id = table.intern(value);
+  if (id != Table::noRoom) return id;
+  if (table.isAtItsLargest() && m_refused++ % kRefusalsBetweenSweeps != 0) return Table::noRoom;
   sweep();
   return table.intern(value);
 }
@@ -65,21 +60,26 @@ std::optional<std::uint32_t> Screen::named(Table& table, const Value& value) {
 // The number of a style. Where there is no room for another one, it goes without direct colours' lower bits, then
 // plain.
 StyleId Screen::styleId(const Style& style) {
-  if (const auto id = named(m_tables.styles, style)) return static_cast<StyleId>(*id);
+  const std::uint32_t id = named(m_tables.styles, style);
+  if (id != m_tables.styles.noRoom) return static_cast<StyleId>(id);
   Style coarse = style;
   for (CellColor* color : {&coarse.foreground, &coarse.background, &coarse.underlineColor}) {
     if (color->kind() == CellColor::Kind::Direct) *color = CellColor::fromBits(color->bits() & 0xFFE0E0E0);
   }
-  return static_cast<StyleId>(m_tables.styles.intern(coarse).value_or(0));
+  const std::uint32_t coarseId = m_tables.styles.intern(coarse);
+  return coarseId == m_tables.styles.noRoom ? StyleId{0} : static_cast<StyleId>(coarseId);
 }
 
 // 0 for none, and where there is no room.
 LinkId Screen::linkId(const LinkTarget& link) {
-  return link.uri.empty() ? LinkId{0} : static_cast<LinkId>(named(m_tables.links, link).value_or(0));
+  if (link.uri.empty()) return 0;
+  const std::uint32_t id = named(m_tables.links, link);
+  return id == m_tables.links.noRoom ? LinkId{0} : static_cast<LinkId>(id);
 }
 
 std::optional<ClusterId> Screen::clusterId(const std::u32string& scalars) {
-  return named(m_tables.clusters, scalars);
+  const std::uint32_t id = named(m_tables.clusters, scalars);
+  return id == m_tables.clusters.noRoom ? std::nullopt : std::optional<ClusterId>(id);
 }
 
 std::uint64_t Screen::look() {
@@ -173,7 +173,7 @@ void Screen::softReset() {
   modes.leftRightMargins = false;
   characterSets = {};
   protection = Protection::None;
-  setStyle({});
+  style() = {};
   setProtected(false);
   m_saved[showsAlternate() ? 1 : 0] = {};
   resetMargins();

@@ -82,7 +82,11 @@ class Screen {
   CharacterSets characterSets;
 
   const Pen& pen() const { return m_pen; }
-  void setStyle(const Style& style);
+  /// The pen's style, to be changed where it is.
+  Style& style() {
+    m_penIsKnown = false;
+    return m_pen.style;
+  }
   void setProtected(bool isProtected);
   void setLink(LinkTarget link);
   /// Which protection DECSCA or SPA put in force.
@@ -196,7 +200,7 @@ class Screen {
   Cell blank();
   std::uint64_t look();
   template <class Table, class Value>
-  std::optional<std::uint32_t> named(Table& table, const Value& value);
+  std::uint32_t named(Table& table, const Value& value);
   StyleId styleId(const Style& style);
   LinkId linkId(const LinkTarget& link);
   std::optional<ClusterId> clusterId(const std::u32string& scalars);
@@ -215,6 +219,7 @@ class Screen {
   void put(char32_t character, int width);
   void leaveOut(int row, int column);
   void printOne(char32_t character);
+  std::size_t printRun(std::u32string_view text);
   bool joins(char32_t character, bool isPlain) const;
   void join(char32_t character);
   std::optional<Cursor> cellBefore() const;

@@ -137,7 +137,7 @@ void Screen::restoreCursor() {
     m_cursor.column = std::clamp(m_cursor.column, m_left, m_right - 1);
   }
   characterSets = saved.characterSets;
-  setStyle(saved.pen.style);
+  style() = saved.pen.style;
   setProtected(saved.pen.isProtected);
 }
 

@@ -76,9 +76,45 @@ void Screen::printAscii(std::string_view text) {
 }
 
 void Screen::print(std::u32string_view text) {
-  for (const char32_t character : text) {
-    printOne(character);
+  while (!text.empty()) {
+    text.remove_prefix(printRun(text));
+    if (text.empty()) return;
+    printOne(text.front());
+    text.remove_prefix(1);
   }
+}
+
+// Writes characters that join nothing as far as the row has room; how many it was.
+std::size_t Screen::printRun(std::u32string_view text) {
+  if (m_cursor.wrapsNext || modes.insert) return 0;
+  const std::uint64_t look = this->look();
+  const int limit = this->limit();
+  const int begin = m_cursor.column;
+  int column = begin;
+  const std::span<Cell> cells = m_grid->row(m_cursor.row);
+  RowState& state = m_grid->state(m_cursor.row);
+  const bool isWritten = state.extent > begin;
+  if (isWritten) isolate(m_cursor.row, begin, begin);
+  std::size_t count = 0;
+  for (; count < text.size(); ++count) {
+    const CharacterProperties properties = characterProperties(text[count]);
+    const bool mayJoin = modes.graphemeClusters && !(properties.isPlain && m_lastIsPlain);
+    if (properties.width == 0 || mayJoin || column + properties.width > limit) break;
+    if (isWritten && column + properties.width < columns()) isolate(m_cursor.row, begin, column + properties.width);
+    const bool isWide = properties.width == 2;
+    cells[static_cast<std::size_t>(column)] = Cell(text[count], isWide ? Width::Wide : Width::Narrow, look);
+    if (isWide) cells[static_cast<std::size_t>(column) + 1] = Cell(0, Width::Tail, look);
+    column += properties.width;
+    m_lastIsPlain = properties.isPlain;
+  }
+  if (count == 0) return 0;
+  m_lastPrinted = text[count - 1];
+  m_openCluster = true;
+  state.extent = std::max(state.extent, static_cast<std::uint16_t>(column));
+  if (column == columns()) state.wraps = false;
+  m_cursor.wrapsNext = column == limit;
+  m_cursor.column = m_cursor.wrapsNext ? column - 1 : column;
+  return count;
 }
 
 void Screen::repeat(int count) {

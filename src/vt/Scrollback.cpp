@@ -116,7 +116,9 @@ void Scrollback::startRun(Cell cell, const CellTables& tables) {
     if (names[id].epoch != m_epoch) names[id] = {.epoch = m_epoch, .name = static_cast<std::uint32_t>(add())};
     return names[id].name;
   };
-  HistoryRun run{.begin = static_cast<std::uint32_t>(block.text.size())};
+  // Written where it stays: a copy of what was just written in parts waits for all of them.
+  HistoryRun& run = block.runs.emplace_back();
+  run.begin = static_cast<std::uint32_t>(block.text.size());
   run.style = static_cast<std::uint16_t>(named(m_styleNames, cell.style(), [&] {
     block.packedStyles.push_back(packed(tables.styles[cell.style()]));
     return block.packedStyles.size() - 1;
@@ -127,29 +129,45 @@ void Scrollback::startRun(Cell cell, const CellTables& tables) {
       return block.links.size();
     });
   }
-  block.runs.push_back(run);
   m_runLook = runLook(cell);
 }
 
 void Scrollback::appendCells(std::span<const Cell> cells, const CellTables& tables) {
   std::string& text = m_open->content.text;
+  constexpr std::size_t kMostBytes = 4;  // of a character
+  if (m_scratch.size() < cells.size() * kMostBytes) m_scratch.resize(cells.size() * kMostBytes);
+  char* out = m_scratch.data();
+  const auto flush = [&] {
+    text.append(m_scratch.data(), static_cast<std::size_t>(out - m_scratch.data()));
+    out = m_scratch.data();
+  };
   while (!cells.empty()) {
-    const std::uint64_t look = cells.front().look();
-    if (m_runLook != runLook(cells.front())) startRun(cells.front(), tables);
+    if (m_runLook != runLook(cells.front())) {
+      flush();
+      startRun(cells.front(), tables);
+    }
     // ASCII in vectors; what it stops at one by one.
-    const std::size_t before = text.size();
-    text.resize(before + cells.size());
-    const std::size_t plain = gatherAscii(cells.data(), cells.size(), look, text.data() + before);
-    text.resize(before + plain);
+    const std::uint64_t look = cells.front().look();
+    const std::size_t plain = gatherAscii(cells.data(), cells.size(), look, out);
+    out += plain;
     cells = cells.subspan(plain);
     while (!cells.empty() && cells.front().look() == look) {
       const Cell cell = cells.front();
-      const bool isAscii = !cell.isCluster() && cell.character() != 0 && cell.character() < 0x80;
-      if (isAscii && cell.width() == Cell::Width::Narrow) break;
-      tables.appendText(cell, text);
+      const bool isAscii = cell.character() != 0 && cell.character() < 0x80;
+      if (cell.isCluster()) {
+        flush();
+        tables.appendText(cell, text);
+      } else if (cell.character() >= 0x80) {
+        out = writeUtf8(out, cell.character());
+      } else if (isAscii && cell.width() == Cell::Width::Narrow) {
+        break;
+      } else if (cell.isErased()) {
+        *out++ = ' ';
+      }
       cells = cells.subspan(1);
     }
   }
+  flush();
 }
 
 void Scrollback::append(std::span<const Cell> cells, bool wraps, std::span<const RowMark> marks,

@@ -91,6 +91,7 @@ class Scrollback {
   std::vector<Name> m_styleNames;
   std::vector<Name> m_linkNames;
   std::uint32_t m_epoch = 1;
+  std::vector<char> m_scratch;             // text on its way
   std::optional<std::uint64_t> m_runLook;  // of the cells of the open run, but whether they are protected
 };
 

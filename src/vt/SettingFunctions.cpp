@@ -42,9 +42,7 @@ void restoreModes(State& state, const Sequence& sequence) {
 }
 
 void selectRendition(State& state, const Sequence& sequence) {
-  Style style = state.screen.pen().style;
-  applyRenditions(sequence, 0, style);
-  state.screen.setStyle(style);
+  applyRenditions(sequence, 0, state.screen.style());
 }
 
 void setKeyModifiers(State& state, const Sequence& sequence) {
@@ -142,7 +140,7 @@ void pushStyle(State& state, const Sequence&) {
 
 void popStyle(State& state, const Sequence&) {
   if (state.pushedStyles.empty()) return;
-  state.screen.setStyle(state.pushedStyles.back());
+  state.screen.style() = state.pushedStyles.back();
   state.pushedStyles.pop_back();
 }
 
