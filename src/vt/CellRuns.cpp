@@ -35,14 +35,13 @@ std::size_t GatherAscii(const std::uint64_t* cells, std::size_t count, std::uint
   const auto zero = hn::Zero(d64);
   const auto others = hn::Set(d64, ~std::uint64_t{0x7F});
   std::size_t i = 0;
-  for (; i + 2 * lanes <= count; i += 2 * lanes) {
-    const auto first = hn::Xor(hn::LoadU(d64, cells + i), looks);
-    const auto second = hn::Xor(hn::LoadU(d64, cells + i + lanes), looks);
-    const auto foreign = hn::Ne(hn::And(hn::Or(first, second), others), zero);
-    const auto erased = hn::Or(hn::Eq(first, zero), hn::Eq(second, zero));
-    if (!hn::AllFalse(d64, hn::Or(foreign, erased))) break;
-    hn::StoreU(hn::TruncateTo(d8, first), d8, text + i);
-    hn::StoreU(hn::TruncateTo(d8, second), d8, text + i + lanes);
+  for (; i + lanes <= count; i += lanes) {
+    const auto characters = hn::Xor(hn::LoadU(d64, cells + i), looks);
+    const auto isForeign = hn::Ne(hn::And(characters, others), zero);
+    // What is behind the first that does not belong here is written over, or not read.
+    hn::StoreU(hn::TruncateTo(d8, characters), d8, text + i);
+    const auto found = hn::FindFirstTrue(d64, hn::Or(isForeign, hn::Eq(characters, zero)));
+    if (found >= 0) return i + static_cast<std::size_t>(found);
   }
   for (; i < count; ++i) {
     const std::uint64_t character = cells[i] ^ look;

@@ -44,6 +44,9 @@ std::span<const ControlFunction> settingFunctions();
 /// All of them.
 std::array<std::span<const ControlFunction>, 5> controlFunctions();
 
+/// The row that every other sequence is: SGR.
+void selectRendition(TerminalState& state, const ControlSequence& sequence);
+
 std::span<const EscapeFunction> escapeFunctions();
 std::span<const ControlCharacter> controlCharacters();
 

@@ -41,6 +41,15 @@ class Grid {
   std::span<const Cell> row(int row) const {
     return {m_cells.data() + offset(slot(row)), static_cast<std::size_t>(m_columns)};
   }
+  /// Both at once.
+  struct Row {
+    Cell* cells;
+    RowState& state;
+  };
+  Row writable(int row) {
+    const std::size_t at = slot(row);
+    return {cells(at), m_states[at]};
+  }
   RowState& state(int row) { return m_states[slot(row)]; }
   const RowState& state(int row) const { return m_states[slot(row)]; }
   /// Says that columns before `column` may hold something.

@@ -20,27 +20,27 @@ constexpr std::uint8_t kEscape = 0x1B;
 // Numbers up to here can have one more digit.
 constexpr std::int32_t kMostShortValue = 99'999'999;
 
-// The character that `bytes` begin with, and its `size`; 0 where it is ASCII, is not whole or is ill-formed.
-char32_t wellFormed(std::string_view bytes, std::size_t& size) {
-  const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(bytes[i]); };
-  const auto isTail = [&](std::size_t i) { return (byte(i) & 0xC0) == 0x80; };
-  const std::uint8_t lead = byte(0);
-  if (lead >= 0xC2 && lead < 0xE0) {
-    size = 2;
-    if (bytes.size() < 2 || !isTail(1)) return 0;
-    return static_cast<char32_t>((lead & 0x1F) << 6 | (byte(1) & 0x3F));
-  }
+// The character that begins at `text`, of whose bytes all lie before `end`, and its `size`; 0 where it is ASCII, is
+// not whole or is ill-formed.
+char32_t wellFormed(const char* text, const char* end, std::size_t& size) {
+  const auto byte = [&](int i) { return static_cast<std::uint32_t>(static_cast<std::uint8_t>(text[i])); };
+  const auto isTail = [&](int i) { return (byte(i) & 0xC0) == 0x80; };
+  const std::uint32_t lead = byte(0);
+  const std::ptrdiff_t room = end - text;
   if (lead >= 0xE0 && lead < 0xF0) {
+    if (room < 3 || !isTail(1) || !isTail(2)) return 0;
     size = 3;
-    if (bytes.size() < 3 || !isTail(1) || !isTail(2)) return 0;
-    const auto scalar = static_cast<char32_t>((lead & 0xF) << 12 | (byte(1) & 0x3F) << 6 | (byte(2) & 0x3F));
-    return scalar < 0x800 || (scalar >= 0xD800 && scalar < 0xE000) ? 0 : scalar;
+    const std::uint32_t scalar = (lead & 0xF) << 12 | (byte(1) & 0x3F) << 6 | (byte(2) & 0x3F);
+    return scalar < 0x800 || (scalar & 0xF800) == 0xD800 ? 0 : scalar;
   }
-  if (lead < 0xF0 || lead > 0xF4) return 0;
+  if (lead >= 0xC2 && lead < 0xE0) {
+    if (room < 2 || !isTail(1)) return 0;
+    size = 2;
+    return (lead & 0x1F) << 6 | (byte(1) & 0x3F);
+  }
+  if (lead < 0xF0 || lead > 0xF4 || room < 4 || !isTail(1) || !isTail(2) || !isTail(3)) return 0;
   size = 4;
-  if (bytes.size() < 4 || !isTail(1) || !isTail(2) || !isTail(3)) return 0;
-  const auto scalar =
-      static_cast<char32_t>((lead & 7) << 18 | (byte(1) & 0x3F) << 12 | (byte(2) & 0x3F) << 6 | (byte(3) & 0x3F));
+  const std::uint32_t scalar = (lead & 7) << 18 | (byte(1) & 0x3F) << 12 | (byte(2) & 0x3F) << 6 | (byte(3) & 0x3F);
   return scalar < 0x10000 || scalar > 0x10FFFF ? 0 : scalar;
 }
 
@@ -83,7 +83,8 @@ std::size_t Parser::takeRun(std::string_view bytes) {
 std::size_t Parser::controlRun(std::string_view bytes) {
   if (bytes.size() < 3 || bytes[1] != '[') return 0;
   std::size_t at = 2;
-  begin();
+  m_sequence.prefix = 0;
+  m_sequence.intermediateCount = 0;
   if (bytes[at] >= '<' && bytes[at] <= '?') m_sequence.prefix = bytes[at++];
   std::size_t count = 0;
   std::int32_t value = Parameter::omitted;
@@ -139,7 +140,7 @@ std::size_t Parser::printRun(std::string_view bytes) {
     std::size_t at = done;
     while (at < bytes.size() && length < run.size()) {
       std::size_t size = 0;
-      const char32_t character = wellFormed(bytes.substr(at), size);
+      const char32_t character = wellFormed(bytes.data() + at, bytes.data() + bytes.size(), size);
       if (character < kFirstPrinted) break;
       run[length++] = character;
       at += size;

@@ -60,6 +60,7 @@ std::uint32_t Screen::named(Table& table, const Value& value) {
 // The number of a style. Where there is no room for another one, it goes without direct colours' lower bits, then
 // plain.
 StyleId Screen::styleId(const Style& style) {
+  if (style == Style()) return 0;
   const std::uint32_t id = named(m_tables.styles, style);
   if (id != m_tables.styles.noRoom) return static_cast<StyleId>(id);
   Style coarse = style;
@@ -82,8 +83,7 @@ std::optional<ClusterId> Screen::clusterId(const std::u32string& scalars) {
   return id == m_tables.clusters.noRoom ? std::nullopt : std::optional<ClusterId>(id);
 }
 
-std::uint64_t Screen::look() {
-  if (m_penIsKnown) return m_look;
+std::uint64_t Screen::newLook() {
   m_penIsKnown = true;
   // Whatever is named here is in use from now on: the next name may need a sweep.
   m_look = Cell::makeLook(styleId(m_pen.style), 0, m_pen.isProtected);

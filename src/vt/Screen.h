@@ -198,7 +198,8 @@ class Screen {
   };
   // Screen.cpp
   Cell blank();
-  std::uint64_t look();
+  std::uint64_t look() { return m_penIsKnown ? m_look : newLook(); }
+  std::uint64_t newLook();
   template <class Table, class Value>
   std::uint32_t named(Table& table, const Value& value);
   StyleId styleId(const Style& style);

@@ -64,9 +64,9 @@ void Screen::printAscii(std::string_view text) {
     const int limit = this->limit();
     const int count = static_cast<int>(std::min<std::size_t>(text.size(), static_cast<std::size_t>(limit - begin)));
     const int end = begin + count;
-    RowState& state = m_grid->state(row);
+    const auto [cells, state] = m_grid->writable(row);
     if (state.extent > begin) isolate(row, begin, end);
-    spreadAscii(text.substr(0, static_cast<std::size_t>(count)), look, m_grid->row(row).data() + begin);
+    spreadAscii(text.substr(0, static_cast<std::size_t>(count)), look, cells + begin);
     state.extent = std::max(state.extent, static_cast<std::uint16_t>(end));
     if (end == columns()) state.wraps = false;
     text.remove_prefix(static_cast<std::size_t>(count));
@@ -91,8 +91,7 @@ std::size_t Screen::printRun(std::u32string_view text) {
   const int limit = this->limit();
   const int begin = m_cursor.column;
   int column = begin;
-  const std::span<Cell> cells = m_grid->row(m_cursor.row);
-  RowState& state = m_grid->state(m_cursor.row);
+  const auto [cells, state] = m_grid->writable(m_cursor.row);
   const bool isWritten = state.extent > begin;
   if (isWritten) isolate(m_cursor.row, begin, begin);
   std::size_t count = 0;
@@ -102,8 +101,8 @@ std::size_t Screen::printRun(std::u32string_view text) {
     if (properties.width == 0 || mayJoin || column + properties.width > limit) break;
     if (isWritten && column + properties.width < columns()) isolate(m_cursor.row, begin, column + properties.width);
     const bool isWide = properties.width == 2;
-    cells[static_cast<std::size_t>(column)] = Cell(text[count], isWide ? Width::Wide : Width::Narrow, look);
-    if (isWide) cells[static_cast<std::size_t>(column) + 1] = Cell(0, Width::Tail, look);
+    cells[column] = Cell(text[count], isWide ? Width::Wide : Width::Narrow, look);
+    if (isWide) cells[column + 1] = Cell(0, Width::Tail, look);
     column += properties.width;
     m_lastIsPlain = properties.isPlain;
   }

@@ -12,6 +12,8 @@ namespace {
 
 // Names of styles and links in a block are 16 bits.
 constexpr std::size_t kMostNames = UINT16_MAX;
+// The room of a block for the row that fills it.
+constexpr std::size_t kSpareBytes = 1024;
 
 PackedStyle packed(const Style& style) {
   return {.foreground = style.foreground.bits(),
@@ -104,12 +106,14 @@ void Scrollback::startBlock() {
     m_previous = std::move(m_open);
   }
   m_open = std::make_shared<Block>();
-  m_open->content.text.reserve(kBlockBytes);
+  m_open->content.text.reserve(kBlockBytes + kSpareBytes);
+  // Blocks of one program's output are alike.
+  if (m_previous) m_open->content.runs.reserve(m_previous->content.runs.size() * 9 / 8);
   ++m_epoch;
   m_runLook.reset();
 }
 
-void Scrollback::startRun(Cell cell, const CellTables& tables) {
+void Scrollback::startRun(Cell cell, std::size_t begin, const CellTables& tables) {
   HistoryBlock& block = m_open->content;
   const auto named = [&](std::vector<Name>& names, std::size_t id, auto add) {
     if (names.size() <= id) names.resize(id + 1);
@@ -118,7 +122,7 @@ void Scrollback::startRun(Cell cell, const CellTables& tables) {
   };
   // Written where it stays: a copy of what was just written in parts waits for all of them.
   HistoryRun& run = block.runs.emplace_back();
-  run.begin = static_cast<std::uint32_t>(block.text.size());
+  run.begin = static_cast<std::uint32_t>(begin);
   run.style = static_cast<std::uint16_t>(named(m_styleNames, cell.style(), [&] {
     block.packedStyles.push_back(packed(tables.styles[cell.style()]));
     return block.packedStyles.size() - 1;
@@ -143,29 +147,29 @@ void Scrollback::appendCells(std::span<const Cell> cells, const CellTables& tabl
   };
   while (!cells.empty()) {
     if (m_runLook != runLook(cells.front())) {
-      flush();
-      startRun(cells.front(), tables);
+      startRun(cells.front(), text.size() + static_cast<std::size_t>(out - m_scratch.data()), tables);
     }
-    // ASCII in vectors; what it stops at one by one.
+    // A run that is all ASCII goes in vectors; from the first other character on it goes one by one.
     const std::uint64_t look = cells.front().look();
     const std::size_t plain = gatherAscii(cells.data(), cells.size(), look, out);
     out += plain;
-    cells = cells.subspan(plain);
-    while (!cells.empty() && cells.front().look() == look) {
-      const Cell cell = cells.front();
-      const bool isAscii = cell.character() != 0 && cell.character() < 0x80;
+    std::size_t taken = plain;
+    for (; taken < cells.size(); ++taken) {
+      const Cell cell = cells[taken];
+      if (cell.look() != look) break;
+      const char32_t character = cell.character();
       if (cell.isCluster()) {
         flush();
         tables.appendText(cell, text);
-      } else if (cell.character() >= 0x80) {
-        out = writeUtf8(out, cell.character());
-      } else if (isAscii && cell.width() == Cell::Width::Narrow) {
-        break;
-      } else if (cell.isErased()) {
+      } else if (character >= 0x80) {
+        out = writeUtf8(out, character);
+      } else if (character != 0) {
+        *out++ = static_cast<char>(character);
+      } else if (cell.width() == Cell::Width::Narrow) {
         *out++ = ' ';
       }
-      cells = cells.subspan(1);
     }
+    cells = cells.subspan(taken);
   }
   flush();
 }
@@ -188,7 +192,7 @@ void Scrollback::append(std::span<const Cell> cells, bool wraps, std::span<const
   appendCells(cells.subspan(done), tables);
   if (wraps) return;
   // The line end is in the run that goes on; the first character of a block has to have one.
-  if (block->runs.empty()) startRun(Cell(), tables);
+  if (block->runs.empty()) startRun(Cell(), block->text.size(), tables);
   block->text.push_back('\n');
   ++m_lineEnds;
 }

@@ -74,7 +74,7 @@ class Scrollback {
     std::uint32_t name = 0;
   };
 
-  void startRun(Cell cell, const CellTables& tables);
+  void startRun(Cell cell, std::size_t begin, const CellTables& tables);
   void appendCells(std::span<const Cell> cells, const CellTables& tables);
   void startBlock();
 

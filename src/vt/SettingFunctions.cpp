@@ -41,10 +41,6 @@ void restoreModes(State& state, const Sequence& sequence) {
   }
 }
 
-void selectRendition(State& state, const Sequence& sequence) {
-  applyRenditions(sequence, 0, state.screen.style());
-}
-
 void setKeyModifiers(State& state, const Sequence& sequence) {
   KeyboardState& keyboard = state.keyboard;
   const KeyboardState initial;
@@ -214,6 +210,10 @@ constexpr ControlFunction kFunctions[] = {
 };
 
 }  // namespace
+
+void selectRendition(State& state, const Sequence& sequence) {
+  applyRenditions(sequence, 0, state.screen.style());
+}
 
 std::span<const ControlFunction> settingFunctions() {
   return kFunctions;

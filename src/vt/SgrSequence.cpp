@@ -117,6 +117,12 @@ constexpr auto kByNumber = [] {
   return rows;
 }();
 
+const Rendition* renditionOf(std::int32_t number) {
+  if (static_cast<std::size_t>(number) >= kNumbers) return nullptr;
+  const std::uint8_t row = kByNumber[static_cast<std::size_t>(number)];
+  return row == UINT8_MAX ? nullptr : &kRenditions[row];
+}
+
 void appendColor(std::string& out, int number, CellColor color) {
   if (color.kind() == CellColor::Kind::Default) return;
   out += ';' + std::to_string(number);
@@ -157,6 +163,12 @@ void applyRenditions(const ControlSequence& sequence, std::size_t begin, Style& 
   for (std::size_t i = begin; i < all.size();) {
     const std::int32_t number = std::max(all[i].value, 0);
     std::size_t end = i + 1;
+    const bool standsAlone = end == all.size() || !all[end].isSub;
+    if (const Rendition* const rendition = standsAlone ? renditionOf(number) : nullptr) {
+      rendition->apply(style, number);
+      i = end;
+      continue;
+    }
     while (end < all.size() && all[end].isSub) {
       ++end;
     }
@@ -173,9 +185,6 @@ void applyRenditions(const ControlSequence& sequence, std::size_t begin, Style& 
     } else if (number == 4 && !subs.empty()) {
       const std::int32_t form = std::max(subs[0].value, 0);
       if (form <= 5) style.underline = static_cast<Underline>(form);
-    } else if (static_cast<std::size_t>(number) < kNumbers && subs.empty()) {
-      const std::uint8_t row = kByNumber[static_cast<std::size_t>(number)];
-      if (row != UINT8_MAX) kRenditions[row].apply(style, number);
     }
     i = end;
   }

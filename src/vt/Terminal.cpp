@@ -32,8 +32,12 @@ class Terminal::Dispatcher : public ParserEvents {
 
   void control(const ControlSequence& sequence) override {
     m_state.screen.endCluster();
+    // Every other sequence is SGR: it needs no looking up.
+    if (sequence.final == 'm' && sequence.prefix == 0 && sequence.intermediateCount == 0) {
+      return selectRendition(m_state, sequence);
+    }
     const ControlFunction* const found = findControlFunction(sequence);
-    if (found == nullptr || (hasSubParameters(sequence) && !takesSubParameters(sequence))) return;
+    if (found == nullptr || (!takesSubParameters(sequence) && hasSubParameters(sequence))) return;
     found->run(m_state, sequence);
   }
 
@@ -52,10 +56,8 @@ class Terminal::Dispatcher : public ParserEvents {
     const auto end = sequence.parameters.begin() + sequence.parameterCount;
     return std::any_of(sequence.parameters.begin(), end, [](const Parameter& each) { return each.isSub; });
   }
-  // SGR and what changes renditions in a rectangle; a colon elsewhere makes a sequence that nobody knows.
-  static bool takesSubParameters(const ControlSequence& sequence) {
-    return (sequence.final == 'm' && sequence.prefix == 0) || sequence.intermediateText() == "$";
-  }
+  // What changes renditions in a rectangle does, as SGR; a colon elsewhere makes a sequence that nobody knows.
+  static bool takesSubParameters(const ControlSequence& sequence) { return sequence.intermediateText() == "$"; }
 
   TerminalState& m_state;
 };
