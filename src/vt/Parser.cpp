@@ -7,6 +7,7 @@
 
 #include "text/TextScan.h"
 #include "text/Utf8.h"
+#include "vt/WholeSequences.h"
 
 namespace zolt::vt {
 
@@ -17,32 +18,6 @@ constexpr char32_t kFirstNonAscii = 0x80;
 constexpr char32_t kFirstPrinted = 0xA0;
 constexpr char32_t kBell = 0x07;
 constexpr std::uint8_t kEscape = 0x1B;
-// Numbers up to here can have one more digit.
-constexpr std::int32_t kMostShortValue = 99'999'999;
-
-// The character that begins at `text`, of whose bytes all lie before `end`, and its `size`; 0 where it is ASCII, is
-// not whole or is ill-formed.
-char32_t wellFormed(const char* text, const char* end, std::size_t& size) {
-  const auto byte = [&](int i) { return static_cast<std::uint32_t>(static_cast<std::uint8_t>(text[i])); };
-  const auto isTail = [&](int i) { return (byte(i) & 0xC0) == 0x80; };
-  const std::uint32_t lead = byte(0);
-  const std::ptrdiff_t room = end - text;
-  if (lead >= 0xE0 && lead < 0xF0) {
-    if (room < 3 || !isTail(1) || !isTail(2)) return 0;
-    size = 3;
-    const std::uint32_t scalar = (lead & 0xF) << 12 | (byte(1) & 0x3F) << 6 | (byte(2) & 0x3F);
-    return scalar < 0x800 || (scalar & 0xF800) == 0xD800 ? 0 : scalar;
-  }
-  if (lead >= 0xC2 && lead < 0xE0) {
-    if (room < 2 || !isTail(1)) return 0;
-    size = 2;
-    return (lead & 0x1F) << 6 | (byte(1) & 0x3F);
-  }
-  if (lead < 0xF0 || lead > 0xF4 || room < 4 || !isTail(1) || !isTail(2) || !isTail(3)) return 0;
-  size = 4;
-  const std::uint32_t scalar = (lead & 7) << 18 | (byte(1) & 0x3F) << 12 | (byte(2) & 0x3F) << 6 | (byte(3) & 0x3F);
-  return scalar < 0x10000 || scalar > 0x10FFFF ? 0 : scalar;
-}
 
 }  // namespace
 
@@ -78,44 +53,11 @@ std::size_t Parser::takeRun(std::string_view bytes) {
   return done;
 }
 
-// Carries out the control sequence that `bytes` begin with, where all of it is there and nothing in it is unusual; how
-// many bytes it was, else 0.
+// Carries out the control sequence that `bytes` begin with, where it is whole and usual; how many bytes it was, else 0.
 std::size_t Parser::controlRun(std::string_view bytes) {
-  if (bytes.size() < 3 || bytes[1] != '[') return 0;
-  std::size_t at = 2;
-  m_sequence.prefix = 0;
-  m_sequence.intermediateCount = 0;
-  if (bytes[at] >= '<' && bytes[at] <= '?') m_sequence.prefix = bytes[at++];
-  std::size_t count = 0;
-  std::int32_t value = Parameter::omitted;
-  bool isSub = false;
-  for (; at < bytes.size(); ++at) {
-    const char c = bytes[at];
-    if (c >= '0' && c <= '9') {
-      // More digits than a number can have go the long way.
-      if (value > kMostShortValue) return 0;
-      value = std::max(value, 0) * 10 + (c - '0');
-      continue;
-    }
-    const bool isSeparator = c == ';' || c == ':';
-    const bool isAnything = isSeparator || count > 0 || value != Parameter::omitted;
-    if (isAnything) {
-      if (count == ControlSequence::mostParameters) return 0;
-      m_sequence.parameters[count++] = {.value = value, .isSub = isSub};
-    }
-    if (!isSeparator) break;
-    value = Parameter::omitted;
-    isSub = c == ':';
-  }
-  m_sequence.parameterCount = static_cast<std::uint8_t>(count);
-  while (at < bytes.size() && bytes[at] >= ' ' && bytes[at] <= '/') {
-    if (m_sequence.intermediateCount == ControlSequence::mostIntermediates) return 0;
-    m_sequence.intermediates[m_sequence.intermediateCount++] = bytes[at++];
-  }
-  if (at == bytes.size() || bytes[at] < '@' || bytes[at] > '~') return 0;
-  m_sequence.final = bytes[at];
-  m_events.control(m_sequence);
-  return at + 1;
+  const std::size_t taken = takeControlSequence(bytes, m_sequence);
+  if (taken != 0) m_events.control(m_sequence);
+  return taken;
 }
 
 void Parser::feedByTable(std::string_view bytes) {
@@ -140,7 +82,7 @@ std::size_t Parser::printRun(std::string_view bytes) {
     std::size_t at = done;
     while (at < bytes.size() && length < run.size()) {
       std::size_t size = 0;
-      const char32_t character = wellFormed(bytes.data() + at, bytes.data() + bytes.size(), size);
+      const char32_t character = wellFormedScalar(bytes.data() + at, bytes.data() + bytes.size(), size);
       if (character < kFirstPrinted) break;
       run[length++] = character;
       at += size;

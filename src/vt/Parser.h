@@ -50,6 +50,8 @@ class Parser {
   void feedByTable(std::string_view bytes);
 
   State state() const { return m_state; }
+  /// Whether what comes begins anew: no sequence and no character has begun.
+  bool isIdle() const { return m_state == State::Ground && !m_decoder.isInside(); }
 
  private:
   enum class OpenString { None, Command, DeviceControl };

@@ -99,6 +99,18 @@ class Screen {
   /// Something else than a character came: the next one joins nothing.
   void endCluster() { m_openCluster = false; }
 
+  /// Whether what comes is the beginning of a line at the bottom of a screen that scrolls as a whole.
+  bool isAtNewLine() const;
+  /// What `printLines` has done.
+  struct Rush {
+    std::size_t printed = 0;  ///< bytes that are history now
+    std::size_t seen = 0;     ///< bytes that it looked at: up to here all was usual, and ends with a line
+  };
+  /// Where `isAtNewLine`: takes whole lines of text and SGR from the beginning of `bytes` that will have scrolled off
+  /// when all that it has seen is printed, and makes them history without having been on the screen. It makes no
+  /// difference, once the rest of what it has seen has been printed, but to the time it takes.
+  Rush printLines(std::string_view bytes);
+
   // The cursor.
   void moveTo(int row, int column);  // CUP, by the margins in origin mode
   void moveToRow(int row);           // VPA

@@ -176,11 +176,11 @@ void Scrollback::appendCells(std::span<const Cell> cells, const CellTables& tabl
 
 void Scrollback::append(std::span<const Cell> cells, bool wraps, std::span<const RowMark> marks,
                         const CellTables& tables) {
-  HistoryBlock* block = &m_open->content;
-  if (block->text.size() >= kBlockBytes || block->packedStyles.size() + cells.size() > kMostNames) {
-    startBlock();
-    block = &m_open->content;
+  while (!wraps && !cells.empty() && cells.back().isBlank()) {
+    cells = cells.first(cells.size() - 1);
   }
+  startBlockIfFull(cells.size());
+  HistoryBlock* const block = &m_open->content;
   std::size_t done = 0;
   for (const RowMark& mark : marks) {
     const std::size_t column = std::clamp<std::size_t>(static_cast<std::size_t>(mark.column), done, cells.size());
@@ -190,21 +190,48 @@ void Scrollback::append(std::span<const Cell> cells, bool wraps, std::span<const
         {.offset = static_cast<std::uint32_t>(block->text.size()), .kind = mark.kind, .exitStatus = mark.exitStatus});
   }
   appendCells(cells.subspan(done), tables);
-  if (wraps) return;
+  if (!wraps) endLine(tables);
+}
+
+void Scrollback::startBlockIfFull(std::size_t styles) {
+  if (isFull() || m_open->content.packedStyles.size() + styles > kMostNames) startBlock();
+}
+
+void Scrollback::appendText(std::string_view utf8, Cell look, const CellTables& tables) {
+  std::string& text = m_open->content.text;
+  if (m_runLook != runLook(look)) startRun(look, text.size(), tables);
+  text += utf8;
+}
+
+void Scrollback::endLine(const CellTables& tables) {
+  HistoryBlock& block = m_open->content;
   // The line end is in the run that goes on; the first character of a block has to have one.
-  if (block->runs.empty()) startRun(Cell(), block->text.size(), tables);
-  block->text.push_back('\n');
+  if (block.runs.empty()) startRun(Cell(), block.text.size(), tables);
+  block.text.push_back('\n');
   ++m_lineEnds;
+}
+
+Scrollback::Place Scrollback::place() const {
+  const HistoryBlock& block = m_open->content;
+  return {.bytes = block.text.size(), .runs = block.runs.size(), .lineEnds = m_lineEnds, .runLook = m_runLook};
+}
+
+void Scrollback::takeBack(const Place& place) {
+  HistoryBlock& block = m_open->content;
+  block.text.resize(place.bytes);
+  block.runs.resize(place.runs);
+  m_lineEnds = place.lineEnds;
+  m_runLook = place.runLook;
 }
 
 std::optional<HistoryLine> Scrollback::takeLast(std::size_t mostBytes) {
   // What is between the beginning of the line and the end of the history.
-  struct Place {
+  struct Part {
     Block* block;
     std::size_t begin;
     std::size_t end;
   };
-  std::vector<Place> places;
+  std::vector<Part> places;
   std::size_t bytes = 0;
   bool isWhole = false;
   bool isEnded = false;
@@ -244,7 +271,7 @@ std::optional<HistoryLine> Scrollback::takeLast(std::size_t mostBytes) {
     std::ranges::move(part.runs, std::back_inserter(line.runs));
     std::ranges::move(part.marks, std::back_inserter(line.marks));
   }
-  for (const Place& place : places) {
+  for (const Part& place : places) {
     HistoryBlock& content = place.block->content;
     content.text.resize(place.begin);
     std::erase_if(content.runs, [&](const HistoryRun& run) { return run.begin >= place.begin; });

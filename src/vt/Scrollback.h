@@ -6,6 +6,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "history/BlockStore.h"
@@ -36,6 +37,22 @@ class Scrollback {
 
   /// Adds a row. `cells` are those up to its extent; where it `wraps`, its line goes on with the next row.
   void append(std::span<const Cell> cells, bool wraps, std::span<const RowMark> marks, const CellTables& tables);
+  /// Lines that were never on the screen: text of one look, and line ends. What was written since a place was asked for
+  /// can be taken back, for as long as nothing else is done. The block does not end meanwhile: `isFull` asks for that.
+  void appendText(std::string_view utf8, Cell look, const CellTables& tables);
+  void endLine(const CellTables& tables);
+  bool isFull() const { return m_open->content.text.size() >= kBlockBytes; }
+  /// Ends the block where it is, or where so many styles more would be too many.
+  void startBlockIfFull(std::size_t styles);
+  struct Place {
+    std::size_t bytes = 0;
+    std::size_t runs = 0;
+    std::uint64_t lineEnds = 0;
+    std::optional<std::uint64_t> runLook;
+  };
+  Place place() const;
+  void takeBack(const Place& place);
+
   /// Takes the last line out again, for the screen: at most `mostBytes` of text. Nothing where it is longer, or where
   /// it lies too far back: the latest 64 KiB can be had at least, where there are as many.
   std::optional<HistoryLine> takeLast(std::size_t mostBytes);

@@ -74,7 +74,31 @@ void Terminal::feed(std::string_view bytes, Milliseconds now) {
   m_state.now = std::max(m_state.now, now);
   holdsPicture(now);
   m_state.screen.forgetCutRows();
+  while (bytes.size() >= m_state.settings.rushBytes) {
+    const std::size_t taken = feedRush(bytes);
+    bytes.remove_prefix(taken);
+  }
   m_parser.feed(bytes);
+}
+
+// Of a flood of lines only the last can be seen: the others go by the screen. How many bytes it took, never 0.
+std::size_t Terminal::feedRush(std::string_view bytes) {
+  Screen& screen = m_state.screen;
+  if (!m_parser.isIdle() || !screen.isAtNewLine()) {
+    const std::size_t line = std::min(bytes.find('\n'), bytes.size() - 1) + 1;
+    m_parser.feed(bytes.substr(0, line));
+    bytes.remove_prefix(line);
+    if (!m_parser.isIdle() || !screen.isAtNewLine()) {
+      const std::size_t more = std::min(bytes.size(), m_state.settings.rushBytes);
+      m_parser.feed(bytes.substr(0, more));
+      return line + more;
+    }
+    return line;
+  }
+  const Screen::Rush rush = screen.printLines(bytes);
+  const std::size_t end = rush.seen == 0 ? std::min(bytes.size(), m_state.settings.rushBytes) : rush.seen;
+  m_parser.feed(bytes.substr(rush.printed, end - rush.printed));
+  return end;
 }
 
 void Terminal::resize(int rows, int columns, int cellWidth, int cellHeight) {

@@ -50,6 +50,8 @@ class Terminal {
  private:
   class Dispatcher;
 
+  std::size_t feedRush(std::string_view bytes);
+
   TerminalState m_state;
   std::unique_ptr<Dispatcher> m_dispatcher;
   Parser m_parser;

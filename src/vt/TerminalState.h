@@ -23,7 +23,8 @@ struct TerminalSettings {
   bool allowClipboardReads = false;      ///< OSC 52 with a question mark
   bool allowRectangleChecksums = false;  ///< DECRQCRA, by which the screen can be read
   bool graphemeClusters = false;         ///< mode 2027 from the beginning
-  bool prefersDark = true;               ///< the colour scheme that is told at first
+  std::size_t rushBytes = 4096;  ///< of at least so much at once, lines that scroll off are not put on the screen
+  bool prefersDark = true;       ///< the colour scheme that is told at first
 };
 
 enum class MouseTracking : std::uint8_t { Off, Press, Normal, Buttons, Any };      ///< modes 9, 1000, 1002, 1003
