@@ -23,18 +23,18 @@ constexpr Set kSwitchScreen = [](State& state, bool value) { state.screen.modes.
 
 // Of several one at most is in force: resetting any of them is the first of the enumeration.
 template <MouseTracking tracking>
-constexpr Get kTracks = [](const State& state) { return state.modes.mouseTracking == tracking; };
+constexpr Get kTracks = [](const State& state) { return state.modes.mouse.tracking == tracking; };
 template <MouseTracking tracking>
 constexpr Set kTrack =
-    [](State& state, bool value) { state.modes.mouseTracking = value ? tracking : MouseTracking::Off; };
+    [](State& state, bool value) { state.modes.mouse.tracking = value ? tracking : MouseTracking::Off; };
 template <MouseEncoding encoding>
-constexpr Get kEncodes = [](const State& state) { return state.modes.mouseEncoding == encoding; };
+constexpr Get kEncodes = [](const State& state) { return state.modes.mouse.encoding == encoding; };
 template <MouseEncoding encoding>
 constexpr Set kEncode = [](State& state, bool value) {
   if (value) {
-    state.modes.mouseEncoding = encoding;
-  } else if (state.modes.mouseEncoding == encoding) {
-    state.modes.mouseEncoding = MouseEncoding::Default;
+    state.modes.mouse.encoding = encoding;
+  } else if (state.modes.mouse.encoding == encoding) {
+    state.modes.mouse.encoding = MouseEncoding::Default;
   }
 };
 
@@ -164,8 +164,8 @@ constexpr Mode kModes[] = {
      {"CSI ? 8 h", "DECSET 8", "VT100", "DECARM: keys that are held repeat."}},
     {9,
      true,
-     kTracks<MouseTracking::Press>,
-     kTrack<MouseTracking::Press>,
+     kTracks<MouseTracking::X10>,
+     kTrack<MouseTracking::X10>,
      {"CSI ? 9 h", "DECSET 9", "xterm", "Tells presses of mouse buttons, as X10 did."}},
     {12,
      true,
@@ -215,13 +215,13 @@ constexpr Mode kModes[] = {
      {"CSI ? 1000 h", "DECSET 1000", "xterm", "Tells presses and releases of mouse buttons."}},
     {1002,
      true,
-     kTracks<MouseTracking::Buttons>,
-     kTrack<MouseTracking::Buttons>,
+     kTracks<MouseTracking::ButtonEvent>,
+     kTrack<MouseTracking::ButtonEvent>,
      {"CSI ? 1002 h", "DECSET 1002", "xterm", "Tells motion of the mouse, too, while a button is down."}},
     {1003,
      true,
-     kTracks<MouseTracking::Any>,
-     kTrack<MouseTracking::Any>,
+     kTracks<MouseTracking::AnyEvent>,
+     kTrack<MouseTracking::AnyEvent>,
      {"CSI ? 1003 h", "DECSET 1003", "xterm", "Tells all motion of the mouse."}},
     {1004,
      true,
@@ -253,6 +253,11 @@ constexpr Mode kModes[] = {
      kEncodes<MouseEncoding::SgrPixels>,
      kEncode<MouseEncoding::SgrPixels>,
      {"CSI ? 1016 h", "DECSET 1016", "xterm", "As 1006, in pixels."}},
+    {1035,
+     true,
+     kIsOn<&Modes::numLockEndsKeypadMode>,
+     kSwitch<&Modes::numLockEndsKeypadMode>,
+     {"CSI ? 1035 h", "DECSET 1035", "xterm", "The keypad types digits while Num Lock is on, whatever its mode."}},
     {1036,
      true,
      kIsOn<&Modes::metaSendsEscape>,

@@ -31,6 +31,15 @@ class Terminal {
   /// Another size, in cells, and that of a cell in pixels; 0 by 0 where there are none. Programs are told that asked.
   void resize(int rows, int columns, int cellWidth = 0, int cellHeight = 0);
 
+  /// The bytes that tell the program of what the user does, by the modes it has set; none where there is nothing to
+  /// tell. They are written to it as they are.
+  std::string keyBytes(const KeyEvent& event) const;
+  std::string mouseBytes(const MouseEvent& event);
+  /// The wheel without mouse tracking: cursor keys on the alternate screen; `steps` away from the user are above 0.
+  std::string wheelBytes(int steps) const;
+  std::string pasteBytes(std::string_view text) const;
+  std::string focusBytes(bool focused) const;
+
   /// Whether what is shown should stay as it was: an update goes on, which has not lasted too long.
   bool holdsPicture(Milliseconds now);
   /// The user's wish; programs that asked are told of a change.
@@ -55,6 +64,7 @@ class Terminal {
   TerminalState m_state;
   std::unique_ptr<Dispatcher> m_dispatcher;
   Parser m_parser;
+  MouseReporter m_mouse;
 };
 
 }  // namespace zolt::vt

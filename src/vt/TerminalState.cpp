@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "text/GraphemeClusters.h"
+#include "vt/InputText.h"
 
 namespace zolt::vt {
 
@@ -17,8 +18,8 @@ bool isDirectionControl(char32_t scalar) {
          (scalar >= 0x2066 && scalar <= 0x2069);
 }
 
-bool isControl(char32_t scalar) {
-  return scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0) || scalar == 0x2028 || scalar == 0x2029;
+bool isLineSeparator(char32_t scalar) {
+  return scalar == 0x2028 || scalar == 0x2029;
 }
 
 }  // namespace
@@ -28,7 +29,7 @@ std::string withoutControls(std::string_view text, std::size_t mostBytes) {
   std::size_t length = 0;
   for (std::size_t at = 0; at < text.size(); at += length) {
     const char32_t scalar = scalarAt(text, at, length);
-    if (isControl(scalar) || isDirectionControl(scalar)) continue;
+    if (isControl(scalar) || isLineSeparator(scalar) || isDirectionControl(scalar)) continue;
     if (clean.size() + length > mostBytes) break;
     clean += text.substr(at, length);
   }

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "vt/Keyboard.h"
+#include "vt/Mouse.h"
 #include "vt/Palette.h"
 #include "vt/Screen.h"
 
@@ -27,8 +29,6 @@ struct TerminalSettings {
   bool prefersDark = true;       ///< the colour scheme that is told at first
 };
 
-enum class MouseTracking : std::uint8_t { Off, Press, Normal, Buttons, Any };      ///< modes 9, 1000, 1002, 1003
-enum class MouseEncoding : std::uint8_t { Default, Utf8, Sgr, Urxvt, SgrPixels };  ///< modes 1005, 1006, 1015, 1016
 enum class CursorShape : std::uint8_t { Block, Underline, Bar };
 
 /// Modes that say what keys, the mouse and the window do. Those of the grid are ScreenModes.
@@ -46,8 +46,8 @@ struct TerminalModes {
   bool columns132 = false;                 ///< DECCOLM
   bool keepsScreenOnColumnChange = false;  ///< DECNCSM
   bool backarrowIsBackspace = false;       ///< DECBKM
-  MouseTracking mouseTracking = MouseTracking::Off;
-  MouseEncoding mouseEncoding = MouseEncoding::Default;
+  bool numLockEndsKeypadMode = true;       ///< 1035
+  MouseModes mouse;
   bool focusEvents = false;
   bool alternateScroll = true;
   bool metaSendsEscape = true;
