@@ -126,6 +126,7 @@ constexpr SequenceCase kCases[] = {
      .input = "0123456789\033[1;10HX",
      .screen = "012345678X",
      .cursor = "1,10+"},
+    {.covers = "CUP", .says = "is none with a colon", .input = "\033[3:4H", .cursor = "1,1"},
     {.covers = "CHT",
      .says = "goes over as many tab stops as it says",
      .input = "\033[2I",
