@@ -54,6 +54,10 @@ std::optional<CharacterSet> characterSet(std::string_view designation) {
   return found->set;
 }
 
+std::string_view designation(CharacterSet set) {
+  return std::ranges::find(kDesignations, set, &Designation::set)->characters;
+}
+
 char32_t translated(CharacterSet set, char character) {
   const auto same = static_cast<char32_t>(static_cast<unsigned char>(character));
   if (set == CharacterSet::Ascii) return same;

@@ -27,6 +27,8 @@ enum class CharacterSet : std::uint8_t {
 
 /// The set that an escape sequence designates with these characters after '(' and the like; nothing for others.
 std::optional<CharacterSet> characterSet(std::string_view designation);
+/// The characters that designate a set; the first of several.
+std::string_view designation(CharacterSet set);
 
 /// What `character`, U+0020 to U+007E, stands for in a set.
 char32_t translated(CharacterSet set, char character);

@@ -110,7 +110,7 @@ constexpr ControlFunction kFunctions[] = {
      [](State& s, const Sequence& q) { s.screen.scrollUp(countOf(q)); },
      {"CSI Ps S", "SU", "ECMA-48", "Scrolls up within the margins."}},
     {0, "", 'T', scrollDown, {"CSI Ps T", "SD", "ECMA-48", "Scrolls down within the margins."}},
-    {0, "", '^', scrollDown, {"CSI Ps ^", "SD (ECMA-48, 1991)", "ECMA-48", "As SD."}},
+    {0, "", '^', scrollDown, {"CSI Ps ^", "SD ^", "ECMA-48", "As SD."}},
     {0,
      " ",
      '@',

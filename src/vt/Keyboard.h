@@ -20,12 +20,12 @@ struct KeyEvent {
   char32_t shifted = 0;     ///< for Key::Character: what it types with Shift; 0 where that is not known
   char32_t baseLayout = 0;  ///< for Key::Character: what the same key types in the layout of a PC-101; 0: not known
   /// What this event types, in UTF-8; may be empty, as for a dead key. Control characters in it are passed over.
-  std::string text;
+  std::string text{};
   /// What is held, and the locks that are on. Not what the system used up to choose another layer of the layout: AltGr,
   /// or Option on a Mac that makes "å" of Option-A.
   /// For a modifier's own key: with that modifier on a press, and without it on a release, unless its other key is
   /// held.
-  Modifiers modifiers;
+  Modifiers modifiers{};
   KeyAction action = KeyAction::Press;
 };
 

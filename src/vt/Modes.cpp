@@ -108,6 +108,7 @@ void setSizeReports(State& state, bool value) {
 
 using Modes = TerminalModes;
 constexpr Mode kModes[] = {
+    {1, false, kNever, nullptr, {"CSI 1 h", "SM 1", "ECMA-48", "GATM: transfer of guarded areas; reset for good."}},
     {2,
      false,
      kIsOn<&Modes::keyboardLocked>,
@@ -118,7 +119,18 @@ constexpr Mode kModes[] = {
      kIsOnScreen<&ScreenModes::insert>,
      kSwitchScreen<&ScreenModes::insert>,
      {"CSI 4 h", "SM 4", "ECMA-48", "IRM: what is printed moves the rest of the row to the right."}},
+    {5, false, kNever, nullptr, {"CSI 5 h", "SM 5", "ECMA-48", "SRTM: transfer of status reports; reset for good."}},
+    {7, false, kNever, nullptr, {"CSI 7 h", "SM 7", "ECMA-48", "VEM: vertical editing; reset for good."}},
+    {10, false, kNever, nullptr, {"CSI 10 h", "SM 10", "ECMA-48", "HEM: horizontal editing; reset for good."}},
+    {11, false, kNever, nullptr, {"CSI 11 h", "SM 11", "ECMA-48", "PUM: positioning unit; reset for good."}},
     {12, false, kAlways, nullptr, {"CSI 12 h", "SM 12", "ECMA-48", "SRM: no local echo; set for good."}},
+    {13, false, kNever, nullptr, {"CSI 13 h", "SM 13", "ECMA-48", "FEAM: format effector action; reset for good."}},
+    {14, false, kNever, nullptr, {"CSI 14 h", "SM 14", "ECMA-48", "FETM: format effector transfer; reset for good."}},
+    {15, false, kNever, nullptr, {"CSI 15 h", "SM 15", "ECMA-48", "MATM: multiple area transfer; reset for good."}},
+    {16, false, kNever, nullptr, {"CSI 16 h", "SM 16", "ECMA-48", "TTM: transfer termination; reset for good."}},
+    {17, false, kNever, nullptr, {"CSI 17 h", "SM 17", "ECMA-48", "SATM: selected area transfer; reset for good."}},
+    {18, false, kNever, nullptr, {"CSI 18 h", "SM 18", "ECMA-48", "TSM: tabulation stops; reset for good."}},
+    {19, false, kNever, nullptr, {"CSI 19 h", "SM 19", "ECMA-48", "EBM: editing boundary; reset for good."}},
     {20,
      false,
      kIsOnScreen<&ScreenModes::newLine>,

@@ -30,7 +30,7 @@ enum class MouseAction : std::uint8_t { Press, Release, Motion };
 struct MouseEvent {
   MouseButton button = MouseButton::None;  ///< of a press or a release; a motion's is not looked at
   MouseAction action = MouseAction::Press;
-  Modifiers modifiers;
+  Modifiers modifiers{};
   int row = 0;     ///< in cells, from 0
   int column = 0;  ///< in cells, from 0
   int x = 0;       ///< in pixels, from 0

@@ -58,6 +58,12 @@ void reverseAttributes(State& state, const Sequence& sequence) {
   });
 }
 
+// What SPA protects is protected from ED, EL and ECH alone.
+void eraseAreaSelectively(State& state, const Sequence& sequence) {
+  const Protection kept = state.screen.protection == Protection::Dec ? Protection::Dec : Protection::None;
+  state.screen.eraseRectangle(rectangleOf(state, sequence, 0), kept);
+}
+
 void setExtent(State& state, const Sequence& sequence) {
   const int extent = sequence.parameter(0, 0);
   if (extent <= 2) state.rectanglesAreStreams = extent != 2;
@@ -83,7 +89,7 @@ constexpr ControlFunction kFunctions[] = {
     {0,
      "$",
      '{',
-     [](State& s, const Sequence& q) { s.screen.eraseRectangle(rectangleOf(s, q, 0), Protection::Dec); },
+     eraseAreaSelectively,
      {"CSI Pt;Pl;Pb;Pr $ {", "DECSERA", "VT420", "Erases a rectangle but for what DECSCA protects."}},
     {0,
      "$",

@@ -87,10 +87,16 @@ std::string cursorInformation(const State& state) {
   const auto letter = [](int bits) { return std::string(1, static_cast<char>('@' + bits)); };
   const int rendition = bit((style.flags & kBold) != 0, 1) | bit(style.underline != Underline::None, 2) |
                         bit((style.flags & kBlink) != 0, 4) | bit((style.flags & kInverse) != 0, 8);
-  const int flags = bit(screen.modes.origin, 1) | bit(cursor.wrapsNext, 8);
+  const CharacterSets& sets = screen.characterSets;
+  const int flags =
+      bit(screen.modes.origin, 1) | bit(sets.once == 2, 2) | bit(sets.once == 3, 4) | bit(cursor.wrapsNext, 8);
+  std::string designations;
+  for (const CharacterSet set : sets.sets) {
+    designations += designation(set);
+  }
   return std::to_string(cursor.row + 1) + ';' + std::to_string(cursor.column + 1) + ";1;" + letter(rendition) + ';' +
-         letter(bit(screen.pen().isProtected, 1)) + ';' + letter(flags) + ';' +
-         std::to_string(screen.characterSets.inUse) + ";2;@;BBBB";
+         letter(bit(screen.pen().isProtected, 1)) + ';' + letter(flags) + ';' + std::to_string(sets.inUse) + ";2;@;" +
+         designations;
 }
 
 std::string tabStops(const State& state) {

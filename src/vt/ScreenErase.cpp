@@ -11,11 +11,6 @@ bool isKept(Cell cell, Protection kept) {
   return kept != Protection::None && cell.isProtected();
 }
 
-// A place that a wide character had no room in is one only at the end of its row: elsewhere it is erased.
-void settle(Cell& cell) {
-  if (cell.width() == Cell::Width::Filler) cell = Cell(Cell::makeLook(cell.style(), 0, false));
-}
-
 }  // namespace
 
 void Screen::eraseCells(int row, int begin, int end, Protection kept) {
@@ -72,7 +67,7 @@ void Screen::shiftCells(int row, int begin, int end, int by) {
   isolate(row, by > 0 ? end - by : begin - by, end);
   Cell* const cells = m_grid->row(row).data();
   const Cell blank = this->blank();
-  settle(cells[end - 1]);
+  cells[end - 1] = cells[end - 1].settled();
   if (by > 0) {
     std::copy_backward(cells + begin, cells + end - by, cells + end);
     std::fill(cells + begin, cells + begin + by, blank);
@@ -241,7 +236,7 @@ void Screen::copyRectangle(const Rectangle& area, int row, int column) {
     if (first.width() == Cell::Width::Tail) first = Cell(Cell::makeLook(first.style(), 0, false));
     Cell& last = copied.back();
     if (last.width() == Cell::Width::Wide) last = Cell(Cell::makeLook(last.style(), 0, false));
-    settle(last);
+    last = last.settled();
   }
   for (int i = 0; i < height; ++i) {
     isolate(row + i, column, column + width);

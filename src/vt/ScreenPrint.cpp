@@ -76,6 +76,8 @@ void Screen::printAscii(std::string_view text) {
 }
 
 void Screen::print(std::u32string_view text) {
+  // A single shift is for the next character, whether it changes that or not.
+  characterSets.once.reset();
   while (!text.empty()) {
     text.remove_prefix(printRun(text));
     if (text.empty()) return;

@@ -312,6 +312,10 @@ void Screen::resizeAlternate(int rows, int columns) {
     const int count = std::min(columns, static_cast<int>(before.state(from).extent));
     std::ranges::copy(before.row(from).first(static_cast<std::size_t>(count)), after.row(row).begin());
     after.touch(row, count);
+    if (before.columns() <= columns) {
+      Cell& last = after.row(row)[static_cast<std::size_t>(before.columns()) - 1];
+      last = last.settled();
+    }
     // Half a wide character is none.
     if (count == columns && after.row(row).back().width() == Width::Wide) after.row(row).back() = Cell();
     for (const RowMark& mark : before.marks(from)) {

@@ -98,6 +98,9 @@ std::size_t Scrollback::Block::memoryBytes() const {
 
 void Scrollback::startBlock() {
   if (m_open) {
+    // A run that was begun for text that did not come.
+    HistoryBlock& block = m_open->content;
+    std::erase_if(block.runs, [&](const HistoryRun& run) { return run.begin >= block.text.size(); });
     if (m_previous) {
       if (const std::string& text = m_previous->content.text; !text.empty()) m_storedInside = text.back() != '\n';
       m_store->add(std::move(m_previous));
@@ -120,8 +123,11 @@ void Scrollback::startRun(Cell cell, std::size_t begin, const CellTables& tables
     if (names[id].epoch != m_epoch) names[id] = {.epoch = m_epoch, .name = static_cast<std::uint32_t>(add())};
     return names[id].name;
   };
-  // Written where it stays: a copy of what was just written in parts waits for all of them.
-  HistoryRun& run = block.runs.emplace_back();
+  // A run without text is none: the next one takes its place. It is written where it stays, for a copy of what was just
+  // written in parts waits for all of them.
+  const bool isEmpty = !block.runs.empty() && block.runs.back().begin == begin;
+  HistoryRun& run = isEmpty ? block.runs.back() : block.runs.emplace_back();
+  run = {};
   run.begin = static_cast<std::uint32_t>(begin);
   run.style = static_cast<std::uint16_t>(named(m_styleNames, cell.style(), [&] {
     block.packedStyles.push_back(packed(tables.styles[cell.style()]));
@@ -176,7 +182,9 @@ void Scrollback::appendCells(std::span<const Cell> cells, const CellTables& tabl
 
 void Scrollback::append(std::span<const Cell> cells, bool wraps, std::span<const RowMark> marks,
                         const CellTables& tables) {
-  while (!wraps && !cells.empty() && cells.back().isBlank()) {
+  // What stands at the end without being text: places never written to, or the one that a wide character left.
+  const auto isText = [&](Cell cell) { return cell.width() != Cell::Width::Filler && (wraps || !cell.isBlank()); };
+  while (!cells.empty() && !isText(cells.back())) {
     cells = cells.first(cells.size() - 1);
   }
   startBlockIfFull(cells.size());

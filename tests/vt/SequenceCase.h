@@ -4,6 +4,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "vt/Terminal.h"
 
@@ -17,6 +18,8 @@ struct SequenceCase {
   std::string_view input;
   int rows = 5;
   int columns = 10;
+  /// Whether the settings let a program read everything back; else they are the defaults.
+  bool allowsReading = false;
   /// Rows with a line feed between, without what is blank at their ends and at the end of the screen; '~' is a place
   /// with a look where nothing was written.
   std::optional<std::string_view> screen{};
@@ -42,6 +45,14 @@ std::span<const SequenceCase> modeCases();
 std::span<const SequenceCase> reportCases();
 std::span<const SequenceCase> settingCases();
 std::span<const SequenceCase> stringCases();
+
+/// All of them.
+std::vector<const SequenceCase*> allCases();
+/// The names of the rows that a case covers.
+std::vector<std::string_view> coveredNames(const SequenceCase& given);
+
+/// Settings that let a program read everything back.
+TerminalSettings readableSettings();
 
 /// A terminal as the fields of a case tell it.
 std::string screenText(const Terminal& terminal);

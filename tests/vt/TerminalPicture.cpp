@@ -1,4 +1,4 @@
-#include "tests/vt/TerminalPicture.h"
+#include "vt/TerminalPicture.h"
 
 #include <sstream>
 

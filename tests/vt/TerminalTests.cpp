@@ -1,0 +1,262 @@
+#include "vt/Terminal.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <sstream>
+
+#include "vt/RandomOutput.h"
+#include "vt/TerminalPicture.h"
+
+namespace zolt::vt {
+namespace {
+
+using test::brokenRule;
+using test::everythingOf;
+using test::linesOf;
+
+TerminalSettings rushingFrom(std::size_t bytes) {
+  TerminalSettings settings;
+  settings.rushBytes = bytes;
+  return settings;
+}
+
+void feedInPieces(Terminal& terminal, std::string_view bytes, std::mt19937& random, std::size_t most) {
+  while (!bytes.empty()) {
+    const std::size_t size = std::min<std::size_t>(bytes.size(), 1 + random() % most);
+    terminal.feed(bytes.substr(0, size));
+    bytes.remove_prefix(size);
+  }
+}
+
+TEST(Terminal, ShowsTheSameHoweverTheBytesAreCut) {
+  std::mt19937 random(1);
+  for (int round = 0; round < 400; ++round) {
+    const std::string output = test::randomOutput(random, 300);
+    const int rows = 1 + static_cast<int>(random() % 12);
+    const int columns = 1 + static_cast<int>(random() % 30);
+    Terminal whole(rows, columns);
+    whole.feed(output);
+    const std::string replies = whole.takeReplies();
+    for (const std::size_t most : {std::size_t{1}, std::size_t{7}, std::size_t{200}}) {
+      Terminal cut(rows, columns);
+      feedInPieces(cut, output, random, most);
+      ASSERT_EQ(everythingOf(cut), everythingOf(whole)) << "round " << round << ", pieces of up to " << most;
+      ASSERT_EQ(cut.takeReplies(), replies);
+    }
+    ASSERT_EQ(brokenRule(whole.screen()), "") << "round " << round;
+  }
+}
+
+TEST(Terminal, ShowsTheSameWhetherLinesRushByOrNot) {
+  std::mt19937 random(2);
+  int rushed = 0;
+  for (int round = 0; round < 600; ++round) {
+    const std::string output = test::randomOutput(random, static_cast<int>(random() % 8)) +
+                               test::randomLines(random, 500) + test::randomOutput(random, 20);
+    const int rows = 1 + static_cast<int>(random() % 6);
+    const int columns = 2 + static_cast<int>(random() % 30);
+    Terminal slow(rows, columns, rushingFrom(SIZE_MAX));
+    Terminal quick(rows, columns, rushingFrom(1));
+    slow.feed(output);
+    quick.feed(output);
+    ASSERT_EQ(everythingOf(quick), everythingOf(slow)) << "round " << round;
+    Terminal probe(rows, columns);
+    probe.feed(std::string(static_cast<std::size_t>(rows), '\n') + "\r");
+    if (probe.screen().isAtNewLine() && probe.screen().printLines(output).printed > 0) ++rushed;
+  }
+  EXPECT_GT(rushed, 20) << "nothing rushed by: the test shows nothing";
+}
+
+TEST(Terminal, KeepsItsRulesWhenItIsResizedBetweenAnyTwoBytes) {
+  std::mt19937 random(3);
+  for (int round = 0; round < 60; ++round) {
+    Terminal terminal(8, 20);
+    for (const char byte : test::randomOutput(random, 120)) {
+      terminal.feed({&byte, 1});
+      if (random() % 4 == 0) {
+        terminal.resize(1 + static_cast<int>(random() % 15), 1 + static_cast<int>(random() % 40));
+      }
+      ASSERT_EQ(brokenRule(terminal.screen()), "") << "round " << round;
+    }
+  }
+}
+
+TEST(Terminal, HasTheSameTextAfterASizeAndTheSizeBefore) {
+  std::mt19937 random(4);
+  for (int round = 0; round < 400; ++round) {
+    const int rows = 1 + static_cast<int>(random() % 12);
+    const int columns = 1 + static_cast<int>(random() % 40);
+    Terminal terminal(rows, columns);
+    terminal.feed(test::randomLines(random, 150));
+    const std::string before = linesOf(terminal.screen());
+    for (int i = 0; i < 3; ++i) {
+      terminal.resize(1 + static_cast<int>(random() % 20), 1 + static_cast<int>(random() % 50));
+    }
+    EXPECT_EQ(linesOf(terminal.screen()), before) << "at another size, round " << round;
+    terminal.resize(rows, columns);
+    EXPECT_EQ(linesOf(terminal.screen()), before) << "back again, round " << round;
+  }
+}
+
+TEST(Terminal, KeepsTheCursorWithItsCharacterWhenItIsResized) {
+  Terminal terminal(6, 20);
+  terminal.feed("first\r\nthe quick brown fox jumps over\r\n$ ls -l here\033[9D");
+  const auto underCursor = [&] {
+    const Cursor& cursor = terminal.screen().cursor();
+    return terminal.screen().grid().row(cursor.row)[static_cast<std::size_t>(cursor.column)].character();
+  };
+  ASSERT_EQ(underCursor(), U's');
+  for (const auto& [rows, columns] : {std::pair{6, 7}, {3, 11}, {10, 40}, {2, 5}, {6, 20}}) {
+    terminal.resize(rows, columns);
+    EXPECT_EQ(underCursor(), U's') << rows << " by " << columns;
+  }
+  EXPECT_EQ(test::linesOf(terminal.screen()), "first\nthe quick brown fox jumps over\n$ ls -l here");
+}
+
+TEST(Terminal, TakesRowsBackFromTheHistoryWhenItGrows) {
+  Terminal terminal(3, 10);
+  terminal.feed("1\r\n2\r\n3\r\n4\r\n5");
+  EXPECT_EQ(terminal.screen().scrollback().lineCount(), 2U);
+  terminal.resize(5, 10);
+  EXPECT_EQ(terminal.screen().scrollback().lineCount(), 0U);
+  EXPECT_EQ(terminal.screen().cursor(), (Cursor{.row = 4, .column = 1}));
+  terminal.resize(4, 10);
+  EXPECT_EQ(terminal.screen().scrollback().lineCount(), 1U);
+}
+
+TEST(Terminal, ClampsEveryCountBeforeItWorksOnIt) {
+  // With a loop for each count this would take years.
+  for (const std::string_view final :
+       {"S", "T", "L", "M", "@", "P", "X", "b", "I", "Z",  "A",  "B",  "C",  "D",  "E",
+        "F", "G", "H", "a", "d", "e", "f", "`", "^", " @", " A", "'}", "'~", "W",  "g",
+        "J", "K", "t", "n", "c", "u", "r", "s", "m", "$v", "$x", "$z", "${", "$r", "$t"}) {
+    Terminal terminal(24, 80);
+    terminal.feed("text\033[2;2H");
+    for (const std::string_view parameters :
+         {"2147483647", "2147483647;2147483647;2147483647;2147483647", "99999999999999999999",
+          "1;1;2147483647;2147483647;2147483647;2147483647;2147483647;2147483647"}) {
+      terminal.feed("\033[" + std::string(parameters) + std::string(final));
+      ASSERT_EQ(brokenRule(terminal.screen()), "") << parameters << final;
+    }
+  }
+}
+
+TEST(Terminal, ScrollsCountsOfAnyLengthOnAnyGrid) {
+  for (const auto& [rows, columns] : {std::pair{1, 1}, {1, 200}, {200, 1}, {2, 2}}) {
+    Terminal terminal(rows, columns);
+    std::mt19937 random(5);
+    terminal.feed(test::randomOutput(random, 3000));
+    EXPECT_EQ(brokenRule(terminal.screen()), "") << rows << " by " << columns;
+  }
+}
+
+TEST(Terminal, HoldsTheGridToWhatMemoryHasRoomFor) {
+  Terminal terminal(1'000'000, 1'000'000);
+  EXPECT_LE(std::int64_t{terminal.screen().rows()} * terminal.screen().columns(), Screen::mostCells);
+  terminal.resize(-5, 0);
+  EXPECT_EQ(terminal.screen().rows(), 1);
+  EXPECT_EQ(terminal.screen().columns(), 1);
+}
+
+TEST(Terminal, EndsASynchronizedUpdateAfterAWhile) {
+  Terminal terminal(3, 10);
+  terminal.feed("\033[?2026h", Milliseconds{1000});
+  EXPECT_TRUE(terminal.holdsPicture(Milliseconds{1000}));
+  terminal.feed("more\033[?2026h", Milliseconds{1100});
+  EXPECT_TRUE(terminal.holdsPicture(Milliseconds{1149}));
+  EXPECT_FALSE(terminal.holdsPicture(Milliseconds{1150}));
+  terminal.feed("\033[?2026$p", Milliseconds{1150});
+  EXPECT_EQ(terminal.takeReplies(), "\033[?2026;2$y");
+  terminal.feed("\033[?2026h\033[?2026l", Milliseconds{1200});
+  EXPECT_FALSE(terminal.holdsPicture(Milliseconds{1200}));
+}
+
+TEST(Terminal, TellsProgramsOfASizeOnlyWhereTheyAsked) {
+  Terminal terminal(3, 10);
+  terminal.resize(4, 12, 8, 16);
+  EXPECT_EQ(terminal.takeReplies(), "");
+  terminal.feed("\033[?2048h");
+  EXPECT_EQ(terminal.takeReplies(), "\033[48;4;12;64;96t");
+  terminal.resize(5, 12, 8, 16);
+  EXPECT_EQ(terminal.takeReplies(), "\033[48;5;12;80;96t");
+}
+
+TEST(Terminal, TellsProgramsOfTheColourSchemeOnlyWhereTheyAsked) {
+  Terminal terminal(3, 10);
+  terminal.setPrefersDark(false);
+  EXPECT_EQ(terminal.takeReplies(), "");
+  terminal.feed("\033[?2031h");
+  terminal.setPrefersDark(true);
+  EXPECT_EQ(terminal.takeReplies(), "\033[?997;1n");
+  terminal.setPrefersDark(true);
+  EXPECT_EQ(terminal.takeReplies(), "");
+}
+
+TEST(Terminal, SurvivesMoreStylesThanItHasNumbersFor) {
+  Terminal terminal(300, 300);
+  std::ostringstream output;
+  for (int i = 0; i < 300'000; ++i) {
+    output << "\033[38;2;" << i % 256 << ';' << i / 256 % 256 << ';' << i / 65536 << "mx";
+  }
+  terminal.feed(output.str());
+  EXPECT_LE(terminal.screen().tables().styles.size(), CellTables::mostStyles);
+  EXPECT_EQ(brokenRule(terminal.screen()), "");
+  terminal.feed("\033c\033[31mred");
+  const Cell cell = terminal.screen().grid().row(0)[0];
+  EXPECT_EQ(terminal.screen().tables().styles[cell.style()].foreground, CellColor::indexed(1)) << "there is room again";
+}
+
+TEST(Terminal, SurvivesMoreLinksAndClustersThanItHasNumbersFor) {
+  Terminal terminal(200, 200);
+  std::ostringstream output;
+  for (int i = 0; i < 100'000; ++i) {
+    output << "\033]8;;http://h/" << i << "\033\\ab";
+    for (int bits = i; bits != 0; bits /= 16) {
+      output << '\xCC' << static_cast<char>(0x80 + bits % 16);
+    }
+  }
+  terminal.feed(output.str());
+  EXPECT_LE(terminal.screen().tables().links.size(), CellTables::mostLinks);
+  EXPECT_LE(terminal.screen().tables().clusters.size(), CellTables::mostClusters);
+  EXPECT_EQ(brokenRule(terminal.screen()), "");
+}
+
+TEST(Terminal, DropsCombiningMarksBeyondTheBoundOfACluster) {
+  Terminal terminal(2, 10);
+  std::string marks;
+  for (int i = 0; i < 1000; ++i) {
+    marks += "\u0301";
+  }
+  terminal.feed("a" + marks + "b");
+  std::string text;
+  terminal.screen().tables().appendText(terminal.screen().grid().row(0)[0], text);
+  EXPECT_EQ(text.size(), 1 + 2 * (CellTables::mostScalars - 1));
+  EXPECT_EQ(terminal.screen().grid().row(0)[1].character(), U'b');
+}
+
+TEST(Terminal, SendsKeysByTheModesThatAProgramHasSet) {
+  Terminal terminal(3, 10);
+  const KeyEvent up{.key = Key::Up};
+  EXPECT_EQ(terminal.keyBytes(up), "\033[A");
+  terminal.feed("\033[?1h");
+  EXPECT_EQ(terminal.keyBytes(up), "\033OA");
+  terminal.feed("\033[>1u");
+  const KeyEvent escape{.key = Key::Escape};
+  EXPECT_EQ(terminal.keyBytes(escape), "\033[27u");
+  terminal.feed("\033[?1049h");
+  EXPECT_EQ(terminal.keyBytes(escape), "\033") << "the alternate screen has flags of its own";
+  EXPECT_EQ(terminal.wheelBytes(1), "\033OA");
+  terminal.feed("\033[?1003;1006h");
+  EXPECT_EQ(terminal.wheelBytes(1), "");
+  EXPECT_EQ(terminal.mouseBytes({.button = MouseButton::Left, .row = 2, .column = 3}), "\033[<0;4;3M");
+  EXPECT_EQ(terminal.pasteBytes("a\nb"), "a\rb");
+  terminal.feed("\033[?2004;1004h");
+  EXPECT_EQ(terminal.pasteBytes("a\033[201~b"), "\033[200~a[201~b\033[201~");
+  EXPECT_EQ(terminal.focusBytes(true), "\033[I");
+  terminal.feed("\033[2h");
+  EXPECT_EQ(terminal.keyBytes(up), "") << "the keyboard is locked";
+}
+
+}  // namespace
+}  // namespace zolt::vt
