@@ -62,6 +62,8 @@ class Terminal::Dispatcher : public ParserEvents {
   TerminalState& m_state;
 };
 
+Terminal::Terminal(int rows, int columns) : Terminal(rows, columns, TerminalSettings()) {}
+
 Terminal::Terminal(int rows, int columns, TerminalSettings settings)
     : m_state(rows, columns, std::move(settings)),
       m_dispatcher(std::make_unique<Dispatcher>(m_state)),

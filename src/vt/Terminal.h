@@ -21,7 +21,8 @@ class Terminal {
   /// How long a synchronized update (mode 2026) may hold the picture back.
   static constexpr Milliseconds longestUpdate{150};
 
-  Terminal(int rows, int columns, TerminalSettings settings = {});
+  Terminal(int rows, int columns);
+  Terminal(int rows, int columns, TerminalSettings settings);
   Terminal(const Terminal&) = delete;
   Terminal& operator=(const Terminal&) = delete;
   ~Terminal();
