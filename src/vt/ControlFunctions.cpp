@@ -55,7 +55,7 @@ Rectangle rectangleOf(const TerminalState& state, const ControlSequence& sequenc
   const bool origin = screen.modes.origin;
   const Rectangle margins = screen.margins();
   const Rectangle within = origin ? margins : Rectangle{0, 0, screen.rows(), screen.columns()};
-  // A number that is 0 or not given is the edge.
+  // A number that is 0 or not given is the edge; one behind the edge is the last before it.
   const auto edge = [&](std::size_t index, int begin, int end, int fallback) {
     const int given = sequence.parameter(first + index, 0);
     return given == 0 ? fallback : begin + std::min(given, end - begin);
@@ -64,10 +64,7 @@ Rectangle rectangleOf(const TerminalState& state, const ControlSequence& sequenc
   const int left = edge(1, within.left, within.right, within.left + 1) - 1;
   const int bottom = edge(2, within.top, within.bottom, within.bottom);
   const int right = edge(3, within.left, within.right, within.right);
-  // What begins behind the edge is nothing, however it was clipped.
-  const bool isOutside = sequence.parameter(first, 0) > within.bottom - within.top ||
-                         sequence.parameter(first + 1, 0) > within.right - within.left;
-  if (isOutside || top >= bottom || left >= right) return {};
+  if (top >= bottom || left >= right) return {};
   return {top, left, bottom, right};
 }
 

@@ -27,7 +27,11 @@ void fillArea(State& state, const Sequence& sequence) {
   const int character = sequence.parameter(0, 0);
   const bool isPrinted = (character >= 0x20 && character <= 0x7E) || (character >= 0xA0 && character <= 0xFF);
   if (!isPrinted) return;
-  state.screen.fillRectangle(rectangleOf(state, sequence, 1), static_cast<char32_t>(character));
+  // ASCII stands for what the set in use has in its place.
+  const CharacterSets& sets = state.screen.characterSets;
+  const char32_t printed = character <= 0x7E ? translated(sets.sets[sets.inUse], static_cast<char>(character))
+                                             : static_cast<char32_t>(character);
+  state.screen.fillRectangle(rectangleOf(state, sequence, 1), printed);
 }
 
 void changeAttributes(State& state, const Sequence& sequence) {

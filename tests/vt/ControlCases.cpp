@@ -119,6 +119,32 @@ constexpr SequenceCase kCases[] = {
      .says = "saves for the alternate screen apart",
      .input = "\033[2;2H\0337\033[?47h\033[4;4H\0337\033[?47l\0338",
      .cursor = "2,2"},
+    {.covers = "DECSC, DECRC",
+     .says = "restores on the alternate screen what was saved there",
+     .input = "\033[2;2H\0337\033[?47h\033[4;4H\0337\033[H\0338",
+     .cursor = "4,4"},
+    {.covers = "DECRC",
+     .says = "stays between margins in origin mode",
+     .input = "\033[?6h\033[5;5H\0337\033[2;3r\033[?69h\033[2;3s\0338",
+     .cursor = "3,3"},
+    {.covers = "DECRC",
+     .says = "stays on a screen that has become smaller",
+     .input = "\033[5;10H\0337\033[H",
+     .holds =
+         [](Terminal& t) {
+           t.resize(2, 4);
+           t.feed("\0338x");
+           return t.screen().cursor().row < 2 && t.screen().cursor().column < 4;
+         }},
+    {.covers = "DECRC",
+     .says = "stays on an alternate screen that has become smaller",
+     .input = "\033[?47h\033[5;10H\0337\033[H",
+     .holds =
+         [](Terminal& t) {
+           t.resize(2, 4);
+           t.feed("\0338");
+           return cursorText(t) == "2,4";
+         }},
     {.covers = "DECBI", .says = "moves left", .input = "\033[2;3H\0336", .cursor = "2,2"},
     {.covers = "DECBI",
      .says = "moves all rows to the right in the first column",
@@ -189,10 +215,14 @@ constexpr SequenceCase kCases[] = {
      .cursor = "1,1"},
     {.covers = "RI",
      .says = "does not scroll at the top margin outside of the left and the right one",
-     .input = "1\r\n2\033[?69h\033[3;5s\033[1;1H\033M",
-     .screen = "1\n2",
+     .input = "abcde\r\nfghij\033[?69h\033[3;5s\033[1;1H\033M",
+     .screen = "abcde\nfghij",
      .cursor = "1,1"},
     {.covers = "RI", .says = "has a form of one character", .input = "\033[3;4H\302\215", .cursor = "2,4"},
+    {.covers = "RI",
+     .says = "forgets that the next character would wrap",
+     .input = "\r\n0123456789\033MX",
+     .screen = "         X\n0123456789"},
     {.covers = "HTS", .says = "sets a tab stop", .input = "\033[1;4H\033H\r\tx", .screen = "   x"},
     {.covers = "HTS", .says = "has a form of one character", .input = "\033[1;4H\302\210\r\tx", .screen = "   x"},
     {.covers = "SS2", .says = "takes one character from G2", .input = "\033*0\033Nqq", .screen = "─q"},
@@ -273,11 +303,12 @@ constexpr SequenceCase kCases[] = {
      .holds = [](Terminal& t) { return !t.state().modes.applicationKeypad; }},
     {.covers = "DECALN",
      .says = "fills the screen, goes home and takes margins away",
-     .input = "\033[2;3r\033[3;3H\033#8\033[9B",
-     .rows = 3,
+     .input = "\033[2;3r\033[3;3H\033[1m\033#8\033[9B",
+     .rows = 4,
      .columns = 4,
-     .screen = "EEEE\nEEEE\nEEEE",
-     .cursor = "3,1"},
+     .screen = "EEEE\nEEEE\nEEEE\nEEEE",
+     .cursor = "4,1",
+     .runs = "[0]EEEE"},
 
     {.covers = "SCS G0", .says = "designates to G0", .input = "q\033(0q\033(Bq", .screen = "q─q"},
     {.covers = "SCS G1", .says = "designates to G1 alone", .input = "\033)0q\016q", .screen = "q─"},

@@ -78,9 +78,18 @@ constexpr SequenceCase kCases[] = {
      .replies = "\033[?31u"},
     {.covers = "KITTY >u, KITTY <u",
      .says = "gives the oldest up where there is no more room",
-     .input = "\033[>1u\033[>2u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>"
-              "3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[<2147483647u\033[?u",
+     .input = "\033[=1u\033[>2u"
+              "\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u"
+              "\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u"
+              "\033[<17u\033[?u",
      .replies = "\033[?0u"},
+    {.covers = "KITTY >u, KITTY <u",
+     .says = "keeps 16",
+     .input = "\033[=1u\033[>2u"
+              "\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u"
+              "\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u\033[>3u"
+              "\033[<16u\033[?u",
+     .replies = "\033[?2u"},
     {.covers = "KITTY <u",
      .says = "restores what was pushed",
      .input = "\033[=1u\033[>5u\033[<u\033[?u",
@@ -162,6 +171,11 @@ constexpr SequenceCase kCases[] = {
      .cursor = "1,4",
      .replies = "\033[?1000;1$y\033[?2004;1$y",
      .title = "t"},
+    {.covers = "DECSTR",
+     .says = "lets text go on in the next row, resets mode 69",
+     .input = "\033[?69h\033[?7l\033[!p\033[?69$p0123456789a",
+     .screen = "0123456789\na",
+     .replies = "\033[?69;2$y"},
     {.covers = "DECSCL",
      .says = "sets a level",
      .input = "\033[62;1\"p\033P$q\"p\033\\",
