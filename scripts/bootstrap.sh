@@ -15,7 +15,8 @@ packages_for() {
     apt-wayland) echo qt6-wayland ;;
     apt-display) echo xvfb ;;
     apt-test)
-      echo bash zsh fish xdotool xclip x11-apps procps dbus at-spi2-core python3-gi gir1.2-atspi-2.0 ;;
+      echo bash zsh fish xdotool xclip x11-apps procps dbus at-spi2-core python3-gi gir1.2-atspi-2.0 python3 \
+        vim less htop tmux unicode-data ;;
     apt-bench) echo procps libxcb1-dev libxcb-xtest0-dev ;;
     apt-pictures) echo imagemagick xdotool dbus ;;
     dnf-build)
@@ -23,7 +24,8 @@ packages_for() {
         highway-devel re2-devel json-devel libsodium-devel libzstd-devel dejavu-sans-mono-fonts gtest-devel ;;
     dnf-wayland) echo qt6-qtwayland ;;
     dnf-display) echo xorg-x11-server-Xvfb ;;
-    dnf-test) echo bash zsh fish xdotool xclip xwd procps-ng dbus-daemon at-spi2-core python3-gobject ;;
+    dnf-test) echo bash zsh fish xdotool xclip xwd procps-ng dbus-daemon at-spi2-core python3-gobject \
+        vim-enhanced less htop tmux unicode-ucd ;;
     dnf-bench) echo procps-ng libxcb-devel ;;
     dnf-pictures) echo ImageMagick xdotool dbus-daemon ;;
     pacman-build)
@@ -31,11 +33,11 @@ packages_for() {
         gtest ;;
     pacman-wayland) echo qt6-wayland ;;
     pacman-display) echo xorg-server-xvfb ;;
-    pacman-test) echo bash zsh fish xdotool xclip xorg-xwd procps-ng dbus at-spi2-core python-gobject ;;
+    pacman-test) echo bash zsh fish xdotool xclip xorg-xwd procps-ng dbus at-spi2-core python-gobject vim less htop tmux unicode-character-database ;;
     pacman-bench) echo procps-ng libxcb ;;
     pacman-pictures) echo imagemagick xdotool dbus ;;
     brew-build) echo cmake ninja ccache pkg-config qt utf8proc highway re2 nlohmann-json libsodium zstd googletest ;;
-    brew-test) echo bash zsh fish ;;
+    brew-test) echo bash zsh fish vim less htop tmux ;;
   esac
 }
 
