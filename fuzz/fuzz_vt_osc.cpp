@@ -15,9 +15,9 @@ bool isClean(std::string_view text, std::size_t mostBytes) {
   return !hasControl && text.size() <= mostBytes;
 }
 
-// ESC and what ends a string are the only controls in an answer.
+// ESC and BEL are the only controls in an answer.
 bool isAnswer(std::string_view text) {
-  return std::ranges::all_of(text, [](char c) { return c == '\033' || (c >= 0x20 && c < 0x7F); });
+  return std::ranges::all_of(text, [](char c) { return c == '\033' || c == '\007' || (c >= 0x20 && c < 0x7F); });
 }
 
 }  // namespace

@@ -44,6 +44,15 @@ void setTitle(State& state, std::string_view text) {
   state.events.titleChanged = true;
 }
 
+void replyColor(State& state, const std::string& command, const Rgb& color) {
+  std::string answer = "\033]";
+  answer += command;
+  answer += ';';
+  answer += colorReport(color);
+  answer += state.commandEnd();
+  state.reply(answer);
+}
+
 void setColors(State& state, std::string_view rest) {
   while (!rest.empty()) {
     const std::optional<int> index = number(field(rest));
@@ -51,7 +60,7 @@ void setColors(State& state, std::string_view rest) {
     if (!index || *index > 255) continue;
     const auto place = static_cast<std::uint8_t>(*index);
     if (value == "?") {
-      state.reply("\033]4;" + std::to_string(place) + ';' + colorReport(state.palette.indexed(place)) + "\033\\");
+      replyColor(state, "4;" + std::to_string(place), state.palette.indexed(place));
     } else if (const auto color = parseColor(value)) {
       state.palette.setIndexed(place, *color);
       state.events.paletteChanged = true;
@@ -79,7 +88,7 @@ void setRoles(State& state, std::string_view rest) {
     const auto role = static_cast<Palette::Role>(command - 10);
     const std::string_view value = field(rest);
     if (value == "?") {
-      state.reply("\033]" + std::to_string(command) + ';' + colorReport(state.palette.role(role)) + "\033\\");
+      replyColor(state, std::to_string(command), state.palette.role(role));
     } else if (const auto color = parseColor(value)) {
       state.palette.setRole(role, *color);
       state.events.paletteChanged = true;

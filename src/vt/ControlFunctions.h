@@ -55,6 +55,9 @@ const ControlFunction* findControlFunction(const ControlSequence& sequence);
 const EscapeFunction* findEscapeFunction(const EscapeSequence& sequence);
 const ControlCharacter* findControlCharacter(char32_t character);
 
+/// What DA1 answers.
+std::string_view primaryAttributes();
+
 /// Parameter `index` as a count: 1 where it is omitted or 0.
 inline int countOf(const ControlSequence& sequence, std::size_t index = 0) {
   const int count = sequence.parameter(index, 1);

@@ -84,7 +84,7 @@ constexpr EscapeFunction kFunctions[] = {
      {"ESC W", "EPA", "ECMA-48", "Protects what is printed no more."}},
     {"",
      'Z',
-     [](State& s, const EscapeSequence&) { s.reply("\033[?64;6;21;22;28c"); },
+     [](State& s, const EscapeSequence&) { s.reply(primaryAttributes()); },
      {"ESC Z", "DECID", "VT100", "As DA1."}},
     {"",
      'c',

@@ -84,7 +84,6 @@ void setSavedCursor(State& state, bool value) {
 }
 
 void setAlternateWithCursor(State& state, bool value) {
-  if (value == state.screen.showsAlternate()) return;
   if (value) {
     state.screen.saveCursor();
     state.screen.showAlternate(true);

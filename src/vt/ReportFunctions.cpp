@@ -240,6 +240,10 @@ constexpr ControlFunction kFunctions[] = {
 
 }  // namespace
 
+std::string_view primaryAttributes() {
+  return kPrimaryAttributes;
+}
+
 std::span<const ControlFunction> reportFunctions() {
   return kFunctions;
 }

@@ -41,8 +41,9 @@ class Terminal::Dispatcher : public ParserEvents {
     found->run(m_state, sequence);
   }
 
-  void operatingSystemCommand(std::string_view text, bool) override {
+  void operatingSystemCommand(std::string_view text, bool endedByBell) override {
     m_state.screen.endCluster();
+    m_state.endedByBell = endedByBell;
     runCommand(m_state, text);
   }
 

@@ -34,7 +34,6 @@ enum class CursorShape : std::uint8_t { Block, Underline, Bar };
 /// Modes that say what keys, the mouse and the window do. Those of the grid are ScreenModes.
 struct TerminalModes {
   bool keyboardLocked = false;             ///< KAM
-  bool localEcho = false;                  ///< SRM reset
   bool applicationCursor = false;          ///< DECCKM
   bool applicationKeypad = false;          ///< DECNKM, DECKPAM
   bool smoothScroll = false;               ///< DECSCLM
@@ -151,8 +150,12 @@ struct TerminalState {
   TerminalEvents events;
   std::string replies;
 
+  bool endedByBell = false;  ///< the command at hand: its answer ends in the same way
+
   /// Adds an answer for the program. It is made of constants and numbers of ours alone.
   void reply(std::string_view text);
+  /// The end of an answer to an operating system command.
+  std::string_view commandEnd() const { return endedByBell ? "\007" : "\033\\"; }
   KeyboardState::Flags& keyboardFlags() { return keyboard.flags[screen.showsAlternate() ? 1 : 0]; }
   const KeyboardState::Flags& keyboardFlags() const { return keyboard.flags[screen.showsAlternate() ? 1 : 0]; }
   void resetHard();  // RIS

@@ -15,6 +15,8 @@ std::string visible(std::string_view bytes) {
   for (const char c : bytes) {
     if (c == '\033') {
       text += "ESC ";
+    } else if (c == '\007') {
+      text += "BEL ";
     } else {
       text += c;
     }
