@@ -54,7 +54,7 @@ void Screen::printAscii(std::string_view text) {
     if (m_cursor.wrapsNext) {
       if (modes.autoWrap) {
         wrap();
-      } else {
+      } else if (m_cursor.column == limit() - 1) {
         // What comes after the last column replaces what is in it: only the last character stays.
         text = text.substr(text.size() - 1);
       }

@@ -65,9 +65,10 @@ std::string linesOf(const Screen& screen) {
     if (line.isEnded) text += '\n';
   });
   const Grid& grid = screen.grid();
+  const Screen::CutRows cut = screen.cutRows();
   for (int row = 0; row < screen.rows(); ++row) {
     std::span<const Cell> cells = grid.row(row).first(grid.state(row).extent);
-    const bool wraps = grid.state(row).wraps;
+    const bool wraps = grid.state(row).wraps || (cut.goesOn && row == screen.rows() - 1);
     while (!wraps && !cells.empty() && cells.back().isBlank()) {
       cells = cells.first(cells.size() - 1);
     }
@@ -76,8 +77,6 @@ std::string linesOf(const Screen& screen) {
     }
     if (!wraps) text += '\n';
   }
-  const Screen::CutRows cut = screen.cutRows();
-  if (cut.goesOn) text.pop_back();
   text += cut.text;
   while (!text.empty() && text.back() == '\n') {
     text.pop_back();

@@ -48,6 +48,19 @@ TEST(Terminal, ShowsTheSameHoweverTheBytesAreCut) {
   }
 }
 
+// Found by fuzzing: what followed was taken to be behind the last column, of which only its end is seen.
+TEST(Terminal, PrintsOnWhereAMarginWasTakenAwayFromBehindTheCursor) {
+  for (const bool cut : {false, true}) {
+    Terminal terminal(2, 8);
+    terminal.feed("\033[?7l\033[?69h\033[1;4sabcd\033[?69h");
+    for (const std::string_view piece : {"x", "y"}) {
+      if (cut) terminal.feed(piece);
+    }
+    if (!cut) terminal.feed("xy");
+    EXPECT_EQ(linesOf(terminal.screen()), "abcxy");
+  }
+}
+
 TEST(Terminal, ShowsTheSameWhetherLinesRushByOrNot) {
   std::mt19937 random(2);
   int rushed = 0;
