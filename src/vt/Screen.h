@@ -224,6 +224,8 @@ class Screen {
   void place(int row, int column) { m_cursor = {.row = row, .column = column}; }
   void scrollRegionUp(int top, int bottom, int count);
   void scrollRegionDown(int top, int bottom, int count);
+  void moveWithinMargins(int top, int bottom, int by);
+  void keepRow(int row);
   void clampCursor();
 
   // ScreenPrint.cpp

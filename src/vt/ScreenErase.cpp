@@ -95,30 +95,41 @@ void Screen::deleteCharacters(int count) {
 void Screen::scrollRegionUp(int top, int bottom, int count) {
   count = std::min(count, bottom - top);
   if (count <= 0) return;
-  if (hasFullWidth()) {
-    // What leaves the top of the screen is history.
-    if (top == 0 && !showsAlternate()) {
-      for (int row = 0; row < count; ++row) {
-        const RowState& state = m_grid->state(row);
-        m_scrollback.append(m_grid->row(row).first(state.extent), state.wraps,
-                            state.hasMarks ? m_grid->marks(row) : std::span<const RowMark>(), m_tables);
-      }
-    } else if (top > 0) {
-      m_grid->state(top - 1).wraps = false;
+  if (!hasFullWidth()) return moveWithinMargins(top, bottom, count);
+  // What leaves the top of the screen is history.
+  if (top == 0 && !showsAlternate()) {
+    for (int row = 0; row < count; ++row) {
+      keepRow(row);
     }
-    m_grid->scrollUp(top, bottom, count, blank());
-    return;
+  } else if (top > 0) {
+    m_grid->state(top - 1).wraps = false;
   }
+  m_grid->scrollUp(top, bottom, count, blank());
+}
+
+void Screen::scrollRegionDown(int top, int bottom, int count) {
+  count = std::min(count, bottom - top);
+  if (count <= 0) return;
+  if (!hasFullWidth()) return moveWithinMargins(top, bottom, -count);
+  if (top > 0) m_grid->state(top - 1).wraps = false;
+  m_grid->state(std::max(top, bottom - 1 - count)).wraps = false;
+  m_grid->scrollDown(top, bottom, count, blank());
+}
+
+// Moves what is between the left and the right margin up by `by` rows, or down where it is negative: cell by cell, for
+// the rest of the rows stays.
+void Screen::moveWithinMargins(int top, int bottom, int by) {
   for (int row = top; row < bottom; ++row) {
     isolate(row, m_left, m_right);
     m_grid->state(row).wraps = false;
   }
-  for (int row = top; row < bottom; ++row) {
-    const int from = row + count;
-    if (from < bottom) {
-      std::ranges::copy(
-          m_grid->row(from).subspan(static_cast<std::size_t>(m_left), static_cast<std::size_t>(m_right - m_left)),
-          m_grid->row(row).begin() + m_left);
+  const auto width = static_cast<std::size_t>(m_right - m_left);
+  for (int i = 0; i < bottom - top; ++i) {
+    const int row = by > 0 ? top + i : bottom - 1 - i;
+    const int from = row + by;
+    if (from >= top && from < bottom) {
+      std::ranges::copy(m_grid->row(from).subspan(static_cast<std::size_t>(m_left), width),
+                        m_grid->row(row).begin() + m_left);
       m_grid->touch(row, m_right);
     } else {
       m_grid->fill(row, m_left, m_right, blank());
@@ -126,30 +137,11 @@ void Screen::scrollRegionUp(int top, int bottom, int count) {
   }
 }
 
-void Screen::scrollRegionDown(int top, int bottom, int count) {
-  count = std::min(count, bottom - top);
-  if (count <= 0) return;
-  if (hasFullWidth()) {
-    if (top > 0) m_grid->state(top - 1).wraps = false;
-    m_grid->state(bottom - 1 - count < top ? bottom - 1 : bottom - 1 - count).wraps = false;
-    m_grid->scrollDown(top, bottom, count, blank());
-    return;
-  }
-  for (int row = top; row < bottom; ++row) {
-    isolate(row, m_left, m_right);
-    m_grid->state(row).wraps = false;
-  }
-  for (int row = bottom - 1; row >= top; --row) {
-    const int from = row - count;
-    if (from >= top) {
-      std::ranges::copy(
-          m_grid->row(from).subspan(static_cast<std::size_t>(m_left), static_cast<std::size_t>(m_right - m_left)),
-          m_grid->row(row).begin() + m_left);
-      m_grid->touch(row, m_right);
-    } else {
-      m_grid->fill(row, m_left, m_right, blank());
-    }
-  }
+// Adds a row of the screen to the history.
+void Screen::keepRow(int row) {
+  const RowState& state = m_grid->state(row);
+  m_scrollback.append(m_grid->row(row).first(state.extent), state.wraps,
+                      state.hasMarks ? m_grid->marks(row) : std::span<const RowMark>(), m_tables);
 }
 
 void Screen::insertLines(int count) {

@@ -59,8 +59,9 @@ std::size_t forEachPiece(std::string_view bytes, bool inClusters, ControlSequenc
   return 0;
 }
 
-// The most that those lines may have which have to be seen before any is printed.
-constexpr std::size_t kMostBytes = std::size_t{1} << 20;
+// The most that a line may have, and those together which have to be seen before any is printed: a block of the history
+// has room for as many styles as that can hold.
+constexpr std::size_t kMostBytes = std::size_t{128} << 10;
 
 // Whether so many usual lines follow.
 bool beginsWithLines(std::string_view bytes, std::size_t count, bool inClusters, Style style) {
@@ -97,9 +98,7 @@ Screen::Rush Screen::printLines(std::string_view bytes) {
   // What is on the screen scrolls off first.
   const Cell blank;
   for (int row = 0; row < rows() - 1; ++row) {
-    const RowState& state = m_grid->state(row);
-    m_scrollback.append(m_grid->row(row).first(state.extent), state.wraps,
-                        state.hasMarks ? m_grid->marks(row) : std::span<const RowMark>(), m_tables);
+    keepRow(row);
     m_grid->clearRow(row, blank);
   }
   place(0, 0);
@@ -127,7 +126,8 @@ Screen::Rush Screen::printLines(std::string_view bytes) {
       m_scrollback.appendText(text, Cell(look()), m_tables);
       m_lastPrinted = piece.lastScalar;
     };
-    const std::size_t size = forEachPiece(bytes.substr(at), modes.graphemeClusters, sequence, style(), take);
+    const std::size_t size =
+        forEachPiece(bytes.substr(at, kMostBytes), modes.graphemeClusters, sequence, style(), take);
     isUsual = size != 0;
     if (!isUsual) break;
     m_scrollback.endLine(m_tables);

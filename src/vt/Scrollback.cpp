@@ -15,59 +15,9 @@ constexpr std::size_t kMostNames = UINT16_MAX;
 // The room of a block for the row that fills it.
 constexpr std::size_t kSpareBytes = 1024;
 
-PackedStyle packed(const Style& style) {
-  return {.foreground = style.foreground.bits(),
-          .background = style.background.bits(),
-          .underlineColor = style.underlineColor.bits(),
-          .rendition = static_cast<std::uint32_t>(style.flags) | static_cast<std::uint32_t>(style.underline) << 16};
-}
-
-Style unpacked(const PackedStyle& style) {
-  const std::uint32_t underline = std::min<std::uint32_t>(style.rendition >> 16, 5);
-  return {.foreground = CellColor::fromBits(style.foreground),
-          .background = CellColor::fromBits(style.background),
-          .underlineColor = CellColor::fromBits(style.underlineColor),
-          .flags = static_cast<std::uint16_t>(style.rendition & 0xFFFF),
-          .underline = static_cast<Underline>(underline)};
-}
-
 // What tells the runs of a block apart.
 std::uint64_t runLook(Cell cell) {
   return Cell::makeLook(cell.style(), cell.link(), false);
-}
-
-// A target in one text: an identifier has no line end.
-std::string joined(const LinkTarget& target) {
-  return target.id + '\n' + target.uri;
-}
-
-LinkTarget split(std::string_view text) {
-  const std::size_t end = std::min(text.find('\n'), text.size());
-  return {.id = std::string(text.substr(0, end)), .uri = std::string(text.substr(std::min(end + 1, text.size())))};
-}
-
-HistoryLine::Run runOf(const HistoryBlock& block, const HistoryRun& run, std::size_t length) {
-  return {.length = length,
-          .style = run.style < block.packedStyles.size() ? unpacked(block.packedStyles[run.style]) : Style(),
-          .link = run.link != 0 && run.link <= block.links.size() ? split(block.links[run.link - 1]) : LinkTarget()};
-}
-
-// The line of `block` whose text lies from `begin` to `end` (not included).
-HistoryLine lineOf(const HistoryBlock& block, std::size_t begin, std::size_t end) {
-  HistoryLine line{.text = block.text.substr(begin, end - begin)};
-  auto run = std::ranges::upper_bound(block.runs, begin, {}, &HistoryRun::begin);
-  if (run != block.runs.begin()) --run;
-  for (; run != block.runs.end() && run->begin < end; ++run) {
-    const std::size_t runEnd = run + 1 == block.runs.end() ? end : std::min<std::size_t>((run + 1)->begin, end);
-    const std::size_t runBegin = std::max<std::size_t>(run->begin, begin);
-    if (runEnd > runBegin) line.runs.push_back(runOf(block, *run, runEnd - runBegin));
-  }
-  auto mark = std::ranges::lower_bound(block.marks, begin, {}, &HistoryMark::offset);
-  for (; mark != block.marks.end() && mark->offset <= end; ++mark) {
-    line.marks.push_back(*mark);
-    line.marks.back().offset -= static_cast<std::uint32_t>(begin);
-  }
-  return line;
 }
 
 }  // namespace
@@ -130,12 +80,12 @@ void Scrollback::startRun(Cell cell, std::size_t begin, const CellTables& tables
   run = {};
   run.begin = static_cast<std::uint32_t>(begin);
   run.style = static_cast<std::uint16_t>(named(m_styleNames, cell.style(), [&] {
-    block.packedStyles.push_back(packed(tables.styles[cell.style()]));
+    block.packedStyles.push_back(packedStyle(tables.styles[cell.style()]));
     return block.packedStyles.size() - 1;
   }));
   if (cell.link() != 0) {
     run.link = named(m_linkNames, cell.link(), [&] {
-      block.links.push_back(joined(tables.links[cell.link()]));
+      block.links.push_back(packedLink(tables.links[cell.link()]));
       return block.links.size();
     });
   }
@@ -271,7 +221,7 @@ std::optional<HistoryLine> Scrollback::takeLast(std::size_t mostBytes) {
   HistoryLine line;
   line.isEnded = isEnded;
   for (auto place = places.rbegin(); place != places.rend(); ++place) {
-    HistoryLine part = lineOf(place->block->content, place->begin, place->end);
+    HistoryLine part = historyLine(place->block->content, place->begin, place->end);
     for (HistoryMark& mark : part.marks) {
       mark.offset += static_cast<std::uint32_t>(line.text.size());
     }
@@ -299,7 +249,7 @@ void Scrollback::forEachLine(const std::function<void(HistoryLine&&)>& take) con
   const auto tell = [&](const HistoryBlock& block) {
     for (std::size_t begin = 0; begin < block.text.size();) {
       const std::size_t end = std::min(block.text.find('\n', begin), block.text.size());
-      HistoryLine line = lineOf(block, begin, end);
+      HistoryLine line = historyLine(block, begin, end);
       line.isEnded = end != block.text.size();
       begin = end + 1;
       take(std::move(line));

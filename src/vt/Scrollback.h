@@ -13,21 +13,9 @@
 #include "history/HistoryBlock.h"
 #include "vt/CellTables.h"
 #include "vt/Grid.h"
+#include "vt/HistoryLine.h"
 
 namespace zolt::vt {
-
-/// A line of the history, as wide as it is: how it was wrapped is not kept.
-struct HistoryLine {
-  struct Run {
-    std::size_t length = 0;  ///< bytes
-    Style style{};
-    LinkTarget link{};
-  };
-  std::string text{};  ///< UTF-8 without a line end
-  std::vector<Run> runs{};
-  std::vector<HistoryMark> marks{};  ///< offsets into the text
-  bool isEnded = true;               ///< else the next one goes on with it
-};
 
 /// What scrolled off the screen, without limit: its text a byte for an ASCII character, with styles, links and marks,
 /// in blocks that a BlockStore keeps small. Full of what is printed, it costs a copy of the bytes.
@@ -41,7 +29,9 @@ class Scrollback {
   /// can be taken back, for as long as nothing else is done. The block does not end meanwhile: `isFull` asks for that.
   void appendText(std::string_view utf8, Cell look, const CellTables& tables);
   void endLine(const CellTables& tables);
-  bool isFull() const { return m_open->content.text.size() >= kBlockBytes; }
+  bool isFull() const {
+    return m_open->content.text.size() >= kBlockBytes || m_open->content.packedStyles.size() >= kManyStyles;
+  }
   /// Ends the block where it is, or where so many styles more would be too many.
   void startBlockIfFull(std::size_t styles);
   struct Place {
@@ -79,6 +69,8 @@ class Scrollback {
  private:
   // The text of a block before it is full; a row more fits in any case.
   static constexpr std::size_t kBlockBytes = std::size_t{64} << 10;
+  // Half of what a style's number has room for.
+  static constexpr std::size_t kManyStyles = 32768;
 
   struct Block : SealedBlock {
     HistoryBlock content;
