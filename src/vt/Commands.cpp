@@ -269,6 +269,17 @@ std::span<const Command> commands() {
   return kCommands;
 }
 
+std::string clipboardReport(ClipboardTarget target, std::string_view text) {
+  std::string encoded(sodium_base64_encoded_len(text.size(), sodium_base64_VARIANT_ORIGINAL), '\0');
+  sodium_bin2base64(encoded.data(), encoded.size(), reinterpret_cast<const unsigned char*>(text.data()), text.size(),
+                    sodium_base64_VARIANT_ORIGINAL);
+  encoded.pop_back();  // the terminating NUL
+  std::string report = target == ClipboardTarget::Primary ? "\033]52;p;" : "\033]52;c;";
+  report += encoded;
+  report += "\033\\";
+  return report;
+}
+
 void runCommand(TerminalState& state, std::string_view text) {
   const std::optional<int> wanted = number(field(text));
   if (!wanted) return;

@@ -204,6 +204,8 @@ constexpr ControlFunction kFunctions[] = {
      {"CSI Ps ; Ps \" p", "DECSCL", "VT220", "Sets the level of conformance, which resets softly."}},
     {0, "#", '{', pushStyle, {"CSI # {", "XTPUSHSGR", "xterm", "Pushes the rendition."}},
     {0, "#", '}', popStyle, {"CSI # }", "XTPOPSGR", "xterm", "Pops the rendition."}},
+    {0, "#", 'p', pushStyle, {"CSI # p", "XTPUSHSGR #p", "xterm", "As XTPUSHSGR."}},
+    {0, "#", 'q', popStyle, {"CSI # q", "XTPOPSGR #q", "xterm", "As XTPOPSGR."}},
     {0, "#", 'P', pushColors, {"CSI # P", "XTPUSHCOLORS", "xterm", "Pushes the palette."}},
     {0, "#", 'Q', popColors, {"CSI # Q", "XTPOPCOLORS", "xterm", "Pops the palette."}},
     {0, "#", 'R', reportColors, {"CSI # R", "XTREPORTCOLORS", "xterm", "Tells how many palettes are pushed."}},

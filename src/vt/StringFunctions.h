@@ -1,6 +1,7 @@
 #pragma once
 
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "vt/ControlSequence.h"
@@ -29,6 +30,8 @@ std::span<const DeviceControl> deviceControls();
 
 /// Carries out an operating system command, whole as it came; nothing happens where it is not known.
 void runCommand(TerminalState& state, std::string_view text);
+/// The answer to a program that asked what is in a clipboard.
+std::string clipboardReport(ClipboardTarget target, std::string_view text);
 void runDeviceControl(TerminalState& state, const ControlSequence& head, std::string_view text);
 
 }  // namespace zolt::vt

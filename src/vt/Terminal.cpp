@@ -122,4 +122,8 @@ void Terminal::setPrefersDark(bool prefersDark) {
   if (isNew && m_state.modes.colorSchemeReports) reportColorScheme(m_state);
 }
 
+void Terminal::tellClipboard(ClipboardTarget target, std::string_view text) {
+  if (m_state.settings.allowClipboardReads) m_state.reply(clipboardReport(target, text));
+}
+
 }  // namespace zolt::vt

@@ -45,6 +45,9 @@ class Terminal {
   bool holdsPicture(Milliseconds now);
   /// The user's wish; programs that asked are told of a change.
   void setPrefersDark(bool prefersDark);
+  /// What is in a clipboard, for the program that asked (TerminalEvents::clipboardReads); nothing is told where the
+  /// settings do not allow it.
+  void tellClipboard(ClipboardTarget target, std::string_view text);
   /// The theme's colours.
   Palette& palette() { return m_state.palette; }
 

@@ -224,6 +224,10 @@ TEST(VtSafeReplies, LetTheClipboardBeReadWhereTheSettingsAllowIt) {
   Terminal readable(5, 10, readableSettings());
   readable.feed("\033]52;c;?\033\\");
   EXPECT_EQ(readable.takeEvents().clipboardReads, std::vector{ClipboardTarget::Clipboard});
+  readable.tellClipboard(ClipboardTarget::Clipboard, "copied");
+  EXPECT_EQ(readable.takeReplies(), "\033]52;c;Y29waWVk\033\\");
+  usual.tellClipboard(ClipboardTarget::Clipboard, "copied");
+  EXPECT_EQ(usual.takeReplies(), "");
 }
 
 TEST(VtSafeReplies, LetNoProgramWriteTheClipboardWhereTheSettingsForbidIt) {
