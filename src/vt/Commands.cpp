@@ -139,7 +139,9 @@ void setWorkingDirectory(State& state, std::string_view text) {
   const std::size_t slash = text.find('/');
   if (slash == std::string_view::npos) return;
   const std::optional<std::string> path = percentDecoded(text.substr(slash));
-  if (!path || path->size() > kMostPathBytes) return;
+  // A control character in a path is a trap for whoever shows it.
+  const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; };
+  if (!path || path->size() > kMostPathBytes || std::ranges::any_of(*path, isControl)) return;
   state.workingDirectory = *path;
   state.workingDirectoryHost = withoutControls(text.substr(0, slash), 255);
 }
@@ -231,7 +233,11 @@ void markShell(State& state, std::string_view text) {
   if (kind == "A") return state.screen.addMark(HistoryMarkKind::PromptStart, 0);
   if (kind == "B") return state.screen.addMark(HistoryMarkKind::CommandStart, 0);
   if (kind == "C") return state.screen.addMark(HistoryMarkKind::OutputStart, 0);
-  if (kind == "D") state.screen.addMark(HistoryMarkKind::CommandEnd, number(field(text)).value_or(0));
+  if (kind != "D") return;
+  // A number that is none of a program is a failure, whichever it was.
+  const std::string_view status = field(text);
+  constexpr int kUnknownFailure = 255;
+  state.screen.addMark(HistoryMarkKind::CommandEnd, status.empty() ? 0 : number(status).value_or(kUnknownFailure));
 }
 
 constexpr Command kCommands[] = {

@@ -75,7 +75,14 @@ void Grid::scrollDown(int top, int bottom, int count, Cell blank) {
 void Grid::addMark(int row, const RowMark& mark) {
   const std::size_t at = slot(row);
   std::vector<RowMark>& marks = m_marks[at];
-  if (marks.size() < kMostMarksInARow) marks.push_back(mark);
+  // A prompt that is drawn again is the same one.
+  const auto same = std::ranges::find_if(
+      marks, [&](const RowMark& each) { return each.column == mark.column && each.kind == mark.kind; });
+  if (same != marks.end()) {
+    *same = mark;
+  } else if (marks.size() < kMostMarksInARow) {
+    marks.push_back(mark);
+  }
   m_states[at].hasMarks = true;
 }
 

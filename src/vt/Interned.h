@@ -29,18 +29,19 @@ class Interned {
   /// What `intern` gives where there is no room: a plain number, for an optional one costs a detour through memory.
   static constexpr Id noRoom = UINT32_MAX;
 
-  /// The number of `value`, new where it has none.
-  Id intern(const Value& value) {
+  /// The number of `value`, new where it has none. The last of the room is only for those that `mayUseReserve`.
+  Id intern(const Value& value, bool mayUseReserve = true) {
     for (std::size_t bucket = bucketOf(value);; bucket = next(bucket)) {
       const Id id = m_buckets[bucket];
       if (id == kNone) break;
       if (m_values[id] == value) return id;
     }
-    if (size() == m_capacity) return noRoom;
+    if (size() >= m_capacity - (mayUseReserve ? 0 : m_capacity / kReserve)) return noRoom;
     return add(value);
   }
 
-  bool isAtItsLargest() const { return m_capacity == m_most; }
+  /// Whether taking out what nobody uses is worth it: the table can grow, or the last time gave room.
+  bool isWorthSweeping() const { return m_capacity != m_most || m_lastSweepHelped; }
   /// Takes out every value whose number `isUsed(id)` denies.
   template <class IsUsed>
   void keepOnly(IsUsed isUsed) {
@@ -50,6 +51,7 @@ class Interned {
       m_values[id] = m_values[0];
       m_free.push_back(id);
     }
+    m_lastSweepHelped = size() <= m_most - m_most / kReserve;
     if (size() > m_capacity / 2) m_capacity = std::min(m_most, m_capacity * 2);
     std::vector<bool> isFree(m_values.size());
     for (const Id id : m_free) {
@@ -65,6 +67,7 @@ class Interned {
   static constexpr Id kNone = noRoom;
   static constexpr std::size_t kFirstBuckets = 64;
   static constexpr std::size_t kFirstCapacity = 16384;
+  static constexpr std::size_t kReserve = 8;  // a part of the room
 
   std::size_t bucketOf(const Value& value) const { return Hash()(value) & (m_buckets.size() - 1); }
   std::size_t next(std::size_t bucket) const { return (bucket + 1) & (m_buckets.size() - 1); }
@@ -100,6 +103,7 @@ class Interned {
 
   std::size_t m_most;
   std::size_t m_capacity;
+  bool m_lastSweepHelped = true;
   std::vector<Value> m_values;
   std::vector<Id> m_free;
   std::vector<Id> m_buckets;  // numbers by hash, a power of two of them, at most half full

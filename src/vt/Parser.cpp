@@ -212,6 +212,7 @@ void Parser::addParameter(char character) {
 
 std::size_t Parser::mostStringBytes() const {
   if (m_open == OpenString::DeviceControl) return mostDeviceControlBytes;
+  if (m_string.starts_with("8;")) return mostLinkBytes;
   return m_string.starts_with("52;") ? mostPayloadBytes : mostCommandBytes;
 }
 

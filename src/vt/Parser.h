@@ -40,6 +40,7 @@ class Parser {
   /// The most bytes of a string: an operating system command, one that carries a payload (52), a device control string.
   static constexpr std::size_t mostCommandBytes = 2 << 10;
   static constexpr std::size_t mostPayloadBytes = 8 << 20;
+  static constexpr std::size_t mostLinkBytes = 4 << 10;  ///< a hyperlink (8), whose address alone may have 2083
   static constexpr std::size_t mostDeviceControlBytes = 1 << 20;
 
   /// `events` must outlive the parser.

@@ -50,11 +50,11 @@ void Screen::setLink(LinkTarget link) {
 // The number of `value`, after a sweep where there is no room; `noRoom` where there is none still.
 template <class Table, class Value>
 std::uint32_t Screen::named(Table& table, const Value& value) {
-  const std::uint32_t id = table.intern(value);
+  const std::uint32_t id = table.intern(value, false);
   if (id != Table::noRoom) return id;
-  if (table.isAtItsLargest() && m_refused++ % kRefusalsBetweenSweeps != 0) return Table::noRoom;
+  if (!table.isWorthSweeping() && ++m_refused % kRefusalsBetweenSweeps != 0) return Table::noRoom;
   sweep();
-  return table.intern(value);
+  return table.intern(value, false);
 }
 
 // The number of a style. Where there is no room for another one, it goes without direct colours' lower bits, then
@@ -84,6 +84,8 @@ std::optional<ClusterId> Screen::clusterId(const std::u32string& scalars) {
 }
 
 std::uint64_t Screen::newLook() {
+  // Who asks for it changes what is shown: the rows below are as the program wants them from now on.
+  if (!showsAlternate()) m_cut.clear();
   m_penIsKnown = true;
   // Whatever is named here is in use from now on: the next name may need a sweep.
   m_look = Cell::makeLook(styleId(m_pen.style), 0, m_pen.isProtected);
@@ -118,6 +120,12 @@ void Screen::sweep() {
   }
   mark(Cell(m_look));
   mark(m_blank);
+  for (const Line& line : m_cut) {
+    std::ranges::for_each(line.cells, mark);
+  }
+  for (const Line* const line : m_linesInHand) {
+    std::ranges::for_each(line->cells, mark);
+  }
   m_tables.styles.keepOnly([&](std::size_t id) { return styles[id]; });
   m_tables.clusters.keepOnly([&](std::size_t id) { return clusters[id]; });
   m_tables.links.keepOnly([&](std::size_t id) { return links[id]; });
@@ -131,6 +139,7 @@ void Screen::clampCursor() {
 
 void Screen::showAlternate(bool shows) {
   m_grid = &m_grids[shows ? 1 : 0];
+  m_penIsKnown = m_penIsKnown && m_cut.empty();
 }
 
 void Screen::clearAlternate() {
@@ -146,6 +155,8 @@ void Screen::addMark(HistoryMarkKind kind, std::int32_t exitStatus) {
 
 void Screen::reset() {
   showAlternate(false);
+  m_cut.clear();
+  m_scrollback.endOpenLine(m_tables);
   m_pen = {};
   m_penIsKnown = false;
   for (Grid& grid : m_grids) {

@@ -186,10 +186,9 @@ class Screen {
   /// Another size, at least 1 by 1. The primary grid's lines are wrapped anew and stay whole; the cursor stays with its
   /// character. The alternate grid is cut or grows.
   void resize(int rows, int columns);
-  /// What a smaller screen had no room for below the cursor is kept for the next size, until the program has written
-  /// something: then it is as it has drawn it.
-  void forgetCutRows() { m_cut.clear(); }
-  /// Their text: what stands in the row after the last, and whether it goes on with that one.
+  /// What a smaller screen had no room for below the cursor is kept for the next size, until the program changes what
+  /// is shown: then it is as it has drawn it. Its text: what stands in the row after the last, and whether it goes on
+  /// with that one.
   struct CutRows {
     std::string text;
     bool goesOn = false;
@@ -231,6 +230,7 @@ class Screen {
   // ScreenPrint.cpp
   int limit() const { return m_cursor.column < m_right ? m_right : columns(); }
   void wrap();
+  void advanceRow();
   void put(char32_t character, int width);
   void leaveOut(int row, int column);
   void printOne(char32_t character);
@@ -247,7 +247,7 @@ class Screen {
   struct Lines;
   void reflow(int rows, int columns);
   void resizeAlternate(int rows, int columns);
-  Line lineOf(const HistoryLine& line);
+  void takeLine(const HistoryLine& history, Line& line);
   void addScalar(char32_t scalar, std::uint64_t look, std::vector<Cell>& cells);
   Cell::Width naturalWidth(Cell cell) const;
   void takeRow(int row, Line& line, std::size_t index, std::span<Tracked> tracked) const;
@@ -255,6 +255,7 @@ class Screen {
 
   // ScreenErase.cpp
   void eraseCells(int row, int begin, int end, Protection kept);
+  void endLineBefore(int row);
   void shiftCells(int row, int begin, int end, int by);
 
   CellTables m_tables;
@@ -275,6 +276,7 @@ class Screen {
     bool goesOn = false;  // with the line before, which was cut here
   };
   std::vector<Line> m_cut;
+  std::vector<const Line*> m_linesInHand;  // while they are in no grid
 
   Pen m_pen;
   // The pen's style and link by number, and the look that blanks take from it; made when they are asked for.

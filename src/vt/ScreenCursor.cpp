@@ -77,6 +77,12 @@ void Screen::carriageReturn() {
 }
 
 void Screen::lineFeed() {
+  // A line that was wrapped here goes on no more when the rows of a region move away from those below it.
+  if (m_cursor.row == m_bottom - 1 && m_bottom < rows()) m_grid->state(m_cursor.row).wraps = false;
+  advanceRow();
+}
+
+void Screen::advanceRow() {
   if (m_cursor.row == m_bottom - 1) {
     if (isWithinMargins(m_cursor.column)) scrollRegionUp(m_top, m_bottom, 1);
   } else if (m_cursor.row < rows() - 1) {

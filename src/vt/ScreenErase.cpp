@@ -13,6 +13,15 @@ bool isKept(Cell cell, Protection kept) {
 
 }  // namespace
 
+// What is erased or inserted at the beginning of a row is none of the line before, which ends there.
+void Screen::endLineBefore(int row) {
+  if (row > 0) {
+    m_grid->state(row - 1).wraps = false;
+  } else if (!showsAlternate()) {
+    m_scrollback.endOpenLine(m_tables);
+  }
+}
+
 void Screen::eraseCells(int row, int begin, int end, Protection kept) {
   isolate(row, begin, end);
   if (kept == Protection::None) {
@@ -32,6 +41,8 @@ void Screen::eraseInLine(Part part, Protection kept) {
   const int begin = part == Part::ToEnd ? m_cursor.column : 0;
   const int end = part == Part::ToBegin ? m_cursor.column + 1 : columns();
   m_cursor.wrapsNext = false;
+  // Not where a row is erased to its end alone: shells do that in the middle of a command line, and print on.
+  if (part != Part::ToEnd) endLineBefore(m_cursor.row);
   eraseCells(m_cursor.row, begin, end, kept);
 }
 
@@ -40,6 +51,8 @@ void Screen::eraseInDisplay(Part part, Protection kept) {
   const int end = part == Part::ToBegin ? m_cursor.row : rows();
   if (part != Part::All) eraseInLine(part, kept);
   m_cursor.wrapsNext = false;
+  if (part == Part::ToEnd && m_cursor.column == 0) endLineBefore(m_cursor.row);
+  if (begin == 0) endLineBefore(0);
   for (int row = begin; row < end; ++row) {
     if (kept == Protection::None) {
       m_grid->clearRow(row, blank());
@@ -47,8 +60,6 @@ void Screen::eraseInDisplay(Part part, Protection kept) {
       eraseCells(row, 0, columns(), kept);
     }
   }
-  // The line above goes on no more in a row that is erased from its beginning.
-  if (part == Part::ToEnd && m_cursor.column == 0 && m_cursor.row > 0) m_grid->state(m_cursor.row - 1).wraps = false;
 }
 
 void Screen::eraseCharacters(int count) {
@@ -111,7 +122,7 @@ void Screen::scrollRegionDown(int top, int bottom, int count) {
   count = std::min(count, bottom - top);
   if (count <= 0) return;
   if (!hasFullWidth()) return moveWithinMargins(top, bottom, -count);
-  if (top > 0) m_grid->state(top - 1).wraps = false;
+  endLineBefore(top);
   m_grid->state(std::max(top, bottom - 1 - count)).wraps = false;
   m_grid->scrollDown(top, bottom, count, blank());
 }
@@ -153,7 +164,9 @@ void Screen::insertLines(int count) {
 void Screen::deleteLines(int count) {
   if (m_cursor.row < m_top || m_cursor.row >= m_bottom || !isWithinMargins(m_cursor.column)) return;
   // Lines deleted at the top are deleted: they are no history.
+  m_grid->state(m_bottom - 1).wraps = false;
   if (m_cursor.row == 0 && hasFullWidth()) {
+    endLineBefore(0);
     m_grid->scrollUp(0, m_bottom, std::min(count, m_bottom), blank());
   } else {
     scrollRegionUp(m_cursor.row, m_bottom, count);
@@ -162,6 +175,7 @@ void Screen::deleteLines(int count) {
 }
 
 void Screen::scrollUp(int count) {
+  m_grid->state(m_bottom - 1).wraps = false;
   scrollRegionUp(m_top, m_bottom, count);
 }
 
@@ -208,6 +222,7 @@ void Screen::fillRectangle(const Rectangle& area, char32_t character) {
 
 void Screen::eraseRectangle(const Rectangle& area, Protection kept) {
   for (int row = area.top; row < area.bottom && !area.isEmpty(); ++row) {
+    if (area.left == 0) endLineBefore(row);
     eraseCells(row, area.left, area.right, kept);
   }
 }
@@ -267,6 +282,7 @@ std::uint16_t Screen::checksum(const Rectangle& area) const {
 
 void Screen::alignmentPattern() {
   resetMargins();
+  endLineBefore(0);
   modes.origin = false;
   place(0, 0);
   for (int row = 0; row < rows(); ++row) {

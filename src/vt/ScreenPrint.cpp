@@ -17,7 +17,7 @@ using Width = Cell::Width;
 void Screen::wrap() {
   if (m_left == 0 && limit() == columns()) m_grid->state(m_cursor.row).wraps = true;
   const int column = m_cursor.column >= m_left ? m_left : 0;
-  lineFeed();
+  advanceRow();
   m_cursor.column = column;
 }
 

@@ -119,8 +119,10 @@ void Screen::addScalar(char32_t scalar, std::uint64_t look, std::vector<Cell>& c
   if (id) cells.back() = Cell::cluster(*id, isWide ? Width::Wide : Width::Narrow, cells.back().look());
 }
 
-Screen::Line Screen::lineOf(const HistoryLine& history) {
-  Line line;
+// Adds what a line of the history holds to an empty one, which is known to be in hand: its cells name styles and links
+// that are in no grid.
+void Screen::takeLine(const HistoryLine& history, Line& line) {
+  m_linesInHand.push_back(&line);
   auto mark = history.marks.begin();
   std::size_t at = 0;
   const auto takeMarks = [&] {
@@ -139,7 +141,6 @@ Screen::Line Screen::lineOf(const HistoryLine& history) {
     }
   }
   takeMarks();
-  return line;
 }
 
 // The width of a cell that had to do with one column.
@@ -206,7 +207,7 @@ void Screen::takeFromHistory(std::size_t rows, int columns, Lines& lines) {
   while (rows > 0) {
     const std::optional<HistoryLine> history = m_scrollback.takeLast(kMostBytesTakenBack);
     if (!history) return;
-    lines.lines.push_back(lineOf(*history));
+    takeLine(*history, lines.lines.emplace_back());
     std::vector<WrappedRow> above;
     lines.wrap(lines.lines.size() - 1, columns, above);
     lines.rows.insert(lines.rows.begin(), above.begin(), above.end());
@@ -238,7 +239,7 @@ void Screen::reflow(int rows, int columns) {
   bool goesOn = false;
   if (m_scrollback.endsInside()) {
     if (const auto begun = m_scrollback.takeLast(kMostBytesTakenBack)) {
-      lines.lines.push_back(lineOf(*begun));
+      takeLine(*begun, lines.lines.emplace_back());
       goesOn = true;
     }
   }
@@ -260,6 +261,9 @@ void Screen::reflow(int rows, int columns) {
   }
   lines.rows.assign(wrapped.begin(), wrapped.end());
 
+  for (const Line& line : lines.lines) {
+    m_linesInHand.push_back(&line);
+  }
   const auto height = static_cast<std::size_t>(rows);
   // A screen that was full to its end stays so.
   if (wasFull && lines.rows.size() < height) takeFromHistory(height - lines.rows.size(), columns, lines);
@@ -268,9 +272,9 @@ void Screen::reflow(int rows, int columns) {
   for (std::size_t i = 0; i < tracked.size(); ++i) {
     found[i] = lines.find(tracked[i], columns);
   }
-  // The cursor's row is shown in any case.
-  const std::size_t cursorRow = found[tracked.size() - 1].first;
-  const std::size_t first = lines.rows.size() > height ? std::min(lines.rows.size() - height, cursorRow) : 0;
+  // The cursor's row is shown in any case; on the other grid there is none that has to be seen.
+  const std::size_t overfull = lines.rows.size() > height ? lines.rows.size() - height : 0;
+  const std::size_t first = showsAlternate() ? overfull : std::min(overfull, found[tracked.size() - 1].first);
   const std::size_t end = std::min(lines.rows.size(), first + height);
 
   Grid single(1, columns);
@@ -292,6 +296,8 @@ void Screen::reflow(int rows, int columns) {
         {.cells = {cells.begin() + static_cast<std::ptrdiff_t>(row.begin), cells.end()}, .goesOn = row.begin != 0});
   }
   if (!m_cut.empty() && m_cut.front().goesOn) after.state(rows - 1).wraps = false;
+  m_penIsKnown = m_penIsKnown && m_cut.empty();
+  m_linesInHand.clear();
 
   for (std::size_t i = 0; i < tracked.size(); ++i) {
     const auto row = static_cast<std::ptrdiff_t>(found[i].first) - static_cast<std::ptrdiff_t>(first);

@@ -62,8 +62,8 @@ void Scrollback::startBlock() {
   m_open->content.text.reserve(kBlockBytes + kSpareBytes);
   // Blocks of one program's output are alike.
   if (m_previous) m_open->content.runs.reserve(m_previous->content.runs.size() * 9 / 8);
-  ++m_epoch;
-  m_runLook.reset();
+  m_linkBytes = 0;
+  forgetNames();
 }
 
 void Scrollback::startRun(Cell cell, std::size_t begin, const CellTables& tables) {
@@ -86,6 +86,7 @@ void Scrollback::startRun(Cell cell, std::size_t begin, const CellTables& tables
   if (cell.link() != 0) {
     run.link = named(m_linkNames, cell.link(), [&] {
       block.links.push_back(packedLink(tables.links[cell.link()]));
+      m_linkBytes += block.links.back().size();
       return block.links.size();
     });
   }
@@ -232,16 +233,19 @@ std::optional<HistoryLine> Scrollback::takeLast(std::size_t mostBytes) {
   for (const Part& place : places) {
     HistoryBlock& content = place.block->content;
     content.text.resize(place.begin);
-    std::erase_if(content.runs, [&](const HistoryRun& run) { return run.begin >= place.begin; });
-    std::erase_if(content.marks, [&](const HistoryMark& mark) { return mark.offset >= place.begin; });
+    while (!content.runs.empty() && content.runs.back().begin >= place.begin) {
+      content.runs.pop_back();
+    }
+    while (!content.marks.empty() && content.marks.back().offset >= place.begin) {
+      content.marks.pop_back();
+    }
   }
   if (isEnded) --m_lineEnds;
   if (m_open->content.text.empty() && m_previous) {
     m_open = std::move(m_previous);
   }
   // Styles keep their names in a block that goes on.
-  ++m_epoch;
-  m_runLook.reset();
+  forgetNames();
   return line;
 }
 

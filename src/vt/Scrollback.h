@@ -30,7 +30,8 @@ class Scrollback {
   void appendText(std::string_view utf8, Cell look, const CellTables& tables);
   void endLine(const CellTables& tables);
   bool isFull() const {
-    return m_open->content.text.size() >= kBlockBytes || m_open->content.packedStyles.size() >= kManyStyles;
+    return m_open->content.text.size() >= kBlockBytes || m_open->content.packedStyles.size() >= kManyStyles ||
+           m_linkBytes >= kManyLinkBytes;
   }
   /// Ends the block where it is, or where so many styles more would be too many.
   void startBlockIfFull(std::size_t styles);
@@ -55,7 +56,14 @@ class Scrollback {
   }
   void clear();
   /// The tables that cells refer to have given numbers anew.
-  void forgetNames() { ++m_epoch; }
+  void forgetNames() {
+    ++m_epoch;
+    m_runLook.reset();
+  }
+  /// Ends the last line where it is: what follows on the screen is none of it.
+  void endOpenLine(const CellTables& tables) {
+    if (endsInside()) endLine(tables);
+  }
 
   /// The lines that have begun.
   std::uint64_t lineCount() const { return m_lineEnds + (endsInside() ? 1 : 0); }
@@ -71,6 +79,7 @@ class Scrollback {
   static constexpr std::size_t kBlockBytes = std::size_t{64} << 10;
   // Half of what a style's number has room for.
   static constexpr std::size_t kManyStyles = 32768;
+  static constexpr std::size_t kManyLinkBytes = std::size_t{256} << 10;
 
   struct Block : SealedBlock {
     HistoryBlock content;
@@ -100,6 +109,7 @@ class Scrollback {
   std::vector<Name> m_styleNames;
   std::vector<Name> m_linkNames;
   std::uint32_t m_epoch = 1;
+  std::size_t m_linkBytes = 0;             // of the targets in the open block
   std::vector<char> m_scratch;             // text on its way
   std::optional<std::uint64_t> m_runLook;  // of the cells of the open run, but whether they are protected
 };

@@ -14,6 +14,7 @@ using State = TerminalState;
 using Sequence = ControlSequence;
 
 constexpr std::size_t kMostPushed = 10;
+constexpr int kSavedCursorMode = 1048;
 
 template <bool isPrivate, bool value>
 void setModes(State& state, const Sequence& sequence) {
@@ -28,16 +29,21 @@ void saveModes(State& state, const Sequence& sequence) {
     const int number = sequence.parameter(i, 0);
     const Mode* const mode = findMode(true, number);
     if (mode == nullptr || mode->set == nullptr) continue;
+    // What this one saves is the cursor: restoring is what resetting it does.
+    if (mode->number == kSavedCursorMode) mode->set(state, true);
     std::erase_if(state.savedModes, [&](const auto& saved) { return saved.first == number; });
     state.savedModes.emplace_back(number, mode->isSet(state));
   }
 }
 
 void restoreModes(State& state, const Sequence& sequence) {
-  for (std::size_t i = 0; i < sequence.parameterCount; ++i) {
-    const int number = sequence.parameter(i, 0);
-    const auto saved = std::ranges::find(state.savedModes, number, &std::pair<int, bool>::first);
-    if (saved != state.savedModes.end()) findMode(true, number)->set(state, saved->second);
+  // First what was reset: of modes that exclude each other, the one that was set is to be in force.
+  for (const bool value : {false, true}) {
+    for (std::size_t i = 0; i < sequence.parameterCount; ++i) {
+      const int number = sequence.parameter(i, 0);
+      const auto saved = std::ranges::find(state.savedModes, number, &std::pair<int, bool>::first);
+      if (saved != state.savedModes.end() && saved->second == value) findMode(true, number)->set(state, value);
+    }
   }
 }
 

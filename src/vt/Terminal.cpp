@@ -76,7 +76,6 @@ void Terminal::feed(std::string_view bytes, Milliseconds now) {
   if (bytes.empty()) return;
   m_state.now = std::max(m_state.now, now);
   holdsPicture(now);
-  m_state.screen.forgetCutRows();
   while (bytes.size() >= m_state.settings.rushBytes) {
     const std::size_t taken = feedRush(bytes);
     bytes.remove_prefix(taken);

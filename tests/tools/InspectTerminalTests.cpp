@@ -101,6 +101,12 @@ TEST(InspectHost, LetsTheScreenBeReadByChecksumsOnlyWhenAsked) {
   EXPECT_EQ(inspect(arguments)["replies"], "G1AxIX5GRjdEG1wbWzBu") << "DCS 1!~FF7D ST, CSI 0 n";
 }
 
+// More answers than a pseudo-terminal holds, for a program that has gone.
+TEST(InspectHost, EndsWithAProgramThatAsksAndNeverReads) {
+  const char* script = "stty raw -echo; i=0; while [ $i -lt 3000 ]; do printf '\\033[c'; i=$((i+1)); done; exit 4";
+  EXPECT_EQ(inspect({"host", "3", "20", "--", "sh", "-c", script}, {}, 4)["rows"], 3);
+}
+
 TEST(InspectHost, SaysWhatItCannotRun) {
   const test::ProgramResult missing = test::runProgram(ZOLT_INSPECT, {"host", "3", "10", "--", "no-such-program"});
   EXPECT_EQ(missing.status, 2);

@@ -9,6 +9,14 @@ namespace {
 
 constexpr SequenceCase kCases[] = {
     {.covers = "XTSAVE, XTRESTORE",
+     .says = "restore the mouse mode that was set among those that exclude it",
+     .input = "\033[?1002h\033[?1000;1002;1003s\033[?1002l\033[?1000;1002;1003r\033[?1002$p",
+     .replies = "\033[?1002;1$y"},
+    {.covers = "XTSAVE, XTRESTORE",
+     .says = "save and restore the cursor as mode 1048",
+     .input = "\033[3;4H\033[?1048s\033[H\033[?1048r",
+     .cursor = "3,4"},
+    {.covers = "XTSAVE, XTRESTORE",
      .says = "save and restore modes",
      .input = "\033[?2004h\033[?25l\033[?25;2004s\033[?2004l\033[?25h\033[?25;2004r\033[?25$p\033[?2004$p",
      .replies = "\033[?25;2$y\033[?2004;1$y"},

@@ -127,6 +127,87 @@ TEST(Terminal, KeepsTheCursorWithItsCharacterWhenItIsResized) {
   EXPECT_EQ(test::linesOf(terminal.screen()), "first\nthe quick brown fox jumps over\n$ ls -l here");
 }
 
+// The history ends inside of the line that the first row goes on with, until that row is another line's.
+TEST(Terminal, EndsTheLineOfTheHistoryWhereTheScreenIsNoPartOfItAnyMore) {
+  for (const std::string_view eraser : {"\033[2J", "\033[H\033[2K", "\033[H\033[J", "\033[H\033[M", "\033[H\033[L",
+                                        "\033[H\033M", "\033c", "\033#8\033[2J", "\033[1;1;9;9$z"}) {
+    Terminal terminal(3, 10);
+    terminal.feed(std::string(65, 'm') + std::string(eraser) + "\033[2J\033[H$ prompt");
+    terminal.resize(3, 40);
+    EXPECT_EQ(linesOf(terminal.screen()), std::string(40, 'm') + "\n$ prompt") << eraser.substr(1);
+  }
+}
+
+TEST(Terminal, JoinsNoLinesThatARegionTookApart) {
+  Terminal terminal(6, 10);
+  terminal.feed("\033[4;1H0123456789ABC\033[1;4r\033[4;1H\n\033[4;1Hxyz");
+  terminal.resize(6, 30);
+  EXPECT_EQ(linesOf(terminal.screen()), "\n\n\n0123456789\nxyz\nABC");
+}
+
+TEST(Terminal, KeepsThePrimaryScreenWhenTheAlternateOneIsResized) {
+  for (const std::string_view mode : {"47", "1047", "1049"}) {
+    for (const std::string_view where : {"", "\033[H"}) {
+      Terminal terminal(13, 20);
+      std::string lines;
+      for (int i = 1; i <= 12; ++i) {
+        lines += "line" + std::to_string(i) + "\r\n";
+      }
+      terminal.feed(lines + "$ " + std::string(where));
+      const std::string before = linesOf(terminal.screen());
+      terminal.feed("\033[?" + std::string(mode) + "h");
+      terminal.resize(5, 20);
+      terminal.feed("vim");
+      terminal.resize(13, 20);
+      terminal.feed("\033[?" + std::string(mode) + "l");
+      EXPECT_EQ(linesOf(terminal.screen()), before) << mode << ' ' << where;
+    }
+  }
+}
+
+TEST(Terminal, KeepsWhatASmallerScreenHasNoRoomForUntilItIsDrawnOn) {
+  Terminal terminal(6, 10);
+  terminal.feed("1\r\n2\r\n3\r\n4\r\n5\033[2;1H");
+  terminal.resize(3, 10);
+  terminal.feed("\033[6n");
+  terminal.resize(6, 10);
+  EXPECT_EQ(linesOf(terminal.screen()), "1\n2\n3\n4\n5") << "asking is not drawing";
+  terminal.resize(3, 10);
+  terminal.feed("x");
+  terminal.resize(6, 10);
+  EXPECT_EQ(linesOf(terminal.screen()), "1\nx\n3\n4") << "the program has drawn its screen";
+}
+
+// Tables of styles are swept while lines of the history are in no grid.
+TEST(Terminal, ShowsLinesOfTheHistoryInTheirOwnStylesAfterASweep) {
+  Terminal terminal(5, 20);
+  std::ostringstream output;
+  for (int i = 0; i < 300; ++i) {
+    output << "\033[38;2;1;" << i / 256 << ';' << i % 256 << "mline e\xCC" << static_cast<char>(0x80 + i % 60)
+           << "\r\n";
+  }
+  // As many other styles as there are numbers, each used once and written over.
+  for (int i = 0; i < 40'000; ++i) {
+    output << "\033[38;2;2;" << i / 256 << ';' << i % 256 << "mx\r";
+  }
+  terminal.feed(output.str());
+  terminal.resize(300, 20);
+  const Screen& screen = terminal.screen();
+  int looked = 0;
+  for (int row = 0; row < 290; ++row) {
+    const Cell cell = screen.grid().row(row)[0];
+    if (cell.character() != U'l') continue;
+    const CellColor color = screen.tables().styles[cell.style()].foreground;
+    std::string text;
+    screen.tables().appendText(screen.grid().row(row)[5], text);
+    const int number = color.green() * 256 + color.blue();
+    EXPECT_EQ(color.red(), 1);
+    EXPECT_EQ(text, "e\xCC" + std::string(1, static_cast<char>(0x80 + number % 60))) << "row " << row;
+    ++looked;
+  }
+  EXPECT_GT(looked, 250);
+}
+
 TEST(Terminal, TakesRowsBackFromTheHistoryWhenItGrows) {
   Terminal terminal(3, 10);
   terminal.feed("1\r\n2\r\n3\r\n4\r\n5");
@@ -233,6 +314,48 @@ TEST(Terminal, SurvivesMoreLinksAndClustersThanItHasNumbersFor) {
   EXPECT_LE(terminal.screen().tables().links.size(), CellTables::mostLinks);
   EXPECT_LE(terminal.screen().tables().clusters.size(), CellTables::mostClusters);
   EXPECT_EQ(brokenRule(terminal.screen()), "");
+}
+
+TEST(Terminal, DropsNoLinkWhileThereIsRoom) {
+  Terminal terminal(24, 80);
+  std::ostringstream output;
+  for (int i = 0; i < 60'000; ++i) {
+    output << "\033]8;;http://h/" << i << "\033\\a\033]8;;\033\\\r\n";
+  }
+  terminal.feed(output.str());
+  std::size_t lines = 0;
+  terminal.screen().scrollback().forEachLine([&](HistoryLine&& line) {
+    ASSERT_FALSE(line.runs.empty());
+    EXPECT_EQ(line.runs[0].link.uri, "http://h/" + std::to_string(lines));
+    ++lines;
+  });
+  EXPECT_GT(lines, 59'000U);
+}
+
+TEST(Terminal, TakesALinkOfTheMostBytesAndEndsOneThatIsLonger) {
+  const auto linkOf = [](std::size_t bytes) {
+    Terminal terminal(2, 10);
+    terminal.feed("\033]8;;http://before\033\\\033]8;;" + std::string(bytes, 'h') + "\033\\x");
+    return terminal.screen().tables().links[terminal.screen().grid().row(0)[0].link()].uri;
+  };
+  EXPECT_EQ(linkOf(2083).size(), 2083U);
+  EXPECT_EQ(linkOf(2084), "");
+}
+
+TEST(Terminal, KeepsStylesApartInTheHistoryWhenTheirNumbersAreGivenAnew) {
+  Terminal terminal(2, 10);
+  std::ostringstream output;
+  output << "\033[38;2;255;0;0mred\r\n\r\n\r\n\033[2J";
+  for (int i = 0; i < 70'000; ++i) {
+    output << "\033[38;2;1;" << i / 256 % 256 << ';' << i % 256 << (i < 65536 ? "" : ";1") << "mx\r";
+  }
+  output << "\033[2K\033[38;2;0;255;0mgreen\r\n\r\n";
+  terminal.feed(output.str());
+  std::vector<CellColor> colors;
+  terminal.screen().scrollback().forEachLine([&](HistoryLine&& line) {
+    if (!line.text.empty()) colors.push_back(line.runs[0].style.foreground);
+  });
+  EXPECT_EQ(colors, (std::vector{CellColor::direct(255, 0, 0), CellColor::direct(0, 255, 0)}));
 }
 
 TEST(Terminal, DropsCombiningMarksBeyondTheBoundOfACluster) {

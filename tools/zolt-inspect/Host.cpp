@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -35,10 +36,14 @@ std::string pathOf(const std::string& program) {
   return {};
 }
 
-// What waits to be written to the program.
+// What waits to be written to the program. A program that asks and never reads gets no more than the first of it.
 class Outbox {
  public:
-  void add(std::string_view bytes) { m_bytes += bytes; }
+  static constexpr std::size_t mostWaiting = std::size_t{1} << 20;
+
+  void add(std::string_view bytes) {
+    if (m_bytes.size() < mostWaiting) m_bytes += bytes;
+  }
   bool empty() const { return m_bytes.empty(); }
   std::size_t size() const { return m_bytes.size(); }
   void writeTo(int descriptor) {
@@ -60,7 +65,7 @@ class Loop {
     while (true) {
       const short masterEvents = static_cast<short>(POLLIN | (m_outbox.empty() ? 0 : POLLOUT));
       // A program that does not read its input gets no more of it.
-      const bool takesInput = m_input >= 0 && m_outbox.size() < kMostWaiting;
+      const bool takesInput = m_input >= 0 && m_outbox.size() < Outbox::mostWaiting;
       std::array<pollfd, 2> polled{pollfd{.fd = m_master, .events = masterEvents, .revents = 0},
                                    pollfd{.fd = takesInput ? m_input : -1, .events = POLLIN, .revents = 0}};
       if (poll(polled.data(), polled.size(), -1) < 0 && errno != EINTR) {
@@ -75,8 +80,6 @@ class Loop {
   const std::string& replies() const { return m_replies; }
 
  private:
-  static constexpr std::size_t kMostWaiting = std::size_t{1} << 20;
-
   // False where there will be no more: Linux tells it as an error (EIO).
   bool readOutput() {
     const ssize_t got = read(m_master, m_buffer.data(), m_buffer.size());
@@ -138,7 +141,10 @@ Result<int> host(const Request& request, std::ostream& out) {
   settings.version = ZOLT_VERSION;
   settings.allowRectangleChecksums = request.rectangleChecksums;
   vt::Terminal terminal(rows, columns, settings);
-  Loop loop(terminal, pair.value().master.get(), request.input);
+  // What the program does not take at once waits here: it may be writing meanwhile, or have gone.
+  const int master = pair.value().master.get();
+  fcntl(master, F_SETFL, fcntl(master, F_GETFL) | O_NONBLOCK);
+  Loop loop(terminal, master, request.input);
   if (const auto done = loop.run(); !done) return Failure{done.reason()};
   child.waitUntilExit();
   printTerminal(terminal, loop.replies(), request.full, out);
