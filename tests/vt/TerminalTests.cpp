@@ -158,6 +158,11 @@ TEST(Terminal, KeepsThePrimaryScreenWhenTheAlternateOneIsResized) {
       terminal.feed("\033[?" + std::string(mode) + "h");
       terminal.resize(5, 20);
       terminal.feed("vim");
+      Terminal left(13, 20);
+      left.feed(lines + "$ " + std::string(where) + "\033[?" + std::string(mode) + "h");
+      left.resize(5, 20);
+      left.feed("vim\033[?" + std::string(mode) + "l\033[5;3H ");
+      EXPECT_EQ(linesOf(left.screen()), before + " ") << "left while it is small, " << mode << ' ' << where;
       terminal.resize(13, 20);
       terminal.feed("\033[?" + std::string(mode) + "l");
       EXPECT_EQ(linesOf(terminal.screen()), before) << mode << ' ' << where;
@@ -186,11 +191,18 @@ TEST(Terminal, ShowsLinesOfTheHistoryInTheirOwnStylesAfterASweep) {
     output << "\033[38;2;1;" << i / 256 << ';' << i % 256 << "mline e\xCC" << static_cast<char>(0x80 + i % 60)
            << "\r\n";
   }
-  // As many other styles as there are numbers, each used once and written over.
-  for (int i = 0; i < 40'000; ++i) {
-    output << "\033[38;2;2;" << i / 256 << ';' << i % 256 << "mx\r";
-  }
   terminal.feed(output.str());
+  // Other styles, each used once and written over, until those of the lines are swept and there is hardly room for
+  // more.
+  constexpr std::size_t kHardlyRoom = 14'300;
+  std::size_t before = 0;
+  bool isSwept = false;
+  for (int i = 0; !isSwept || before < kHardlyRoom; ++i) {
+    terminal.feed("\033[38;2;2;" + std::to_string(i / 256) + ';' + std::to_string(i % 256) + "mx\r");
+    const std::size_t styles = terminal.screen().tables().styles.size();
+    isSwept = isSwept || styles < before;
+    before = styles;
+  }
   terminal.resize(300, 20);
   const Screen& screen = terminal.screen();
   int looked = 0;
