@@ -52,7 +52,6 @@ class Cell {
 
   /// The cell where it is not the last of its row: a filler is one only there, and elsewhere a place that was erased.
   constexpr Cell settled() const { return width() == Width::Filler ? Cell(makeLook(style(), 0, false)) : *this; }
-  constexpr Cell withLook(std::uint64_t look) const { return Cell((m_bits & ~kLook) | look); }
   constexpr Cell withWidth(Width width) const {
     return Cell((m_bits & ~(std::uint64_t{3} << kWidthShift)) | static_cast<std::uint64_t>(width) << kWidthShift);
   }

@@ -9,7 +9,7 @@ namespace {
 
 using State = TerminalState;
 
-void setNewLineFeed(State& state) {
+void lineFeedByMode(State& state) {
   state.screen.lineFeed();
   if (state.screen.modes.newLine) state.screen.carriageReturn();
 }
@@ -114,9 +114,9 @@ constexpr ControlCharacter kCharacters[] = {
      {"BEL", "BEL", "ECMA-48", "Rings."}},
     {0x08, [](State& s) { s.screen.moveBack(1); }, {"BS", "BS", "ECMA-48", "Moves the cursor left."}},
     {0x09, [](State& s) { s.screen.tab(1); }, {"HT", "HT", "ECMA-48", "Moves the cursor to the next tab stop."}},
-    {0x0A, setNewLineFeed, {"LF", "LF", "ECMA-48", "Moves the cursor down; at the bottom margin, scrolls."}},
-    {0x0B, setNewLineFeed, {"VT", "VT", "ECMA-48", "As LF."}},
-    {0x0C, setNewLineFeed, {"FF", "FF", "ECMA-48", "As LF."}},
+    {0x0A, lineFeedByMode, {"LF", "LF", "ECMA-48", "Moves the cursor down; at the bottom margin, scrolls."}},
+    {0x0B, lineFeedByMode, {"VT", "VT", "ECMA-48", "As LF."}},
+    {0x0C, lineFeedByMode, {"FF", "FF", "ECMA-48", "As LF."}},
     {0x0D,
      [](State& s) { s.screen.carriageReturn(); },
      {"CR", "CR", "ECMA-48", "Moves the cursor to the left margin."}},

@@ -60,9 +60,6 @@ struct Style {
   std::uint16_t flags = 0;     ///< of StyleFlag
   Underline underline = Underline::None;
 
-  /// Whether it differs from blank paper with nothing written.
-  bool showsWhereBlank() const { return background != CellColor() || (flags & kInverse) != 0; }
-
   friend bool operator==(const Style&, const Style&) = default;
 };
 
