@@ -84,7 +84,7 @@ std::size_t scannerCount(const Search& search, std::string_view text) {
 }
 
 // Every segment of a history, on so many threads.
-std::size_t historyCount(const Search& search, const zolt::TextExcerpt& history, std::size_t threads) {
+std::size_t historyCount(const Search& search, const zolt::TextSnapshot& history, std::size_t threads) {
   const auto pattern = zolt::FindPattern::compile(search.query, search.options);
   const std::size_t segments = (history.endBlock() - 1) / zolt::kSegmentBlocks + 1;
   std::atomic<std::size_t> next = 0;
@@ -125,7 +125,7 @@ void measure(const Search& search, const std::string& text, const zolt::TextStor
   std::vector<double> ratios;
   std::vector<double> historyRatios;
   std::vector<double> findBarRatios;
-  const zolt::TextExcerpt excerpt = history.excerpt(0, history.blockCount());
+  const zolt::TextSnapshot snapshot = history.snapshot(0, history.blockCount());
   std::size_t theirs = 0;
   const auto expect = [&](std::size_t ours) {
     if (ours == theirs) return;
@@ -137,9 +137,9 @@ void measure(const Search& search, const std::string& text, const zolt::TextStor
     std::size_t ours = 0;
     ratios.push_back(zolt::bench::secondsFor([&] { ours = scannerCount(search, text); }) / grep);
     expect(ours);
-    historyRatios.push_back(zolt::bench::secondsFor([&] { ours = historyCount(search, excerpt, 1); }) / grep);
+    historyRatios.push_back(zolt::bench::secondsFor([&] { ours = historyCount(search, snapshot, 1); }) / grep);
     expect(ours);
-    findBarRatios.push_back(zolt::bench::secondsFor([&] { ours = historyCount(search, excerpt, findBarThreads()); }) /
+    findBarRatios.push_back(zolt::bench::secondsFor([&] { ours = historyCount(search, snapshot, findBarThreads()); }) /
                             grep);
     expect(ours);
   }

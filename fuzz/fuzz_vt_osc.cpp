@@ -9,10 +9,10 @@
 
 namespace {
 
-bool isClean(std::string_view text, std::size_t mostBytes) {
+bool isClean(std::string_view text, std::size_t maxBytes) {
   const bool hasControl =
       std::ranges::any_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; });
-  return !hasControl && text.size() <= mostBytes;
+  return !hasControl && text.size() <= maxBytes;
 }
 
 // ESC and BEL are the only controls in an answer.

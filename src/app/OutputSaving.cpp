@@ -87,7 +87,7 @@ void OutputSaving::take(const QFileDialog& dialog) {
 
 void OutputSaving::save(const QString& file, OutputFormat format) {
   const TextStorage& text = m_content.textView().textStorage();
-  m_saver = new OutputSaver(text.excerpt(0, text.blockCount()), format, file, this);
+  m_saver = new OutputSaver(text.snapshot(0, text.blockCount()), format, file, this);
   connect(m_saver, &OutputSaver::ended, m_saver, &QObject::deleteLater);
   connect(m_saver, &OutputSaver::finished, this, &OutputSaving::end);
   connect(m_saver, &OutputSaver::failed, this, [this](const QString& reason) {

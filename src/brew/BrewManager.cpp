@@ -12,7 +12,7 @@ namespace zolt {
 
 namespace {
 
-constexpr qsizetype kMostDetails = 50;
+constexpr qsizetype kMaxDetails = 50;
 
 QString flagOf(BrewPackageType type) {
   return type == BrewPackageType::Cask ? QStringLiteral("--cask") : QStringLiteral("--formula");
@@ -88,7 +88,7 @@ void BrewManager::loadInstalledPackages() {
 void BrewManager::loadPackageDetails(const QStringList& names, BrewPackageType type) {
   const auto packages = std::make_shared<std::vector<BrewPackage>>();
   const auto group = std::make_shared<TaskGroup>();
-  const QStringList wanted = names.mid(0, kMostDetails);
+  const QStringList wanted = names.mid(0, kMaxDetails);
   for (const QString& name : wanted) {
     group->enter();
     runBrewCommand({QStringLiteral("info"), flagOf(type), name},

@@ -40,8 +40,8 @@ class Codes {
 
 // A component as SGR counts it: 255 is 1.0, and more and less are possible.
 std::int64_t in255ths(double component) {
-  constexpr double kMost = 9007199254740992.0;  // 2^53
-  return std::llround(std::clamp(component * 255.0, -kMost, kMost));
+  constexpr double kMax = 9007199254740992.0;  // 2^53
+  return std::llround(std::clamp(component * 255.0, -kMax, kMax));
 }
 
 std::optional<std::int64_t> levelOfCube(std::int64_t component) {

@@ -98,7 +98,7 @@ Result<LineExpression> LineExpression::compile(std::string_view expression, Lett
   // By itself first: what is put around it must not close its parentheses, nor be shown in an error.
   const RE2 alone(asked, options);
   if (!alone.ok()) return failureOf(alone);
-  if (alone.ProgramSize() > kMostInstructions) return Failure{"The regular expression is too large."};
+  if (alone.ProgramSize() > kMaxInstructions) return Failure{"The regular expression is too large."};
   const bool whole = words == Words::Whole;
   auto engine = std::make_shared<const RE2>("(?m)" + (whole ? endingInWord(asked) : asked), options);
   if (!engine->ok() && whole) {

@@ -27,7 +27,7 @@ class LineExpression {
   static constexpr std::size_t kExpressionBytes = 8 << 20;
   /// Expressions that RE2 turns into more instructions are refused: where their states do not fit its memory it falls
   /// back to a way whose time is in proportion to these as well.
-  static constexpr int kMostInstructions = 8000;
+  static constexpr int kMaxInstructions = 8000;
 
   /// The failure is a sentence for a person.
   static Result<LineExpression> compile(std::string_view expression, Letters letters, Words words);

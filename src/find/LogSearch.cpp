@@ -32,32 +32,32 @@ std::size_t segmentAt(const TextStorage& text, TextPosition position) {
   return text.blockAt(position) / kSegmentBlocks;
 }
 
-TextExcerpt excerptOfSegments(const TextStorage& text, std::size_t first, std::size_t end) {
+TextSnapshot snapshotOfSegments(const TextStorage& text, std::size_t first, std::size_t end) {
   const std::size_t firstBlock = first * kSegmentBlocks;
-  return text.excerpt(firstBlock == 0 ? 0 : firstBlock - 1, std::min(end * kSegmentBlocks + 1, text.blockCount()));
+  return text.snapshot(firstBlock == 0 ? 0 : firstBlock - 1, std::min(end * kSegmentBlocks + 1, text.blockCount()));
 }
 
-std::vector<FindMatch> findInSegment(const FindPattern& pattern, const TextExcerpt& excerpt, std::size_t segment,
+std::vector<FindMatch> findInSegment(const FindPattern& pattern, const TextSnapshot& snapshot, std::size_t segment,
                                      FindInterrupt& interrupt) {
   const std::size_t first = segment * kSegmentBlocks;
-  const std::size_t end = std::min(first + kSegmentBlocks, excerpt.endBlock());
-  const TextPosition begin = excerpt.summary(first).start;
-  const TextPosition limit = excerpt.summary(end - 1).end();
+  const std::size_t end = std::min(first + kSegmentBlocks, snapshot.endBlock());
+  const TextPosition begin = snapshot.summary(first).start;
+  const TextPosition limit = snapshot.summary(end - 1).end();
   std::vector<FindMatch> matches;
 
   BlockText before;
   std::string_view lead;
-  if (excerpt.summary(first).continuesALine() && first > 0) {
-    before = excerpt.text(first - 1);
+  if (snapshot.summary(first).continuesALine() && first > 0) {
+    before = snapshot.text(first - 1);
     lead = lastLine(before.text());
   }
   FindScanner scanner(pattern, begin - lead.size(), &interrupt);
   scanner.feed(lead, matches);
   for (std::size_t block = first; block < end && !interrupt.ask(); ++block) {
-    scanner.feed(excerpt.text(block).text(), matches);
+    scanner.feed(snapshot.text(block).text(), matches);
   }
-  if (end < excerpt.endBlock() && excerpt.summary(end).continuesALine()) {
-    scanner.feed(firstLine(excerpt.text(end).text()), matches);
+  if (end < snapshot.endBlock() && snapshot.summary(end).continuesALine()) {
+    scanner.feed(firstLine(snapshot.text(end).text()), matches);
   }
   scanner.finish(matches);
 

@@ -15,8 +15,8 @@ namespace {
 
 // Blocks that may wait for the worker before their owner has to compress as well, and what they may take: a block in
 // which every character has a style of its own is a hundred times as large as its text.
-constexpr std::size_t kMostWaiting = 64;
-constexpr std::size_t kMostWaitingBytes = std::size_t{64} << 20;
+constexpr std::size_t kMaxWaiting = 64;
+constexpr std::size_t kMaxWaitingBytes = std::size_t{64} << 20;
 // What blocks may take to be left as they are.
 constexpr std::size_t kHotBytes = std::size_t{8} << 20;
 
@@ -50,8 +50,8 @@ class BlockStore::State : public SteppedWork, public std::enable_shared_from_thi
            (m_plainBytes > kHotBytes && m_nextToPack < m_places.size());
   }
   bool mustPack() const {
-    return m_nextToPack + m_settings.hotBlocks + kMostWaiting < m_places.size() ||
-           (m_plainBytes > kMostWaitingBytes && m_nextToPack < m_places.size());
+    return m_nextToPack + m_settings.hotBlocks + kMaxWaiting < m_places.size() ||
+           (m_plainBytes > kMaxWaitingBytes && m_nextToPack < m_places.size());
   }
   bool maySpill() const {
     return !m_settings.folder.empty() && m_memoryBytes > m_settings.memoryBudget && m_nextToSpill < m_places.size() &&

@@ -2,7 +2,7 @@
 
 namespace zolt {
 
-void OutputWriter::append(const TextExcerpt& text, std::size_t index, std::string& out) {
+void OutputWriter::append(const TextSnapshot& text, std::size_t index, std::string& out) {
   if (m_appendStyle != nullptr) {
     appendStyled(*text.block(index), out);
   } else {

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "history/TextExcerpt.h"
+#include "history/TextSnapshot.h"
 
 namespace zolt {
 
@@ -22,7 +22,7 @@ class OutputWriter {
 
   /// Appends the bytes of the next block, number `index` of `text`, to `out`. A style is written where it changes and
   /// only before text.
-  void append(const TextExcerpt& text, std::size_t index, std::string& out);
+  void append(const TextSnapshot& text, std::size_t index, std::string& out);
   /// Appends what follows the last block: the way back to TextAttributes{}.
   void finish(std::string& out);
 

@@ -85,7 +85,7 @@ std::shared_ptr<const TextBlock> TextStorage::load(std::size_t index) const {
   return lostBlock(m_sealed[index], summary(index + 1));
 }
 
-TextExcerpt TextStorage::excerpt(std::size_t first, std::size_t end) const {
+TextSnapshot TextStorage::snapshot(std::size_t first, std::size_t end) const {
   std::vector<TextBlock::Summary> summaries;
   summaries.reserve(end - first + 1);
   for (std::size_t i = first; i < std::min(end + 1, blockCount()); ++i) {

@@ -10,7 +10,7 @@
 
 #include "history/BlockStore.h"
 #include "history/TextBlock.h"
-#include "history/TextExcerpt.h"
+#include "history/TextSnapshot.h"
 #include "text/AttributedString.h"
 
 namespace zolt {
@@ -61,7 +61,7 @@ class TextStorage {
   void forEachRun(TextPosition begin, TextPosition end, const RunVisitor& visit) const;
 
   /// The blocks from `first` to `end` (not included, at most blockCount()), for other threads.
-  TextExcerpt excerpt(std::size_t first, std::size_t end) const;
+  TextSnapshot snapshot(std::size_t first, std::size_t end) const;
 
   /// An estimate of the memory in use, in bytes.
   std::size_t memoryBytes() const;

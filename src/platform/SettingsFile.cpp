@@ -24,7 +24,7 @@ namespace zolt {
 namespace {
 
 constexpr qint64 kLineLimitBytes = kSettingsFileLimitBytes;
-constexpr int kMostCopies = 1000;
+constexpr int kMaxCopies = 1000;
 constexpr int kLeftoverAgeSeconds = 60;
 constexpr std::chrono::seconds kLockLimit{2};
 constexpr std::chrono::milliseconds kLockRetry{2};
@@ -101,7 +101,7 @@ std::optional<Salvage> salvage(QFile& file) {
 
 // Gives the file a second name: nothing is copied, and the first is free to be replaced.
 Result<QString> keepCopy(const QString& file) {
-  for (int number = 1; number <= kMostCopies; ++number) {
+  for (int number = 1; number <= kMaxCopies; ++number) {
     QString copy = file + QStringLiteral(".unreadable");
     if (number > 1) copy += QString::number(number);
     if (link(QFile::encodeName(file).constData(), QFile::encodeName(copy).constData()) == 0) return copy;

@@ -55,7 +55,7 @@ double doubleOfText(std::string_view text) {
 
 std::int64_t integerOfText(std::string_view text) {
   constexpr auto kLeast = std::numeric_limits<std::int64_t>::min();
-  constexpr auto kMost = std::numeric_limits<std::int64_t>::max();
+  constexpr auto kMax = std::numeric_limits<std::int64_t>::max();
   const Number number = numberAtStart(text);
   std::int64_t integer = 0;
   if (number.isInteger) {
@@ -64,7 +64,7 @@ std::int64_t integerOfText(std::string_view text) {
     if (parsed.ec == std::errc{}) return integer;
   }
   // Every double from 2^63 on is beyond the range.
-  if (number.value >= 0x1p63) return kMost;
+  if (number.value >= 0x1p63) return kMax;
   if (number.value < -0x1p63) return kLeast;
   return static_cast<std::int64_t>(number.value);
 }

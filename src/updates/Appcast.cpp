@@ -8,7 +8,7 @@ namespace zolt {
 
 namespace {
 
-constexpr int kMaximumVersionLength = 100;
+constexpr int kMaxVersionLength = 100;
 
 QUrl resolved(const QUrl& feed, const QUrl& address) {
   if (address.isEmpty()) return {};
@@ -41,8 +41,8 @@ std::optional<AppcastItem> itemOf(const AppcastDraft& draft, const QUrl& feed, c
   item.version = firstOf(draft.version.simplified(), package.version.simplified());
   item.shortVersion =
       firstOf(firstOf(draft.shortVersion.simplified(), package.shortVersion.simplified()), item.version);
-  if (item.version.isEmpty() || item.version.size() > kMaximumVersionLength ||
-      item.shortVersion.size() > kMaximumVersionLength) {
+  if (item.version.isEmpty() || item.version.size() > kMaxVersionLength ||
+      item.shortVersion.size() > kMaxVersionLength) {
     return std::nullopt;
   }
   item.title = draft.title.simplified();

@@ -6,8 +6,8 @@ namespace zolt {
 
 namespace {
 
-constexpr int kMaximumDepth = 32;
-constexpr std::size_t kMaximumItems = 1000;
+constexpr int kMaxDepth = 32;
+constexpr std::size_t kMaxItems = 1000;
 constexpr QLatin1String kNamespace("http://www.andymatuschak.org/xml-namespaces/sparkle");
 
 // The elements of an item that are one text.
@@ -66,7 +66,7 @@ void AppcastReader::next() {
       m_xml.raiseError(QStringLiteral("document types are not read"));
       break;
     case QXmlStreamReader::StartElement:
-      if (++m_depth > kMaximumDepth) m_xml.raiseError(QStringLiteral("nested too deep"));
+      if (++m_depth > kMaxDepth) m_xml.raiseError(QStringLiteral("nested too deep"));
       break;
     case QXmlStreamReader::EndElement:
       --m_depth;
@@ -108,7 +108,7 @@ bool AppcastReader::isOfRss(const char* name) const {
 }
 
 void AppcastReader::readItem() {
-  if (m_items.size() == kMaximumItems) return m_xml.raiseError(QStringLiteral("too many items"));
+  if (m_items.size() == kMaxItems) return m_xml.raiseError(QStringLiteral("too many items"));
   AppcastDraft item;
   forEachChild([&] { readChild(item); });
   m_items.push_back(std::move(item));

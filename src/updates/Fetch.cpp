@@ -11,7 +11,7 @@ namespace zolt {
 
 namespace {
 
-constexpr int kMaximumRedirects = 5;
+constexpr int kMaxRedirects = 5;
 constexpr std::int64_t kBufferBytes = 1 << 20;
 constexpr int kStatusOk = 200;
 constexpr std::array kRedirectStatuses{301, 302, 303, 307, 308};
@@ -106,7 +106,7 @@ void Fetch::takeHeaders() {
 }
 
 void Fetch::redirect(const QUrl& url) {
-  if (++m_redirects > kMaximumRedirects) return fail(FetchError::RedirectedTooOften);
+  if (++m_redirects > kMaxRedirects) return fail(FetchError::RedirectedTooOften);
   if (!mayRedirect(m_reply->url(), url)) return fail(FetchError::RedirectedWeaker);
   dropReply();
   open(url);

@@ -9,7 +9,7 @@ namespace zolt {
 
 namespace {
 
-constexpr qsizetype kMaximumNesting = 24;
+constexpr qsizetype kMaxNesting = 24;
 
 struct Tag {
   QLatin1String name;
@@ -130,7 +130,7 @@ class Reducer {
       m_result += QLatin1Char('<') + name + QLatin1Char('>');
       return;
     }
-    if (m_open.size() >= kMaximumNesting) return;
+    if (m_open.size() >= kMaxNesting) return;
     const QString page = name == QLatin1String("a") ? pageOf(attributes) : QString();
     m_open.append(name);
     m_result += QLatin1Char('<') + name;

@@ -4,7 +4,7 @@ namespace zolt {
 
 namespace {
 
-constexpr qsizetype kMaximumBytes = 120;
+constexpr qsizetype kMaxBytes = 120;
 
 bool isAllowed(char32_t character) {
   if (character == U'/' || character == U'\\' || character == U':') return false;
@@ -20,7 +20,7 @@ QString packageFileName(const QUrl& url) {
   for (const char32_t character : segment.toStdU32String()) {
     if (isAllowed(character)) name += character;
   }
-  while (QString::fromStdU32String(name).toUtf8().size() > kMaximumBytes) {
+  while (QString::fromStdU32String(name).toUtf8().size() > kMaxBytes) {
     name.erase(0, 1);
   }
   const auto start = name.find_first_not_of(U". ");

@@ -27,15 +27,15 @@ struct LinkHash {
 
 /// What cells name by number. All bounded: a table that is full is swept of what no cell names any more.
 struct CellTables {
-  static constexpr std::size_t mostStyles = 65535;
-  static constexpr std::size_t mostClusters = 65535;
-  static constexpr std::size_t mostLinks = 16383;
+  static constexpr std::size_t maxStyles = 65535;
+  static constexpr std::size_t maxClusters = 65535;
+  static constexpr std::size_t maxLinks = 16383;
   /// The scalars of a cluster; further ones are dropped.
-  static constexpr std::size_t mostScalars = 24;
+  static constexpr std::size_t maxScalars = 24;
 
-  Interned<Style, StyleHash> styles{mostStyles, Style()};
-  Interned<std::u32string, std::hash<std::u32string>> clusters{mostClusters, std::u32string()};
-  Interned<LinkTarget, LinkHash> links{mostLinks, LinkTarget()};
+  Interned<Style, StyleHash> styles{maxStyles, Style()};
+  Interned<std::u32string, std::hash<std::u32string>> clusters{maxClusters, std::u32string()};
+  Interned<LinkTarget, LinkHash> links{maxLinks, LinkTarget()};
 
   /// Adds the text of a cell; a blank for one where nothing was written, nothing for the rest of a wide one.
   void appendText(Cell cell, std::string& text) const {

@@ -16,10 +16,10 @@ namespace {
 
 using State = TerminalState;
 
-constexpr std::size_t kMostTitleBytes = 1024;
-constexpr std::size_t kMostUriBytes = 2083;
-constexpr std::size_t kMostLinkIdBytes = 250;
-constexpr std::size_t kMostPathBytes = 4096;
+constexpr std::size_t kMaxTitleBytes = 1024;
+constexpr std::size_t kMaxUriBytes = 2083;
+constexpr std::size_t kMaxLinkIdBytes = 250;
+constexpr std::size_t kMaxPathBytes = 4096;
 
 // What stands before the next semicolon; the rest stays.
 std::string_view field(std::string_view& rest) {
@@ -38,7 +38,7 @@ std::optional<int> number(std::string_view text) {
 
 template <bool icon, bool window>
 void setTitle(State& state, std::string_view text) {
-  const std::string title = withoutControls(text, kMostTitleBytes);
+  const std::string title = withoutControls(text, kMaxTitleBytes);
   if (icon) state.iconTitle = title;
   if (window) state.title = title;
   state.events.titleChanged = true;
@@ -141,7 +141,7 @@ void setWorkingDirectory(State& state, std::string_view text) {
   const std::optional<std::string> path = percentDecoded(text.substr(slash));
   // A control character in a path is a trap for whoever shows it.
   const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; };
-  if (!path || path->size() > kMostPathBytes || std::ranges::any_of(*path, isControl)) return;
+  if (!path || path->size() > kMaxPathBytes || std::ranges::any_of(*path, isControl)) return;
   state.workingDirectory = *path;
   state.workingDirectoryHost = withoutControls(text.substr(0, slash), 255);
 }
@@ -155,7 +155,7 @@ std::string linkId(std::string_view parameters) {
   while (!parameters.empty()) {
     const std::size_t end = std::min(parameters.find(':'), parameters.size());
     const std::string_view parameter = parameters.substr(0, end);
-    if (parameter.starts_with("id=")) return withoutControls(parameter.substr(3), kMostLinkIdBytes);
+    if (parameter.starts_with("id=")) return withoutControls(parameter.substr(3), kMaxLinkIdBytes);
     parameters.remove_prefix(std::min(end + 1, parameters.size()));
   }
   return {};
@@ -163,14 +163,14 @@ std::string linkId(std::string_view parameters) {
 
 void setLink(State& state, std::string_view text) {
   const std::string_view parameters = field(text);
-  const bool isLink = !text.empty() && text.size() <= kMostUriBytes && isUri(text);
+  const bool isLink = !text.empty() && text.size() <= kMaxUriBytes && isUri(text);
   state.screen.setLink(isLink ? LinkTarget{.id = linkId(parameters), .uri = std::string(text)} : LinkTarget{});
 }
 
 void addNotification(State& state, std::string_view title, std::string_view body) {
   auto& notifications = state.events.notifications;
-  if (notifications.size() == TerminalEvents::mostNotifications) return;
-  notifications.push_back({.title = withoutControls(title, 256), .body = withoutControls(body, kMostTitleBytes)});
+  if (notifications.size() == TerminalEvents::maxNotifications) return;
+  notifications.push_back({.title = withoutControls(title, 256), .body = withoutControls(body, kMaxTitleBytes)});
 }
 
 void setProgress(State& state, std::string_view text) {

@@ -21,15 +21,15 @@ struct Parameter {
 struct ControlSequence {
   /// Further parameters and intermediate characters than these are dropped; a sequence with more of the latter has no
   /// effect.
-  static constexpr std::size_t mostParameters = 32;
-  static constexpr std::size_t mostIntermediates = 2;
+  static constexpr std::size_t maxParameters = 32;
+  static constexpr std::size_t maxIntermediates = 2;
 
   char prefix = 0;  ///< '<', '=', '>' or '?'; 0 where there is none
   char final = 0;   ///< 0x40 to 0x7E
   std::uint8_t intermediateCount = 0;
   std::uint8_t parameterCount = 0;
-  std::array<char, mostIntermediates> intermediates{};
-  std::array<Parameter, mostParameters> parameters{};
+  std::array<char, maxIntermediates> intermediates{};
+  std::array<Parameter, maxParameters> parameters{};
 
   std::string_view intermediateText() const { return {intermediates.data(), intermediateCount}; }
   /// Parameter `index`, or `fallback` where it is not there or was omitted.
@@ -41,7 +41,7 @@ struct ControlSequence {
 
 /// An escape sequence: ECMA-48 5.3 and ECMA-35 13.2.
 struct EscapeSequence {
-  std::string_view intermediates;  ///< at most ControlSequence::mostIntermediates
+  std::string_view intermediates;  ///< at most ControlSequence::maxIntermediates
   char final = 0;                  ///< 0x30 to 0x7E
 };
 

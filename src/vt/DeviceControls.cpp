@@ -101,9 +101,9 @@ bool equalsHex(std::string_view hex, std::string_view text) {
 // Names in hexadecimal between semicolons. The answer is in our own words: it stops at the first name that is not
 // known.
 void requestCapabilities(State& state, const ControlSequence&, std::string_view text) {
-  constexpr int kMostNames = 64;
+  constexpr int kMaxNames = 64;
   std::string answer;
-  for (int i = 0; i < kMostNames && !text.empty(); ++i) {
+  for (int i = 0; i < kMaxNames && !text.empty(); ++i) {
     const std::size_t end = std::min(text.find(';'), text.size());
     const auto* const known = std::ranges::find_if(
         kCapabilities, [&](const Capability& each) { return equalsHex(text.substr(0, end), each.name); });

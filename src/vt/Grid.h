@@ -73,7 +73,7 @@ class Grid {
   std::span<const RowMark> marks(int row) const;
 
  private:
-  static constexpr std::size_t kMostMarksInARow = 16;
+  static constexpr std::size_t kMaxMarksInARow = 16;
 
   std::size_t slot(int row) const {
     const int inRing = row - m_ringTop;

@@ -14,8 +14,8 @@ namespace {
 constexpr int kReleaseCode = 3;  // and no button
 constexpr int kMotionCode = 32;
 constexpr int kCharacterOffset = 32;  // so that the characters are no controls
-constexpr std::int64_t kMostByte = 255;
-constexpr std::int64_t kMostTwoByteCharacter = 2047;
+constexpr std::int64_t kMaxByte = 255;
+constexpr std::int64_t kMaxTwoByteCharacter = 2047;
 
 // By MouseButton.
 constexpr int kButtonCodes[] = {kReleaseCode, 0, 1, 2, 64, 65, 66, 67, 128, 129, 130, 131};
@@ -61,9 +61,9 @@ std::string inNumbers(const char* introducer, int code, std::int64_t column, std
 std::string encode(int code, std::int64_t column, std::int64_t row, bool isRelease, MouseEncoding encoding) {
   switch (encoding) {
     case MouseEncoding::Default:
-      return inCharacters(code, column, row, kMostByte, false);
+      return inCharacters(code, column, row, kMaxByte, false);
     case MouseEncoding::Utf8:
-      return inCharacters(code, column, row, kMostTwoByteCharacter, true);
+      return inCharacters(code, column, row, kMaxTwoByteCharacter, true);
     case MouseEncoding::Urxvt:
       return inNumbers("\x1B[", code + kCharacterOffset, column, row, 'M');
     case MouseEncoding::Sgr:
@@ -119,7 +119,7 @@ std::string MouseReporter::report(const MouseEvent& event, const MouseModes& mod
 }
 
 std::string alternateScroll(int steps, bool applicationCursor) {
-  const std::int64_t count = std::min<std::int64_t>(std::abs(std::int64_t{steps}), kMostScrollSteps);
+  const std::int64_t count = std::min<std::int64_t>(std::abs(std::int64_t{steps}), kMaxScrollSteps);
   const std::string key = std::string(applicationCursor ? "\x1BO" : "\x1B[") + (steps > 0 ? 'A' : 'B');
   std::string keys;
   for (std::int64_t i = 0; i < count; ++i) {

@@ -93,9 +93,9 @@ class MouseReporter {
 
 /// The cursor keys that steps of the wheel are to a program on the alternate screen that does not track the mouse
 /// (private mode 1007): Up for each step away from the user (`steps` > 0), Down for each towards them. At most
-/// `kMostScrollSteps` are sent. `applicationCursor` is DECCKM.
+/// `kMaxScrollSteps` are sent. `applicationCursor` is DECCKM.
 std::string alternateScroll(int steps, bool applicationCursor);
 
-inline constexpr int kMostScrollSteps = 1000;
+inline constexpr int kMaxScrollSteps = 1000;
 
 }  // namespace zolt::vt

@@ -178,7 +178,7 @@ void Parser::begin() {
   m_suspended = false;
   m_tooLong = false;
   // What a long string took is given back.
-  if (m_string.capacity() > mostCommandBytes) m_string = std::string();
+  if (m_string.capacity() > maxCommandBytes) m_string = std::string();
   m_string.clear();
 }
 
@@ -187,7 +187,7 @@ void Parser::collect(char character) {
   if (m_suspended) begin();
   if (character >= '<' && character <= '?') {
     m_sequence.prefix = character;
-  } else if (m_sequence.intermediateCount < ControlSequence::mostIntermediates) {
+  } else if (m_sequence.intermediateCount < ControlSequence::maxIntermediates) {
     m_sequence.intermediates[m_sequence.intermediateCount++] = character;
   } else {
     m_overfull = true;
@@ -199,27 +199,27 @@ void Parser::addParameter(char character) {
   if (count == 0) m_sequence.parameters[count++] = {};
   if (m_parametersFull) return;
   if (character == ';' || character == ':') {
-    m_parametersFull = count == ControlSequence::mostParameters;
+    m_parametersFull = count == ControlSequence::maxParameters;
     if (!m_parametersFull) m_sequence.parameters[count++] = {.isSub = character == ':'};
     return;
   }
   std::int32_t& value = m_sequence.parameters[count - 1U].value;
-  constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
+  constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
   const std::int32_t before = std::max(value, 0);
   const std::int32_t digit = character - '0';
-  value = before > (kMost - digit) / 10 ? kMost : before * 10 + digit;
+  value = before > (kMax - digit) / 10 ? kMax : before * 10 + digit;
 }
 
-std::size_t Parser::mostStringBytes() const {
-  if (m_open == OpenString::DeviceControl) return mostDeviceControlBytes;
-  if (m_string.starts_with("8;")) return mostLinkBytes;
-  return m_string.starts_with("52;") ? mostPayloadBytes : mostCommandBytes;
+std::size_t Parser::maxStringBytes() const {
+  if (m_open == OpenString::DeviceControl) return maxDeviceControlBytes;
+  if (m_string.starts_with("8;")) return maxLinkBytes;
+  return m_string.starts_with("52;") ? maxPayloadBytes : maxCommandBytes;
 }
 
 void Parser::put(char32_t character) {
   if (m_open == OpenString::None || m_tooLong) return;
   appendUtf8(m_string, character);
-  if (m_string.size() <= mostStringBytes()) return;
+  if (m_string.size() <= maxStringBytes()) return;
   m_tooLong = true;
   m_string = std::string();
 }

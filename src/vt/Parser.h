@@ -38,10 +38,10 @@ class ParserEvents {
 class Parser {
  public:
   /// The most bytes of a string: an operating system command, one that carries a payload (52), a device control string.
-  static constexpr std::size_t mostCommandBytes = 2 << 10;
-  static constexpr std::size_t mostPayloadBytes = 8 << 20;
-  static constexpr std::size_t mostLinkBytes = 4 << 10;  ///< a hyperlink (8), whose address alone may have 2083
-  static constexpr std::size_t mostDeviceControlBytes = 1 << 20;
+  static constexpr std::size_t maxCommandBytes = 2 << 10;
+  static constexpr std::size_t maxPayloadBytes = 8 << 20;
+  static constexpr std::size_t maxLinkBytes = 4 << 10;  ///< a hyperlink (8), whose address alone may have 2083
+  static constexpr std::size_t maxDeviceControlBytes = 1 << 20;
 
   /// `events` must outlive the parser.
   explicit Parser(ParserEvents& events) : m_events(events) {}
@@ -68,7 +68,7 @@ class Parser {
   void addParameter(char character);
   void put(char32_t character);
   void endString(bool byBell);
-  std::size_t mostStringBytes() const;
+  std::size_t maxStringBytes() const;
 
   ParserEvents& m_events;
   State m_state = State::Ground;

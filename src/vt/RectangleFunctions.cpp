@@ -17,7 +17,7 @@ void copyArea(State& state, const Sequence& sequence) {
   if (from.isEmpty()) return;
   const Rectangle margins = state.screen.modes.origin ? state.screen.margins() : Rectangle{};
   const auto place = [&](std::size_t index, int least) {
-    return least + std::min(std::max(sequence.parameter(index, 1), 1), Screen::mostSide) - 1;
+    return least + std::min(std::max(sequence.parameter(index, 1), 1), Screen::maxSide) - 1;
   };
   // Parameters 4 and 7 are pages, of which there is one.
   state.screen.copyRectangle(from, place(5, margins.top), place(6, margins.left));

@@ -12,11 +12,11 @@ constexpr int kTabWidth = 8;
 constexpr std::size_t kRefusalsBetweenSweeps = 8192;
 
 int allowedRows(int rows, int columns) {
-  return std::clamp(rows, 1, std::min(Screen::mostSide, Screen::mostCells / columns));
+  return std::clamp(rows, 1, std::min(Screen::maxSide, Screen::maxCells / columns));
 }
 
 int allowedColumns(int columns) {
-  return std::clamp(columns, 1, Screen::mostSide);
+  return std::clamp(columns, 1, Screen::maxSide);
 }
 
 std::vector<bool> everyEighth(int columns) {

@@ -64,8 +64,8 @@ struct Rectangle {
 class Screen {
  public:
   /// What a grid may have at most; `resize` and the constructor hold to it.
-  static constexpr int mostSide = 10'000;
-  static constexpr int mostCells = 4'000'000;
+  static constexpr int maxSide = 10'000;
+  static constexpr int maxCells = 4'000'000;
 
   Screen(int rows, int columns, HistorySettings history);
 

@@ -213,7 +213,7 @@ void Screen::join(char32_t character) {
   Cell& cell = m_grid->row(at->row)[static_cast<std::size_t>(at->column)];
   if (cell.width() == Width::Filler) return;
   std::u32string scalars = cell.isCluster() ? m_tables.clusters[cell.clusterId()] : std::u32string(1, cell.character());
-  if (scalars.size() >= CellTables::mostScalars) return;
+  if (scalars.size() >= CellTables::maxScalars) return;
   scalars.push_back(character);
   const std::optional<ClusterId> id = clusterId(scalars);
   if (!id) return;

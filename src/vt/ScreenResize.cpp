@@ -13,7 +13,7 @@ namespace {
 using Width = Cell::Width;
 
 // The longest line that comes back from the history to be wrapped anew.
-constexpr std::size_t kMostBytesTakenBack = std::size_t{64} << 10;
+constexpr std::size_t kMaxBytesTakenBack = std::size_t{64} << 10;
 
 int widthOf(Cell cell) {
   return cell.width() == Width::Wide ? 2 : 1;
@@ -115,7 +115,7 @@ void Screen::addScalar(char32_t scalar, std::uint64_t look, std::vector<Cell>& c
   const bool isWide =
       cells.back().width() == Width::Wide || (modes.graphemeClusters && widensCluster(cluster[0], scalar));
   cluster.push_back(scalar);
-  const std::optional<ClusterId> id = cluster.size() <= CellTables::mostScalars ? clusterId(cluster) : std::nullopt;
+  const std::optional<ClusterId> id = cluster.size() <= CellTables::maxScalars ? clusterId(cluster) : std::nullopt;
   if (id) cells.back() = Cell::cluster(*id, isWide ? Width::Wide : Width::Narrow, cells.back().look());
 }
 
@@ -205,7 +205,7 @@ void Screen::takeRow(int row, Line& line, std::size_t index, std::span<Tracked> 
 // Puts lines of the history before the others until they make `rows` rows more.
 void Screen::takeFromHistory(std::size_t rows, int columns, Lines& lines) {
   while (rows > 0) {
-    const std::optional<HistoryLine> history = m_scrollback.takeLast(kMostBytesTakenBack);
+    const std::optional<HistoryLine> history = m_scrollback.takeLast(kMaxBytesTakenBack);
     if (!history) return;
     takeLine(*history, lines.lines.emplace_back());
     std::vector<WrappedRow> above;
@@ -238,7 +238,7 @@ void Screen::reflow(int rows, int columns) {
   Lines lines;
   bool goesOn = false;
   if (m_scrollback.endsInside()) {
-    if (const auto begun = m_scrollback.takeLast(kMostBytesTakenBack)) {
+    if (const auto begun = m_scrollback.takeLast(kMaxBytesTakenBack)) {
       takeLine(*begun, lines.lines.emplace_back());
       goesOn = true;
     }
@@ -337,8 +337,8 @@ void Screen::resizeAlternate(int rows, int columns) {
 }
 
 void Screen::resize(int rows, int columns) {
-  columns = std::clamp(columns, 1, mostSide);
-  rows = std::clamp(rows, 1, std::min(mostSide, mostCells / columns));
+  columns = std::clamp(columns, 1, maxSide);
+  rows = std::clamp(rows, 1, std::min(maxSide, maxCells / columns));
   if (rows == this->rows() && columns == this->columns()) return;
   const auto oldColumns = static_cast<std::size_t>(this->columns());
   reflow(rows, columns);

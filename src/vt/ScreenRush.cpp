@@ -61,14 +61,14 @@ std::size_t forEachPiece(std::string_view bytes, bool inClusters, ControlSequenc
 
 // The most that a line may have, and those together which have to be seen before any is printed: a block of the history
 // has room for as many styles as that can hold.
-constexpr std::size_t kMostBytes = std::size_t{128} << 10;
+constexpr std::size_t kMaxBytes = std::size_t{128} << 10;
 
 // Whether so many usual lines follow.
 bool beginsWithLines(std::string_view bytes, std::size_t count, bool inClusters, Style style) {
   std::size_t end = 0;
   for (std::size_t i = 0; i < count; ++i) {
     end = bytes.find('\n', end);
-    if (end == std::string_view::npos || end > kMostBytes) return false;
+    if (end == std::string_view::npos || end > kMaxBytes) return false;
     ++end;
   }
   ControlSequence sequence;
@@ -126,8 +126,7 @@ Screen::Rush Screen::printLines(std::string_view bytes) {
       m_scrollback.appendText(text, Cell(look()), m_tables);
       m_lastPrinted = piece.lastScalar;
     };
-    const std::size_t size =
-        forEachPiece(bytes.substr(at, kMostBytes), modes.graphemeClusters, sequence, style(), take);
+    const std::size_t size = forEachPiece(bytes.substr(at, kMaxBytes), modes.graphemeClusters, sequence, style(), take);
     isUsual = size != 0;
     if (!isUsual) break;
     m_scrollback.endLine(m_tables);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "history/TextExcerpt.h"
+#include "history/TextSnapshot.h"
 #include "vt/CellRuns.h"
 
 namespace zolt::vt {
@@ -11,7 +11,7 @@ namespace zolt::vt {
 namespace {
 
 // Names of styles and links in a block are 16 bits.
-constexpr std::size_t kMostNames = UINT16_MAX;
+constexpr std::size_t kMaxNames = UINT16_MAX;
 // The room of a block for the row that fills it.
 constexpr std::size_t kSpareBytes = 1024;
 
@@ -95,8 +95,8 @@ void Scrollback::startRun(Cell cell, std::size_t begin, const CellTables& tables
 
 void Scrollback::appendCells(std::span<const Cell> cells, const CellTables& tables) {
   std::string& text = m_open->content.text;
-  constexpr std::size_t kMostBytes = 4;  // of a character
-  if (m_scratch.size() < cells.size() * kMostBytes) m_scratch.resize(cells.size() * kMostBytes);
+  constexpr std::size_t kMaxBytes = 4;  // of a character
+  if (m_scratch.size() < cells.size() * kMaxBytes) m_scratch.resize(cells.size() * kMaxBytes);
   char* out = m_scratch.data();
   const auto flush = [&] {
     text.append(m_scratch.data(), static_cast<std::size_t>(out - m_scratch.data()));
@@ -153,7 +153,7 @@ void Scrollback::append(std::span<const Cell> cells, bool wraps, std::span<const
 }
 
 void Scrollback::startBlockIfFull(std::size_t styles) {
-  if (isFull() || m_open->content.packedStyles.size() + styles > kMostNames) startBlock();
+  if (isFull() || m_open->content.packedStyles.size() + styles > kMaxNames) startBlock();
 }
 
 void Scrollback::appendText(std::string_view utf8, Cell look, const CellTables& tables) {
@@ -183,7 +183,7 @@ void Scrollback::takeBack(const Place& place) {
   m_runLook = place.runLook;
 }
 
-std::optional<HistoryLine> Scrollback::takeLast(std::size_t mostBytes) {
+std::optional<HistoryLine> Scrollback::takeLast(std::size_t maxBytes) {
   // What is between the beginning of the line and the end of the history.
   struct Part {
     Block* block;
@@ -210,7 +210,7 @@ std::optional<HistoryLine> Scrollback::takeLast(std::size_t mostBytes) {
     const std::size_t begin = lineEnd == std::string::npos ? 0 : lineEnd + 1;
     places.push_back({block, begin, end});
     bytes += end - begin;
-    if (bytes > mostBytes) return std::nullopt;
+    if (bytes > maxBytes) return std::nullopt;
     isWhole = begin != 0;
     if (isWhole) break;
   }

@@ -44,9 +44,9 @@ class Scrollback {
   Place place() const;
   void takeBack(const Place& place);
 
-  /// Takes the last line out again, for the screen: at most `mostBytes` of text. Nothing where it is longer, or where
+  /// Takes the last line out again, for the screen: at most `maxBytes` of text. Nothing where it is longer, or where
   /// it lies too far back: the latest 64 KiB can be had at least, where there are as many.
-  std::optional<HistoryLine> takeLast(std::size_t mostBytes);
+  std::optional<HistoryLine> takeLast(std::size_t maxBytes);
   /// Whether the last line was not ended: the screen's first row goes on with it.
   bool endsInside() const {
     for (const Block* block : {m_open.get(), m_previous.get()}) {

@@ -13,7 +13,7 @@ namespace {
 using State = TerminalState;
 using Sequence = ControlSequence;
 
-constexpr std::size_t kMostPushed = 10;
+constexpr std::size_t kMaxPushed = 10;
 constexpr int kSavedCursorMode = 1048;
 
 template <bool isPrivate, bool value>
@@ -93,7 +93,7 @@ constexpr int kAllKeyboardFlags = 31;
 
 void pushKeyboardFlags(State& state, const Sequence& sequence) {
   KeyboardState::Flags& flags = state.keyboardFlags();
-  if (flags.pushed.size() == KeyboardState::mostPushed) flags.pushed.erase(flags.pushed.begin());
+  if (flags.pushed.size() == KeyboardState::maxPushed) flags.pushed.erase(flags.pushed.begin());
   flags.pushed.push_back(flags.current);
   flags.current = static_cast<std::uint8_t>(sequence.parameter(0, 0) & kAllKeyboardFlags);
 }
@@ -137,7 +137,7 @@ void setConformance(State& state, const Sequence& sequence) {
 }
 
 void pushStyle(State& state, const Sequence&) {
-  if (state.pushedStyles.size() < kMostPushed) state.pushedStyles.push_back(state.screen.pen().style);
+  if (state.pushedStyles.size() < kMaxPushed) state.pushedStyles.push_back(state.screen.pen().style);
 }
 
 void popStyle(State& state, const Sequence&) {
@@ -147,7 +147,7 @@ void popStyle(State& state, const Sequence&) {
 }
 
 void pushColors(State& state, const Sequence&) {
-  if (state.pushedPalettes.size() < kMostPushed) state.pushedPalettes.push_back(state.palette);
+  if (state.pushedPalettes.size() < kMaxPushed) state.pushedPalettes.push_back(state.palette);
 }
 
 void popColors(State& state, const Sequence&) {

@@ -10,7 +10,7 @@ namespace zolt::vt {
 namespace {
 
 // Whoever feeds a terminal takes its answers soon; a program that asks without end gets no more than this at once.
-constexpr std::size_t kMostPendingReplies = std::size_t{1} << 20;
+constexpr std::size_t kMaxPendingReplies = std::size_t{1} << 20;
 
 // Characters that change the direction of what follows: a title or a message could be made to look like another.
 bool isDirectionControl(char32_t scalar) {
@@ -24,13 +24,13 @@ bool isLineSeparator(char32_t scalar) {
 
 }  // namespace
 
-std::string withoutControls(std::string_view text, std::size_t mostBytes) {
+std::string withoutControls(std::string_view text, std::size_t maxBytes) {
   std::string clean;
   std::size_t length = 0;
   for (std::size_t at = 0; at < text.size(); at += length) {
     const char32_t scalar = scalarAt(text, at, length);
     if (isControl(scalar) || isLineSeparator(scalar) || isDirectionControl(scalar)) continue;
-    if (clean.size() + length > mostBytes) break;
+    if (clean.size() + length > maxBytes) break;
     clean += text.substr(at, length);
   }
   return clean;
@@ -42,7 +42,7 @@ TerminalState::TerminalState(int rows, int columns, TerminalSettings given)
 }
 
 void TerminalState::reply(std::string_view text) {
-  if (replies.size() + text.size() <= kMostPendingReplies) replies += text;
+  if (replies.size() + text.size() <= kMaxPendingReplies) replies += text;
 }
 
 void TerminalState::resetSoft() {

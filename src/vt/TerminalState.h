@@ -61,7 +61,7 @@ struct TerminalModes {
 
 /// What keys send beyond the modes: xterm's modifyKeys, and the progressive keyboard protocol's flags.
 struct KeyboardState {
-  static constexpr std::size_t mostPushed = 16;
+  static constexpr std::size_t maxPushed = 16;
 
   int modifyKeyboard = 0;
   int modifyCursorKeys = 2;
@@ -100,7 +100,7 @@ struct Progress {
 
 /// What came up that a window may act on, until it is taken. Bounded: what comes when there is no more room is dropped.
 struct TerminalEvents {
-  static constexpr std::size_t mostNotifications = 16;
+  static constexpr std::size_t maxNotifications = 16;
 
   std::uint32_t bells = 0;
   std::vector<ClipboardWrite> clipboardWrites;  ///< the last one for each target
@@ -162,8 +162,8 @@ struct TerminalState {
   void resetSoft();  // DECSTR
 };
 
-/// `text` without control characters and what would hide in a line, at most `mostBytes` long and cut between
+/// `text` without control characters and what would hide in a line, at most `maxBytes` long and cut between
 /// characters.
-std::string withoutControls(std::string_view text, std::size_t mostBytes);
+std::string withoutControls(std::string_view text, std::size_t maxBytes);
 
 }  // namespace zolt::vt

@@ -8,7 +8,7 @@ namespace zolt::vt {
 namespace {
 
 // Numbers up to here can have one more digit.
-constexpr std::int32_t kMostShortValue = 99'999'999;
+constexpr std::int32_t kMaxShortValue = 99'999'999;
 
 }  // namespace
 
@@ -25,14 +25,14 @@ std::size_t takeControlSequence(std::string_view bytes, ControlSequence& sequenc
     const char c = bytes[at];
     if (c >= '0' && c <= '9') {
       // More digits than a number can have go the long way.
-      if (value > kMostShortValue) return 0;
+      if (value > kMaxShortValue) return 0;
       value = std::max(value, 0) * 10 + (c - '0');
       continue;
     }
     const bool isSeparator = c == ';' || c == ':';
     const bool isAnything = isSeparator || count > 0 || value != Parameter::omitted;
     if (isAnything) {
-      if (count == ControlSequence::mostParameters) return 0;
+      if (count == ControlSequence::maxParameters) return 0;
       sequence.parameters[count++] = {.value = value, .isSub = isSub};
     }
     if (!isSeparator) break;
@@ -41,7 +41,7 @@ std::size_t takeControlSequence(std::string_view bytes, ControlSequence& sequenc
   }
   sequence.parameterCount = static_cast<std::uint8_t>(count);
   while (at < bytes.size() && bytes[at] >= ' ' && bytes[at] <= '/') {
-    if (sequence.intermediateCount == ControlSequence::mostIntermediates) return 0;
+    if (sequence.intermediateCount == ControlSequence::maxIntermediates) return 0;
     sequence.intermediates[sequence.intermediateCount++] = bytes[at++];
   }
   if (at == bytes.size() || bytes[at] < '@' || bytes[at] > '~') return 0;

@@ -12,7 +12,7 @@ namespace zolt {
 namespace {
 
 std::string saved(const TextStorage& storage) {
-  const TextExcerpt text = storage.excerpt(0, storage.blockCount());
+  const TextSnapshot text = storage.snapshot(0, storage.blockCount());
   OutputWriter writer(appendSGR);
   std::string out;
   for (std::size_t i = 0; i < text.endBlock(); ++i) {

@@ -18,8 +18,8 @@ std::vector<FindMatch> findInAll(const TextStorage& storage, const FindPattern& 
   FindInterrupt never;
   std::vector<FindMatch> all;
   for (std::size_t segment = 0; segment < segmentCount(storage); ++segment) {
-    const TextExcerpt excerpt = excerptOfSegments(storage, segment, segment + 1);
-    const std::vector<FindMatch> matches = findInSegment(pattern, excerpt, segment, never);
+    const TextSnapshot snapshot = snapshotOfSegments(storage, segment, segment + 1);
+    const std::vector<FindMatch> matches = findInSegment(pattern, snapshot, segment, never);
     all.insert(all.end(), matches.begin(), matches.end());
   }
   return all;
@@ -66,7 +66,7 @@ TEST(LogSearch, FindsAMatchThatLiesInTwoSegmentsOnceInTheFirst) {
     storage.append(AttributedString(before + "needle..." + std::string(1000, '.'), TextAttributes()));
     FindInterrupt never;
     const FindPattern pattern = patternOf("needle");
-    const TextExcerpt both = excerptOfSegments(storage, 0, 2);
+    const TextSnapshot both = snapshotOfSegments(storage, 0, 2);
     const std::vector<FindMatch> expected{{before.size(), before.size() + 6}};
     const bool beginsInFirst = shift > 0;
     EXPECT_EQ(findInSegment(pattern, both, 0, never), beginsInFirst ? expected : std::vector<FindMatch>()) << shift;
@@ -102,13 +102,13 @@ TEST(LogSearch, TellsWhichSegmentHoldsAPosition) {
 TEST(LogSearch, OfAnExpressionThatTakesTheSquareOfALineIsGivenUp) {
   TextStorage storage;
   storage.append(AttributedString(std::string(kSegmentBytes, 'a'), TextAttributes()));
-  const TextExcerpt excerpt = excerptOfSegments(storage, 0, 1);
+  const TextSnapshot snapshot = snapshotOfSegments(storage, 0, 1);
   for (const char* expression : {"a+b|a", "(a+b)?"}) {
     for (const bool wholeWord : {false, true}) {
       int asked = 0;
       FindInterrupt interrupt([&] { return ++asked > 4; });
       const FindPattern pattern = patternOf(expression, {.wholeWord = wholeWord, .regularExpression = true});
-      const auto matches = findInSegment(pattern, excerpt, 0, interrupt);
+      const auto matches = findInSegment(pattern, snapshot, 0, interrupt);
       EXPECT_LT(matches.size(), kSegmentBytes) << expression;
       EXPECT_EQ(asked == 5, interrupt.isGiven()) << expression;
       if (!wholeWord) {

@@ -11,7 +11,7 @@ namespace zolt {
 namespace {
 
 std::string written(const TextStorage& storage, OutputWriter writer = OutputWriter()) {
-  const TextExcerpt text = storage.excerpt(0, storage.blockCount());
+  const TextSnapshot text = storage.snapshot(0, storage.blockCount());
   std::string out;
   for (std::size_t i = text.firstBlock(); i < text.endBlock(); ++i) {
     writer.append(text, i, out);
@@ -85,15 +85,15 @@ TEST(OutputWriter, TakesALineEndForOneThatLiesInTwoRunsOrOnTheEdgeOfABlock) {
   }
 }
 
-TEST(OutputWriter, TakesTheRestOfALineEndForNothingAlsoWhereTheExcerptsAreTwo) {
+TEST(OutputWriter, TakesTheRestOfALineEndForNothingAlsoWhereTheSnapshotsAreTwo) {
   TextStorage first;
   first.append(AttributedString("a\r", TextAttributes()));
   TextStorage second;
   second.append(AttributedString("\n\nb", TextAttributes()));
   OutputWriter writer;
   std::string out;
-  writer.append(first.excerpt(0, 1), 0, out);
-  writer.append(second.excerpt(0, 1), 0, out);
+  writer.append(first.snapshot(0, 1), 0, out);
+  writer.append(second.snapshot(0, 1), 0, out);
   EXPECT_EQ(out, "a\n\nb");
 }
 

@@ -96,7 +96,7 @@ TEST_P(TypedReads, ConvertTheStoredText) {
   EXPECT_EQ(defaults.boolForKey("key"), GetParam().flag);
 }
 
-constexpr auto kMost = std::numeric_limits<std::int64_t>::max();
+constexpr auto kMax = std::numeric_limits<std::int64_t>::max();
 constexpr auto kLeast = std::numeric_limits<std::int64_t>::min();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
@@ -110,9 +110,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Reading{"nan", 0, 0, false}, Reading{"0x10", 0, 0, false}, Reading{"YES", 0, 0, true},
                     Reading{"yes", 0, 0, true}, Reading{"true", 0, 0, true}, Reading{"TRUE", 0, 0, true},
                     Reading{"1", 1, 1, true}, Reading{"NO", 0, 0, false}, Reading{"false", 0, 0, false},
-                    Reading{"on", 0, 0, false}, Reading{"9223372036854775807", 0x1p63, kMost, true},
-                    Reading{"9223372036854775808", 0x1p63, kMost, true},
-                    Reading{"-9223372036854775809", -0x1p63, kLeast, true}, Reading{"1e999", kInfinity, kMost, true},
+                    Reading{"on", 0, 0, false}, Reading{"9223372036854775807", 0x1p63, kMax, true},
+                    Reading{"9223372036854775808", 0x1p63, kMax, true},
+                    Reading{"-9223372036854775809", -0x1p63, kLeast, true}, Reading{"1e999", kInfinity, kMax, true},
                     Reading{"-1e999", -kInfinity, kLeast, true}, Reading{"1e-999", 0, 0, false}));
 
 TEST_F(UserDefaultsTest, ReadsNumbersAndFlagsAsTextToo) {

@@ -10,7 +10,7 @@ namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kLeast = std::numeric_limits<std::int64_t>::min();
 
 TEST(ValueTexts, DropTheFractionTowardsZero) {
@@ -20,11 +20,11 @@ TEST(ValueTexts, DropTheFractionTowardsZero) {
 }
 
 TEST(ValueTexts, StayInTheRangeOfWholeNumbersWhateverTheValue) {
-  EXPECT_EQ(truncated(1e300), kMost);
-  EXPECT_EQ(truncated(9223372036854775808.0), kMost);
+  EXPECT_EQ(truncated(1e300), kMax);
+  EXPECT_EQ(truncated(9223372036854775808.0), kMax);
   EXPECT_EQ(truncated(9223372036854774784.0), 9223372036854774784);
   EXPECT_EQ(truncated(-9223372036854775808.0), kLeast);
-  EXPECT_EQ(truncated(kInfinity), kMost);
+  EXPECT_EQ(truncated(kInfinity), kMax);
   EXPECT_EQ(truncated(-kInfinity), kLeast);
   EXPECT_EQ(truncated(kNaN), 0);
 }
@@ -56,9 +56,9 @@ TEST(ValueTexts, ReadWholeNumbersAndRoundFractionsHalvesToTheEvenOne) {
   for (const auto& [text, number] : cases) {
     EXPECT_EQ(wholeNumber(QLatin1String(text)), number) << text;
   }
-  EXPECT_EQ(wholeNumber(QStringLiteral("9223372036854775807")), kMost);
+  EXPECT_EQ(wholeNumber(QStringLiteral("9223372036854775807")), kMax);
   EXPECT_EQ(wholeNumber(QStringLiteral("-9223372036854775808")), kLeast);
-  EXPECT_EQ(wholeNumber(QStringLiteral("9223372036854775807.4")), kMost);
+  EXPECT_EQ(wholeNumber(QStringLiteral("9223372036854775807.4")), kMax);
 }
 
 TEST(ValueTexts, ReadNothingElseAsANumber) {

@@ -83,7 +83,7 @@ class OutputSaverTest : public testing::Test {
     }
     return text;
   }
-  static TextExcerpt all(const TextStorage& storage) { return storage.excerpt(0, storage.blockCount()); }
+  static TextSnapshot all(const TextStorage& storage) { return storage.snapshot(0, storage.blockCount()); }
   void start(const TextStorage& storage, const QString& path, OutputFormat format = OutputFormat::PlainText) {
     saver = std::make_unique<OutputSaver>(all(storage), format, path);
     listen();

@@ -139,14 +139,14 @@ TEST(VtParser, PassesOverTheStringsThatNobodyReads) {
 
 TEST(VtParser, DropsStringsThatAreTooLongAsAWhole) {
   const auto command = [](std::size_t size) { return "0;" + std::string(size - 2, 't'); };
-  EXPECT_EQ(eventsOf("\x1B]" + command(Parser::mostCommandBytes) + "\x07"),
-            Lines{"command by bell " + command(Parser::mostCommandBytes)});
-  EXPECT_EQ(eventsOf("\x1B]" + command(Parser::mostCommandBytes + 1) + "\x07x"), Lines{"print x"});
+  EXPECT_EQ(eventsOf("\x1B]" + command(Parser::maxCommandBytes) + "\x07"),
+            Lines{"command by bell " + command(Parser::maxCommandBytes)});
+  EXPECT_EQ(eventsOf("\x1B]" + command(Parser::maxCommandBytes + 1) + "\x07x"), Lines{"print x"});
   const auto payload = [](std::size_t size) { return "52;" + std::string(size - 3, 'A'); };
-  EXPECT_EQ(eventsOf("\x1B]" + payload(Parser::mostPayloadBytes) + "\x07").size(), 1U);
-  EXPECT_EQ(eventsOf("\x1B]" + payload(Parser::mostPayloadBytes + 1) + "\x07"), Lines{});
-  EXPECT_EQ(eventsOf("\x1BPq" + std::string(Parser::mostDeviceControlBytes, 'x') + "\x1B\\").size(), 1U);
-  EXPECT_EQ(eventsOf("\x1BPq" + std::string(Parser::mostDeviceControlBytes + 1, 'x') + "\x1B\\y"), Lines{"print y"});
+  EXPECT_EQ(eventsOf("\x1B]" + payload(Parser::maxPayloadBytes) + "\x07").size(), 1U);
+  EXPECT_EQ(eventsOf("\x1B]" + payload(Parser::maxPayloadBytes + 1) + "\x07"), Lines{});
+  EXPECT_EQ(eventsOf("\x1BPq" + std::string(Parser::maxDeviceControlBytes, 'x') + "\x1B\\").size(), 1U);
+  EXPECT_EQ(eventsOf("\x1BPq" + std::string(Parser::maxDeviceControlBytes + 1, 'x') + "\x1B\\y"), Lines{"print y"});
 }
 
 }  // namespace

@@ -239,15 +239,15 @@ TEST(VtSafeReplies, LetNoProgramWriteTheClipboardWhereTheSettingsForbidIt) {
 }
 
 TEST(VtSafeReplies, AreBoundedWhereNobodyTakesThem) {
-  constexpr std::size_t kMostBytes = std::size_t{1} << 20;
+  constexpr std::size_t kMaxBytes = std::size_t{1} << 20;
   Terminal terminal(5, 10);
   std::size_t asked = 0;
-  for (; asked < 4 * kMostBytes; asked += kRequests.size()) {
+  for (; asked < 4 * kMaxBytes; asked += kRequests.size()) {
     terminal.feed(kRequests);
   }
   const std::string replies = terminal.takeReplies();
-  EXPECT_GT(replies.size(), kMostBytes / 2);
-  EXPECT_LE(replies.size(), kMostBytes);
+  EXPECT_GT(replies.size(), kMaxBytes / 2);
+  EXPECT_LE(replies.size(), kMaxBytes);
   expectWellFormed(replies);
 }
 

@@ -11,7 +11,7 @@ namespace zolt::vt::test {
 
 namespace {
 
-constexpr std::size_t kMostSayings = 3;
+constexpr std::size_t kMaxSayings = 3;
 
 constexpr std::string_view kIntroduction =
     R"(# Escape sequences
@@ -49,10 +49,10 @@ std::string asCode(std::string_view text) {
 std::string joined(const std::vector<std::string_view>& sayings) {
   if (sayings.empty()) return std::string(kUntested);
   std::string text;
-  for (std::size_t i = 0; i < std::min(sayings.size(), kMostSayings); ++i) {
+  for (std::size_t i = 0; i < std::min(sayings.size(), kMaxSayings); ++i) {
     text += (i == 0 ? "" : "; ") + escaped(sayings[i]);
   }
-  if (sayings.size() > kMostSayings) text += " and " + std::to_string(sayings.size() - kMostSayings) + " more";
+  if (sayings.size() > kMaxSayings) text += " and " + std::to_string(sayings.size() - kMaxSayings) + " more";
   return text;
 }
 

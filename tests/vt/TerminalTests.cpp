@@ -259,7 +259,7 @@ TEST(Terminal, ScrollsCountsOfAnyLengthOnAnyGrid) {
 
 TEST(Terminal, HoldsTheGridToWhatMemoryHasRoomFor) {
   Terminal terminal(1'000'000, 1'000'000);
-  EXPECT_LE(std::int64_t{terminal.screen().rows()} * terminal.screen().columns(), Screen::mostCells);
+  EXPECT_LE(std::int64_t{terminal.screen().rows()} * terminal.screen().columns(), Screen::maxCells);
   terminal.resize(-5, 0);
   EXPECT_EQ(terminal.screen().rows(), 1);
   EXPECT_EQ(terminal.screen().columns(), 1);
@@ -306,7 +306,7 @@ TEST(Terminal, SurvivesMoreStylesThanItHasNumbersFor) {
     output << "\033[38;2;" << i % 256 << ';' << i / 256 % 256 << ';' << i / 65536 << "mx";
   }
   terminal.feed(output.str());
-  EXPECT_LE(terminal.screen().tables().styles.size(), CellTables::mostStyles);
+  EXPECT_LE(terminal.screen().tables().styles.size(), CellTables::maxStyles);
   EXPECT_EQ(brokenRule(terminal.screen()), "");
   terminal.feed("\033c\033[31mred");
   const Cell cell = terminal.screen().grid().row(0)[0];
@@ -323,8 +323,8 @@ TEST(Terminal, SurvivesMoreLinksAndClustersThanItHasNumbersFor) {
     }
   }
   terminal.feed(output.str());
-  EXPECT_LE(terminal.screen().tables().links.size(), CellTables::mostLinks);
-  EXPECT_LE(terminal.screen().tables().clusters.size(), CellTables::mostClusters);
+  EXPECT_LE(terminal.screen().tables().links.size(), CellTables::maxLinks);
+  EXPECT_LE(terminal.screen().tables().clusters.size(), CellTables::maxClusters);
   EXPECT_EQ(brokenRule(terminal.screen()), "");
 }
 
@@ -379,7 +379,7 @@ TEST(Terminal, DropsCombiningMarksBeyondTheBoundOfACluster) {
   terminal.feed("a" + marks + "b");
   std::string text;
   terminal.screen().tables().appendText(terminal.screen().grid().row(0)[0], text);
-  EXPECT_EQ(text.size(), 1 + 2 * (CellTables::mostScalars - 1));
+  EXPECT_EQ(text.size(), 1 + 2 * (CellTables::maxScalars - 1));
   EXPECT_EQ(terminal.screen().grid().row(0)[1].character(), U'b');
 }
 

@@ -77,7 +77,7 @@ Result<int> parse(const Request& request, std::ostream& out) {
 
 // What a grid of real cells fits in memory for.
 constexpr std::int64_t kLargestGridSide = 10'000;
-constexpr std::int64_t kMostCells = 4'000'000;
+constexpr std::int64_t kMaxCells = 4'000'000;
 
 std::optional<std::int64_t> gridSide(const std::string& text) {
   std::int64_t side = 0;
@@ -159,9 +159,9 @@ Result<void> forEachChunk(const Request& request, const std::function<void(std::
 Result<GridSize> gridSize(const Request& request, const std::string& command) {
   const auto rows = request.arguments.size() == 2 ? gridSide(request.arguments[0]) : std::nullopt;
   const auto cols = request.arguments.size() == 2 ? gridSide(request.arguments[1]) : std::nullopt;
-  if (!rows || !cols || *rows * *cols > kMostCells) {
+  if (!rows || !cols || *rows * *cols > kMaxCells) {
     return Failure{command + " needs ROWS and COLS, each from 1 to " + std::to_string(kLargestGridSide) + ", " +
-                   std::to_string(kMostCells) + " cells at most"};
+                   std::to_string(kMaxCells) + " cells at most"};
   }
   return GridSize{.rows = static_cast<int>(*rows), .columns = static_cast<int>(*cols)};
 }

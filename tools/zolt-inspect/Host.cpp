@@ -39,10 +39,10 @@ std::string pathOf(const std::string& program) {
 // What waits to be written to the program. A program that asks and never reads gets no more than the first of it.
 class Outbox {
  public:
-  static constexpr std::size_t mostWaiting = std::size_t{1} << 20;
+  static constexpr std::size_t maxWaiting = std::size_t{1} << 20;
 
   void add(std::string_view bytes) {
-    if (m_bytes.size() < mostWaiting) m_bytes += bytes;
+    if (m_bytes.size() < maxWaiting) m_bytes += bytes;
   }
   bool empty() const { return m_bytes.empty(); }
   std::size_t size() const { return m_bytes.size(); }
@@ -65,7 +65,7 @@ class Loop {
     while (true) {
       const short masterEvents = static_cast<short>(POLLIN | (m_outbox.empty() ? 0 : POLLOUT));
       // A program that does not read its input gets no more of it.
-      const bool takesInput = m_input >= 0 && m_outbox.size() < Outbox::mostWaiting;
+      const bool takesInput = m_input >= 0 && m_outbox.size() < Outbox::maxWaiting;
       std::array<pollfd, 2> polled{pollfd{.fd = m_master, .events = masterEvents, .revents = 0},
                                    pollfd{.fd = takesInput ? m_input : -1, .events = POLLIN, .revents = 0}};
       if (poll(polled.data(), polled.size(), -1) < 0 && errno != EINTR) {

@@ -8,12 +8,12 @@ constexpr int kMinimumWidth = 520;
 constexpr int kHeight = 220;
 constexpr double kDocumentMargin = 10;
 constexpr double kIndent = 22;
-constexpr qsizetype kMostCharacters = 32 * 1024;
+constexpr qsizetype kMaxCharacters = 32 * 1024;
 
 // Laying out one long paragraph takes more than proportionally long: what nobody would read is not shown.
 QString displayable(const QString& text) {
-  if (text.size() <= kMostCharacters) return text;
-  return text.first(kMostCharacters) + QChar(0x2026);
+  if (text.size() <= kMaxCharacters) return text;
+  return text.first(kMaxCharacters) + QChar(0x2026);
 }
 
 }  // namespace

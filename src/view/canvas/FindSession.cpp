@@ -29,7 +29,7 @@ constexpr std::chrono::milliseconds kTailInterval{100};
 constexpr std::chrono::seconds kSegmentTime{4};
 
 // Jobs at once: decompressing keeps a processor busy.
-std::size_t mostJobs() {
+std::size_t maxJobs() {
   return std::clamp(std::thread::hardware_concurrency(), 1U, 4U);
 }
 
@@ -54,7 +54,7 @@ std::size_t takeLast(std::vector<std::size_t>& list) {
 
 struct FindSession::Job {
   FindPattern pattern;
-  TextExcerpt excerpt;
+  TextSnapshot snapshot;
   Segments segments;
   std::shared_ptr<std::atomic<bool>> stop;
 };
@@ -148,7 +148,7 @@ bool FindSession::isUnderWay(std::size_t segment) const {
 }
 
 void FindSession::pump() {
-  while (isActive() && m_underWay.size() < mostJobs()) {
+  while (isActive() && m_underWay.size() < maxJobs()) {
     const std::optional<Segments> segments = nextSegments();
     if (!segments) return;
     start(*segments);
@@ -162,7 +162,7 @@ void FindSession::start(Segments segments) {
   if (segments.end > firstOpen) m_firstOpen = std::min(m_firstOpen, std::max(firstOpen, segments.first));
   m_underWay.push_back(segments);
   auto job = std::make_shared<const Job>(Job{.pattern = *m_pattern,
-                                             .excerpt = excerptOfSegments(m_text, segments.first, segments.end),
+                                             .snapshot = snapshotOfSegments(m_text, segments.first, segments.end),
                                              .segments = segments,
                                              .stop = m_stop});
   WorkerQueue::utility().async([job, owner = MainQueue::Owner(this), this] {
@@ -182,14 +182,14 @@ FindSession::Outcome FindSession::run(const Job& job) {
     const std::chrono::nanoseconds before = threadTime();
     FindInterrupt interrupt([&] { return *job.stop || threadTime() - before > kSegmentTime; });
     Found found{
-        .segment = segment, .extent = {}, .matches = findInSegment(job.pattern, job.excerpt, segment, interrupt)};
+        .segment = segment, .extent = {}, .matches = findInSegment(job.pattern, job.snapshot, segment, interrupt)};
     if (interrupt.isGiven()) {
       outcome.tookTooLong = true;
       break;
     }
     const std::size_t first = segment * kSegmentBlocks;
-    const std::size_t last = std::min(first + kSegmentBlocks, job.excerpt.endBlock()) - 1;
-    found.extent = {job.excerpt.summary(first).start, job.excerpt.summary(last).end()};
+    const std::size_t last = std::min(first + kSegmentBlocks, job.snapshot.endBlock()) - 1;
+    found.extent = {job.snapshot.summary(first).start, job.snapshot.summary(last).end()};
     matches += found.matches.size();
     outcome.found.push_back(std::move(found));
     if (Clock::now() - begun > kJobTime || matches > kJobMatches) break;

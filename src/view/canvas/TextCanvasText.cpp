@@ -9,7 +9,7 @@ namespace zolt {
 namespace {
 
 // Input methods look at what is selected to be written anew: a few words.
-constexpr CanvasPosition kMostForInputMethods = 4096;
+constexpr CanvasPosition kMaxForInputMethods = 4096;
 
 // Rows hold one character a position.
 int lengthOf(const RowContent& row) {
@@ -41,7 +41,7 @@ QVariant TextCanvas::inputMethodQuery(Qt::InputMethodQuery query) const {
           .toRect();
     }
     case Qt::ImCurrentSelection:
-      return m_selection.range().end - m_selection.range().begin <= kMostForInputMethods ? selectedText() : QString();
+      return m_selection.range().end - m_selection.range().begin <= kMaxForInputMethods ? selectedText() : QString();
     default:
       return QAbstractScrollArea::inputMethodQuery(query);
   }

@@ -24,7 +24,7 @@ constexpr std::size_t kSyncBytes = std::size_t{8} << 20;
 // A disk that takes longer over what it has begun is not waited for.
 constexpr std::chrono::seconds kEndLimit{2};
 
-std::uint64_t sizeOf(const TextExcerpt& text) {
+std::uint64_t sizeOf(const TextSnapshot& text) {
   return text.summary(text.endBlock() - 1).end() - text.summary(text.firstBlock()).start;
 }
 
@@ -34,10 +34,10 @@ std::uint64_t sizeOf(const TextExcerpt& text) {
 struct OutputSaver::Work {
   enum class Stage { Writing, Replacing, Cancelled };
 
-  Work(TextExcerpt excerpt, OutputFormat form, std::string path)
-      : text(std::move(excerpt)), format(form), target(std::move(path)) {}
+  Work(TextSnapshot snapshot, OutputFormat form, std::string path)
+      : text(std::move(snapshot)), format(form), target(std::move(path)) {}
 
-  const TextExcerpt text;
+  const TextSnapshot text;
   const OutputFormat format;
   const std::string target;
   std::atomic<Stage> stage = Stage::Writing;
@@ -107,7 +107,7 @@ struct OutputSaver::Work {
   }
 };
 
-OutputSaver::OutputSaver(TextExcerpt text, OutputFormat format, const QString& file, QObject* parent,
+OutputSaver::OutputSaver(TextSnapshot text, OutputFormat format, const QString& file, QObject* parent,
                          WorkerQueue& queue)
     : QObject(parent),
       m_work(std::make_shared<Work>(std::move(text), format, QFile::encodeName(file).toStdString())),

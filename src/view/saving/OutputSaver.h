@@ -6,7 +6,7 @@
 #include <chrono>
 #include <memory>
 
-#include "history/TextExcerpt.h"
+#include "history/TextSnapshot.h"
 #include "platform/WorkerQueue.h"
 
 namespace zolt {
@@ -26,7 +26,7 @@ class OutputSaver : public QObject {
   /// Between two signals of progress.
   static constexpr std::chrono::milliseconds progressInterval{50};
 
-  OutputSaver(TextExcerpt text, OutputFormat format, const QString& file, QObject* parent = nullptr,
+  OutputSaver(TextSnapshot text, OutputFormat format, const QString& file, QObject* parent = nullptr,
               WorkerQueue& queue = WorkerQueue::utility());
   /// Cancels it, and waits a moment so that no temporary file is left.
   ~OutputSaver() override;

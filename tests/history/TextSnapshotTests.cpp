@@ -14,11 +14,11 @@ namespace {
 
 using test::TemporaryFolder;
 
-std::string textOf(const TextExcerpt& excerpt) {
+std::string textOf(const TextSnapshot& snapshot) {
   std::string text;
-  for (std::size_t i = excerpt.firstBlock(); i < excerpt.endBlock(); ++i) {
-    const BlockText held = excerpt.text(i);
-    EXPECT_EQ(held.text(), excerpt.block(i)->text()) << i;
+  for (std::size_t i = snapshot.firstBlock(); i < snapshot.endBlock(); ++i) {
+    const BlockText held = snapshot.text(i);
+    EXPECT_EQ(held.text(), snapshot.block(i)->text()) << i;
     text += held.text();
   }
   return text;
@@ -32,28 +32,28 @@ std::string linesOf(std::size_t count) {
   return text;
 }
 
-TEST(TextExcerpt, HasTheTextOfItsMomentWhateverIsAppendedLater) {
+TEST(TextSnapshot, HasTheTextOfItsMomentWhateverIsAppendedLater) {
   TextStorage storage;
   std::string expected;
   for (int round = 0; round < 20; ++round) {
     const std::string piece = linesOf(1500);
     storage.append(AttributedString(piece, TextAttributes()));
     expected += piece;
-    const TextExcerpt excerpt = storage.excerpt(0, storage.blockCount());
+    const TextSnapshot snapshot = storage.snapshot(0, storage.blockCount());
     storage.append(AttributedString(std::string("more"), TextAttributes()));
-    ASSERT_EQ(textOf(excerpt), expected);
+    ASSERT_EQ(textOf(snapshot), expected);
     expected += "more";
   }
 }
 
-TEST(TextExcerpt, IsReadByAnotherThreadWhileTheTextGoesOn) {
+TEST(TextSnapshot, IsReadByAnotherThreadWhileTheTextGoesOn) {
   const TemporaryFolder folder;
   TextStorage storage({.memoryBudget = 20'000, .hotBlocks = 1, .folder = folder.path()});
   const std::string text = linesOf(60'000);
   storage.append(AttributedString(text, TextAttributes()));
-  const TextExcerpt excerpt = storage.excerpt(0, storage.blockCount());
+  const TextSnapshot snapshot = storage.snapshot(0, storage.blockCount());
   std::string read;
-  std::thread reader([&] { read = textOf(excerpt); });
+  std::thread reader([&] { read = textOf(snapshot); });
   for (int i = 0; i < 200; ++i) {
     storage.append(AttributedString(linesOf(2000), TextAttributes()));
   }
@@ -61,31 +61,31 @@ TEST(TextExcerpt, IsReadByAnotherThreadWhileTheTextGoesOn) {
   EXPECT_EQ(read, text);
   storage.settle();
   EXPECT_GT(storage.usage().spilledBlocks, 0U);
-  EXPECT_EQ(textOf(excerpt), text);
+  EXPECT_EQ(textOf(snapshot), text);
 }
 
-TEST(TextExcerpt, OutlivesItsStorage) {
+TEST(TextSnapshot, OutlivesItsStorage) {
   const TemporaryFolder folder;
   const std::string text = linesOf(60'000);
   auto storage = std::make_unique<TextStorage>(HistorySettings{.memoryBudget = 20'000, .folder = folder.path()});
   storage->append(AttributedString(text, TextAttributes()));
-  const TextExcerpt excerpt = storage->excerpt(0, storage->blockCount());
+  const TextSnapshot snapshot = storage->snapshot(0, storage->blockCount());
   storage.reset();
-  EXPECT_EQ(textOf(excerpt), text);
+  EXPECT_EQ(textOf(snapshot), text);
 }
 
-TEST(TextExcerpt, OfTheMiddleHasItsBlocksUnderTheirNumbers) {
+TEST(TextSnapshot, OfTheMiddleHasItsBlocksUnderTheirNumbers) {
   TextStorage storage;
   storage.append(AttributedString(linesOf(60'000), TextAttributes()));
   ASSERT_GT(storage.blockCount(), 5U);
-  const TextExcerpt excerpt = storage.excerpt(2, 4);
-  EXPECT_EQ(excerpt.firstBlock(), 2U);
-  EXPECT_EQ(excerpt.endBlock(), 4U);
-  EXPECT_EQ(excerpt.summary(3), storage.summary(3));
-  EXPECT_EQ(textOf(excerpt), storage.text(storage.summary(2).start, storage.summary(4).start));
+  const TextSnapshot snapshot = storage.snapshot(2, 4);
+  EXPECT_EQ(snapshot.firstBlock(), 2U);
+  EXPECT_EQ(snapshot.endBlock(), 4U);
+  EXPECT_EQ(snapshot.summary(3), storage.summary(3));
+  EXPECT_EQ(textOf(snapshot), storage.text(storage.summary(2).start, storage.summary(4).start));
 }
 
-TEST(TextExcerpt, ReadsAsTheStorageDoesWhereTextIsLost) {
+TEST(TextSnapshot, ReadsAsTheStorageDoesWhereTextIsLost) {
   for (const NamedText& named : severalBlocksOfText()) {
     TextStorage storage({.memoryBudget = 0, .hotBlocks = 1, .folder = "nowhere", .openFile = [](const std::string&) {
                            return std::unique_ptr<SpillFile>();
@@ -93,7 +93,7 @@ TEST(TextExcerpt, ReadsAsTheStorageDoesWhereTextIsLost) {
     storage.append(AttributedString(named.text + named.text, TextAttributes()));
     storage.settle();
     ASSERT_GT(storage.usage().givenUpBlocks, 0U);
-    EXPECT_EQ(textOf(storage.excerpt(0, storage.blockCount())), storage.text(0, storage.size())) << named.name;
+    EXPECT_EQ(textOf(storage.snapshot(0, storage.blockCount())), storage.text(0, storage.size())) << named.name;
   }
 }
 

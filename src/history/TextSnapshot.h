@@ -28,7 +28,7 @@ class BlockText {
   }
 
  private:
-  friend class TextExcerpt;
+  friend class TextSnapshot;
 
   std::shared_ptr<const TextBlock> m_block;
   std::string m_bytes;  // else the text lies here
@@ -38,7 +38,7 @@ class BlockText {
 
 /// Consecutive blocks of a text storage as they were at one moment. Never changes, but that blocks may be lost; may
 /// outlive the storage. Any thread.
-class TextExcerpt {
+class TextSnapshot {
  public:
   /// The number of the first block, and how many there are. Blocks keep the numbers that they have in the storage.
   std::size_t firstBlock() const { return m_first; }
@@ -53,8 +53,8 @@ class TextExcerpt {
  private:
   friend class TextStorage;
 
-  TextExcerpt(BlockStore::Reader store, std::size_t first, std::size_t count, std::vector<TextBlock::Summary> summaries,
-              std::shared_ptr<const TextBlock> last)
+  TextSnapshot(BlockStore::Reader store, std::size_t first, std::size_t count,
+               std::vector<TextBlock::Summary> summaries, std::shared_ptr<const TextBlock> last)
       : m_store(std::move(store)),
         m_first(first),
         m_count(count),

@@ -1,4 +1,4 @@
-#include "history/TextExcerpt.h"
+#include "history/TextSnapshot.h"
 
 #include <optional>
 #include <utility>
@@ -19,13 +19,13 @@ std::shared_ptr<const TextBlock> lostBlock(const TextBlock::Summary& summary, co
   return TextBlock::lost(summary, next.firstLine - summary.firstLine, next.startColumn, kHistoryLostNotice);
 }
 
-std::shared_ptr<const TextBlock> TextExcerpt::block(std::size_t index) const {
+std::shared_ptr<const TextBlock> TextSnapshot::block(std::size_t index) const {
   if (m_last && index + 1 == endBlock()) return m_last;
   auto kept = keptBlock(m_store, index, summary(index));
   return kept ? kept : lostBlock(summary(index), summary(index + 1));
 }
 
-BlockText TextExcerpt::text(std::size_t index) const {
+BlockText TextSnapshot::text(std::size_t index) const {
   BlockText result;
   if (!m_last || index + 1 != endBlock()) {
     std::optional<BlockStore::Content> content = m_store.read(index);
