@@ -33,7 +33,7 @@ class PaintCounter : public QObject {
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
-  zolt::ContentView window([](const zolt::WindowSize& size) {
+  zolt::ContentView window([](const zolt::TerminalSize& size) {
     return std::make_unique<zolt::TerminalController>(
         zolt::Shell{
             .name = "yes", .executable = "/usr/bin/yes", .args = {"a line of a flood that never ends"}, .icon = ""},

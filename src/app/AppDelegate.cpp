@@ -36,7 +36,7 @@ std::unique_ptr<TerminalWindow> AppDelegate::createTerminalWindow(const Terminal
   auto started = std::make_shared<std::unique_ptr<TerminalController>>(std::make_unique<TerminalController>(
       launch.shell, launch.restart, terminalSizeOfNewWindow(), launch.workingDirectory));
   auto rootView =
-      std::make_unique<ContentView>([started](const WindowSize&) { return std::move(*started); }, m_defaults);
+      std::make_unique<ContentView>([started](const TerminalSize&) { return std::move(*started); }, m_defaults);
   auto window = std::make_unique<TerminalWindow>(QStringLiteral("Zolt"),
                                                  QString::fromStdString(ShellManager::shared().defaultShell().name),
                                                  std::make_unique<TerminalWindowController>(std::move(rootView)));

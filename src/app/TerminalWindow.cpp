@@ -32,11 +32,10 @@ int menuBarHeight() {
 
 }  // namespace
 
-WindowSize terminalSizeOfNewWindow() {
+TerminalSize terminalSizeOfNewWindow() {
   const QScreen* screen = QApplication::primaryScreen();
   const QSize room(kContentSize.width(), kContentSize.height() - menuBarHeight());
-  const GridSize size = TextCanvas::gridSizeFor(room, screen == nullptr ? 1 : screen->devicePixelRatio());
-  return {.rows = size.rows, .cols = size.columns, .pixelWidth = size.pixelWidth, .pixelHeight = size.pixelHeight};
+  return TextCanvas::gridSizeFor(room, screen == nullptr ? 1 : screen->devicePixelRatio());
 }
 
 TerminalWindow::TerminalWindow(const QString& title, const QString& subtitle,

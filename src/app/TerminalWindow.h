@@ -11,7 +11,7 @@ namespace zolt {
 
 /// The size of the terminal in a new window on the primary screen, from its parts' measures: so that its shell can be
 /// started before the window is built. What differs in the end is told to the shell as any other change is.
-WindowSize terminalSizeOfNewWindow();
+TerminalSize terminalSizeOfNewWindow();
 
 /// A terminal's window: 900 by 600, in the middle of the screen, or at its corner where it is too large for it.
 ///

@@ -28,13 +28,13 @@ Result<PseudoTerminal> openPseudoTerminal() {
   return PseudoTerminal{.master = Descriptor(master), .slave = Descriptor(slave)};
 }
 
-bool setWindowSize(int terminal, const WindowSize& size) {
+bool setWindowSize(int terminal, const TerminalSize& size) {
   const auto clamped = [](int value) {
     return static_cast<unsigned short>(std::clamp(value, 0, int{std::numeric_limits<unsigned short>::max()}));
   };
   winsize native{};
   native.ws_row = clamped(size.rows);
-  native.ws_col = clamped(size.cols);
+  native.ws_col = clamped(size.columns);
   native.ws_xpixel = clamped(size.pixelWidth);
   native.ws_ypixel = clamped(size.pixelHeight);
   return ioctl(terminal, TIOCSWINSZ, &native) == 0;

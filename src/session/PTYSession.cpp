@@ -55,7 +55,7 @@ bool PTYSession::start(const Shell& shell) {
   m_masterHandle->setWriteFailureHandler(
       [](const std::string& reason) { MainQueue::async([reason] { printWriteError(reason); }); });
   m_slaveHandle = std::move(terminal.value().slave);
-  if (m_windowSize != WindowSize{}) setWindowSize(m_masterHandle->descriptor(), m_windowSize);
+  if (m_size != TerminalSize{}) setWindowSize(m_masterHandle->descriptor(), m_size);
 
   const int stream = m_slaveHandle.get();
   const auto process = std::make_shared<ChildProcess>(ChildProcess::Request{
@@ -107,9 +107,9 @@ void PTYSession::write(std::string_view text) {
   if (const auto written = m_masterHandle->write(text); !written) printWriteError(written.reason());
 }
 
-void PTYSession::resize(int rows, int cols, int pixelWidth, int pixelHeight) {
-  m_windowSize = {.rows = rows, .cols = cols, .pixelWidth = pixelWidth, .pixelHeight = pixelHeight};
-  if (m_masterHandle) setWindowSize(m_masterHandle->descriptor(), m_windowSize);
+void PTYSession::resize(const TerminalSize& size) {
+  m_size = size;
+  if (m_masterHandle) setWindowSize(m_masterHandle->descriptor(), m_size);
 }
 
 void PTYSession::terminate() {

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/TerminalSize.h"
 #include "platform/ChildProcess.h"
 #include "platform/FileHandle.h"
 #include "platform/PseudoTerminal.h"
@@ -38,8 +39,9 @@ class PTYSession : public QObject {
   void write(const Bytes& data);
   /// Writes `text` as UTF-8.
   void write(std::string_view text);
-  /// Tells the terminal its size, now and after each later start. Pixels are 0 where unknown.
-  void resize(int rows, int cols, int pixelWidth = 0, int pixelHeight = 0);
+  /// Tells the terminal its size, now and after each later start.
+  void resize(const TerminalSize& size);
+  void resize(int rows, int cols) { resize({.rows = rows, .columns = cols}); }
   /// Ends the shell and closes the terminal.
   void terminate();
   /// Sends a signal to the terminal's foreground process group, else to the shell.
@@ -77,7 +79,7 @@ class PTYSession : public QObject {
   Descriptor m_slaveHandle;  // shared with the shell: a FileHandle would make its streams non-blocking
   std::string m_output;
   bool m_isRunning = false;
-  WindowSize m_windowSize;
+  TerminalSize m_size;
 };
 
 }  // namespace zolt

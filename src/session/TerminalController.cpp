@@ -16,7 +16,7 @@ constexpr std::chrono::milliseconds kRestartDelay{500};
 
 }  // namespace
 
-TerminalController::TerminalController(std::optional<Shell> shell, Restart restart, const WindowSize& size,
+TerminalController::TerminalController(std::optional<Shell> shell, Restart restart, const TerminalSize& size,
                                        std::string workingDirectory)
     : m_ptySession(std::make_unique<PTYSession>()),
       m_restart(restart),
@@ -24,7 +24,7 @@ TerminalController::TerminalController(std::optional<Shell> shell, Restart resta
       m_screenBuffer(std::make_unique<TerminalScreenBuffer>()) {
   m_screenBuffer->resize(24, 80);
   m_ptySession->workingDirectory = std::move(workingDirectory);
-  m_ptySession->resize(size.rows, size.cols, size.pixelWidth, size.pixelHeight);
+  m_ptySession->resize(size);
   setupBindings();
   startSession();
 }
@@ -74,9 +74,9 @@ void TerminalController::sendKey(const TerminalKey& key) {
   m_ptySession->write(key.ansiSequence());
 }
 
-void TerminalController::resize(int rows, int cols, int pixelWidth, int pixelHeight) {
-  m_screenBuffer->resize(rows, cols);
-  m_ptySession->resize(rows, cols, pixelWidth, pixelHeight);
+void TerminalController::resize(const TerminalSize& size) {
+  m_screenBuffer->resize(size.rows, size.columns);
+  m_ptySession->resize(size);
 }
 
 void TerminalController::clear() {

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/TerminalSize.h"
 #include "emulation/TerminalScreenBuffer.h"
 #include "session/PTYSession.h"
 #include "session/Shell.h"
@@ -30,7 +31,7 @@ class TerminalController : public QObject {
   /// Runs `shell`, or the catalogue's default at this moment, on a terminal of `size`; without one its size is unknown
   /// to the shell until `resize`. It starts in `workingDirectory`, or in this process's when that is empty.
   explicit TerminalController(std::optional<Shell> shell, Restart restart = Restart::AfterFailure,
-                              const WindowSize& size = {}, std::string workingDirectory = {});
+                              const TerminalSize& size = {}, std::string workingDirectory = {});
   ~TerminalController() override;
 
   const QUuid& id() const { return m_id; }
@@ -47,7 +48,9 @@ class TerminalController : public QObject {
   /// Sends the key's sequence; see TerminalKey for the keys that stop the program.
   void sendKey(const TerminalKey& key);
   /// Makes grid and terminal `rows` by `cols`, both 1 or more.
-  void resize(int rows, int cols, int pixelWidth = 0, int pixelHeight = 0);
+  void resize(int rows, int cols) { resize({.rows = rows, .columns = cols}); }
+  /// The same, with the size of the text in pixels.
+  void resize(const TerminalSize& size);
   /// Sends ESC c (RIS) to the shell, as input, and empties the grid.
   void clear();
 

@@ -104,9 +104,7 @@ void ContentView::paintEvent(QPaintEvent* event) {
 
 void ContentView::ensureTerminal() {
   if (m_terminal) return;
-  const GridSize room = TextCanvas::gridSizeFor(size(), devicePixelRatioF());
-  m_terminal = m_makeTerminal(
-      {.rows = room.rows, .cols = room.columns, .pixelWidth = room.pixelWidth, .pixelHeight = room.pixelHeight});
+  m_terminal = m_makeTerminal(TextCanvas::gridSizeFor(size(), devicePixelRatioF()));
   m_container = new TerminalContainerView(*m_terminal, this);
   layout()->addWidget(m_container);
   // Laid out in the same turn of the event loop, or the canvas would tell its shell of the size that it has before.

@@ -23,7 +23,7 @@ class ContentView : public QWidget {
 
  public:
   /// Makes the controller of a terminal that has this size from its start.
-  using MakeTerminal = std::function<std::unique_ptr<TerminalController>(const WindowSize& size)>;
+  using MakeTerminal = std::function<std::unique_ptr<TerminalController>(const TerminalSize& size)>;
 
   /// `defaults` must outlive the view.
   ContentView(MakeTerminal makeTerminal, UserDefaults& defaults, QWidget* parent = nullptr);

@@ -14,9 +14,8 @@ TerminalNSTextView* TerminalTextView::makeNSView(Coordinator& coordinator, QWidg
   view->terminal = m_terminal;
   coordinator.textView = view;
   coordinator.terminal = m_terminal;
-  QObject::connect(view, &TextCanvas::gridSizeChanged, m_terminal, [terminal = m_terminal](const GridSize& size) {
-    terminal->resize(size.rows, size.columns, size.pixelWidth, size.pixelHeight);
-  });
+  QObject::connect(view, &TextCanvas::gridSizeChanged, m_terminal,
+                   [terminal = m_terminal](const TerminalSize& size) { terminal->resize(size); });
   // One more turn of the main queue for each chunk, in order: the view changes apart from the session's delivery.
   const MainQueue::Owner owner(&coordinator);
   m_terminal->ptySession().onOutput = [&coordinator, owner](const Bytes& chunk) {

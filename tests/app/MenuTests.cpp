@@ -166,12 +166,7 @@ TEST_F(MenuTest, ListTheWindowsOnScreen) {
 }
 
 TEST_F(MenuTest, LeaveTheTerminalTheSizeThatItsShellWasStartedWith) {
-  const WindowSize foretold = terminalSizeOfNewWindow();
-  const GridSize size = window->contentViewController().rootView().textView().gridSize();
-  EXPECT_EQ(size.rows, foretold.rows);
-  EXPECT_EQ(size.columns, foretold.cols);
-  EXPECT_EQ(size.pixelWidth, foretold.pixelWidth);
-  EXPECT_EQ(size.pixelHeight, foretold.pixelHeight);
+  EXPECT_EQ(window->contentViewController().rootView().textView().gridSize(), terminalSizeOfNewWindow());
 }
 
 TEST_F(MenuTest, ShareTheWindowSoThatTheProgramHearsOfOneSizeOnly) {

@@ -12,10 +12,10 @@
 namespace zolt {
 namespace {
 
-WindowSize sizeOf(int terminal) {
+TerminalSize sizeOf(int terminal) {
   winsize size{};
   EXPECT_EQ(ioctl(terminal, TIOCGWINSZ, &size), 0);
-  return {.rows = size.ws_row, .cols = size.ws_col, .pixelWidth = size.ws_xpixel, .pixelHeight = size.ws_ypixel};
+  return {.rows = size.ws_row, .columns = size.ws_col, .pixelWidth = size.ws_xpixel, .pixelHeight = size.ws_ypixel};
 }
 
 class PseudoTerminalTest : public testing::Test {
@@ -44,25 +44,25 @@ TEST_F(PseudoTerminalTest, ReachesNoChild) {
 }
 
 TEST_F(PseudoTerminalTest, HasNoWindowSizeAtFirst) {
-  EXPECT_EQ(sizeOf(terminal.slave.get()), WindowSize{});
+  EXPECT_EQ(sizeOf(terminal.slave.get()), TerminalSize{});
 }
 
 TEST_F(PseudoTerminalTest, TakesItsWindowSizeFromTheMaster) {
-  const WindowSize size{.rows = 24, .cols = 80, .pixelWidth = 640, .pixelHeight = 384};
+  const TerminalSize size{.rows = 24, .columns = 80, .pixelWidth = 640, .pixelHeight = 384};
   EXPECT_TRUE(setWindowSize(terminal.master.get(), size));
   EXPECT_EQ(sizeOf(terminal.slave.get()), size);
 }
 
 TEST_F(PseudoTerminalTest, ClampsASizeThatTheKernelCannotHold) {
-  EXPECT_TRUE(setWindowSize(terminal.master.get(), {.rows = -5, .cols = 100000, .pixelWidth = 65535}));
-  EXPECT_EQ(sizeOf(terminal.slave.get()), (WindowSize{.rows = 0, .cols = 65535, .pixelWidth = 65535}));
+  EXPECT_TRUE(setWindowSize(terminal.master.get(), {.rows = -5, .columns = 100000, .pixelWidth = 65535}));
+  EXPECT_EQ(sizeOf(terminal.slave.get()), (TerminalSize{.rows = 0, .columns = 65535, .pixelWidth = 65535}));
 }
 
 TEST(SetWindowSize, IsFalseForWhatIsNoTerminal) {
   auto pipe = makePipe();
   ASSERT_TRUE(pipe);
-  EXPECT_FALSE(setWindowSize(pipe.value().reader.get(), {.rows = 24, .cols = 80}));
-  EXPECT_FALSE(setWindowSize(-1, {.rows = 24, .cols = 80}));
+  EXPECT_FALSE(setWindowSize(pipe.value().reader.get(), {.rows = 24, .columns = 80}));
+  EXPECT_FALSE(setWindowSize(-1, {.rows = 24, .columns = 80}));
 }
 
 }  // namespace

@@ -204,7 +204,7 @@ TEST(PTYSessionResize, IsSeenByTheShell) {
   EXPECT_TRUE(probe.shows("0x0\n")) << "a new terminal has no size";
   probe.session.resize(30, 100);
   EXPECT_TRUE(probe.shows("30x100\n"));
-  probe.session.resize(24, 80, 640, 384);
+  probe.session.resize({.rows = 24, .columns = 80, .pixelWidth = 640, .pixelHeight = 384});
   EXPECT_TRUE(probe.shows("24x80\n"));
 }
 

@@ -43,7 +43,7 @@ TEST_F(ContentViewTest, EndsTheProgramWithTheWindow) {
 
 TEST_F(ContentViewTest, MakesItsTerminalWhenItIsFirstShown) {
   int made = 0;
-  ContentView content([&made](const WindowSize& size) {
+  ContentView content([&made](const TerminalSize& size) {
     ++made;
     return test::runTestChild({"wait"})(size);
   });
@@ -167,7 +167,7 @@ TEST_F(ContentViewTest, TellsTheProgramOnceOfTheWidthThatTheSidebarLeaves) {
   const std::string before = shown();
   post(toggleBrewSidebar);
   test::runLoopFor(std::chrono::milliseconds(600));
-  const GridSize size = view().gridSize();
+  const TerminalSize size = view().gridSize();
   EXPECT_EQ(shown(), before + std::to_string(size.rows) + "x" + std::to_string(size.columns));
 }
 

@@ -72,7 +72,7 @@ class FinderTest : public testing::Test {
 };
 
 TEST_F(FinderTest, OpensABarWithTheKeyboardAtTheTopRightAndLeavesTheTerminalItsSize) {
-  const GridSize before = view.gridSize();
+  const TerminalSize before = view.gridSize();
   finder.open();
   EXPECT_TRUE(bar().isVisible());
   EXPECT_TRUE(field().hasFocus());

@@ -26,7 +26,7 @@ class SavePanelTest : public test::TerminalWindowTest {
 };
 
 TEST_F(SavePanelTest, LiesOverTheBottomOfTheTerminalAndTakesNoRoomFromIt) {
-  const GridSize before = view().gridSize();
+  const TerminalSize before = view().gridSize();
   panel->show();
   EXPECT_EQ(place().center().x(), window->rect().center().x());
   EXPECT_EQ(window->height() - place().bottom() - 1, 16);

@@ -82,11 +82,11 @@ TEST_F(TerminalTextViewTest, ReplacesTheSessionsHandlerAndLeavesTheGridAlone) {
 
 TEST_F(TerminalTextViewTest, TellsTheTerminalItsSize) {
   open({"size"});
-  const GridSize size = view().gridSize();
+  const TerminalSize size = view().gridSize();
   EXPECT_TRUE(waitForText(std::to_string(size.rows) + "x" + std::to_string(size.columns)));
   window->resize(500, 300);
   ASSERT_TRUE(test::waitFor([&] { return view().gridSize() != size; }));
-  const GridSize smaller = view().gridSize();
+  const TerminalSize smaller = view().gridSize();
   EXPECT_TRUE(waitForText(std::to_string(smaller.rows) + "x" + std::to_string(smaller.columns)));
   EXPECT_EQ(std::ssize(window->terminal().getScreenContent()), smaller.rows);
 }

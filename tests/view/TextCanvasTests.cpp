@@ -196,8 +196,8 @@ TEST_F(TextCanvasTest, StaysAtTheEndWhenTheSizeChanges) {
 
 TEST_F(TextCanvasTest, TellsItsSizeInCharactersOnceATurn) {
   int notices = 0;
-  GridSize last;
-  QObject::connect(&view, &TextCanvas::gridSizeChanged, &view, [&](const GridSize& size) {
+  TerminalSize last;
+  QObject::connect(&view, &TextCanvas::gridSizeChanged, &view, [&](const TerminalSize& size) {
     ++notices;
     last = size;
   });

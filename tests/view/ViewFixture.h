@@ -14,7 +14,7 @@ namespace zolt::test {
 
 /// Makes a controller that runs the test child in a mode, without restarts.
 inline ContentView::MakeTerminal runTestChild(std::vector<std::string> mode) {
-  return [mode = std::move(mode)](const WindowSize& size) {
+  return [mode = std::move(mode)](const TerminalSize& size) {
     return std::make_unique<TerminalController>(
         Shell{.name = "Child", .executable = ZOLT_TEST_CHILD, .args = mode, .icon = "terminal"},
         TerminalController::Restart::Never, size);

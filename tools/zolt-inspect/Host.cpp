@@ -121,7 +121,7 @@ Result<int> host(const Request& request, std::ostream& out) {
   if (!pair) return Failure{pair.reason()};
   const auto [rows, columns] = size.value();
   const int slave = pair.value().slave.get();
-  setWindowSize(pair.value().master.get(), {.rows = rows, .cols = columns});
+  setWindowSize(pair.value().master.get(), {.rows = rows, .columns = columns});
 
   Environment environment = processEnvironment();
   environment["TERM"] = "xterm-256color";

@@ -25,7 +25,7 @@ constexpr int kLayoutRounds = 16;
 constexpr std::chrono::milliseconds kRefineInterval{5};
 
 // The characters that fit a viewport of `size` logical pixels: at least one.
-GridSize gridSizeIn(QSize size, const CanvasFonts& fonts) {
+TerminalSize gridSizeIn(QSize size, const CanvasFonts& fonts) {
   const CellMetrics& cell = fonts.metrics();
   const auto room = [&](int length) {
     return static_cast<int>(std::llround(length * fonts.scale()) - 2 * std::llround(TextCanvas::inset * fonts.scale()));
@@ -263,13 +263,13 @@ void TextCanvas::updateScale() {
   m_frameValid = false;
 }
 
-GridSize TextCanvas::gridSizeFor(QSize size, double scale) {
+TerminalSize TextCanvas::gridSizeFor(QSize size, double scale) {
   return gridSizeIn(size - QSize(ThinScrollBar::breadth, 0), CanvasFonts(kFontSize, scale));
 }
 
 void TextCanvas::updateGridSize() {
   updateScale();
-  const GridSize size = gridSizeIn(viewport()->size(), *m_fonts);
+  const TerminalSize size = gridSizeIn(viewport()->size(), *m_fonts);
   m_source->sync();
   m_source->setColumns(size.columns);
   m_frameValid = false;
@@ -292,7 +292,7 @@ void TextCanvas::announceGridSize() {
 }
 
 void TextCanvas::holdGridSize(bool held) {
-  const GridSize before = m_sizeBeforeHold;
+  const TerminalSize before = m_sizeBeforeHold;
   m_gridSizeHeld = held;
   if (held) {
     m_sizeBeforeHold = m_gridSize;

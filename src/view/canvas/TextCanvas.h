@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "base/TerminalSize.h"
 #include "view/canvas/CanvasFonts.h"
 #include "view/canvas/FrameDamage.h"
 #include "view/canvas/FramePacer.h"
@@ -17,16 +18,6 @@ namespace zolt {
 
 class CanvasMarks;
 class ThinScrollBar;
-
-/// A size in characters and in device pixels.
-struct GridSize {
-  int rows = 1;
-  int columns = 1;
-  int pixelWidth = 0;
-  int pixelHeight = 0;
-
-  friend bool operator==(const GridSize&, const GridSize&) = default;
-};
 
 /// A scrolling widget that shows the rows of a row source and lets the user select and copy them.
 ///
@@ -43,10 +34,10 @@ class TextCanvas : public QAbstractScrollArea {
   ~TextCanvas() override;
 
   /// The room for text that a canvas of `size`, in logical pixels, will have on a screen of `scale`.
-  static GridSize gridSizeFor(QSize size, double scale);
+  static TerminalSize gridSizeFor(QSize size, double scale);
 
   RowSource& source() { return *m_source; }
-  GridSize gridSize() const { return m_gridSize; }
+  TerminalSize gridSize() const { return m_gridSize; }
   const CellMetrics& cellMetrics() const { return m_fonts->metrics(); }
 
   /// Tells that the source has more to show.
@@ -102,7 +93,7 @@ class TextCanvas : public QAbstractScrollArea {
 
  Q_SIGNALS:
   /// The room for text, at most once per turn of the event loop, and after the widget is shown.
-  void gridSizeChanged(const zolt::GridSize& size);
+  void gridSizeChanged(const zolt::TerminalSize& size);
 
  protected:
   /// Text that an input method committed or that was pasted.
@@ -152,11 +143,11 @@ class TextCanvas : public QAbstractScrollArea {
   std::unique_ptr<CanvasFonts> m_fonts;
   FramePacer m_pacer;
   ThinScrollBar* m_bar;  // a child
-  GridSize m_gridSize;
+  TerminalSize m_gridSize;
   bool m_gridSizeAnnounced = false;
   bool m_announcing = false;
   bool m_gridSizeHeld = false;
-  GridSize m_sizeBeforeHold;
+  TerminalSize m_sizeBeforeHold;
 
   // Where the view is: at the end, or `m_anchorDelta` pixels below the top of the row that shows `m_anchor`.
   bool m_atEnd = true;
