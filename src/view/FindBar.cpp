@@ -8,9 +8,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "settings/views/FormCard.h"
-#include "settings/views/FormColors.h"
-#include "symbols/Symbol.h"
+#include "controls/Card.h"
+#include "controls/ControlColors.h"
 
 namespace zolt {
 
@@ -19,10 +18,6 @@ namespace {
 constexpr int kDistance = 8;  // from the edges of what it lies on
 constexpr int kPadding = 6;
 constexpr int kSpacing = 2;
-constexpr int kButtonHeight = 26;
-constexpr int kButtonWidth = 28;
-constexpr int kButtonRadius = 6;
-constexpr int kSymbolSize = 13;
 constexpr int kFieldWidth = 190;
 constexpr int kNarrowestField = 60;
 constexpr int kProgressWidth = 104;
@@ -32,54 +27,6 @@ QString number(std::uint64_t count) {
 }
 
 }  // namespace
-
-FindBarButton::FindBarButton(const QString& symbolName, const QString& letters, const QString& name, QWidget* parent)
-    : QAbstractButton(parent), m_symbol(symbolName) {
-  setText(letters);
-  setToolTip(name);
-  setAccessibleName(name);
-  setFocusPolicy(Qt::TabFocus);
-  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-}
-
-QSize FindBarButton::sizeHint() const {
-  return {kButtonWidth + 2 * KeyboardFocus::margin, kButtonHeight + 2 * KeyboardFocus::margin};
-}
-
-void FindBarButton::paintEvent(QPaintEvent*) {
-  const FormColors colors(palette());
-  QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  constexpr double kInset = KeyboardFocus::margin;
-  const QRectF shape = QRectF(rect()).adjusted(kInset, kInset, -kInset, -kInset);
-  painter.setPen(Qt::NoPen);
-  if (isChecked()) {
-    painter.setBrush(mixed(colors.card, colors.accent, isDown() ? 0.45 : 0.3));
-    painter.drawRoundedRect(shape, kButtonRadius, kButtonRadius);
-  } else if (isDown() || underMouse()) {
-    painter.setBrush(mixed(colors.card, colors.text, isDown() ? 0.2 : 0.1));
-    painter.drawRoundedRect(shape, kButtonRadius, kButtonRadius);
-  }
-  if (!m_symbol.isEmpty()) {
-    QRectF icon(0, 0, kSymbolSize, kSymbolSize);
-    icon.moveCenter(shape.center());
-    symbol(m_symbol, colors.text).paint(&painter, icon.toAlignedRect());
-  } else {
-    painter.setPen(isChecked() ? colors.text : colors.secondary);
-    painter.drawText(shape, Qt::AlignCenter, text());
-  }
-  m_focus.drawRing(painter, shape, kButtonRadius);
-}
-
-void FindBarButton::enterEvent(QEnterEvent* event) {
-  QAbstractButton::enterEvent(event);
-  update();
-}
-
-void FindBarButton::leaveEvent(QEvent* event) {
-  QAbstractButton::leaveEvent(event);
-  update();
-}
 
 FindBar::FindBar(QWidget* parent)
     : QWidget(parent),
@@ -103,9 +50,9 @@ FindBar::FindBar(QWidget* parent)
   m_problem->setContentsMargins(kPadding + 4, 0, kPadding, kPadding);
   m_problem->hide();
 
-  auto* backward = new FindBarButton(QStringLiteral("chevron.up"), QString(), tr("Previous match (Return)"), this);
-  auto* forward = new FindBarButton(QStringLiteral("chevron.down"), QString(), tr("Next match (Shift+Return)"), this);
-  auto* close = new FindBarButton(QStringLiteral("xmark"), QString(), tr("Close (Escape)"), this);
+  auto* backward = new BarButton(QStringLiteral("chevron.up"), QString(), tr("Previous match (Return)"), this);
+  auto* forward = new BarButton(QStringLiteral("chevron.down"), QString(), tr("Next match (Shift+Return)"), this);
+  auto* close = new BarButton(QStringLiteral("xmark"), QString(), tr("Close (Escape)"), this);
   connect(backward, &QAbstractButton::clicked, this, &FindBar::backwardWanted);
   connect(forward, &QAbstractButton::clicked, this, &FindBar::forwardWanted);
   connect(close, &QAbstractButton::clicked, this, &FindBar::closeWanted);
@@ -126,8 +73,8 @@ FindBar::FindBar(QWidget* parent)
   column->addWidget(m_problem);
 }
 
-FindBarButton* FindBar::addOption(const QString& letters, const QString& name) {
-  auto* button = new FindBarButton(QString(), letters, name, this);
+BarButton* FindBar::addOption(const QString& letters, const QString& name) {
+  auto* button = new BarButton(QString(), letters, name, this);
   button->setCheckable(true);
   connect(button, &QAbstractButton::toggled, this, &FindBar::queryChanged);
   return button;
@@ -229,7 +176,7 @@ void FindBar::mousePressEvent(QMouseEvent* event) {
 }
 
 void FindBar::paintEvent(QPaintEvent*) {
-  const FormColors colors(palette());
+  const ControlColors colors(palette());
   QPainter painter(this);
   drawCard(painter, rect(), colors, colors.fieldBorder);
 }

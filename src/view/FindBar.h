@@ -1,38 +1,16 @@
 #pragma once
 
-#include <QAbstractButton>
 #include <QLabel>
 #include <QWidget>
 #include <cstdint>
 #include <optional>
 
+#include "controls/BarButton.h"
+#include "controls/SecondaryLabel.h"
+#include "controls/TextField.h"
 #include "find/FindPattern.h"
-#include "settings/views/KeyboardFocus.h"
-#include "settings/views/SecondaryLabel.h"
-#include "settings/views/TextField.h"
 
 namespace zolt {
-
-/// A small button of a bar: a symbol or a few letters, on a ground that shows where the pointer is and what is on.
-class FindBarButton : public QAbstractButton {
-  Q_OBJECT
-
- public:
-  /// Shows the symbol `symbolName`, or `letters` where that is empty; `name` is its tooltip and what a screen reader
-  /// says.
-  FindBarButton(const QString& symbolName, const QString& letters, const QString& name, QWidget* parent);
-
-  QSize sizeHint() const override;
-
- protected:
-  void paintEvent(QPaintEvent* event) override;
-  void enterEvent(QEnterEvent* event) override;
-  void leaveEvent(QEvent* event) override;
-
- private:
-  QString m_symbol;
-  KeyboardFocus m_focus{*this};
-};
 
 /// The bar in which one types what to find. It shows what it is told and tells what the user wants. Main thread.
 class FindBar : public QWidget {
@@ -77,14 +55,14 @@ class FindBar : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  FindBarButton* addOption(const QString& letters, const QString& name);
+  BarButton* addOption(const QString& letters, const QString& name);
   void fit();
 
   TextField* m_query;  // these are children
   SecondaryLabel* m_progress;
-  FindBarButton* m_matchCase;
-  FindBarButton* m_wholeWord;
-  FindBarButton* m_expression;
+  BarButton* m_matchCase;
+  BarButton* m_wholeWord;
+  BarButton* m_expression;
   QLabel* m_problem;
   QRect m_area;
   Edge m_edge = Edge::Top;

@@ -1,9 +1,9 @@
 #include "settings/views/AdvancedSettings.h"
 
-#include "settings/views/DestructiveButton.h"
-#include "settings/views/FormColors.h"
-#include "settings/views/NumberField.h"
-#include "settings/views/Switch.h"
+#include "controls/ControlColors.h"
+#include "controls/DestructiveButton.h"
+#include "controls/NumberField.h"
+#include "controls/Switch.h"
 #include "settings_views/PreferencesFixture.h"
 
 namespace zolt {
@@ -249,7 +249,7 @@ TEST_F(AdvancedSettingsTest, ResetByMouseWinsOverANumberThatWasBeingTyped) {
 
 TEST_F(AdvancedSettingsTest, TheTextOfResetIsRed) {
   auto& button = find<DestructiveButton>("resetToDefaults");
-  const QColor red = FormColors(button.palette()).destructive;
+  const QColor red = ControlColors(button.palette()).destructive;
   const QImage image = button.grab().toImage();
   int pixels = 0;
   for (int y = 0; y < image.height(); ++y) {

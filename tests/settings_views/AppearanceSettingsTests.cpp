@@ -2,10 +2,10 @@
 
 #include <cmath>
 
-#include "settings/views/SecondaryLabel.h"
-#include "settings/views/SegmentedPicker.h"
-#include "settings/views/SliderRow.h"
-#include "settings/views/Switch.h"
+#include "controls/SecondaryLabel.h"
+#include "controls/SegmentedPicker.h"
+#include "controls/SliderRow.h"
+#include "controls/Switch.h"
 #include "settings_views/PreferencesFixture.h"
 
 namespace zolt {
@@ -21,10 +21,10 @@ class AppearanceSettingsTest : public test::PreferencesTest {
     ASSERT_EQ(saves, 0);
   }
 
-  FormSlider& slider(const char* name) const { return find<SliderRow>(name).slider(); }
+  Slider& slider(const char* name) const { return find<SliderRow>(name).slider(); }
   QString text(const char* name) const { return find<SliderRow>(name).valueText(); }
   void dragTo(const char* name, double share) {
-    FormSlider& each = slider(name);
+    Slider& each = slider(name);
     const QPoint from = each.mapTo(window.get(), each.knobCenter().toPoint());
     const QPoint to = each.mapTo(window.get(), QPoint(static_cast<int>(share * each.width()), each.height() / 2));
     QTest::mousePress(window->windowHandle(), Qt::LeftButton, {}, from);

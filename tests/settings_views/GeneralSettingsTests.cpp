@@ -2,9 +2,9 @@
 
 #include <QAbstractItemView>
 
+#include "controls/Switch.h"
+#include "controls/TextField.h"
 #include "settings/views/ShellPicker.h"
-#include "settings/views/Switch.h"
-#include "settings/views/TextField.h"
 #include "settings_views/PreferencesFixture.h"
 
 namespace zolt {

@@ -3,9 +3,9 @@
 #include <QFontInfo>
 #include <QLayout>
 
-#include "settings/views/FormColors.h"
+#include "controls/ControlColors.h"
+#include "controls/Switch.h"
 #include "settings/views/KeybindingRow.h"
-#include "settings/views/Switch.h"
 #include "settings_views/PreferencesFixture.h"
 
 namespace zolt {
@@ -62,7 +62,7 @@ TEST_F(KeybindingsSettingsTest, PaintsAShortcutInAFixedPitchOnAFaintRoundedBackg
   EXPECT_TRUE(QFontInfo(shortcut->font()).fixedPitch());
   EXPECT_DOUBLE_EQ(shortcut->font().pointSizeF(), window->font().pointSizeF());
   EXPECT_EQ(shortcut->contentsMargins(), QMargins(8, 2, 8, 2));
-  const FormColors colors(shortcut->palette());
+  const ControlColors colors(shortcut->palette());
   const QImage image = window->grab().toImage();
   const QPoint corner = shortcut->mapTo(window.get(), QPoint());
   EXPECT_EQ(image.pixelColor(corner), colors.card);

@@ -5,12 +5,12 @@
 #include <QScrollBar>
 #include <set>
 
-#include "settings/views/DestructiveButton.h"
-#include "settings/views/FormColors.h"
+#include "controls/ControlColors.h"
+#include "controls/DestructiveButton.h"
+#include "controls/SegmentedPicker.h"
+#include "controls/SliderRow.h"
+#include "controls/Switch.h"
 #include "settings/views/PreferencesTabBar.h"
-#include "settings/views/SegmentedPicker.h"
-#include "settings/views/SliderRow.h"
-#include "settings/views/Switch.h"
 #include "settings_views/PreferencesFixture.h"
 #include "support/Palettes.h"
 
@@ -101,7 +101,7 @@ TEST_F(LayoutTest, ValueTextsAreFiftyWideBesideTheirSliders) {
   for (const char* name : {"fontSize", "lineSpacing", "opacity"}) {
     const auto& row = find<SliderRow>(name);
     const auto* text = row.findChild<SecondaryLabel*>(QStringLiteral("value"));
-    const auto* slider = row.findChild<FormSlider*>();
+    const auto* slider = row.findChild<Slider*>();
     EXPECT_EQ(text->width(), 50);
     EXPECT_GT(text->x(), slider->geometry().right());
     EXPECT_GT(slider->width(), 200);
@@ -132,7 +132,7 @@ TEST_F(LayoutTest, TheTabKeyReachesEveryControlFromTopToBottom) {
     EXPECT_TRUE(std::ranges::is_sorted(reached, {}, top));
     std::size_t stops = 0;
     for (QWidget* each : form().findChildren<QWidget*>()) {
-      const bool isControl = qobject_cast<Switch*>(each) || qobject_cast<FormSlider*>(each) ||
+      const bool isControl = qobject_cast<Switch*>(each) || qobject_cast<Slider*>(each) ||
                              qobject_cast<QComboBox*>(each) || qobject_cast<QLineEdit*>(each) ||
                              qobject_cast<SegmentedPicker*>(each) || qobject_cast<DestructiveButton*>(each);
       if (isControl && each->isEnabled()) ++stops;
@@ -197,7 +197,7 @@ TEST_F(LayoutTest, FollowsThePaletteWhileItIsShown) {
     QApplication::setPalette(test::darkPalette());
     turn();
     const QImage dark = window->grab().toImage();
-    const FormColors colors(test::darkPalette());
+    const ControlColors colors(test::darkPalette());
     const QWidget* label = form().findChildren<QLabel*>().at(1);
     const QPoint besideText = label->mapTo(window.get(), QPoint(-3, label->height() / 2));
     EXPECT_EQ(dark.pixelColor(besideText), colors.card);

@@ -2,52 +2,24 @@
 
 #include <gtest/gtest.h>
 
-#include <QAbstractButton>
-#include <QAccessible>
 #include <QFile>
 #include <QLabel>
 #include <QScrollArea>
 #include <QSettings>
 #include <QStackedWidget>
 #include <QTemporaryDir>
-#include <QTest>
-#include <QWindow>
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "controls/ControlFixture.h"
 #include "settings/views/PreferencesWindow.h"
 #include "support/WaitFor.h"
 
 namespace zolt::test {
 
 enum Tab { General, Appearance, Keys, Advanced };
-
-/// A mouse click where the user's would go: at a place of the window, whatever is there.
-inline void clickAt(QWidget& widget, QPoint place) {
-  QWidget* window = widget.window();
-  QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, widget.mapTo(window, place));
-}
-inline void click(QWidget& widget) {
-  clickAt(widget, widget.rect().center());
-}
-
-/// A key where the user's would go: to the widget that has the focus.
-inline void press(QWidget& window, int key, Qt::KeyboardModifiers modifiers = {}) {
-  QTest::keyClick(window.windowHandle(), static_cast<Qt::Key>(key), modifiers);
-}
-
-inline void shown(QWidget& widget) {
-  widget.show();
-  widget.activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(&widget));
-}
-
-/// What a screen reader does to a button.
-inline void act(QAbstractButton& button, const QString& action) {
-  QAccessible::queryAccessibleInterface(&button)->actionInterface()->doAction(action);
-}
 
 /// The preferences window over settings in a file of its own.
 class PreferencesTest : public testing::Test {

@@ -37,12 +37,12 @@ class FinderTest : public testing::Test {
   QString progress() { return bar().findChild<QLabel*>(QStringLiteral("progress"))->text(); }
   QString problem() { return bar().findChild<QLabel*>(QStringLiteral("problem"))->text(); }
   QLineEdit& field() { return *bar().findChild<QLineEdit*>(); }
-  FindBarButton& button(const QString& name) {
-    for (FindBarButton* each : bar().findChildren<FindBarButton*>()) {
+  BarButton& button(const QString& name) {
+    for (BarButton* each : bar().findChildren<BarButton*>()) {
       if (each->accessibleName().startsWith(name)) return *each;
     }
     ADD_FAILURE() << name.toStdString();
-    return *bar().findChild<FindBarButton*>();
+    return *bar().findChild<BarButton*>();
   }
   void type(const QString& text) { QTest::keyClicks(&field(), text); }
   bool shows(const QString& text) {

@@ -7,7 +7,7 @@
 #include <QStringList>
 #include <algorithm>
 
-#include "settings/views/FormColors.h"
+#include "controls/ControlColors.h"
 #include "symbols/Symbol.h"
 
 namespace zolt {
@@ -71,7 +71,7 @@ int BrewPackageRow::height(const QFont& font, bool hasDescription) {
 
 void BrewPackageRow::paint(QPainter& painter, const QRect& rect, const QFont& font, const QPalette& palette,
                            bool selected) const {
-  const FormColors colors(palette);
+  const ControlColors colors(palette);
   const QColor text = selected ? palette.color(QPalette::HighlightedText) : colors.text;
   const QColor secondary = selected ? text : colors.secondary;
   QRect room = rect.adjusted(kMargin, kVerticalPadding, -kMargin, -kVerticalPadding);

@@ -4,7 +4,7 @@
 
 #include "brew/views/BrewListModel.h"
 #include "brew/views/BrewPackageRow.h"
-#include "settings/views/FormColors.h"
+#include "controls/ControlColors.h"
 
 namespace zolt {
 
@@ -51,7 +51,7 @@ void BrewRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
     // A header cannot be chosen, and is no less readable for that.
     QPalette palette = option.palette;
     palette.setCurrentColorGroup(QPalette::Active);
-    painter->setPen(FormColors(palette).secondary);
+    painter->setPen(ControlColors(palette).secondary);
     painter->drawText(option.rect.adjusted(kHeaderMargin, kHeaderSpace / 2, -kHeaderMargin, 0),
                       Qt::AlignLeft | Qt::AlignVCenter, model.headerAt(index.row()));
   } else {

@@ -11,9 +11,9 @@
 
 #include "brew/views/BrewRowDelegate.h"
 #include "brew/views/SymbolView.h"
+#include "controls/ControlColors.h"
+#include "controls/ThinScrollBar.h"
 #include "platform/MainQueue.h"
-#include "settings/views/FormColors.h"
-#include "settings/views/FormScrollBar.h"
 #include "symbols/Symbol.h"
 
 namespace zolt {
@@ -41,7 +41,7 @@ class StatusBar : public QWidget {
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
     painter.fillRect(rect(), palette().color(QPalette::AlternateBase));
-    painter.fillRect(0, 0, width(), 1, FormColors(palette()).hairline);
+    painter.fillRect(0, 0, width(), 1, ControlColors(palette()).hairline);
   }
 };
 
@@ -85,7 +85,7 @@ BrewSidebarView::BrewSidebarView(BrewManager& manager, QWidget* parent)
   m_list->setContextMenuPolicy(Qt::CustomContextMenu);
   m_list->viewport()->setAutoFillBackground(false);
   connect(m_list, &QWidget::customContextMenuRequested, this, &BrewSidebarView::showContextMenu);
-  m_list->setVerticalScrollBar(new FormScrollBar(m_list));
+  m_list->setVerticalScrollBar(new ThinScrollBar(ThinScrollBar::Ground::Window, m_list));
   // For keyboards without a key for menus.
   for (const QKeySequence& keys :
        {QKeySequence(Qt::Key_Return), QKeySequence(Qt::Key_Enter), QKeySequence(Qt::SHIFT | Qt::Key_F10)}) {

@@ -7,9 +7,9 @@
 
 #include "brew/BrewManager.h"
 #include "brew/views/BrewListModel.h"
-#include "settings/views/SecondaryLabel.h"
-#include "settings/views/SegmentedPicker.h"
-#include "settings/views/TextField.h"
+#include "controls/SecondaryLabel.h"
+#include "controls/SegmentedPicker.h"
+#include "controls/TextField.h"
 
 namespace zolt {
 

@@ -1,8 +1,8 @@
 #include "settings/views/AdvancedSettings.h"
 
-#include "settings/views/DestructiveButton.h"
+#include "controls/DestructiveButton.h"
+#include "controls/NumberField.h"
 #include "settings/views/FixedSwitches.h"
-#include "settings/views/NumberField.h"
 
 namespace zolt {
 

@@ -2,10 +2,10 @@
 
 #include <QSignalBlocker>
 
-#include "settings/views/SecondaryLabel.h"
-#include "settings/views/SegmentedPicker.h"
-#include "settings/views/SliderRow.h"
-#include "settings/views/Switch.h"
+#include "controls/SecondaryLabel.h"
+#include "controls/SegmentedPicker.h"
+#include "controls/SliderRow.h"
+#include "controls/Switch.h"
 #include "settings/views/ValueTexts.h"
 
 namespace zolt {

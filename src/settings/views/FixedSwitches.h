@@ -2,8 +2,8 @@
 
 #include <initializer_list>
 
+#include "controls/Switch.h"
 #include "settings/views/GroupedForm.h"
-#include "settings/views/Switch.h"
 
 namespace zolt {
 

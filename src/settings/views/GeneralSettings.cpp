@@ -2,9 +2,9 @@
 
 #include <QSignalBlocker>
 
+#include "controls/TextField.h"
 #include "settings/views/FixedSwitches.h"
 #include "settings/views/ShellPicker.h"
-#include "settings/views/TextField.h"
 
 namespace zolt {
 

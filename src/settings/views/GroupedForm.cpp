@@ -6,10 +6,10 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "settings/views/FormCard.h"
-#include "settings/views/FormScrollBar.h"
-#include "settings/views/KeyboardFocus.h"
-#include "settings/views/SecondaryLabel.h"
+#include "controls/Card.h"
+#include "controls/KeyboardFocus.h"
+#include "controls/SecondaryLabel.h"
+#include "controls/ThinScrollBar.h"
 
 namespace zolt {
 
@@ -18,7 +18,7 @@ namespace {
 constexpr int kPadding = 20;  // around the column
 constexpr int kSectionGap = 18;
 constexpr int kTitleGap = 6;
-constexpr int kInset = FormCard::inset;
+constexpr int kInset = Card::inset;
 constexpr int kRowHeight = 38;
 constexpr int kRowGap = 12;  // between a label and its control
 constexpr int kAboveAndBelowText = 10;
@@ -43,11 +43,11 @@ GroupedForm::GroupedForm(QWidget* parent) : QScrollArea(parent) {
   setWidgetResizable(true);
   setFocusPolicy(Qt::NoFocus);
   // Its place stays reserved, so that all forms have the same grid whether they scroll or not.
-  setVerticalScrollBar(new FormScrollBar(this));
+  setVerticalScrollBar(new ThinScrollBar(ThinScrollBar::Ground::Window, this));
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   auto* content = new QWidget;
   m_column = new QVBoxLayout(content);
-  m_column->setContentsMargins(kPadding, kPadding - 4, kPadding - FormScrollBar::breadth, kPadding);
+  m_column->setContentsMargins(kPadding, kPadding - 4, kPadding - ThinScrollBar::breadth, kPadding);
   m_column->setSpacing(0);
   m_column->addStretch(1);
   setWidget(content);
@@ -67,7 +67,7 @@ void GroupedForm::addSection(const QString& title) {
     heading->setContentsMargins(kInset, 0, kInset, kTitleGap);
     insert(heading);
   }
-  m_card = new FormCard;
+  m_card = new Card;
   insert(m_card);
 }
 

@@ -8,7 +8,7 @@ class QVBoxLayout;
 
 namespace zolt {
 
-class FormCard;
+class Card;
 
 /// A scrolling column of sections, each a title over a rounded card of rows. All rows of all sections share one grid:
 /// labels at the leading edge; controls at the trailing one, those that stretch in one column of their own.
@@ -37,7 +37,7 @@ class GroupedForm : public QScrollArea {
   void add(QWidget* row);
 
   QVBoxLayout* m_column;
-  FormCard* m_card = nullptr;
+  Card* m_card = nullptr;
 };
 
 }  // namespace zolt

@@ -4,7 +4,7 @@
 #include <QHBoxLayout>
 #include <QPainter>
 
-#include "settings/views/FormColors.h"
+#include "controls/ControlColors.h"
 
 namespace zolt {
 
@@ -28,7 +28,7 @@ ShortcutText::ShortcutText(const QString& shortcut, QWidget* parent) : Secondary
 
 void ShortcutText::paintEvent(QPaintEvent* event) {
   {
-    QColor background = FormColors(palette()).secondary;
+    QColor background = ControlColors(palette()).secondary;
     background.setAlphaF(kFaint);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);

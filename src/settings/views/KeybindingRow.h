@@ -3,7 +3,7 @@
 #include <QString>
 #include <QWidget>
 
-#include "settings/views/SecondaryLabel.h"
+#include "controls/SecondaryLabel.h"
 
 namespace zolt {
 

@@ -5,9 +5,9 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "settings/views/ButtonAccessible.h"
-#include "settings/views/FormColors.h"
-#include "settings/views/OneTabStop.h"
+#include "controls/ButtonAccessible.h"
+#include "controls/ControlColors.h"
+#include "controls/OneTabStop.h"
 #include "symbols/Symbol.h"
 
 namespace zolt {
@@ -29,7 +29,7 @@ constexpr double kHoveredShare = 0.06;   // of the text's colour, behind the one
 
 TabButton::TabButton(const QString& label, const QString& symbolName, QWidget* parent)
     : QAbstractButton(parent), m_symbolName(symbolName) {
-  ButtonAccessible::install();
+  ButtonAccessible::setRole(staticMetaObject, QAccessible::PageTab);
   setText(label);
   setObjectName(label);
   setCheckable(true);
@@ -46,7 +46,7 @@ QSize TabButton::sizeHint() const {
 }
 
 void TabButton::paintEvent(QPaintEvent*) {
-  const FormColors colors(palette());
+  const ControlColors colors(palette());
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   constexpr int kMargin = KeyboardFocus::margin;
@@ -67,7 +67,7 @@ void TabButton::paintEvent(QPaintEvent*) {
 }
 
 PreferencesTabBar::PreferencesTabBar(QWidget* parent) : QWidget(parent) {
-  ButtonAccessible::install();
+  ButtonAccessible::setRole(staticMetaObject, QAccessible::PageTabList);
   keepOneTabStop(m_group);
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, kBarPadding, 0, kBarPadding);
@@ -100,7 +100,7 @@ void PreferencesTabBar::setCurrentIndex(int index) {
 
 void PreferencesTabBar::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  painter.fillRect(QRect(0, height() - 1, width(), 1), FormColors(palette()).hairline);
+  painter.fillRect(QRect(0, height() - 1, width(), 1), ControlColors(palette()).hairline);
 }
 
 }  // namespace zolt

@@ -5,7 +5,7 @@
 #include <QString>
 #include <QWidget>
 
-#include "settings/views/KeyboardFocus.h"
+#include "controls/KeyboardFocus.h"
 
 namespace zolt {
 

@@ -2,9 +2,9 @@
 
 #include <QTimer>
 
+#include "controls/PopUpPicker.h"
 #include "platform/StoredString.h"
 #include "session/ShellManager.h"
-#include "settings/views/PopUpPicker.h"
 
 namespace zolt {
 

@@ -22,10 +22,4 @@ class CanvasMarks {
   virtual RowMarks marksIn(CanvasRange row) = 0;
 };
 
-/// A stretch of a text as parts of its height, from 0 at the top to 1.
-struct BarMark {
-  double begin = 0;
-  double end = 0;
-};
-
 }  // namespace zolt

@@ -9,11 +9,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "controls/ThinScrollBar.h"
 #include "platform/MainQueue.h"
 #include "view/CommandKey.h"
 #include "view/canvas/CanvasAccessible.h"
 #include "view/canvas/RowPainter.h"
-#include "view/canvas/ThinScrollBar.h"
 
 namespace zolt {
 
@@ -42,7 +42,7 @@ TextCanvas::TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent)
       m_source(std::move(source)),
       m_fonts(std::make_unique<CanvasFonts>(kFontSize, 1)),
       m_pacer([this] { makeFrame(); }, this),
-      m_bar(new ThinScrollBar(this)) {
+      m_bar(new ThinScrollBar(ThinScrollBar::Ground::Terminal, this)) {
   static const bool accessible = (CanvasAccessible::install(), true);
   Q_UNUSED(accessible)
   setFrameShape(QFrame::NoFrame);

@@ -1,10 +1,10 @@
 // What is found: marked in the text and in the scroll bar, and brought into view.
 #include <algorithm>
 
+#include "controls/ThinScrollBar.h"
 #include "view/canvas/CanvasMarks.h"
 #include "view/canvas/RowPainter.h"
 #include "view/canvas/TextCanvas.h"
-#include "view/canvas/ThinScrollBar.h"
 
 namespace zolt {
 

@@ -12,8 +12,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "controls/ThinScrollBar.h"
 #include "view/canvas/TextCanvas.h"
-#include "view/canvas/ThinScrollBar.h"
 
 namespace zolt {
 

@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "settings/views/FormCard.h"
-#include "settings/views/FormColors.h"
+#include "controls/Card.h"
+#include "controls/ControlColors.h"
 
 namespace zolt {
 
@@ -83,7 +83,7 @@ void SavePanel::keyPressEvent(QKeyEvent* event) {
 }
 
 void SavePanel::paintEvent(QPaintEvent*) {
-  const FormColors colors(palette());
+  const ControlColors colors(palette());
   QPainter painter(this);
   drawCard(painter, rect(), colors, colors.fieldBorder);
 }

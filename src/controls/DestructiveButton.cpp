@@ -1,0 +1,41 @@
+#include "controls/DestructiveButton.h"
+
+#include <QPainter>
+
+#include "controls/ControlColors.h"
+
+namespace zolt {
+
+namespace {
+
+constexpr int kRadius = 6;
+constexpr QSize kPadding{14, 5};
+
+}  // namespace
+
+DestructiveButton::DestructiveButton(const QString& text, QWidget* parent) : QPushButton(text, parent) {
+  // One that is clicked takes the focus, so that a field that was being edited is finished before.
+  setFocusPolicy(Qt::StrongFocus);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+QSize DestructiveButton::sizeHint() const {
+  return QSize(fontMetrics().horizontalAdvance(text()), fontMetrics().height()) +
+         2 * (kPadding + QSize(KeyboardFocus::margin, KeyboardFocus::margin));
+}
+
+void DestructiveButton::paintEvent(QPaintEvent*) {
+  const ControlColors colors(palette());
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  constexpr double kInset = KeyboardFocus::margin + 0.5;
+  const QRectF shape = QRectF(rect()).adjusted(kInset, kInset, -kInset, -kInset);
+  painter.setPen(colors.fieldBorder);
+  painter.setBrush(isDown() ? mixed(colors.field, colors.text, 0.08) : colors.field);
+  painter.drawRoundedRect(shape, kRadius, kRadius);
+  painter.setPen(colors.destructive);
+  painter.drawText(rect(), Qt::AlignCenter, text());
+  m_focus.drawRing(painter, shape, kRadius);
+}
+
+}  // namespace zolt

@@ -1,0 +1,77 @@
+#include "controls/PopUpPicker.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QWheelEvent>
+
+#include "controls/ControlColors.h"
+
+namespace zolt {
+
+namespace {
+
+constexpr int kRadius = 6;
+constexpr int kPadding = 10;
+constexpr int kArrows = 24;  // the width kept for them
+constexpr int kAboveAndBelow = 5;
+constexpr QSizeF kArrow{6.4, 3.2};
+constexpr double kArrowGap = 2.4;  // from the middle to each arrow's foot
+
+// Two arrow heads, one up and one down, around a point.
+QPainterPath arrowsAt(const QPointF& middle) {
+  QPainterPath path;
+  for (const int direction : {-1, 1}) {
+    const QPointF foot = middle + QPointF(0, direction * kArrowGap);
+    path.moveTo(foot - QPointF(kArrow.width() / 2, 0));
+    path.lineTo(foot + QPointF(0, direction * kArrow.height()));
+    path.lineTo(foot + QPointF(kArrow.width() / 2, 0));
+  }
+  return path;
+}
+
+}  // namespace
+
+PopUpPicker::PopUpPicker(QWidget* parent) : QComboBox(parent) {
+  setFocusPolicy(Qt::StrongFocus);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  setMaxVisibleItems(16);
+}
+
+QSize PopUpPicker::sizeHint() const {
+  return {200, fontMetrics().height() + 2 * (kAboveAndBelow + KeyboardFocus::margin)};
+}
+
+QSize PopUpPicker::minimumSizeHint() const {
+  return {100, sizeHint().height()};
+}
+
+void PopUpPicker::wheelEvent(QWheelEvent* event) {
+  // The wheel scrolls the form; it changes no setting on the way.
+  event->ignore();
+}
+
+void PopUpPicker::paintEvent(QPaintEvent*) {
+  const ControlColors colors(palette());
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  constexpr double kInset = KeyboardFocus::margin + 0.5;
+  const QRectF shape = QRectF(rect()).adjusted(kInset, kInset, -kInset, -kInset);
+  painter.setPen(colors.fieldBorder);
+  painter.setBrush(colors.field);
+  painter.drawRoundedRect(shape, kRadius, kRadius);
+
+  const bool mirrored = isRightToLeft();
+  const QRectF arrows(mirrored ? shape.left() : shape.right() - kArrows, shape.top(), kArrows, shape.height());
+  painter.setPen(QPen(colors.secondary, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawPath(arrowsAt(arrows.center()));
+
+  QRectF inside = shape.adjusted(kPadding, 0, -kPadding, 0);
+  mirrored ? inside.setLeft(arrows.right()) : inside.setRight(arrows.left());
+  painter.setPen(colors.text);
+  painter.drawText(inside, static_cast<int>(Qt::AlignLeading | Qt::AlignVCenter) | Qt::TextSingleLine,
+                   fontMetrics().elidedText(currentText(), Qt::ElideMiddle, static_cast<int>(inside.width())));
+  m_focus.drawRing(painter, shape, kRadius);
+}
+
+}  // namespace zolt

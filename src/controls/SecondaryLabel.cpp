@@ -1,0 +1,40 @@
+#include "controls/SecondaryLabel.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+#include <algorithm>
+
+#include "controls/ControlColors.h"
+
+namespace zolt {
+
+namespace {
+
+constexpr int kShortest = 40;
+
+}  // namespace
+
+SecondaryLabel::SecondaryLabel(const QString& text, QWidget* parent) : QLabel(text, parent) {
+  setTextFormat(Qt::PlainText);
+}
+
+QSize SecondaryLabel::minimumSizeHint() const {
+  return {std::min(kShortest, sizeHint().width()), sizeHint().height()};
+}
+
+bool SecondaryLabel::event(QEvent* event) {
+  const bool isCut = fontMetrics().horizontalAdvance(text()) > contentsRect().width();
+  if (event->type() != QEvent::ToolTip || !isCut) return QLabel::event(event);
+  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text(), this);
+  return true;
+}
+
+void SecondaryLabel::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setPen(ControlColors(palette()).secondary);
+  const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
+  painter.drawText(contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine, shown);
+}
+
+}  // namespace zolt

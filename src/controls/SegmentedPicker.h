@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QButtonGroup>
+#include <QStringList>
+#include <QWidget>
+
+#include "controls/KeyboardFocus.h"
+
+namespace zolt {
+
+/// One choice of a SegmentedPicker.
+class Segment : public QAbstractButton {
+  Q_OBJECT
+
+ public:
+  Segment(const QString& label, QWidget* parent);
+  QSize sizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  KeyboardFocus m_focus{*this};
+};
+
+/// A few choices side by side in one rounded track, of which one is chosen. By keyboard it is one stop, within which
+/// the arrow keys move the choice.
+class SegmentedPicker : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit SegmentedPicker(const QStringList& labels, QWidget* parent = nullptr);
+
+  int currentIndex() const { return m_group.checkedId(); }
+  /// Shows a choice; `picked` is not emitted.
+  void setCurrentIndex(int index);
+  Segment* segment(int index) const { return static_cast<Segment*>(m_group.button(index)); }
+
+ Q_SIGNALS:
+  /// After the user chose another segment.
+  void picked(int index);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QButtonGroup m_group;
+  int m_shown = -1;
+};
+
+}  // namespace zolt
