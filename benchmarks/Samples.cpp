@@ -15,6 +15,31 @@ constexpr std::array<const char*, 12> kWords{"connection", "accepted", "from", "
 constexpr std::array<const char*, 8> kForeignWords{"соединение", "接続されました", "réponse", "→", "größe", "✓",
                                                    "😀",          "naïve"};
 
+// The parameters of a random direct colour, after the 2.
+std::string directColour(std::mt19937& random) {
+  return std::to_string(random() % 256) + ";" + std::to_string(random() % 256) + ";" + std::to_string(random() % 256);
+}
+
+// Pictures of 25 by 80 places, each drawn over the one before.
+template <class AppendPlace>
+std::string pictures(std::size_t bytes, AppendPlace appendPlace) {
+  constexpr int kRows = 25;
+  constexpr int kColumns = 80;
+  std::mt19937 random(42);
+  std::string text;
+  text.reserve(bytes + 256);
+  while (text.size() < bytes) {
+    for (int row = 1; row <= kRows; ++row) {
+      text += "\x1B[" + std::to_string(row) + ";1H";
+      for (int column = 0; column < kColumns; ++column) {
+        appendPlace(text, column, random);
+        text += static_cast<char>('A' + random() % 26);
+      }
+    }
+  }
+  return text;
+}
+
 template <class AppendWord>
 std::string lines(std::size_t bytes, AppendWord appendWord) {
   std::mt19937 random(42);
@@ -48,6 +73,22 @@ std::string colouredLog(std::size_t bytes) {
   });
 }
 
+std::string manyColoursLog(std::size_t bytes) {
+  return lines(bytes, [](std::string& text, std::mt19937& random) {
+    switch (random() % 3) {
+      case 0:
+        text += "\x1B[" + std::to_string((random() % 2 == 0 ? 30 : 90) + random() % 8) + "m";
+        break;
+      case 1:
+        text += "\x1B[38;5;" + std::to_string(random() % 256) + "m";
+        break;
+      default:
+        text += "\x1B[38;2;" + directColour(random) + "m";
+    }
+    text += kWords[random() % kWords.size()];
+  });
+}
+
 std::string mixedUtf8Log(std::size_t bytes) {
   return lines(bytes, [](std::string& text, std::mt19937& random) {
     text += random() % 2 == 0 ? kWords[random() % kWords.size()] : kForeignWords[random() % kForeignWords.size()];
@@ -63,26 +104,20 @@ std::string endlessLine(std::size_t bytes) {
 }
 
 std::string redraws(std::size_t bytes) {
-  constexpr int kRows = 25;
-  constexpr int kColumns = 80;
-  std::mt19937 random(42);
-  std::string text;
-  text.reserve(bytes + 256);
-  while (text.size() < bytes) {
-    for (int row = 1; row <= kRows; ++row) {
-      text += "\x1B[" + std::to_string(row) + ";1H";
-      for (int column = 0; column < kColumns; ++column) {
-        const auto color = std::to_string(random() % 256);
-        if (column % 2 == 0) {
-          text += "\x1B[38;5;" + color + "m";
-        } else {
-          text += "\x1B[48;2;" + color + ";16;64m";
-        }
-        text += static_cast<char>('A' + random() % 26);
-      }
+  return pictures(bytes, [](std::string& text, int column, std::mt19937& random) {
+    const auto color = std::to_string(random() % 256);
+    if (column % 2 == 0) {
+      text += "\x1B[38;5;" + color + "m";
+    } else {
+      text += "\x1B[48;2;" + color + ";16;64m";
     }
-  }
-  return text;
+  });
+}
+
+std::string directColourRedraws(std::size_t bytes) {
+  return pictures(bytes, [](std::string& text, int, std::mt19937& random) {
+    text += "\x1B[38;2;" + directColour(random) + ";48;2;" + directColour(random) + "m";
+  });
 }
 
 std::string withTerminalLineEnds(const std::string& text) {

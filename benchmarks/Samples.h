@@ -11,6 +11,8 @@ namespace zolt::bench {
 std::string plainLog(std::size_t bytes);
 /// The same with a colour change and a reset around every word.
 std::string colouredLog(std::size_t bytes);
+/// The same with a colour of its own for every word: one of the 16 named, of the 256, or of all direct ones.
+std::string manyColoursLog(std::size_t bytes);
 /// Log lines with words in several scripts, arrows and emoji among the ASCII.
 std::string mixedUtf8Log(std::size_t bytes);
 
@@ -18,6 +20,8 @@ std::string mixedUtf8Log(std::size_t bytes);
 std::string endlessLine(std::size_t bytes);
 /// Pictures of 25 by 80 places, each drawn over the one before, every place in colours of its own (256 and direct).
 std::string redraws(std::size_t bytes);
+/// The same with a random direct foreground and background for every place.
+std::string directColourRedraws(std::size_t bytes);
 
 /// Ends lines as a pseudo-terminal does, in CR LF.
 std::string withTerminalLineEnds(const std::string& text);

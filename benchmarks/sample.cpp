@@ -1,4 +1,4 @@
-// sample KIND BYTES: prints about so many bytes of a sample text: plain, coloured or mixed.
+// sample KIND BYTES: prints about so many bytes of a sample text: plain, coloured, colours, redraws or mixed.
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -14,8 +14,8 @@ struct Kind {
 };
 
 constexpr Kind kKinds[] = {
-    {"plain", zolt::bench::plainLog},
-    {"coloured", zolt::bench::colouredLog},
+    {"plain", zolt::bench::plainLog},         {"coloured", zolt::bench::colouredLog},
+    {"colours", zolt::bench::manyColoursLog}, {"redraws", zolt::bench::directColourRedraws},
     {"mixed", zolt::bench::mixedUtf8Log},
 };
 

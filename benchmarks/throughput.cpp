@@ -54,5 +54,7 @@ int main(int argc, char** argv) {
   if (argc != 4) return 2;
   measure("of plain log", zolt::bench::plainLog(kBytes), 1.1, argv);
   measure("with SGR on every word", zolt::bench::colouredLog(kBytes), 1.25, argv);
+  measure("with a colour of its own for every word", zolt::bench::manyColoursLog(kBytes), 1.25, argv);
+  measure("of redraws in direct colours", zolt::bench::directColourRedraws(kBytes), 1.25, argv);
   measure("of mixed UTF-8", zolt::bench::mixedUtf8Log(kBytes), 1.25, argv);
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "emulation/SGR.h"
 #include "text/GraphemeClusters.h"
 #include "text/TextScan.h"
 
@@ -46,7 +47,6 @@ bool isFinalCharacter(std::string_view cluster) {
 AttributedString ANSIParser::parse(std::string_view text) {
   AttributedString result;
   result.reserve(text.size(), std::min(m_runsInLastChunk, text.size() / 8));
-  m_styles.assign(m_renditions.size(), 0);
   std::size_t position = 0;
   std::size_t keptUpTo = 0;  // the end of the last character taken over; a mark right there takes it back
   while (position < text.size()) {
@@ -83,9 +83,11 @@ AttributedString ANSIParser::parse(std::string_view text) {
 
 void ANSIParser::makeAttributedString(AttributedString& result) {
   if (result.pendingLength() == 0) return;
-  std::uint32_t& style = m_styles[m_current];
-  if (style == 0) style = result.styleIndex(m_renditions.attributes(m_current)) + 1;
-  result.endRun(style - 1);
+  if (m_style) {
+    result.endRun(*m_style);
+  } else {
+    result.endRun(m_rendition.attributes());
+  }
 }
 
 ANSIParser::SequenceEnd ANSIParser::parseEscapeSequence(std::string_view text, std::size_t escape) {
@@ -95,6 +97,7 @@ ANSIParser::SequenceEnd ANSIParser::parseEscapeSequence(std::string_view text, s
   if (afterNext == next + 1) {
     switch (text[next]) {
       case '[':
+        if (const SequenceEnd end = parsePlainSGR(text, next)) return end;
         return parseCSI(text, next);
       case ']':
         return parseOSC(text, next);
@@ -151,10 +154,45 @@ void ANSIParser::handleCSICommand(std::string_view command, std::string_view par
 }
 
 void ANSIParser::handleSGR(std::string_view params) {
-  const std::uint64_t generation = m_renditions.generation();
-  m_current = m_renditions.after(m_current, params);
-  if (m_renditions.generation() != generation) m_styles.clear();
-  m_styles.resize(m_renditions.size(), 0);
+  m_codes.clear();
+  parseSGRCodes(params, m_codes);
+  apply(m_codes);
+}
+
+// Colour changes are most of what rich output consists of: they are read without first looking for their end.
+ANSIParser::SequenceEnd ANSIParser::parsePlainSGR(std::string_view text, std::size_t bracket) {
+  constexpr int kMaxDigits = 18;  // as many as always fit a code
+  std::size_t count = 0;
+  std::int64_t code = 0;
+  int digits = 0;
+  for (std::size_t position = bracket + 1; position < text.size(); ++position) {
+    const char c = text[position];
+    if (c >= '0' && c <= '9') {
+      if (++digits > kMaxDigits) return std::nullopt;
+      code = code * 10 + (c - '0');
+      continue;
+    }
+    if (c != ';' && c != 'm') return std::nullopt;
+    if (digits != 0) {
+      if (count == m_plainCodes.size()) return std::nullopt;
+      m_plainCodes[count++] = code;
+    }
+    if (c == 'm') {
+      const std::size_t end = position + 1;
+      if (end < text.size() && !isAscii(text[end])) return std::nullopt;  // perhaps a mark on the "m"
+      if (end == bracket + 2) m_plainCodes[count++] = 0;                  // no parameters at all
+      apply({m_plainCodes.data(), count});
+      return end;
+    }
+    code = 0;
+    digits = 0;
+  }
+  return std::nullopt;
+}
+
+void ANSIParser::apply(std::span<const std::int64_t> codes) {
+  m_rendition.apply(codes);
+  m_style = m_rendition.styleCode();
 }
 
 }  // namespace zolt

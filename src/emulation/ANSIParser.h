@@ -1,21 +1,24 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
-#include "emulation/RenditionTable.h"
+#include "emulation/Rendition.h"
 #include "text/AttributedString.h"
+#include "text/StyleCode.h"
 
 namespace zolt {
 
 /// Turns decoded shell output into styled text for a log.
 ///
-/// There is no cursor and no grid: Select Graphic Rendition (ECMA-48 8.3.117, SGR) changes the look of what follows,
-/// all other escape sequences are consumed without effect. What is shown is ASCII: single scalars from U+0020 to
-/// U+007F, line feed, carriage return and tab. Everything else is dropped on purpose, the cluster of a CR LF pair
+/// There is no cursor and no grid: Select Graphic Rendition (ECMA-48 8.3.117, SGR) changes the rendition of what
+/// follows, all other escape sequences are consumed without effect. What is shown is ASCII: single scalars from U+0020
+/// to U+007F, line feed, carriage return and tab. Everything else is dropped on purpose, the cluster of a CR LF pair
 /// included.
 ///
 /// The rendition carries over from one `parse` to the next; an unfinished sequence does not. Not synchronised: one
@@ -38,13 +41,17 @@ class ANSIParser {
   static SequenceEnd parseOSC(std::string_view text, std::size_t bracket);
   void handleCSICommand(std::string_view command, std::string_view params);
   void handleSGR(std::string_view params);
+  /// The sequence at `bracket` if it is an SGR of digits and semicolons alone, applied in one pass; nothing otherwise.
+  SequenceEnd parsePlainSGR(std::string_view text, std::size_t bracket);
+  void apply(std::span<const std::int64_t> codes);
   /// Makes one run, in the rendition in force, of the text taken over since the last one; nothing when there is none.
   void makeAttributedString(AttributedString& result);
 
-  RenditionTable m_renditions;
-  RenditionTable::Id m_current = RenditionTable::initial;
-  std::size_t m_runsInLastChunk = 0;    // the next is likely to have about as many
-  std::vector<std::uint32_t> m_styles;  // by rendition: its style in the string being built + 1; 0 for none yet
+  Rendition m_rendition;
+  std::optional<StyleCode> m_style = StyleCode();  // of the rendition, where it fits one
+  std::size_t m_runsInLastChunk = 0;               // the next is likely to have about as many
+  std::array<std::int64_t, 32> m_plainCodes;       // of the sequence being read
+  std::vector<std::int64_t> m_codes;               // of one that is not plain
 };
 
 }  // namespace zolt

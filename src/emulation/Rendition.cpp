@@ -2,7 +2,6 @@
 
 #include <array>
 #include <optional>
-#include <utility>
 
 #include "emulation/SGR.h"
 
@@ -10,93 +9,172 @@ namespace zolt {
 
 namespace {
 
-using Flag = bool Rendition::*;
-
-// What one code does: sets up to two flags to a value. Colours and the reset are handled beside the table.
-struct FlagRule {
-  std::int64_t code;
-  Flag flag;
-  bool value;
+enum Flag : std::uint8_t {
+  kBold = 1,
+  kDim = 2,
+  kItalic = 4,
+  kUnderline = 8,
+  kReverse = 16,
+  kHidden = 32,
+  kStrikethrough = 64,
 };
 
-constexpr std::array kFlagRules{
-    FlagRule{1, &Rendition::isBold, true},          FlagRule{2, &Rendition::isDim, true},
-    FlagRule{3, &Rendition::isItalic, true},        FlagRule{4, &Rendition::isUnderline, true},
-    FlagRule{7, &Rendition::isReverse, true},       FlagRule{8, &Rendition::isHidden, true},
-    FlagRule{9, &Rendition::isStrikethrough, true}, FlagRule{22, &Rendition::isBold, false},
-    FlagRule{22, &Rendition::isDim, false},         FlagRule{23, &Rendition::isItalic, false},
-    FlagRule{24, &Rendition::isUnderline, false},   FlagRule{27, &Rendition::isReverse, false},
-    FlagRule{28, &Rendition::isHidden, false},      FlagRule{29, &Rendition::isStrikethrough, false},
+struct FlagChange {
+  std::uint8_t set = 0;
+  std::uint8_t clear = 0;
 };
 
-struct ExtendedColor {
-  Color color;
-  std::size_t codesUsed;  // after the 38 or 48 itself
-};
+// By code, from 1 to 29. Colours and the reset are handled beside the table.
+constexpr std::array kFlagChanges = [] {
+  std::array<FlagChange, 30> changes{};
+  changes[1].set = kBold;
+  changes[2].set = kDim;
+  changes[3].set = kItalic;
+  changes[4].set = kUnderline;
+  changes[7].set = kReverse;
+  changes[8].set = kHidden;
+  changes[9].set = kStrikethrough;
+  changes[22].clear = kBold | kDim;
+  changes[23].clear = kItalic;
+  changes[24].clear = kUnderline;
+  changes[27].clear = kReverse;
+  changes[28].clear = kHidden;
+  changes[29].clear = kStrikethrough;
+  return changes;
+}();
 
-// `codes` are those after the 38 or 48.
-std::optional<ExtendedColor> extendedColor(std::span<const std::int64_t> codes) {
-  if (codes.size() >= 2 && codes[0] == 5) return ExtendedColor{color256(codes[1]), 2};
-  if (codes.size() >= 4 && codes[0] == 2) {
-    const auto component = [](std::int64_t code) { return static_cast<double>(code) / 255.0; };
-    return ExtendedColor{{component(codes[1]), component(codes[2]), component(codes[3]), 1.0}, 4};
-  }
-  return std::nullopt;
+// The 256-colour palette.
+const std::array<CompactColor, 256>& compactPalette() {
+  static const std::array palette = [] {
+    std::array<CompactColor, 256> colors;
+    for (std::size_t i = 0; i < colors.size(); ++i) {
+      colors[i] = CompactColor::of(color256(static_cast<std::int64_t>(i))).value();
+    }
+    return colors;
+  }();
+  return palette;
 }
 
-// The palette colour that `code` names in the range of eight that starts at `first`.
-const Color* paletteColor(std::int64_t code, std::int64_t first, const std::array<Color, 8>& palette) {
-  return code >= first && code < first + 8 ? &palette[static_cast<std::size_t>(code - first)] : nullptr;
+// Whether `code` is one of the eight from `first` on.
+bool isOfEight(std::int64_t code, std::int64_t first) {
+  return code >= first && code < first + 8;
+}
+
+CompactColor named(std::int64_t index) {
+  return compactPalette()[static_cast<std::size_t>(index)];
+}
+
+bool isByte(std::int64_t code) {
+  return code >= 0 && code <= 255;
 }
 
 }  // namespace
 
+void Rendition::setExact(Role role, const Color& exact) {
+  m_exact[role] = exact;
+  color(role).kind = ColorKind::Exact;
+}
+
+std::size_t Rendition::setExtendedColor(Role role, std::span<const std::int64_t> codes) {
+  if (codes.size() >= 2 && codes[0] == 5) {
+    if (isByte(codes[1])) {
+      color(role) = compact(named(codes[1]));
+    } else {
+      setExact(role, color256(codes[1]));
+    }
+    return 2;
+  }
+  if (codes.size() >= 4 && codes[0] == 2) {
+    if (isByte(codes[1]) && isByte(codes[2]) && isByte(codes[3])) {
+      color(role) = compact(CompactColor(static_cast<std::uint8_t>(codes[1]), static_cast<std::uint8_t>(codes[2]),
+                                         static_cast<std::uint8_t>(codes[3])));
+    } else {
+      const auto component = [](std::int64_t code) { return static_cast<double>(code) / 255.0; };
+      setExact(role, {component(codes[1]), component(codes[2]), component(codes[3]), 1.0});
+    }
+    return 4;
+  }
+  return 0;
+}
+
 void Rendition::apply(std::span<const std::int64_t> codes) {
+  constexpr std::int64_t kToBright = 60;
   for (std::size_t i = 0; i < codes.size(); ++i) {
     const std::int64_t code = codes[i];
     if (code == 0) {
-      *this = Rendition{};
-    } else if (code < 30) {
-      for (const FlagRule& rule : kFlagRules) {
-        if (rule.code == code) this->*rule.flag = rule.value;
-      }
+      color(Foreground) = compact(kWhite);
+      color(Background) = {};
+      m_flags = 0;
+    } else if (code > 0 && code < std::ssize(kFlagChanges)) {
+      const FlagChange change = kFlagChanges[static_cast<std::size_t>(code)];
+      m_flags = static_cast<std::uint8_t>((m_flags & ~change.clear) | change.set);
     } else if (code == 38 || code == 48) {
-      if (const auto extended = extendedColor(codes.subspan(i + 1))) {
-        (code == 38 ? currentForeground : currentBackground) = extended->color;
-        i += extended->codesUsed;
-      }
+      i += setExtendedColor(code == 38 ? Foreground : Background, codes.subspan(i + 1));
     } else if (code == 39) {
-      currentForeground = Color::white;
+      color(Foreground) = compact(kWhite);
     } else if (code == 49) {
-      currentBackground = Color::clear;
-    } else if (const Color* foreground = paletteColor(code, 30, standardColors)) {
-      currentForeground = *foreground;
-    } else if (const Color* background = paletteColor(code, 40, standardColors)) {
-      currentBackground = *background;
-    } else if (const Color* brightForeground = paletteColor(code, 90, brightColors)) {
-      currentForeground = *brightForeground;
-    } else if (const Color* brightBackground = paletteColor(code, 100, brightColors)) {
-      currentBackground = *brightBackground;
+      color(Background) = {};
+    } else if (isOfEight(code, 30)) {
+      color(Foreground) = compact(named(code - 30));
+    } else if (isOfEight(code, 40)) {
+      color(Background) = compact(named(code - 40));
+    } else if (isOfEight(code, 30 + kToBright)) {
+      color(Foreground) = compact(named(code - 30 - kToBright + 8));
+    } else if (isOfEight(code, 40 + kToBright)) {
+      color(Background) = compact(named(code - 40 - kToBright + 8));
     }
   }
 }
 
-TextAttributes Rendition::attributes() const {
-  Color foreground = currentForeground;
-  Color background = currentBackground;
-  if (isReverse) std::swap(foreground, background);
-  if (isHidden) {
-    foreground = Color::clear;
-  } else if (isDim) {
-    foreground = foreground.withAlpha(0.5);
+Rendition::Role Rendition::shown(Role role) const {
+  return has(kReverse) == (role == Foreground) ? Background : Foreground;
+}
+
+std::optional<StyleCode> Rendition::styleCode() const {
+  const RenditionColor& foreground = color(shown(Foreground));
+  const RenditionColor& background = color(shown(Background));
+  if (foreground.kind == ColorKind::Exact || background.kind == ColorKind::Exact) return std::nullopt;
+  StyleCode::Parts parts{.foreground = CompactColor(),
+                         .opacity = StyleCode::Opacity::Clear,
+                         .isBold = has(kBold),
+                         .isItalic = has(kItalic),
+                         .isUnderlined = has(kUnderline),
+                         .isStruck = has(kStrikethrough)};
+  if (!has(kHidden)) {
+    parts.foreground = foreground.compact;
+    if (foreground.kind == ColorKind::Compact) parts.opacity = StyleCode::Opacity::Opaque;
+    if (has(kDim)) parts.opacity = StyleCode::Opacity::Half;
   }
+  if (background.kind == ColorKind::Compact) parts.background = background.compact;
+  return StyleCode(parts);
+}
+
+Color Rendition::exactColor(Role role) const {
+  switch (color(role).kind) {
+    case ColorKind::Compact:
+      return color(role).compact.color();
+    case ColorKind::Exact:
+      return m_exact[role];
+    case ColorKind::Clear:
+      break;
+  }
+  return Color::clear;
+}
+
+TextAttributes Rendition::attributes() const {
   TextAttributes attributes;
-  attributes.font.weight = isBold ? FontWeight::Bold : FontWeight::Regular;
-  attributes.font.slant = isItalic ? FontSlant::Italic : FontSlant::Upright;
-  attributes.foreground = foreground;
+  attributes.font.weight = has(kBold) ? FontWeight::Bold : FontWeight::Regular;
+  attributes.font.slant = has(kItalic) ? FontSlant::Italic : FontSlant::Upright;
+  attributes.foreground = exactColor(shown(Foreground));
+  if (has(kHidden)) {
+    attributes.foreground = Color::clear;
+  } else if (has(kDim)) {
+    attributes.foreground = attributes.foreground.withAlpha(0.5);
+  }
+  const Color background = exactColor(shown(Background));
   if (background != Color::clear) attributes.background = background;
-  attributes.underline = isUnderline ? Line::Single : Line::None;
-  attributes.strikethrough = isStrikethrough ? Line::Single : Line::None;
+  attributes.underline = has(kUnderline) ? Line::Single : Line::None;
+  attributes.strikethrough = has(kStrikethrough) ? Line::Single : Line::None;
   return attributes;
 }
 

@@ -1,36 +1,58 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
 
 #include "text/Color.h"
+#include "text/CompactColor.h"
+#include "text/StyleCode.h"
 #include "text/TextAttributes.h"
 
 namespace zolt {
 
-/// The graphic rendition that SGR sequences change. The initial values are those after SGR 0.
-struct Rendition {
-  Color currentForeground = Color::white;
-  Color currentBackground = Color::clear;
-  bool isBold = false;
-  bool isDim = false;
-  bool isItalic = false;
-  bool isUnderline = false;
-  bool isReverse = false;
-  bool isHidden = false;
-  bool isStrikethrough = false;
-
+/// The graphic rendition that SGR sequences change. A new one is that after SGR 0: white on clear, no flag.
+class Rendition {
+ public:
   /// Applies the codes of one SGR sequence in order (ECMA-48 8.3.117; 38 and 48 as XTerm reads them).
   ///
   /// Codes without a meaning here are ignored. A 38 or 48 whose colour is incomplete or unknown is ignored alone, on
-  /// purpose: the codes after it are read as ordinary ones, so that "38;2;255" turns on dim.
+  /// purpose: the codes after it are read as ordinary ones, so that "38;2;255" turns on dim. Stops the program for a
+  /// palette index that color256 refuses.
   void apply(std::span<const std::int64_t> codes);
 
-  /// How text in this rendition looks. Reverse swaps first, before hidden and dim: with the default colours it yields
-  /// clear text on white, deliberately.
+  /// The style of text in this rendition, packed; nothing where a colour does not fit. Reverse swaps first, before
+  /// hidden and dim: with the default colours it yields clear text on white, deliberately.
+  std::optional<StyleCode> styleCode() const;
+  /// The same style, whatever the colours.
   TextAttributes attributes() const;
 
-  friend bool operator==(const Rendition&, const Rendition&) = default;
+ private:
+  /// Exact only where a colour has no compact form: a component above 1.0.
+  enum class ColorKind : std::uint8_t { Clear, Compact, Exact };
+  struct RenditionColor {
+    CompactColor compact;
+    ColorKind kind = ColorKind::Clear;
+  };
+  enum Role : std::uint8_t { Foreground, Background };
+
+  static constexpr RenditionColor compact(CompactColor color) { return {.compact = color, .kind = ColorKind::Compact}; }
+  static constexpr CompactColor kWhite{255, 255, 255};
+
+  RenditionColor& color(Role role) { return m_colors[role]; }
+  const RenditionColor& color(Role role) const { return m_colors[role]; }
+  void setExact(Role role, const Color& color);
+  /// Sets the colour that `codes`, those after a 38 or 48, begin with, and returns how many of them it took.
+  std::size_t setExtendedColor(Role role, std::span<const std::int64_t> codes);
+  /// What is shown in that role, reverse taken into account.
+  Role shown(Role role) const;
+  Color exactColor(Role role) const;
+  bool has(std::uint8_t flag) const { return (m_flags & flag) != 0; }
+
+  std::array<RenditionColor, 2> m_colors{compact(kWhite), RenditionColor()};  // by role
+  std::uint8_t m_flags = 0;
+  std::array<Color, 2> m_exact;  // by role, of those that are exact
 };
 
 }  // namespace zolt

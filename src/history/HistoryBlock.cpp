@@ -1,6 +1,7 @@
 #include "history/HistoryBlock.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 
 namespace zolt {
@@ -14,24 +15,39 @@ enum class Section : std::uint8_t {
   SoftWraps = 4,
   Marks = 5,
   PackedStyles = 6,
-  Links = 7
+  Links = 7,
+  ListedStyles = 8,
 };
 
 // The bits of a style's flags.
 enum StyleFlag : std::uint8_t { Bold = 1, Italic = 2, Underlined = 4, Struck = 8, HasBackground = 16 };
 
-void putNumber(std::string& out, std::uint64_t number) {
+constexpr std::size_t kMaxNumberBytes = 10;
+
+char* writeNumber(char* out, std::uint64_t number) {
   for (; number >= 0x80; number >>= 7) {
-    out.push_back(static_cast<char>(0x80 | (number & 0x7F)));
+    *out++ = static_cast<char>(0x80 | (number & 0x7F));
   }
-  out.push_back(static_cast<char>(number));
+  *out++ = static_cast<char>(number);
+  return out;
+}
+
+void putNumber(std::string& out, std::uint64_t number) {
+  std::array<char, kMaxNumberBytes> bytes;
+  out.append(
+      std::string_view(bytes.data(), static_cast<std::size_t>(writeNumber(bytes.data(), number) - bytes.data())));
+}
+
+void putEightBytes(std::string& out, std::uint64_t bits) {
+  std::array<char, 8> bytes;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    bytes[i] = static_cast<char>(bits >> 8 * i & 0xFF);
+  }
+  out.append(bytes.data(), bytes.size());
 }
 
 void putDouble(std::string& out, double value) {
-  const auto bits = std::bit_cast<std::uint64_t>(value);
-  for (int shift = 0; shift < 64; shift += 8) {
-    out.push_back(static_cast<char>((bits >> shift) & 0xFF));
-  }
+  putEightBytes(out, std::bit_cast<std::uint64_t>(value));
 }
 
 void putColor(std::string& out, const Color& color) {
@@ -85,14 +101,16 @@ class Reader {
     return taken;
   }
 
-  double real() {
+  std::uint64_t eightBytes() {
     const std::string_view eight = bytes(8);
     std::uint64_t bits = 0;
     for (std::size_t i = eight.size(); i-- > 0;) {
       bits = bits << 8 | static_cast<std::uint8_t>(eight[i]);
     }
-    return std::bit_cast<double>(bits);
+    return bits;
   }
+
+  double real() { return std::bit_cast<double>(eightBytes()); }
 
   Color color() {
     Color color;
@@ -107,7 +125,7 @@ class Reader {
   bool m_failed = false;
 };
 
-TextAttributes readStyle(Reader& reader) {
+TextAttributes readListedStyle(Reader& reader) {
   TextAttributes style;
   const std::uint64_t flags = reader.number();
   style.font.weight = (flags & Bold) != 0 ? FontWeight::Bold : FontWeight::Regular;
@@ -122,7 +140,14 @@ TextAttributes readStyle(Reader& reader) {
 
 void readStyles(Reader reader, HistoryBlock& block, bool& valid) {
   while (!reader.atEnd()) {
-    block.styles.push_back(readStyle(reader));
+    block.styles.push_back(StyleCode::fromBits(reader.eightBytes()));
+  }
+  valid = valid && !reader.failed();
+}
+
+void readListedStyles(Reader reader, HistoryBlock& block, bool& valid) {
+  while (!reader.atEnd()) {
+    block.listedStyles.push_back(readListedStyle(reader));
   }
   valid = valid && !reader.failed();
 }
@@ -187,31 +212,41 @@ void readLinks(Reader reader, HistoryBlock& block, bool& valid) {
   valid = valid && !reader.failed();
 }
 
-// Whether every run names a style that is there.
-bool runsAreStyled(const HistoryBlock& block) {
+// Whether every run and every listed style names one that is there.
+bool stylesAreThere(const HistoryBlock& block) {
+  const auto isMissing = [&](StyleCode code) {
+    return code.isListed() && code.listIndex() >= block.listedStyles.size();
+  };
+  if (std::ranges::any_of(block.styles, isMissing)) return false;
   const std::size_t styles = std::max(block.styles.size(), block.packedStyles.size());
   return std::ranges::all_of(block.runs, [&](const HistoryRun& run) { return run.style < styles; });
 }
 
 }  // namespace
 
-void HistoryEncoder::addStyles(const std::vector<TextAttributes>& styles) {
-  for (const TextAttributes& style : styles) {
+void HistoryEncoder::addStyles(const std::vector<StyleCode>& styles, const std::vector<TextAttributes>& listed) {
+  m_styles.reserve(styles.size() * sizeof(std::uint64_t));
+  for (const StyleCode style : styles) {
+    putEightBytes(m_styles, style.bits());
+  }
+  for (const TextAttributes& style : listed) {
     const int flags = (style.font.weight == FontWeight::Bold ? Bold : 0) |
                       (style.font.slant == FontSlant::Italic ? Italic : 0) |
                       (style.underline == Line::Single ? Underlined : 0) |
                       (style.strikethrough == Line::Single ? Struck : 0) | (style.background ? HasBackground : 0);
-    putNumber(m_styles, static_cast<std::uint64_t>(flags));
-    putDouble(m_styles, style.font.size);
-    putColor(m_styles, style.foreground);
-    if (style.background) putColor(m_styles, *style.background);
+    putNumber(m_listedStyles, static_cast<std::uint64_t>(flags));
+    putDouble(m_listedStyles, style.font.size);
+    putColor(m_listedStyles, style.foreground);
+    if (style.background) putColor(m_listedStyles, *style.background);
   }
 }
 
 void HistoryEncoder::addRun(const HistoryRun& run) {
-  putNumber(m_runs, run.begin - m_lastRun.begin);
-  putNumber(m_runs, (static_cast<std::uint64_t>(run.style) << 1) | (run.link != 0 ? 1U : 0U));
-  if (run.link != 0) putNumber(m_runs, run.link);
+  std::array<char, 3 * kMaxNumberBytes> bytes;
+  char* end = writeNumber(bytes.data(), run.begin - m_lastRun.begin);
+  end = writeNumber(end, (static_cast<std::uint64_t>(run.style) << 1) | (run.link != 0 ? 1U : 0U));
+  if (run.link != 0) end = writeNumber(end, run.link);
+  m_runs.append(std::string_view(bytes.data(), static_cast<std::size_t>(end - bytes.data())));
   m_lastRun = run;
 }
 
@@ -240,7 +275,8 @@ void HistoryEncoder::addLink(std::string_view target) {
 
 std::string HistoryEncoder::finish(std::string_view text) {
   std::string out;
-  out.reserve(text.size() + m_styles.size() + m_runs.size() + m_softWraps.size() + m_marks.size() + 64);
+  out.reserve(text.size() + m_styles.size() + m_listedStyles.size() + m_runs.size() + m_softWraps.size() +
+              m_marks.size() + 64);
   putSection(out, Section::Text, text);
   putSection(out, Section::Styles, m_styles);
   putSection(out, Section::Runs, m_runs);
@@ -248,12 +284,13 @@ std::string HistoryEncoder::finish(std::string_view text) {
   putSection(out, Section::Marks, m_marks);
   putSection(out, Section::PackedStyles, m_packedStyles);
   putSection(out, Section::Links, m_links);
+  putSection(out, Section::ListedStyles, m_listedStyles);
   return out;
 }
 
 std::string encodeHistoryBlock(const HistoryBlock& block) {
   HistoryEncoder encoder;
-  encoder.addStyles(block.styles);
+  encoder.addStyles(block.styles, block.listedStyles);
   for (const HistoryRun& run : block.runs) {
     encoder.addRun(run);
   }
@@ -305,11 +342,14 @@ std::optional<HistoryBlock> decodeHistoryBlock(std::string_view bytes) {
       case Section::Links:
         readLinks(Reader(content), block, valid);
         break;
+      case Section::ListedStyles:
+        readListedStyles(Reader(content), block, valid);
+        break;
       default:
         break;
     }
   }
-  if (!valid || reader.failed() || !runsAreStyled(block) || (block.runs.empty() && !block.text.empty()))
+  if (!valid || reader.failed() || !stylesAreThere(block) || (block.runs.empty() && !block.text.empty()))
     return std::nullopt;
   return block;
 }

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "text/StyleCode.h"
 #include "text/TextAttributes.h"
 
 namespace zolt {
@@ -45,7 +46,8 @@ struct PackedStyle {
 /// text, styles and runs; packed styles instead of those, wrapped lines, marks and links come from a full emulation.
 struct HistoryBlock {
   std::string text;
-  std::vector<TextAttributes> styles;
+  std::vector<StyleCode> styles;
+  std::vector<TextAttributes> listedStyles;  ///< those that do not fit a code
   std::vector<PackedStyle> packedStyles;
   std::vector<HistoryRun> runs;          ///< in order; the first at 0 unless the text is empty
   std::vector<std::uint32_t> softWraps;  ///< offsets where a row begins that goes on with the line before, ascending
@@ -58,7 +60,7 @@ struct HistoryBlock {
 /// Makes the bytes of a block from parts that lie elsewhere. Everything is added in the order of the text.
 class HistoryEncoder {
  public:
-  void addStyles(const std::vector<TextAttributes>& styles);
+  void addStyles(const std::vector<StyleCode>& styles, const std::vector<TextAttributes>& listed);
   void addRun(const HistoryRun& run);
   void addSoftWrap(std::uint32_t offset);
   void addMark(const HistoryMark& mark);
@@ -69,6 +71,7 @@ class HistoryEncoder {
 
  private:
   std::string m_styles;
+  std::string m_listedStyles;
   std::string m_runs;
   std::string m_softWraps;
   std::string m_marks;

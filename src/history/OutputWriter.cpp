@@ -17,7 +17,7 @@ void OutputWriter::appendStyled(const TextBlock& block, std::string& out) {
     const std::size_t end = i + 1 < runs.size() ? runs[i + 1].begin : block.size();
     const std::string_view text = withoutRestOfLineEnd(block.text().substr(runs[i].begin, end - runs[i].begin));
     if (!text.empty()) {
-      const TextAttributes& style = block.styles()[runs[i].style];
+      const TextAttributes style = block.styles()[runs[i].style];
       if (style != m_style) m_appendStyle(out, m_style, style);
       m_style = style;
     }

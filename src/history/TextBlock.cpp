@@ -131,7 +131,7 @@ void TextBlock::seal() {
   }
   m_lineStarts.shrink_to_fit();
   m_runs.shrink_to_fit();
-  m_styles.shrink_to_fit();
+  m_styles.seal();
 }
 
 std::shared_ptr<const TextBlock> TextBlock::copy() const {
@@ -146,7 +146,7 @@ std::shared_ptr<const TextBlock> TextBlock::copy() const {
 
 std::string TextBlock::encoded() const {
   HistoryEncoder encoder;
-  encoder.addStyles(m_styles);
+  encoder.addStyles(m_styles.codes(), m_styles.listed());
   for (const StyleRun& run : m_runs) {
     encoder.addRun({.begin = run.begin, .style = run.style});
   }
@@ -159,7 +159,7 @@ std::shared_ptr<const TextBlock> TextBlock::decoded(const Summary& summary, std:
   auto block = std::make_shared<TextBlock>(summary.start, summary.firstLine, summary.startColumn);
   TextLayout layout{.column = summary.startColumn};
   block->append(content->text, layout);
-  block->m_styles = std::move(content->styles);
+  block->m_styles = BlockStyles(std::move(content->styles), std::move(content->listedStyles));
   block->m_runs.reserve(content->runs.size());
   for (const HistoryRun& run : content->runs) {
     block->m_runs.push_back({.begin = static_cast<std::uint16_t>(run.begin), .style = run.style});
@@ -185,26 +185,14 @@ std::shared_ptr<const TextBlock> TextBlock::lost(const Summary& summary, std::ui
   auto block = std::make_shared<TextBlock>(summary.start, summary.firstLine, summary.startColumn);
   TextLayout layout{.column = summary.startColumn};
   block->append(text, layout);
-  block->m_styles.emplace_back();
-  block->m_runs.push_back({.begin = 0, .style = 0});
+  block->m_runs.push_back({.begin = 0, .style = block->m_styles.number(StyleCode())});
   block->seal();
   return block;
 }
 
 std::size_t TextBlock::memoryBytes() const {
   return sizeof(TextBlock) + capacity + 1 + m_lineStarts.capacity() * sizeof(std::uint16_t) +
-         m_runs.capacity() * sizeof(StyleRun) + m_styles.capacity() * sizeof(TextAttributes);
-}
-
-std::uint16_t TextBlock::styleIndex(const TextAttributes& attributes) {
-  // Newest first: text goes back and forth between a few styles. A block has no more styles than runs.
-  constexpr std::size_t kSearched = 32;
-  const std::size_t oldest = m_styles.size() > kSearched ? m_styles.size() - kSearched : 0;
-  for (std::size_t i = m_styles.size(); i-- > oldest;) {
-    if (m_styles[i] == attributes) return static_cast<std::uint16_t>(i);
-  }
-  m_styles.push_back(attributes);
-  return static_cast<std::uint16_t>(m_styles.size() - 1);
+         m_runs.capacity() * sizeof(StyleRun) + m_styles.memoryBytes();
 }
 
 void TextBlock::appendRun(std::size_t begin, std::uint16_t style) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "history/BlockStore.h"
+#include "history/BlockStyles.h"
 #include "text/TextAttributes.h"
 
 namespace zolt {
@@ -65,7 +66,7 @@ class TextBlock : public SealedBlock {
 
   struct StyleRun {
     std::uint16_t begin = 0;  ///< offset of its first byte; it ends where the next run begins
-    std::uint16_t style = 0;  ///< index into `styles()`
+    std::uint16_t style = 0;  ///< number in `styles()`
   };
 
   /// An empty block at `start`, which is column `startColumn` of line number `firstLine`.
@@ -108,7 +109,7 @@ class TextBlock : public SealedBlock {
   LineColumn longestLine() const { return m_summary.longestLine; }
 
   const std::vector<StyleRun>& styleRuns() const { return m_runs; }
-  const std::vector<TextAttributes>& styles() const { return m_styles; }
+  const BlockStyles& styles() const { return m_styles; }
   /// The index of the style run that holds `offset` < size().
   std::size_t styleRunAt(std::size_t offset) const;
 
@@ -132,7 +133,6 @@ class TextBlock : public SealedBlock {
   void layOut(std::string_view piece, TextLayout& layout);
   void addLineStart(std::size_t offset);
   void seal();
-  std::uint16_t styleIndex(const TextAttributes& attributes);
   void appendRun(std::size_t begin, std::uint16_t style);
   void noteLineLength(LineColumn columns);
 
@@ -140,7 +140,7 @@ class TextBlock : public SealedBlock {
   std::unique_ptr<char[]> m_bytes;
   std::vector<std::uint16_t> m_lineStarts;
   std::vector<StyleRun> m_runs;
-  std::vector<TextAttributes> m_styles;
+  BlockStyles m_styles;
 
   static_assert(capacity + 1 <= std::numeric_limits<std::uint16_t>::max());
 };

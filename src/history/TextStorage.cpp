@@ -8,21 +8,15 @@ namespace zolt {
 // Walks the runs of a string that is appended piece by piece.
 class TextStorage::RunCursor {
  public:
-  explicit RunCursor(const AttributedString& string) : m_string(string), m_names(string.styles().size(), kUnnamed) {}
+  explicit RunCursor(const AttributedString& string) : m_string(string) {}
 
   // Gives `block` the runs of the next `bytes` bytes, which are about to be appended to it.
   void copyTo(TextBlock& block, std::size_t bytes) {
-    // By its place: a new block may lie where one was that has gone to the store.
-    if (block.start() != m_blockStart) {
-      m_blockStart = block.start();
-      std::ranges::fill(m_names, kUnnamed);
-    }
     std::size_t offset = block.size();
     while (bytes > 0) {
       const AttributedString::Run& run = m_string.runs()[m_run];
-      std::int32_t& name = m_names[run.style];
-      if (name == kUnnamed) name = block.styleIndex(m_string.attributes(run));
-      block.appendRun(offset, static_cast<std::uint16_t>(name));
+      block.appendRun(offset, run.style.isListed() ? block.m_styles.number(m_string.attributes(run))
+                                                   : block.m_styles.number(run.style));
       const std::size_t taken = std::min<std::size_t>(run.length - m_takenOfRun, bytes);
       offset += taken;
       bytes -= taken;
@@ -35,11 +29,7 @@ class TextStorage::RunCursor {
   }
 
  private:
-  static constexpr std::int32_t kUnnamed = -1;
-
   const AttributedString& m_string;
-  std::vector<std::int32_t> m_names;  // what the string's styles are called in the block
-  TextPosition m_blockStart = UINT64_MAX;
   std::size_t m_run = 0;
   std::size_t m_takenOfRun = 0;
 };

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 
@@ -12,7 +11,7 @@ enum class FontWeight : std::uint8_t { Regular, Bold };
 enum class FontSlant : std::uint8_t { Upright, Italic };
 enum class Line : std::uint8_t { None, Single };
 
-/// A cut of the fixed-pitch system font.
+/// A face of the fixed-pitch system font.
 struct FontFace {
   double size = 14;  ///< logical pixels
   FontWeight weight = FontWeight::Regular;
@@ -21,7 +20,7 @@ struct FontFace {
   friend bool operator==(const FontFace&, const FontFace&) = default;
 };
 
-/// How one run of text looks. A run without a background lets the view's own background show through.
+/// The style of a run of text. A run without a background lets the view's own background show through.
 struct TextAttributes {
   FontFace font;
   Color foreground = Color::white;
@@ -31,8 +30,5 @@ struct TextAttributes {
 
   friend bool operator==(const TextAttributes&, const TextAttributes&) = default;
 };
-
-/// A hash that agrees with equality (-0.0 and 0.0 included).
-std::size_t hashOf(const TextAttributes& attributes);
 
 }  // namespace zolt

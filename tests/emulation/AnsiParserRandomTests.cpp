@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "emulation/ANSIParser.h"
 #include "emulation/ReferenceParser.h"
 #include "emulation/StyledRuns.h"
@@ -46,6 +48,36 @@ TEST(AnsiParserAgainstTheRules, AgreesOnLongTexts) {
 
 TEST(AnsiParserAgainstTheRules, AgreesOnTextsFullOfRenditions) {
   compareOnRandomTexts(12, renditionAlphabet, 20000, 60);
+}
+
+// A colour as programs name it: mostly within range, now and then far out of it.
+std::string randomColor(RandomText& random) {
+  const auto component = [&] { return std::to_string(random.below(50) == 0 ? random.below(1000) : random.below(256)); };
+  switch (random.below(4)) {
+    case 0:
+      return std::to_string(30 + random.below(8));
+    case 1:
+      return std::to_string(90 + random.below(8));
+    case 2:
+      return "38;5;" + component();
+    default:
+      return "38;2;" + component() + ";" + component() + ";" + component();
+  }
+}
+
+TEST(AnsiParserAgainstTheRules, AgreesOnThousandsOfColours) {
+  RandomText random(13);
+  for (int round = 0; round < 4; ++round) {
+    std::string text;
+    for (int run = 0; run < 3000; ++run) {
+      std::string color = randomColor(random);
+      if (random.below(2) == 0) color[0] = color[0] == '3' ? '4' : color[0];  // the same as a background
+      const char* const flag = std::array{"", ";1", ";7", ";22;27", ";2", ";8", ";0"}[random.below(20) % 7];
+      text += "\x1B[" + color + flag + "m" + std::string(random.below(3), 'x');
+    }
+    ASSERT_TRUE(agreeOn({text}));
+    ASSERT_TRUE(agreeOn(random.chunks(text)));
+  }
 }
 
 TEST(AnsiParserAgainstTheRules, AgreesOnEveryPairOfPiecesInEveryState) {

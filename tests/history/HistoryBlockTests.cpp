@@ -17,7 +17,8 @@ HistoryBlock everything() {
   loud.background = Color::black;
   loud.underline = Line::Single;
   loud.strikethrough = Line::Single;
-  block.styles = {TextAttributes(), loud};
+  block.styles = {StyleCode(), StyleCode::listed(0)};
+  block.listedStyles = {loud};
   block.runs = {{.begin = 0, .style = 0}, {.begin = 2, .style = 1, .link = 70'000}, {.begin = 7, .style = 0}};
   block.packedStyles = {{.foreground = 0x2FFFFFF, .background = 0x1000007, .underlineColor = 0, .rendition = 0x1FF}};
   block.links = {"", "https://example.org/?a=b"};
@@ -55,7 +56,7 @@ TEST(HistoryBlock, IsRefusedInPart) {
   for (std::size_t size = 1; size < whole.size(); ++size) {
     if (!decodeHistoryBlock(std::string_view(whole).substr(0, size))) ++refused;
   }
-  EXPECT_GE(refused, whole.size() - 7);
+  EXPECT_GE(refused, whole.size() - 8);
 }
 
 TEST(HistoryBlock, RefusesWhatPointsOutsideOfIt) {
@@ -66,6 +67,7 @@ TEST(HistoryBlock, RefusesWhatPointsOutsideOfIt) {
   };
   EXPECT_TRUE(refuses([](HistoryBlock& block) { block.runs.back().begin = 18; })) << "a run past the text";
   EXPECT_TRUE(refuses([](HistoryBlock& block) { block.runs.back().style = 2; })) << "a style that is not there";
+  EXPECT_TRUE(refuses([](HistoryBlock& block) { block.listedStyles.clear(); })) << "a listed style that is not there";
   EXPECT_TRUE(refuses([](HistoryBlock& block) { block.runs.front().begin = 1; })) << "text before the first run";
   EXPECT_TRUE(refuses([](HistoryBlock& block) { block.runs.clear(); })) << "text without a run";
   EXPECT_TRUE(refuses([](HistoryBlock& block) { block.softWraps.back() = 19; }));
@@ -88,6 +90,10 @@ TEST(HistoryBlock, StandsAnyBytes) {
     for (const HistoryRun& run : block->runs) {
       ASSERT_LT(run.begin, block->text.size());
       ASSERT_LT(run.style, block->styles.size());
+    }
+    for (const StyleCode style : block->styles) {
+      ASSERT_TRUE(!style.isListed() || style.listIndex() < block->listedStyles.size());
+      static_cast<void>(style.attributes());  // any bits are safe
     }
     for (const HistoryMark& mark : block->marks) {
       ASSERT_LE(mark.offset, block->text.size());

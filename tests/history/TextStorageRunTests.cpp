@@ -11,9 +11,16 @@ namespace {
 
 constexpr std::size_t kCapacity = TextBlock::capacity;
 
+// Half of them fit a packed code.
 TextAttributes styleNumber(std::size_t number) {
   TextAttributes style;
-  style.foreground = Color::gray(static_cast<double>(number));
+  if (number % 2 == 0) {
+    style.foreground = CompactColor(static_cast<std::uint8_t>(number), static_cast<std::uint8_t>(number >> 8),
+                                    static_cast<std::uint8_t>(number >> 16))
+                           .color();
+  } else {
+    style.foreground = Color::gray(static_cast<double>(number + 1));
+  }
   return style;
 }
 
@@ -109,7 +116,7 @@ TEST(TextStorageRuns, KeepAStylePerByteThroughoutABlock) {
   AttributedString string;
   for (std::size_t i = 0; i < kCapacity + 100; ++i) {
     string.appendText('x');
-    string.endRun(string.styleIndex(styleNumber(i)));
+    string.endRun(styleNumber(i));
     log.note("x", i);
   }
   log.storage.append(string);
@@ -126,7 +133,7 @@ TEST(TextStorageRuns, KeepTheStylesOfStringsWithManyRunsAcrossBlocks) {
         const std::string piece(1 + random.below(random.below(10) == 0 ? 5000 : 20), "abc\n"[random.below(4)]);
         const std::size_t style = random.below(styles);
         string.appendText(piece);
-        string.endRun(string.styleIndex(styleNumber(style)));
+        string.endRun(styleNumber(style));
         log.note(piece, style);
       }
       log.storage.append(string);

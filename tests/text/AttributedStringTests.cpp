@@ -9,7 +9,7 @@
 namespace zolt {
 namespace {
 
-// Different for every number, and equal for equal ones.
+// Different for every number, and equal for equal ones. From 2 on there is no packed code for them.
 TextAttributes styleNumber(std::size_t number) {
   TextAttributes style;
   style.foreground = {static_cast<double>(number), 0, 0, 1};
@@ -33,65 +33,46 @@ TEST(AttributedString, OfATextHasOneRunInTheStyleGiven) {
 
 TEST(AttributedString, EndsARunWithWhatWasAppendedSinceTheLast) {
   AttributedString string;
-  const std::uint32_t first = string.styleIndex(styleNumber(1));
-  const std::uint32_t second = string.styleIndex(styleNumber(2));
   string.appendText("one");
   EXPECT_EQ(string.pendingLength(), 3u);
-  string.endRun(first);
+  string.endRun(styleNumber(1));
   EXPECT_EQ(string.pendingLength(), 0u);
   string.appendText("tw");
   string.appendText('o');
-  string.endRun(second);
+  string.endRun(styleNumber(2));
   EXPECT_EQ(string.text(), "onetwo");
-  EXPECT_EQ(string.runs(), (std::vector<AttributedString::Run>{{3, first}, {3, second}}));
+  ASSERT_EQ(string.runs().size(), 2u);
+  EXPECT_EQ(string.runs()[0].length, 3u);
+  EXPECT_EQ(string.attributes(string.runs()[0]), styleNumber(1));
+  EXPECT_EQ(string.attributes(string.runs()[1]), styleNumber(2));
 }
 
 TEST(AttributedString, MakesNoRunOfNothing) {
   AttributedString string;
-  string.endRun(string.styleIndex(styleNumber(1)));
+  string.endRun(styleNumber(1));
   string.appendText('x');
   string.dropLastByte();
-  string.endRun(string.styleIndex(styleNumber(1)));
+  string.endRun(styleNumber(2));
   EXPECT_TRUE(string.runs().empty());
   EXPECT_TRUE(string.empty());
 }
 
-TEST(AttributedString, KeepsNeighbouringRunsOfOneStyleApart) {
-  AttributedString string;
-  const std::uint32_t style = string.styleIndex(styleNumber(1));
-  for (const char c : {'a', 'b'}) {
-    string.appendText(c);
-    string.endRun(style);
-  }
-  EXPECT_EQ(string.runs().size(), 2u);
-}
-
-TEST(AttributedString, HoldsEachDifferentStyleOnceHoweverManyThereAre) {
-  constexpr std::size_t kStyles = 3000;  // far beyond what is searched without a hash
-  AttributedString string;
-  for (int round = 0; round < 2; ++round) {
-    for (std::size_t number = 0; number < kStyles; ++number) {
-      ASSERT_EQ(string.styleIndex(styleNumber(number)), number);
-      ASSERT_EQ(string.styleIndex(styleNumber(number / 2)), number / 2);
-    }
-    ASSERT_EQ(string.styles().size(), kStyles);
-  }
-  for (std::size_t number = 0; number < kStyles; ++number) {
-    ASSERT_EQ(string.styles()[number], styleNumber(number));
-  }
-}
-
-TEST(AttributedString, FindsStylesAgainAroundTheNumberWhereTheSearchChanges) {
-  for (std::size_t styles = 1; styles <= 70; ++styles) {
+TEST(AttributedString, KeepsAdjacentRunsOfOneStyleApart) {
+  for (const std::size_t style : {0u, 2u}) {  // one that is packed, one that is listed
     AttributedString string;
-    for (std::size_t number = 0; number < styles; ++number) {
-      static_cast<void>(string.styleIndex(styleNumber(number)));
+    for (const char c : {'a', 'b'}) {
+      string.appendText(c);
+      string.endRun(styleNumber(style));
     }
-    for (std::size_t number = styles; number-- > 0;) {
-      ASSERT_EQ(string.styleIndex(styleNumber(number)), number) << "of " << styles;
-    }
-    ASSERT_EQ(string.styles().size(), styles);
+    EXPECT_EQ(string.runs().size(), 2u);
   }
+}
+
+TEST(AttributedString, TakesAPackedStyleAsItIs) {
+  AttributedString string;
+  string.appendText("x");
+  string.endRun(StyleCode());
+  EXPECT_EQ(string.attributes(string.runs()[0]), TextAttributes());
 }
 
 TEST(AttributedString, CoversItsTextWithRunsWithoutGaps) {
@@ -103,7 +84,7 @@ TEST(AttributedString, CoversItsTextWithRunsWithoutGaps) {
     const std::string text(1 + random.below(5), static_cast<char>('a' + random.below(26)));
     const std::size_t style = random.below(200);
     string.appendText(text);
-    string.endRun(string.styleIndex(styleNumber(style)));
+    string.endRun(styleNumber(style));
     expected += text;
     styles.insert(styles.end(), text.size(), style);
   }

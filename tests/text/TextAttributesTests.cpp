@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <set>
 #include <vector>
 
 namespace zolt {
@@ -41,29 +40,6 @@ TEST(TextAttributes, AreEqualExactlyWhereEveryFieldIs) {
       EXPECT_EQ(ones[i] == ones[k], i == k) << i << ' ' << k;
     }
   }
-}
-
-TEST(TextAttributes, HashDifferentlyForEachField) {
-  std::set<std::size_t> hashes;
-  for (const TextAttributes& attributes : differentOnes()) {
-    hashes.insert(hashOf(attributes));
-    TextAttributes copy = attributes;
-    EXPECT_EQ(hashOf(copy), hashOf(attributes));
-  }
-  EXPECT_EQ(hashes.size(), differentOnes().size());
-}
-
-TEST(TextAttributes, HashNegativeZeroLikeZeroAsTheyAreEqual) {
-  const TextAttributes negative = with([](TextAttributes& a) {
-    a.foreground = {-0.0, -0.0, -0.0, -0.0};
-    a.background = Color{-0.0, 0.0, -0.0, 0.0};
-  });
-  const TextAttributes positive = with([](TextAttributes& a) {
-    a.foreground = {0.0, 0.0, 0.0, 0.0};
-    a.background = Color{0.0, 0.0, 0.0, 0.0};
-  });
-  EXPECT_EQ(negative, positive);
-  EXPECT_EQ(hashOf(negative), hashOf(positive));
 }
 
 TEST(Color, KeepsComponentsAboveOne) {

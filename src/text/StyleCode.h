@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+#include "text/CompactColor.h"
+#include "text/TextAttributes.h"
+
+namespace zolt {
+
+/// A style in eight bytes, for text that changes its style with every character.
+///
+/// Packed, it says everything itself: the face at the default size, lines, an opaque background or none, and a
+/// foreground that is opaque, half transparent or clear. A style that does not fit (a component above 1.0, another font
+/// size) is kept by whoever holds the codes, in a list; its code is its place there.
+class StyleCode {
+ public:
+  enum class Opacity : std::uint8_t { Clear, Half, Opaque };
+
+  struct Parts {
+    CompactColor foreground{255, 255, 255};
+    Opacity opacity = Opacity::Opaque;
+    std::optional<CompactColor> background{};
+    bool isBold = false;
+    bool isItalic = false;
+    bool isUnderlined = false;
+    bool isStruck = false;
+  };
+
+  /// The style of TextAttributes{}.
+  constexpr StyleCode() : StyleCode(Parts{}) {}
+  constexpr explicit StyleCode(const Parts& parts)
+      : m_bits(parts.foreground.bits() | static_cast<std::uint64_t>(parts.opacity) << kOpacity |
+               static_cast<std::uint64_t>(parts.background ? parts.background->bits() : 0) << kBackground |
+               static_cast<std::uint64_t>(parts.background.has_value()) << kHasBackground |
+               static_cast<std::uint64_t>(parts.isBold) << kBold |
+               static_cast<std::uint64_t>(parts.isItalic) << kItalic |
+               static_cast<std::uint64_t>(parts.isUnderlined) << kUnderlined |
+               static_cast<std::uint64_t>(parts.isStruck) << kStruck) {}
+
+  /// The packed code of `attributes`; nothing where they do not fit.
+  static std::optional<StyleCode> of(const TextAttributes& attributes);
+  /// The code of the style at `index` of the holder's list.
+  static constexpr StyleCode listed(std::size_t index) { return fromBits(index | std::uint64_t{1} << kListed); }
+
+  constexpr bool isListed() const { return (m_bits >> kListed) != 0; }
+  constexpr std::size_t listIndex() const { return static_cast<std::size_t>(m_bits & ~(std::uint64_t{1} << kListed)); }
+  /// What a packed code says.
+  TextAttributes attributes() const;
+
+  constexpr std::uint64_t bits() const { return m_bits; }
+  /// Any bits are safe: those that no code has read as some style.
+  static constexpr StyleCode fromBits(std::uint64_t bits) {
+    StyleCode code;
+    code.m_bits = bits;
+    return code;
+  }
+
+  friend constexpr bool operator==(const StyleCode&, const StyleCode&) = default;
+
+ private:
+  // Where each part begins; the foreground is at 0.
+  enum Shift : int {
+    kOpacity = CompactColor::bitCount,
+    kBackground = kOpacity + 2,
+    kHasBackground = kBackground + CompactColor::bitCount,
+    kBold,
+    kItalic,
+    kUnderlined,
+    kStruck,
+    kListed = 63,
+  };
+
+  constexpr bool has(Shift flag) const { return (m_bits >> flag & 1) != 0; }
+
+  std::uint64_t m_bits = 0;
+};
+
+}  // namespace zolt

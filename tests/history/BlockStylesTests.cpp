@@ -1,0 +1,69 @@
+#include "history/BlockStyles.h"
+
+#include <gtest/gtest.h>
+
+namespace zolt {
+namespace {
+
+StyleCode packed(std::size_t number) {
+  return StyleCode({.foreground = CompactColor::fromBits(number)});
+}
+
+TextAttributes listed(std::size_t number) {
+  TextAttributes style;
+  style.foreground.red = 2.0 + static_cast<double>(number);
+  return style;
+}
+
+TEST(BlockStyles, NumbersEachPackedStyleOnceHoweverManyThereAre) {
+  for (const std::size_t count : {1u, 15u, 16u, 17u, 500u, 65'281u}) {
+    BlockStyles styles;
+    for (std::size_t i = 0; i < count; ++i) {
+      ASSERT_EQ(styles.number(packed(i)), i);
+      ASSERT_EQ(styles.number(packed(i / 2)), i / 2);
+    }
+    ASSERT_EQ(styles.size(), count);
+    for (std::size_t i = 0; i < count; ++i) {
+      ASSERT_EQ(styles[i], packed(i).attributes());
+    }
+  }
+}
+
+TEST(BlockStyles, TellsStylesApartThatDifferInOneBitOnly) {
+  const std::uint64_t plain = StyleCode().bits();
+  for (int bit = 0; bit < 61; ++bit) {
+    BlockStyles styles;
+    ASSERT_EQ(styles.number(StyleCode()), 0);
+    ASSERT_EQ(styles.number(StyleCode::fromBits(plain ^ std::uint64_t{1} << bit)), 1) << bit;
+    ASSERT_EQ(styles.number(StyleCode()), 0) << bit;
+  }
+}
+
+TEST(BlockStyles, KeepsStylesThatDoNotFitACodeBesideThoseThatDo) {
+  BlockStyles styles;
+  EXPECT_EQ(styles.number(listed(0)), 0);
+  EXPECT_EQ(styles.number(packed(7)), 1);
+  EXPECT_EQ(styles.number(listed(1)), 2);
+  EXPECT_EQ(styles.number(listed(0)), 0);
+  EXPECT_EQ(styles.number(packed(7)), 1);
+  EXPECT_EQ(styles.number(packed(7).attributes()), 1) << "packed where it can be";
+  EXPECT_EQ(styles[0], listed(0));
+  EXPECT_EQ(styles[1], packed(7).attributes());
+  EXPECT_EQ(styles[2], listed(1));
+  EXPECT_EQ(styles.listed().size(), 2u);
+}
+
+TEST(BlockStyles, KeepsThemWhenItIsSealedAndNoMemoryForMore) {
+  BlockStyles styles;
+  for (std::size_t i = 0; i < 1000; ++i) {
+    styles.number(packed(i));
+  }
+  const std::size_t before = styles.memoryBytes();
+  styles.seal();
+  EXPECT_EQ(styles.memoryBytes(), 1000 * sizeof(StyleCode));
+  EXPECT_LT(styles.memoryBytes(), before);
+  EXPECT_EQ(styles[999], packed(999).attributes());
+}
+
+}  // namespace
+}  // namespace zolt
