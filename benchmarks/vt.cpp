@@ -20,7 +20,7 @@ constexpr int kRows = 25;
 constexpr int kColumns = 80;
 
 double secondsToFeed(std::string_view text) {
-  zolt::vt::Terminal terminal(kRows, kColumns);
+  zolt::vt::Terminal terminal({.rows = kRows, .columns = kColumns});
   const double seconds = zolt::bench::secondsFor([&] {
     for (std::string_view rest = text; !rest.empty(); rest.remove_prefix(std::min(kChunk, rest.size()))) {
       terminal.feed(rest.substr(0, kChunk));
@@ -52,7 +52,7 @@ void measureRate(const std::string& what, const std::string& text, double limit,
 // What a line costs that scrolls a region of `rows` rows, in the middle of a screen of that many and two more.
 double secondsToScroll(int rows) {
   constexpr int kLines = 400'000;
-  zolt::vt::Terminal terminal(rows + 2, kColumns);
+  zolt::vt::Terminal terminal({.rows = rows + 2, .columns = kColumns});
   terminal.feed("\033[2;" + std::to_string(rows + 1) + "r\033[" + std::to_string(rows + 1) + ";1H");
   std::string lines;
   for (int i = 0; i < 1000; ++i) {
@@ -79,14 +79,14 @@ void measureScrolling() {
 }
 
 void measureHistory() {
-  zolt::vt::Terminal terminal(kRows, kColumns);
+  zolt::vt::Terminal terminal({.rows = kRows, .columns = kColumns});
   std::string text = zolt::bench::endlessLine(100'000 * kColumns);
   std::string lines;
   for (std::size_t at = 0; at < text.size(); at += kColumns) {
     lines += text.substr(at, kColumns) + "\r\n";
   }
   terminal.feed(lines);
-  terminal.screen().scrollback().settle();
+  terminal.screen().scrollback().waitForCompression();
   zolt::bench::printRow("emulation, 100,000 lines of 80 characters of history",
                         static_cast<double>(terminal.screen().scrollback().memoryBytes()) / (1 << 20), "MiB", 6, true);
 }

@@ -1,11 +1,11 @@
-// The operating system commands and device control strings of the full emulation: what is kept is clean and bounded,
-// and what is answered holds none of the program's bytes.
+// The full emulation's operating system commands and device control strings: what is stored is clean and bounded, and
+// replies contain none of the program's bytes.
 #include <algorithm>
 #include <string>
 
 #include "fuzz/FuzzInput.h"
 #include "tests/vt/TerminalPicture.h"
-#include "vt/StringFunctions.h"
+#include "vt/functions/Osc.h"
 
 namespace {
 
@@ -15,7 +15,7 @@ bool isClean(std::string_view text, std::size_t maxBytes) {
   return !hasControl && text.size() <= maxBytes;
 }
 
-// ESC and BEL are the only controls in an answer.
+// ESC and BEL are the only control characters in a reply.
 bool isAnswer(std::string_view text) {
   return std::ranges::all_of(text, [](char c) { return c == '\033' || c == '\007' || (c >= 0x20 && c < 0x7F); });
 }
@@ -24,8 +24,8 @@ bool isAnswer(std::string_view text) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   zolt::FuzzInput input(data, size);
-  zolt::vt::Terminal terminal(4, 12);
-  const auto commands = zolt::vt::commands();
+  zolt::vt::Terminal terminal({.rows = 4, .columns = 12});
+  const auto commands = zolt::vt::oscCommands();
   while (!input.empty()) {
     const unsigned kind = input.byte();
     const std::string_view text = input.text(input.byte());

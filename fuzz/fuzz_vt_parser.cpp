@@ -1,4 +1,4 @@
-// The parser of the full emulation on any bytes: whole, cut into chunks and by its table alone it tells the same.
+// The full emulation's parser on any bytes: it reports the same events whole, in chunks and without its fast paths.
 #include "fuzz/FuzzInput.h"
 #include "tests/vt/RecordedEvents.h"
 
@@ -11,11 +11,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   zolt::vt::RecordedEvents byTable;
   zolt::vt::Parser(byTable).feedByTable(text);
   zolt::require(whole.lines == byTable.lines, "the fast path tells something else than the table");
-  zolt::vt::RecordedEvents cut;
-  zolt::vt::Parser parser(cut);
+  zolt::vt::RecordedEvents split;
+  zolt::vt::Parser parser(split);
   for (std::size_t at = 0; at < text.size(); at += step) {
     parser.feed(text.substr(at, step));
   }
-  zolt::require(whole.lines == cut.lines, "chunks tell something else than the whole");
+  zolt::require(whole.lines == split.lines, "chunks report other events than the whole");
   return 0;
 }

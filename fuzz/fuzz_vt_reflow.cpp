@@ -1,4 +1,4 @@
-// Text of any characters on a screen that is resized at will: no line changes, and the screen keeps its rules.
+// Any text on a screen that is resized arbitrarily: no line changes, and the screen keeps its invariants.
 #include <array>
 #include <string>
 
@@ -10,7 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto side = [&] { return 1 + static_cast<int>(input.byte() % 40); };
   zolt::vt::TerminalSettings settings;
   settings.graphemeClusters = input.byte() % 2 == 0;
-  zolt::vt::Terminal terminal(side(), side(), settings);
+  zolt::vt::Terminal terminal({.rows = side(), .columns = side()}, settings);
   const std::string_view pieces[] = {"a",
                                      " ",
                                      "word ",
@@ -39,11 +39,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const int rows = terminal.screen().rows();
     const int columns = terminal.screen().columns();
     for (unsigned count = 1 + input.byte() % 4; count > 0; --count) {
-      terminal.resize(side(), side());
+      terminal.resize({.rows = side(), .columns = side()});
       const std::string broken = zolt::vt::test::brokenRule(terminal.screen());
       zolt::require(broken.empty(), broken);
     }
-    terminal.resize(rows, columns);
+    terminal.resize({.rows = rows, .columns = columns});
     zolt::require(zolt::vt::test::linesOf(terminal.screen()) == before, "text is the same there and back");
   }
   return 0;

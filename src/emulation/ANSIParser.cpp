@@ -5,6 +5,7 @@
 #include "emulation/SGR.h"
 #include "text/GraphemeClusters.h"
 #include "text/TextScan.h"
+#include "text/Utf8.h"
 
 namespace zolt {
 

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "find/WordByte.h"
+#include "text/Utf8.h"
 
 namespace zolt {
 
@@ -41,7 +42,7 @@ constexpr std::size_t kShownBytes = 60;
 std::string shown(std::string part) {
   if (part.size() <= kShownBytes) return part;
   std::size_t cut = kShownBytes;
-  while ((static_cast<unsigned char>(part[cut]) & 0xC0) == 0x80) {
+  while (isUtf8Continuation(part[cut])) {
     --cut;
   }
   return part.substr(0, cut) + "…";

@@ -9,34 +9,6 @@
 
 namespace zolt {
 
-char32_t scalarAt(std::string_view text, std::size_t position, std::size_t& length) {
-  const auto at = [&](std::size_t i) { return static_cast<unsigned char>(text[position + i]); };
-  const unsigned char lead = at(0);
-  if (lead < 0x80) {
-    length = 1;
-    return lead;
-  }
-  if (lead < 0xE0) {
-    length = 2;
-    return static_cast<char32_t>((lead & 0x1F) << 6 | (at(1) & 0x3F));
-  }
-  if (lead < 0xF0) {
-    length = 3;
-    return static_cast<char32_t>((lead & 0x0F) << 12 | (at(1) & 0x3F) << 6 | (at(2) & 0x3F));
-  }
-  length = 4;
-  return static_cast<char32_t>((lead & 0x07) << 18 | (at(1) & 0x3F) << 12 | (at(2) & 0x3F) << 6 | (at(3) & 0x3F));
-}
-
-char32_t scalarBefore(std::string_view text, std::size_t position) {
-  std::size_t start = position - 1;
-  while ((static_cast<unsigned char>(text[start]) & 0xC0) == 0x80) {
-    --start;
-  }
-  std::size_t length = 0;
-  return scalarAt(text, start, length);
-}
-
 namespace {
 
 // The answers for the Basic Multilingual Plane, a bit each: asking the library costs as much as parsing ten bytes.

@@ -5,13 +5,9 @@
 #include <string>
 #include <string_view>
 
+#include "text/Utf8.h"
+
 namespace zolt {
-
-/// Decodes the scalar that starts at `position` of valid UTF-8; `length` receives its bytes (1 to 4).
-char32_t scalarAt(std::string_view text, std::size_t position, std::size_t& length);
-
-/// The scalar that ends just before `position` (> 0) of valid UTF-8.
-char32_t scalarBefore(std::string_view text, std::size_t position);
 
 /// Whether `scalar`, which is not ASCII, forms one cluster with a printable ASCII character right before it: Extend,
 /// ZWJ and SpacingMark do (UAX #29 rules GB9 and GB9a).

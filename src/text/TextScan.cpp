@@ -7,6 +7,7 @@
 
 #include "text/GraphemeClusters.h"
 #include "text/TextScan.h"
+#include "text/Utf8.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace zolt::HWY_NAMESPACE {
@@ -86,26 +87,12 @@ std::size_t NonAsciiPrefix(const std::uint8_t* text, std::size_t size) {
 
 #if HWY_TARGET == HWY_SCALAR
 
-// A byte at a time, after Unicode table 3-7.
 bool IsValidUtf8(const std::uint8_t* text, std::size_t size) {
-  for (std::size_t i = 0; i < size;) {
-    const std::uint8_t lead = text[i];
-    if (lead < 0x80) {
-      ++i;
-      continue;
-    }
-    const std::size_t length = lead >= 0xC2 && lead <= 0xDF   ? 2
-                               : (lead & 0xF0) == 0xE0        ? 3
-                               : lead >= 0xF0 && lead <= 0xF4 ? 4
-                                                              : 0;
-    if (length == 0 || i + length > size) return false;
-    const std::uint8_t second = text[i + 1];
-    if (second < (lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80)) return false;
-    if (second > (lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF)) return false;
-    for (std::size_t k = 2; k < length; ++k) {
-      if ((text[i + k] & 0xC0) != 0x80) return false;
-    }
-    i += length;
+  const char* at = reinterpret_cast<const char*>(text);
+  for (const char* const end = at + size; at != end;) {
+    const std::size_t length = decodeUtf8(at, end).length;
+    if (length == 0) return false;
+    at += length;
   }
   return true;
 }

@@ -1,5 +1,5 @@
-#include "vt/Paste.h"
 #include "vt/Terminal.h"
+#include "vt/input/Paste.h"
 
 namespace zolt::vt {
 

@@ -1,10 +1,10 @@
-#include "vt/Grid.h"
+#include "vt/screen/Grid.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "vt/CellRuns.h"
+#include "vt/cells/CellRuns.h"
 
 namespace zolt::vt {
 namespace {
@@ -13,8 +13,8 @@ TEST(Cell, TakesEightBytes) {
   EXPECT_EQ(sizeof(Cell), 8U);
 }
 
-TEST(Cell, KeepsItsPartsApart) {
-  const Cell cell = Cell::cluster(0x1FFFFF, Cell::Width::Wide, Cell::makeLook(0xFFFF, 0xABCD, true));
+TEST(Cell, KeepsItsFieldsApart) {
+  const Cell cell = Cell::cluster(0x1FFFFF, Cell::Width::Wide, Cell::makeAttributes(0xFFFF, 0xABCD, true));
   EXPECT_TRUE(cell.isCluster());
   EXPECT_EQ(cell.clusterId(), 0x1FFFFFU);
   EXPECT_EQ(cell.width(), Cell::Width::Wide);
@@ -28,7 +28,7 @@ TEST(Cell, KeepsItsPartsApart) {
   EXPECT_EQ(other.clusterId(), 0x1FFFFFU);
 }
 
-// A plain list of rows that are really moved.
+// A model: a plain list of rows that scrolling moves.
 struct NaiveGrid {
   std::vector<std::vector<Cell>> rows;
   void scrollUp(int top, int bottom, int count, Cell blank) {
@@ -50,13 +50,13 @@ TEST(Grid, ScrollsAsIfEachRowWereMoved) {
   for (int round = 0; round < 200; ++round) {
     const int rows = 1 + static_cast<int>(random() % 12);
     const int columns = 1 + static_cast<int>(random() % 5);
-    Grid grid(rows, columns);
+    Grid grid({.rows = rows, .columns = columns});
     NaiveGrid naive{std::vector(static_cast<std::size_t>(rows), std::vector<Cell>(static_cast<std::size_t>(columns)))};
     for (int step = 0; step < 100; ++step) {
       const int top = static_cast<int>(random() % static_cast<unsigned>(rows));
       const int bottom = top + 1 + static_cast<int>(random() % static_cast<unsigned>(rows - top));
       const int count = static_cast<int>(random() % static_cast<unsigned>(bottom - top + 1));
-      const Cell blank = random() % 3 == 0 ? Cell(Cell::makeLook(3, 0, false)) : Cell();
+      const Cell blank = random() % 3 == 0 ? Cell(Cell::makeAttributes(3, 0, false)) : Cell();
       const int column = static_cast<int>(random() % static_cast<unsigned>(columns));
       switch (random() % 4) {
         case 0:
@@ -88,31 +88,32 @@ TEST(Grid, ScrollsAsIfEachRowWereMoved) {
   }
 }
 
-TEST(CellRuns, ComeBackFromCellsAsTheyWereWritten) {
+TEST(CellRuns, AreReadBackFromCellsAsTheyWereWritten) {
   std::mt19937 random(12);
   for (int round = 0; round < 2000; ++round) {
     std::string text(random() % 100, ' ');
     for (char& c : text) {
       c = static_cast<char>(0x20 + random() % 0x5F);
     }
-    const std::uint64_t look =
-        Cell::makeLook(static_cast<StyleId>(random()), static_cast<LinkId>(random()), random() % 2 == 0);
+    const std::uint64_t attributes =
+        Cell::makeAttributes(static_cast<StyleId>(random()), static_cast<LinkId>(random()), random() % 2 == 0);
     std::vector<Cell> cells(text.size() + 3);
-    spreadAscii(text, look, cells.data());
+    spreadAscii(text, attributes, cells.data());
     for (std::size_t i = 0; i < text.size(); ++i) {
-      ASSERT_EQ(cells[i], Cell(static_cast<unsigned char>(text[i]), Cell::Width::Narrow, look));
+      ASSERT_EQ(cells[i], Cell(static_cast<unsigned char>(text[i]), Cell::Width::Narrow, attributes));
     }
     EXPECT_EQ(cells[text.size()], Cell()) << "nothing is written behind";
     std::size_t expected = text.size();
     if (!text.empty() && random() % 2 == 0) {
       expected = random() % text.size();
-      const Cell foreign[] = {Cell(), Cell(0xE9, Cell::Width::Narrow, look), Cell('a', Cell::Width::Wide, look),
-                              Cell::cluster('a', Cell::Width::Narrow, look),
-                              Cell('a', Cell::Width::Narrow, look ^ (std::uint64_t{1} << 40))};
+      const Cell foreign[] = {Cell(), Cell(0xE9, Cell::Width::Narrow, attributes),
+                              Cell('a', Cell::Width::Wide, attributes),
+                              Cell::cluster('a', Cell::Width::Narrow, attributes),
+                              Cell('a', Cell::Width::Narrow, attributes ^ (std::uint64_t{1} << 40))};
       cells[expected] = foreign[random() % std::size(foreign)];
     }
     std::string back(text.size(), '\0');
-    const std::size_t count = gatherAscii(cells.data(), text.size(), look, back.data());
+    const std::size_t count = gatherAscii(cells.data(), text.size(), attributes, back.data());
     ASSERT_EQ(count, expected);
     EXPECT_EQ(back.substr(0, count), text.substr(0, count));
   }

@@ -4,12 +4,12 @@
 #include <string>
 #include <string_view>
 
-#include "vt/InputText.h"
-#include "vt/Keyboard.h"
+#include "vt/input/InputText.h"
+#include "vt/input/Keyboard.h"
 
 namespace zolt::vt {
 
-/// Bytes as people write them: ^[ for ESC, ^? for DEL, and likewise for all controls of ASCII.
+/// Bytes in caret notation: ^[ for ESC, ^? for DEL, and so on.
 inline std::string shown(std::string_view bytes) {
   std::string text;
   for (const char byte : bytes) {
@@ -31,7 +31,7 @@ inline KeyEvent pressed(Key key, Modifiers held = {}) {
   return event;
 }
 
-/// A key of a US keyboard, named by what it types without Shift. It types nothing while a command modifier is held.
+/// A key of a US keyboard, by the character it types without Shift. It types nothing while a command modifier is held.
 inline KeyEvent typed(char32_t character, Modifiers held = {}) {
   constexpr std::u32string_view plain = U"`1234567890-=[]\\;',./ ";
   constexpr std::u32string_view withShift = U"~!@#$%^&*()_+{}|:\"<>? ";

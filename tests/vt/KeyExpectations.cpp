@@ -5,7 +5,7 @@ namespace zolt::vt {
 namespace {
 
 // XTerm Control Sequences, "PC-Style Function Keys" and "VT220-Style Function Keys" (F13 to F20), and the tables
-// "Functional key codes", "Legacy functional encoding" and "C0 controls" of the progressive keyboard protocol.
+// "Functional key codes", "Legacy functional encoding" and "C0 controls" of the kitty keyboard protocol.
 // clang-format off
 const KeyExpectation kExpectations[] = {
     {Key::Escape, "^[", "^[", "^[", "^[[27u", "^[[27u", "^[[27;5u"},

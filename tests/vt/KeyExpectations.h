@@ -3,11 +3,11 @@
 #include <span>
 #include <string>
 
-#include "vt/Key.h"
+#include "vt/input/Key.h"
 
 namespace zolt::vt {
 
-/// What a key sends, as the documents have it. "Control" is the key with Control.
+/// What a key sends, as documented. "Control" is the key with Control.
 struct KeyExpectation {
   Key key;
   std::string legacy;

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "vt/KeyEvents.h"
-#include "vt/Keyboard.h"
+#include "vt/input/Keyboard.h"
 
 namespace zolt::vt {
 namespace {
@@ -12,7 +12,7 @@ constexpr Modifiers kShift = Modifier::Shift;
 constexpr Modifiers kAlt = Modifier::Alt;
 constexpr Modifiers kControl = Modifier::Control;
 
-TEST(VtKeyboardModes, NumbersModifiersAsXtermDoes) {
+TEST(VtKeyboardModes, NumbersModifiersLikeXterm) {
   struct Row {
     Modifiers held;
     std::string number;
@@ -47,7 +47,7 @@ TEST(VtKeyboardModes, NumbersModifiersAsXtermDoes) {
   }
 }
 
-TEST(VtKeyboardModes, TellsModifiersOfCursorKeysInTheFormAskedFor) {
+TEST(VtKeyboardModes, EncodesModifiersOfCursorKeysInTheRequestedForm) {
   struct Row {
     int form;
     std::string normal, application;
@@ -65,7 +65,7 @@ TEST(VtKeyboardModes, TellsModifiersOfCursorKeysInTheFormAskedFor) {
   }
 }
 
-TEST(VtKeyboardModes, TellsModifiersOfFunctionKeysInTheFormAskedFor) {
+TEST(VtKeyboardModes, EncodesModifiersOfFunctionKeysInTheRequestedForm) {
   struct Row {
     int form;
     std::string first, fifth, insert;
@@ -92,7 +92,7 @@ TEST(VtKeyboardModes, SwapsBackspaceAndDelete) {
   EXPECT_EQ(keyBytes(pressed(Key::Delete), modes), "^[[3~");
 }
 
-TEST(VtKeyboardModes, EndsLinesWithALineFeedInNewLineMode) {
+TEST(VtKeyboardModes, SendsCrLfForEnterInNewLineMode) {
   const KeyboardModes modes = {.newLine = true};
   EXPECT_EQ(keyBytes(pressed(Key::Enter), modes), "^M^J");
   EXPECT_EQ(keyBytes(pressed(Key::Enter, kAlt), modes), "^[^M^J");
@@ -138,8 +138,8 @@ TEST(VtKeyboardModes, SendsTheDecimalPointOfTheLayout) {
   EXPECT_EQ(keyBytes(event), ",");
 }
 
-// xterm(1), modifyOtherKeys: level 1 leaves out what has a well-known control character, level 2 does not.
-TEST(VtKeyboardModes, TellsOtherKeysByTheirNumbers) {
+// xterm(1), modifyOtherKeys: level 1 excludes keys with well-known control characters, level 2 does not.
+TEST(VtKeyboardModes, EncodesOtherKeysByTheirCharacterCodes) {
   struct Row {
     KeyEvent event;
     std::string none, first, second;
@@ -190,7 +190,7 @@ TEST(VtKeyboardModes, TellsOtherKeysByTheirNumbers) {
   }
 }
 
-TEST(VtKeyboardModes, TellsOtherKeysInTheShorterForm) {
+TEST(VtKeyboardModes, EncodesOtherKeysInTheShorterForm) {
   const KeyboardModes modes = {.modifyOtherKeys = 2, .formatOtherKeys = 1};
   EXPECT_EQ(keyBytes(typed('a', kControl), modes), "^[[97;5u");
   EXPECT_EQ(keyBytes(typed('y', kControl | kShift), modes), "^[[89;6u");
@@ -198,7 +198,7 @@ TEST(VtKeyboardModes, TellsOtherKeysInTheShorterForm) {
   EXPECT_EQ(keyBytes(pressed(Key::Backspace, kAlt), modes), "^[[127;3u");
 }
 
-TEST(VtKeyboardModes, TellsOtherKeysOutsideOfAscii) {
+TEST(VtKeyboardModes, EncodesOtherKeysOutsideAscii) {
   KeyEvent event = pressed(Key::Character, kControl);
   event.character = U'\u00E9';
   event.shifted = U'\u00C9';

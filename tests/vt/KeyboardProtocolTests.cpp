@@ -4,7 +4,7 @@
 
 #include "vt/KeyEvents.h"
 #include "vt/KeyExpectations.h"
-#include "vt/Keyboard.h"
+#include "vt/input/Keyboard.h"
 
 // The progressive keyboard protocol: https://sw.kovidgoyal.net/kitty/keyboard-protocol/
 namespace zolt::vt {
@@ -38,7 +38,7 @@ TEST(VtEveryKeyOfTheProtocol, HasItsNumber) {
   }
 }
 
-TEST(VtEveryKeyOfTheProtocol, HasNoOtherFormsInTheModesOfXterm) {
+TEST(VtEveryKeyOfTheProtocol, IsNotAffectedByXtermsModes) {
   for (const KeyExpectation& expected : keyExpectations()) {
     SCOPED_TRACE(expected.every);
     const KeyboardModes modes = {.applicationCursor = true,
@@ -52,8 +52,8 @@ TEST(VtEveryKeyOfTheProtocol, HasNoOtherFormsInTheModesOfXterm) {
   }
 }
 
-TEST(VtEveryKeyOfTheProtocol, TellsWhetherItWasRepeatedOrReleased) {
-  // The same sequence with modifiers 1 and the event's number.
+TEST(VtEveryKeyOfTheProtocol, ReportsRepeatsAndReleases) {
+  // The same sequence with modifiers 1 and the event type.
   const auto withEvent = [](std::string sequence, const std::string& number) {
     const char final = sequence.back();
     sequence.pop_back();
@@ -71,7 +71,7 @@ TEST(VtEveryKeyOfTheProtocol, TellsWhetherItWasRepeatedOrReleased) {
   }
 }
 
-TEST(VtKeyboardProtocol, DisambiguatesWhatXtermSendsTwice) {
+TEST(VtKeyboardProtocol, DisambiguatesWhatXtermSendsForTwoKeys) {
   EXPECT_EQ(flagged(kDisambiguate, pressed(Key::Escape)), "^[[27u");
   EXPECT_EQ(flagged(kDisambiguate, typed('c', kControl)), "^[[99;5u");
   EXPECT_EQ(flagged(kDisambiguate, typed('[', kAlt)), "^[[91;3u");
@@ -98,7 +98,7 @@ TEST(VtKeyboardProtocol, LeavesTextAsText) {
   }
 }
 
-TEST(VtKeyboardProtocol, LeavesEnterTabAndBackspaceAsTheyWereUntilEveryKeyIsAskedFor) {
+TEST(VtKeyboardProtocol, KeepsEnterTabAndBackspaceUnlessAllKeysAreReported) {
   struct Row {
     Key key;
     std::string bytes, number;
@@ -132,7 +132,7 @@ TEST(VtKeyboardProtocol, NumbersEveryCombinationOfModifiers) {
   }
 }
 
-TEST(VtKeyboardProtocol, TellsLocksWithTextKeysOnlyWhenEveryKeyIsAskedFor) {
+TEST(VtKeyboardProtocol, ReportsLocksWithTextKeysOnlyIfAllKeysAreReported) {
   const Modifiers held = kControl | kLocks;
   EXPECT_EQ(flagged(kDisambiguate, typed('a', held)), "^[[97;5u");
   EXPECT_EQ(flagged(kDisambiguate, pressed(Key::Keypad1, held)), "^[[57400;5u");
@@ -144,7 +144,7 @@ TEST(VtKeyboardProtocol, TellsLocksWithTextKeysOnlyWhenEveryKeyIsAskedFor) {
   EXPECT_EQ(flagged(kEvery, typed('a', Modifier::CapsLock)), "^[[97;65u");
 }
 
-TEST(VtKeyboardProtocol, TellsEventsOfKeysWithoutText) {
+TEST(VtKeyboardProtocol, ReportsEventsOfKeysWithoutText) {
   const unsigned flags = kDisambiguate | kEvents;
   EXPECT_EQ(flagged(flags, typed('c', kControl)), "^[[99;5u");
   EXPECT_EQ(flagged(flags, repeated(typed('c', kControl))), "^[[99;5:2u");
@@ -155,8 +155,8 @@ TEST(VtKeyboardProtocol, TellsEventsOfKeysWithoutText) {
   EXPECT_EQ(flagged(kDisambiguate, repeated(pressed(Key::Up))), "^[[A");
 }
 
-// Without disambiguation a press is what it always was; only what has no old form is told in the new one.
-TEST(VtKeyboardProtocol, TellsEventsBesideTheOldEncoding) {
+// Without disambiguation, presses keep their legacy encoding; only events without one use the protocol's.
+TEST(VtKeyboardProtocol, ReportsEventsAlongsideTheLegacyEncoding) {
   const KeyboardModes modes = {.applicationCursor = true, .flags = kEvents};
   EXPECT_EQ(keyBytes(pressed(Key::Up), modes), "^[OA");
   EXPECT_EQ(keyBytes(repeated(pressed(Key::Up)), modes), "^[[1;1:2A");
@@ -171,7 +171,7 @@ TEST(VtKeyboardProtocol, TellsEventsBesideTheOldEncoding) {
   EXPECT_EQ(keyBytes(typed('a', kControl), {.modifyOtherKeys = 2, .flags = kEvents}), "^[[27;5;97~");
 }
 
-TEST(VtKeyboardProtocol, TellsAlternateKeys) {
+TEST(VtKeyboardProtocol, ReportsAlternateKeys) {
   const unsigned flags = kDisambiguate | kAlternates;
   EXPECT_EQ(flagged(flags, typed('a', kControl)), "^[[97;5u");
   EXPECT_EQ(flagged(flags, typed('a', kControl | kShift)), "^[[97:65;6u");
@@ -198,7 +198,7 @@ TEST(VtKeyboardProtocol, TellsAlternateKeys) {
   EXPECT_EQ(flagged(kAlternates, typed('a', kControl | kShift)), "^A");
 }
 
-TEST(VtKeyboardProtocol, TellsTheTextOfAKey) {
+TEST(VtKeyboardProtocol, ReportsTheTextOfAKey) {
   const unsigned flags = kEvery | kText;
   EXPECT_EQ(flagged(flags, typed('a')), "^[[97;;97u");
   EXPECT_EQ(flagged(flags, typed('a', kShift)), "^[[97;2;65u");
@@ -223,7 +223,7 @@ TEST(VtKeyboardProtocol, TellsTheTextOfAKey) {
   EXPECT_EQ(flagged(kText | kDisambiguate, typed('a', kAlt)), "^[[97;3u");
 }
 
-TEST(VtKeyboardProtocol, HasNumberZeroForTextOfNoKey) {
+TEST(VtKeyboardProtocol, ReportsKeyZeroForTextWithoutAKey) {
   KeyEvent composed = pressed(Key::Character);
   composed.text = "\u65E5\u672C";
   EXPECT_EQ(flagged(kEvery | kText, composed), "^[[0;;26085:26412u");
@@ -234,7 +234,7 @@ TEST(VtKeyboardProtocol, HasNumberZeroForTextOfNoKey) {
   EXPECT_EQ(flagged(kEvery | kText, composed), "");
 }
 
-TEST(VtKeyboardProtocol, TellsModifiersAndLocksOnlyWhenEveryKeyIsAskedFor) {
+TEST(VtKeyboardProtocol, ReportsModifiersAndLocksOnlyIfAllKeysAreReported) {
   for (const unsigned flags : {0U, 1U, 2U, 3U, 7U, 16U, 23U}) {
     for (const Key key : {Key::LeftShift, Key::RightMeta, Key::CapsLock, Key::NumLock, Key::IsoLevel3Shift}) {
       EXPECT_EQ(flagged(flags, pressed(key, kShift)), "") << flags;
@@ -247,14 +247,14 @@ TEST(VtKeyboardProtocol, TellsModifiersAndLocksOnlyWhenEveryKeyIsAskedFor) {
   EXPECT_EQ(flagged(kEvery, pressed(Key::CapsLock, Modifier::CapsLock)), "^[[57358;65u");
 }
 
-TEST(VtKeyboardProtocol, TellsADeadKeyWhenEveryKeyIsAskedFor) {
+TEST(VtKeyboardProtocol, ReportsADeadKeyIfAllKeysAreReported) {
   KeyEvent dead = pressed(Key::Character);
   dead.character = U'\u00B4';
   EXPECT_EQ(flagged(kEvery, dead), "^[[180u");
   EXPECT_EQ(flagged(kEvery | kText, dead), "^[[180u");
 }
 
-TEST(VtKeyboardProtocol, TellsKeypadKeysApart) {
+TEST(VtKeyboardProtocol, DistinguishesKeypadKeys) {
   EXPECT_EQ(flagged(kDisambiguate, pressed(Key::KeypadHome)), "^[[57423u");
   EXPECT_EQ(flagged(kDisambiguate, pressed(Key::KeypadBegin)), "^[[E");
   EXPECT_EQ(flagged(kDisambiguate, pressed(Key::KeypadBegin, kControl)), "^[[1;5E");

@@ -1,4 +1,4 @@
-#include "vt/Keyboard.h"
+#include "vt/input/Keyboard.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ constexpr Modifiers kShift = Modifier::Shift;
 constexpr Modifiers kAlt = Modifier::Alt;
 constexpr Modifiers kControl = Modifier::Control;
 
-TEST(VtEveryKey, IsToldAsXtermHasIt) {
+TEST(VtEveryKey, IsEncodedLikeXterm) {
   for (const KeyExpectation& expected : keyExpectations()) {
     SCOPED_TRACE(expected.every);
     EXPECT_EQ(keyBytes(pressed(expected.key)), expected.legacy);
@@ -37,7 +37,7 @@ TEST(VtEveryKey, SendsNothingWhenReleasedAndTheSameAgainWhenRepeated) {
   }
 }
 
-TEST(VtEveryKey, IgnoresLocksAndHasNothingToTellWithSuperAndHyper) {
+TEST(VtEveryKey, IgnoresLocksAndSendsNothingWithSuperOrHyper) {
   for (const KeyExpectation& expected : keyExpectations()) {
     SCOPED_TRACE(expected.every);
     EXPECT_EQ(keyBytes(pressed(expected.key, kLocks)), expected.legacy);
@@ -46,7 +46,7 @@ TEST(VtEveryKey, IgnoresLocksAndHasNothingToTellWithSuperAndHyper) {
   }
 }
 
-TEST(VtKeyboard, IsExpectedToKnowEveryKey) {
+TEST(VtKeyboard, HasAnExpectationForEveryKey) {
   std::set<int> keys = {static_cast<int>(Key::Character)};
   for (const KeyExpectation& expected : keyExpectations()) {
     EXPECT_TRUE(keys.insert(static_cast<int>(expected.key)).second) << expected.every;
@@ -68,8 +68,8 @@ void expectAll(const std::vector<Combination>& combinations, const KeyboardModes
   }
 }
 
-// The progressive protocol's table "C0 controls".
-TEST(VtKeyboard, SendsControlsForTheKeysThatAreOne) {
+// The kitty protocol's table "C0 controls".
+TEST(VtKeyboard, SendsControlCharactersForControlKeys) {
   struct Row {
     KeyEvent key;
     std::string plain, control, alt, shift, controlShift, altShift, controlAlt;
@@ -96,8 +96,7 @@ TEST(VtKeyboard, SendsControlsForTheKeysThatAreOne) {
   }
 }
 
-// The progressive protocol's table "Emitted bytes when ctrl is held down", and the characters beside the letters that
-// have a control as well.
+// The kitty protocol's table "Emitted bytes when ctrl is held down", and the other characters with a control.
 TEST(VtKeyboard, SendsControlCharactersForControlWithACharacter) {
   expectAll({{typed(' ', kControl), "^@"},          {typed('/', kControl), "^_"},
              {typed('0', kControl), "0"},           {typed('1', kControl), "1"},
@@ -124,7 +123,7 @@ TEST(VtKeyboard, SendsControlCharactersForControlWithACharacter) {
   }
 }
 
-TEST(VtKeyboard, SendsTextAndPutsEscapeBeforeItForAlt) {
+TEST(VtKeyboard, SendsTextAndPrefixesItWithEscapeForAlt) {
   expectAll({{typed('i'), "i"},
              {typed('i', kShift), "I"},
              {typed('i', kAlt), "^[i"},
@@ -142,7 +141,7 @@ TEST(VtKeyboard, SendsTextAndPutsEscapeBeforeItForAlt) {
             {.altSendsEscape = false});
 }
 
-TEST(VtKeyboard, SendsTextOfAnyScriptWithoutTheControlsInIt) {
+TEST(VtKeyboard, SendsTextInAnyScriptWithoutControlCharacters) {
   KeyEvent event = typed('a');
   event.text = "\u00e9\u65e5\U0001F600";
   EXPECT_EQ(keyBytes(event), "\u00e9\u65e5\U0001F600");
@@ -163,7 +162,7 @@ TEST(VtKeyboard, SendsNothingForADeadKeyOrOneWithSuper) {
   EXPECT_EQ(keyBytes(command), "");
 }
 
-TEST(VtKeyboard, NeverSendsACharacterThatNoKeyCanHave) {
+TEST(VtKeyboard, NeverSendsAnInvalidCharacter) {
   for (const char32_t character :
        {char32_t{0x1B}, char32_t{0x9B}, char32_t{0x7F}, char32_t{0xD800}, char32_t{0x110000}}) {
     KeyEvent event = pressed(Key::Character, kAlt);
@@ -176,23 +175,23 @@ TEST(VtKeyboard, NeverSendsACharacterThatNoKeyCanHave) {
   }
 }
 
-TEST(VtKeyboard, GoesByALatinKeyboardForControlInOtherScripts) {
+TEST(VtKeyboard, UsesTheBaseLayoutForControlInOtherScripts) {
   KeyEvent event = pressed(Key::Character, kControl);
   event.character = U'\u0441';  // Cyrillic es, on the key of "c"
   event.baseLayout = U'c';
   EXPECT_EQ(keyBytes(event), "^C");
   event.modifiers = kAlt;
   EXPECT_EQ(keyBytes(event), "^[\u0441");
-  // The French have "é" on the key of "2".
+  // On French keyboards the "2" key types "é".
   event.modifiers = kControl;
   event.character = U'\u00E9';
   event.baseLayout = U'2';
   EXPECT_EQ(keyBytes(event), "\u00E9");
 }
 
-TEST(VtKeyboard, MeansTheKeyAndNotItsOtherLayersWithAlt) {
+TEST(VtKeyboard, UsesTheKeyRatherThanItsOtherLayersWithAlt) {
   KeyEvent event = typed('a', kAlt);
-  event.text = "\u00E5";  // what Option makes of it
+  event.text = "\u00E5";  // what Option types
   EXPECT_EQ(keyBytes(event), "^[a");
   event.text = "A";  // Caps Lock
   EXPECT_EQ(keyBytes(event), "^[A");
@@ -202,8 +201,8 @@ TEST(VtKeyboard, MeansTheKeyAndNotItsOtherLayersWithAlt) {
   EXPECT_EQ(keyBytes(event), "^[a");
 }
 
-// Whatever a system gives as a key's text, none of its controls gets through.
-TEST(VtKeyboard, SendsNoControlThatTheKeyDoesNotMake) {
+// Control characters in a key's text are never sent.
+TEST(VtKeyboard, SendsNoControlCharactersFromText) {
   std::mt19937 random(7);
   constexpr char kPieces[] = "\x1B[]O\r\n\t\0\x7F\xC2\x9B\x80\xE2\x82\xAC\xF0xyz";
   for (int round = 0; round < 20000; ++round) {

@@ -1,4 +1,4 @@
-#include "vt/Mouse.h"
+#include "vt/input/Mouse.h"
 
 #include <gtest/gtest.h>
 
@@ -44,7 +44,7 @@ constexpr MouseModes sgr(MouseTracking tracking) {
   return {tracking, MouseEncoding::Sgr};
 }
 
-// One event told by a reporter that knows of nothing.
+// The report of one event by a fresh reporter.
 std::string told(const MouseEvent& event, const MouseModes& modes) {
   return shown(MouseReporter().report(event, modes));
 }
@@ -54,7 +54,7 @@ constexpr MouseButton kButtons[] = {MouseButton::Left,       MouseButton::Middle
                                     MouseButton::WheelRight, MouseButton::Back,      MouseButton::Forward,
                                     MouseButton::Button10,   MouseButton::Button11};
 
-TEST(VtMouse, TellsNobodyWhoDoesNotTrackIt) {
+TEST(VtMouse, ReportsNothingUnlessTracked) {
   for (const auto encoding : {MouseEncoding::Default, MouseEncoding::Sgr, MouseEncoding::SgrPixels}) {
     EXPECT_EQ(told(press(MouseButton::Left), {Off, encoding}), "");
     EXPECT_EQ(told(release(MouseButton::Left), {Off, encoding}), "");
@@ -69,7 +69,7 @@ TEST(VtMouse, NumbersButtons) {
   }
 }
 
-TEST(VtMouse, TellsReleasesOfAllButTheWheel) {
+TEST(VtMouse, ReportsReleasesExceptOfTheWheel) {
   const std::string codes[] = {"0", "1", "2", "", "", "", "", "128", "129", "130", "131"};
   for (std::size_t i = 0; i < std::size(kButtons); ++i) {
     const std::string expected = codes[i].empty() ? "" : "^[[<" + codes[i] + ";1;1m";
@@ -104,7 +104,7 @@ TEST(VtMouse, AddsModifiers) {
   EXPECT_EQ(told(release(MouseButton::Left, 0, 0, Modifier::Shift), {Normal, MouseEncoding::Default}), "^[[M'!!");
 }
 
-TEST(VtMouse, TellsOnlyPressesOfThreeButtonsInTheX10Mode) {
+TEST(VtMouse, ReportsOnlyPressesOfThreeButtonsInX10Mode) {
   const MouseModes modes = {X10, MouseEncoding::Default};
   EXPECT_EQ(told(press(MouseButton::Left, 1, 2), modes), "^[[M #\"");
   EXPECT_EQ(told(press(MouseButton::Middle, 1, 2), modes), "^[[M!#\"");
@@ -118,7 +118,7 @@ TEST(VtMouse, TellsOnlyPressesOfThreeButtonsInTheX10Mode) {
   EXPECT_EQ(told(press(MouseButton::Right, 1, 2), sgr(X10)), "^[[<2;3;2M");
 }
 
-TEST(VtMouse, TellsMotionAsFarAsItIsTracked) {
+TEST(VtMouse, ReportsMotionIfItIsTracked) {
   for (const MouseTracking tracking : {Normal, ButtonEvent, AnyEvent}) {
     MouseReporter reporter;
     const auto report = [&](const MouseEvent& event) { return shown(reporter.report(event, sgr(tracking))); };
@@ -130,7 +130,7 @@ TEST(VtMouse, TellsMotionAsFarAsItIsTracked) {
   }
 }
 
-TEST(VtMouse, TellsMotionOnceForEachCell) {
+TEST(VtMouse, ReportsMotionOncePerCell) {
   MouseReporter reporter;
   const auto report = [&](const MouseEvent& event) { return shown(reporter.report(event, sgr(AnyEvent))); };
   EXPECT_EQ(report(pixels(motion(1, 1), 10, 20)), "^[[<35;2;2M");
@@ -143,7 +143,7 @@ TEST(VtMouse, TellsMotionOnceForEachCell) {
   EXPECT_EQ(report(motion(5, 5)), "");
 }
 
-TEST(VtMouse, TellsMotionOnceForEachPixel) {
+TEST(VtMouse, ReportsMotionOncePerPixel) {
   MouseReporter reporter;
   const MouseModes modes = {AnyEvent, MouseEncoding::SgrPixels};
   const auto report = [&](const MouseEvent& event) { return shown(reporter.report(event, modes)); };
@@ -154,7 +154,7 @@ TEST(VtMouse, TellsMotionOnceForEachPixel) {
   EXPECT_EQ(report(pixels(release(MouseButton::Left, 2, 2), 3000, 2000)), "^[[<0;3001;2001m");
 }
 
-TEST(VtMouse, TellsAPlaceAgainToWhoHasJustBegunToListen) {
+TEST(VtMouse, ReportsAPositionAgainAfterAChangeOfModes) {
   MouseReporter reporter;
   EXPECT_EQ(shown(reporter.report(motion(1, 1), sgr(AnyEvent))), "^[[<35;2;2M");
   EXPECT_EQ(shown(reporter.report(motion(1, 1), sgr(Off))), "");
@@ -179,7 +179,7 @@ TEST(VtMouse, KnowsWhichButtonsAreHeld) {
   EXPECT_EQ(report(motion(5, 0)), "^[[<35;1;6M");
 }
 
-TEST(VtMouse, DropsPlacesThatAByteCannotTell) {
+TEST(VtMouse, DropsPositionsThatDoNotFitInAByte) {
   const MouseModes modes = {Normal, MouseEncoding::Default};
   EXPECT_EQ(told(press(MouseButton::Left, 222, 222), modes), "^[[M \xFF\xFF");
   EXPECT_EQ(told(press(MouseButton::Left, 223, 0), modes), "");
@@ -188,7 +188,7 @@ TEST(VtMouse, DropsPlacesThatAByteCannotTell) {
   EXPECT_EQ(told(press(MouseButton::Button11, 0, 0, all), modes), "^[[M\xBF!!");
 }
 
-TEST(VtMouse, TellsPlacesInCharacters) {
+TEST(VtMouse, EncodesPositionsAsCharacters) {
   const MouseModes modes = {Normal, MouseEncoding::Utf8};
   EXPECT_EQ(told(press(MouseButton::Left, 94, 93), modes), "^[[M ~^?");
   EXPECT_EQ(told(press(MouseButton::Left, 0, 95), modes), "^[[M \u0080!");
@@ -198,7 +198,7 @@ TEST(VtMouse, TellsPlacesInCharacters) {
   EXPECT_EQ(told(press(MouseButton::Left, 0, 2015), modes), "");
 }
 
-TEST(VtMouse, TellsAnyPlaceInNumbers) {
+TEST(VtMouse, EncodesAnyPositionAsNumbers) {
   EXPECT_EQ(told(press(MouseButton::Left, 4999, 9999), sgr(Normal)), "^[[<0;10000;5000M");
   EXPECT_EQ(told(press(MouseButton::Left, INT_MAX, INT_MAX), sgr(Normal)), "^[[<0;2147483648;2147483648M");
   EXPECT_EQ(told(press(MouseButton::Left, INT_MIN, -1), sgr(Normal)), "^[[<0;1;1M");

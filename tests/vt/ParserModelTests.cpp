@@ -1,4 +1,4 @@
-// The parser in any chunking, and its fast path against the table alone.
+// The parser in any chunking, and with its fast paths against the state machine alone.
 #include <gtest/gtest.h>
 
 #include "text/RandomText.h"
@@ -21,7 +21,7 @@ constexpr Piece kPieces[] = {{"a", 8},          {"some text", 8}, {"\u00e9", 3},
                              {"q", 1},          {"(", 1},         {"0;", 2},         {"52;", 1},
                              {"\0"sv, 1},       {"\x7F", 1},      {"99999999999", 1}};
 
-TEST(VtParserModel, TellsTheSameInAnyChunkingAndByTheTableAlone) {
+TEST(VtParserModel, ReportsTheSameEventsInAnyChunkingAndWithoutFastPaths) {
   RandomText random(17, kPieces);
   for (int round = 0; round < 4000; ++round) {
     const std::string text = random.text(60);
@@ -30,19 +30,19 @@ TEST(VtParserModel, TellsTheSameInAnyChunkingAndByTheTableAlone) {
     Parser byTable(bytewise);
     byTable.feedByTable(text);
     ASSERT_EQ(bytewise.lines, whole) << escaped(text);
-    RecordedEvents cut;
-    Parser parser(cut);
+    RecordedEvents split;
+    Parser parser(split);
     for (std::size_t at = 0; at < text.size();) {
       const std::size_t size = 1 + random.below(9);
       parser.feed(std::string_view(text).substr(at, size));
       at += size;
     }
-    ASSERT_EQ(cut.lines, whole) << escaped(text);
+    ASSERT_EQ(split.lines, whole) << escaped(text);
     ASSERT_EQ(parser.state(), byTable.state());
   }
 }
 
-TEST(VtParserModel, LosesNothingOfLongRunsOfText) {
+TEST(VtParserModel, KeepsLongRunsOfTextComplete) {
   for (const std::string_view unit : {"x"sv, "\u00e9"sv, "\u65e5"sv, "\U0001F600"sv, "a\u00e9"sv, "\xFF"sv}) {
     for (const std::size_t count : {1U, 7U, 16U, 255U, 256U, 257U, 1000U}) {
       std::string text;

@@ -1,4 +1,4 @@
-#include "vt/Parser.h"
+#include "vt/parser/Parser.h"
 
 #include <gtest/gtest.h>
 
@@ -10,12 +10,12 @@ namespace {
 using namespace std::string_literals;
 using Lines = std::vector<std::string>;
 
-TEST(VtParser, PrintsTextOfAnyScript) {
+TEST(VtParser, PrintsTextInAnyScript) {
   EXPECT_EQ(eventsOf("plain"), Lines{"print plain"});
   EXPECT_EQ(eventsOf("a\u00e9\u65e5\U0001F600z"), Lines{"print a\u00e9\u65e5\U0001F600z"});
 }
 
-TEST(VtParser, PrintsAReplacementForWhatIsNotUtf8) {
+TEST(VtParser, PrintsReplacementCharactersForInvalidUtf8) {
   EXPECT_EQ(eventsOf("a\xFFz"), Lines{"print a\uFFFDz"});
   EXPECT_EQ(eventsOf("a\xE6\x97z"), Lines{"print a\uFFFDz"});
   EXPECT_EQ(eventsOf("\x80\x9B"), Lines{"print \uFFFD\uFFFD"});
@@ -35,13 +35,13 @@ TEST(VtParser, ExecutesControlsInTheMiddleOfASequence) {
   EXPECT_EQ(eventsOf("\x1B[1\x7F;2H"), Lines{"control 1;2 H"});
 }
 
-TEST(VtParser, TellsEscapeSequences) {
+TEST(VtParser, ReportsEscapeSequences) {
   EXPECT_EQ(eventsOf("\x1B"
                      "7\x1B(0\x1B#8\x1B%G\x1B c"),
             (Lines{"escape 7", "escape (0", "escape #8", "escape %G", "escape  c"}));
 }
 
-TEST(VtParser, TellsControlSequencesWithAllTheirParts) {
+TEST(VtParser, ReportsControlSequencesWithAllTheirParts) {
   EXPECT_EQ(eventsOf("\x1B[H\x1B[5A\x1B[1;2H\x1B[;5H\x1B[3;H"),
             (Lines{"control  H", "control 5 A", "control 1;2 H", "control ;5 H", "control 3; H"}));
   EXPECT_EQ(eventsOf("\x1B[?1049h\x1B[>4;2m\x1B[=1;1u\x1B[<u"),
@@ -51,7 +51,7 @@ TEST(VtParser, TellsControlSequencesWithAllTheirParts) {
   EXPECT_EQ(eventsOf("\x1B[4:3;38:2::10:20:30m"), Lines{"control 4:3;38:2::10:20:30 m"});
 }
 
-TEST(VtParser, TakesTheC1FormsOfSequences) {
+TEST(VtParser, AcceptsTheC1FormsOfSequences) {
   EXPECT_EQ(eventsOf("\xC2\x9B"
                      "5A"),
             Lines{"control 5 A"});
@@ -61,14 +61,14 @@ TEST(VtParser, TakesTheC1FormsOfSequences) {
   EXPECT_EQ(eventsOf("\xC2\x90$qm\xC2\x9C"), Lines{"device  $q m"});
 }
 
-TEST(VtParser, IgnoresSequencesThatAreMalformed) {
+TEST(VtParser, IgnoresMalformedSequences) {
   EXPECT_EQ(eventsOf("\x1B[1?5hx"), Lines{"print x"});
   EXPECT_EQ(eventsOf("\x1B[ 1qx"), Lines{"print x"});
   EXPECT_EQ(eventsOf("\x1B[!!!px\x1B(((0y"), Lines{"print xy"});
   EXPECT_EQ(eventsOf("\x1BP1?2qdata\x1B\\x"), Lines{"print x"});
 }
 
-TEST(VtParser, StopsCountingAtTheLargestNumber) {
+TEST(VtParser, SaturatesLargeParameters) {
   EXPECT_EQ(eventsOf("\x1B[2147483647A\x1B[2147483648A\x1B[99999999999999999999;7A"),
             (Lines{"control 2147483647 A", "control 2147483647 A", "control 2147483647;7 A"}));
   EXPECT_EQ(eventsOf("\x1B[0000000000000000000012A"), Lines{"control 12 A"});
@@ -84,7 +84,7 @@ TEST(VtParser, DropsParametersAfterTheThirtySecond) {
   EXPECT_EQ(eventsOf(sequence + "m"), Lines{expected + " m"});
 }
 
-TEST(VtParser, CancelsASequenceByCanAndSubAndByANewOne) {
+TEST(VtParser, CancelsASequenceOnCanSubAndANewSequence) {
   EXPECT_EQ(eventsOf("\x1B[1\x18"
                      "2Ax"),
             (Lines{"execute 24", "print 2Ax"}));
@@ -94,24 +94,24 @@ TEST(VtParser, CancelsASequenceByCanAndSubAndByANewOne) {
   EXPECT_EQ(eventsOf("\x1B[1\x1B[2A"), Lines{"control 2 A"});
 }
 
-TEST(VtParser, PrintsACharacterThatHasNoPlaceInASequence) {
+TEST(VtParser, PrintsACharacterThatAbortsASequence) {
   EXPECT_EQ(eventsOf("\x1B[1\u00e9x"), Lines{"print \u00e9x"});
   EXPECT_EQ(eventsOf("\x1B\u65e5"), Lines{"print \u65e5"});
 }
 
-TEST(VtParser, TellsCommandsThatBellOrStEnds) {
+TEST(VtParser, ReportsCommandsTerminatedByBelOrSt) {
   EXPECT_EQ(eventsOf("\x1B]0;title\x07\x1B]2;\u65e5\u672c\x1B\\"),
             (Lines{"command by bell 0;title", "command 2;\u65e5\u672c"}));
   EXPECT_EQ(eventsOf("\x1B]\x07"), Lines{"command by bell "});
   EXPECT_EQ(eventsOf("\x1B]0;a\nb\x07"), Lines{"command by bell 0;ab"});
 }
 
-TEST(VtParser, DoesNotTakeAByteOfACharacterForTheEndOfAString) {
+TEST(VtParser, DoesNotMistakeAByteOfACharacterForATerminator) {
   EXPECT_EQ(eventsOf("\x1B]0;\u271c\x07"), Lines{"command by bell 0;\u271c"});
   EXPECT_EQ(eventsOf("\x1B]0;\x9C\x07"), Lines{"command by bell 0;\uFFFD"});
 }
 
-TEST(VtParser, DropsAStringThatIsNotEndedProperly) {
+TEST(VtParser, DropsUnterminatedStrings) {
   EXPECT_EQ(eventsOf("\x1B]0;t\x1B[5A"), Lines{"control 5 A"});
   EXPECT_EQ(eventsOf("\x1BP$qm\x1B"
                      "7x"),
@@ -121,7 +121,7 @@ TEST(VtParser, DropsAStringThatIsNotEndedProperly) {
   EXPECT_EQ(eventsOf("\x1B\\"), Lines{"escape \\"});
 }
 
-TEST(VtParser, TellsDeviceControlStringsWithTheirHeads) {
+TEST(VtParser, ReportsDeviceControlStringsWithTheirParameters) {
   EXPECT_EQ(eventsOf("\x1BP$qm\x1B\\"), Lines{"device  $q m"});
   EXPECT_EQ(eventsOf("\x1BP+q544e\x1B\\"), Lines{"device  +q 544e"});
   EXPECT_EQ(eventsOf("\x1BP>|1;2q\x07"
@@ -130,14 +130,14 @@ TEST(VtParser, TellsDeviceControlStringsWithTheirHeads) {
                   "a\nb"});
 }
 
-TEST(VtParser, PassesOverTheStringsThatNobodyReads) {
+TEST(VtParser, IgnoresSosPmAndApcStrings) {
   EXPECT_EQ(eventsOf("\x1B_Gpayload\x1B\\x\x1B^private\x1B\\y\x1BXstart\x1B\\z"), Lines{"print xyz"});
   EXPECT_EQ(eventsOf("\x1B_a\x07"
                      "b\x1B\\x"),
             Lines{"print x"});
 }
 
-TEST(VtParser, DropsStringsThatAreTooLongAsAWhole) {
+TEST(VtParser, DropsStringsThatAreTooLong) {
   const auto command = [](std::size_t size) { return "0;" + std::string(size - 2, 't'); };
   EXPECT_EQ(eventsOf("\x1B]" + command(Parser::maxCommandBytes) + "\x07"),
             Lines{"command by bell " + command(Parser::maxCommandBytes)});

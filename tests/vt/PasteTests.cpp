@@ -1,4 +1,4 @@
-#include "vt/Paste.h"
+#include "vt/input/Paste.h"
 
 #include <gtest/gtest.h>
 
@@ -21,13 +21,13 @@ std::string pasted(std::string_view text) {
   return encodePaste(text, false);
 }
 
-TEST(VtPaste, SendsTextAsItIs) {
+TEST(VtPaste, SendsTextUnchanged) {
   EXPECT_EQ(pasted("ls -l ~"), "ls -l ~");
   EXPECT_EQ(pasted("\u00E9\u65E5\U0001F600\u00A0\u200D\U0010FFFF"), "\u00E9\u65E5\U0001F600\u00A0\u200D\U0010FFFF");
   EXPECT_EQ(pasted("a\tb"), "a\tb");
 }
 
-TEST(VtPaste, EndsLinesAsEnterDoes) {
+TEST(VtPaste, SendsLineEndsLikeEnter) {
   EXPECT_EQ(pasted("a\nb\r\nc\rd"), "a\rb\rc\rd");
   EXPECT_EQ(pasted("\n\n"), "\r\r");
   EXPECT_EQ(pasted("\r\r\n\n"), "\r\r\r");
@@ -35,7 +35,7 @@ TEST(VtPaste, EndsLinesAsEnterDoes) {
   EXPECT_EQ(pasted("a\r"), "a\r");
 }
 
-TEST(VtPaste, BracketsTextForWhoAsked) {
+TEST(VtPaste, BracketsTextInBracketedMode) {
   EXPECT_EQ(encodePaste("a\nb", true), "\x1B[200~a\rb\x1B[201~");
   EXPECT_EQ(encodeFocus(true), "\x1B[I");
   EXPECT_EQ(encodeFocus(false), "\x1B[O");
@@ -48,7 +48,7 @@ TEST(VtPaste, SendsNothingForNothing) {
   }
 }
 
-TEST(VtPaste, RemovesEveryControl) {
+TEST(VtPaste, RemovesControlCharacters) {
   for (char32_t control = 0; control < 0xA0; ++control) {
     if (control == 0x20) control = 0x7F;
     const std::string text = toUtf8(std::u32string{U'a', control, U'b'});
@@ -57,7 +57,7 @@ TEST(VtPaste, RemovesEveryControl) {
   }
 }
 
-TEST(VtPaste, ReplacesWhatIsNotUtf8) {
+TEST(VtPaste, ReplacesInvalidUtf8) {
   EXPECT_EQ(pasted("a\xFF\x9Bz"), "a\uFFFD\uFFFDz");
   EXPECT_EQ(pasted("\xED\xA0\x80"), "\uFFFD\uFFFD\uFFFD");
   EXPECT_EQ(pasted("\xC0\x9B"), "\uFFFD\uFFFD");
@@ -71,15 +71,15 @@ TEST(VtPaste, KeepsTextWithinItsBrackets) {
   EXPECT_EQ(encodePaste("\x1B[20\x1B[201~1~", true), "\x1B[200~[20[201~1~\x1B[201~");
 }
 
-// A removal must not join two halves of a control: nor bytes of one, nor the lead of one to a stray continuation.
-TEST(VtPaste, MakesNoControlOfWhatSurroundsOne) {
+// Removing something must not join the halves of a control: neither its bytes nor a lead byte and a stray continuation.
+TEST(VtPaste, DoesNotFormAControlByRemovingAnother) {
   EXPECT_EQ(pasted("\xC2\x1B\x9B"), "\uFFFD\uFFFD");
   EXPECT_EQ(pasted("\xC2\xC2\x9B\x9B"), "\uFFFD\uFFFD");
   EXPECT_EQ(pasted("\xC2\0\x9B"s), "\uFFFD\uFFFD");
 }
 
-// Nothing but text is between the brackets, however brackets and their pieces are put into each other.
-TEST(VtPaste, SendsNoControlWhateverIsNested) {
+// Only text gets between the brackets, however brackets and parts of them are nested in it.
+TEST(VtPaste, SendsNoControlsForNestedBrackets) {
   const std::string pieces[] = {"\x1B[201~", "\x1B[200~", "\x1B",     "\u009B", "\xC2", "\x9B", "[201~",   "2",
                                 "01~",       "\r",        "\n",       "\t",     "\x7F", "\0"s,  "\x80",    "\xE2",
                                 "a",         "\u65E5",    "\xF0\x9F", "\u0090", "\x18", "\x1A", "\xC2\x1B"};
@@ -87,7 +87,7 @@ TEST(VtPaste, SendsNoControlWhateverIsNested) {
   for (int round = 0; round < 20000; ++round) {
     std::string text;
     for (auto length = random() % 12; length > 0; --length) {
-      // Into the middle of what there is: pieces within pieces.
+      // Insert into the middle, to nest pieces within pieces.
       text.insert(text.empty() ? 0 : random() % (text.size() + 1), pieces[random() % std::size(pieces)]);
     }
     const std::string plain = pasted(text);

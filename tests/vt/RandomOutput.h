@@ -5,10 +5,10 @@
 
 namespace zolt::vt::test {
 
-/// Output of a program that never was: text in several scripts, lines, and every kind of sequence, about `pieces` of
-/// them. The same on every run for one `random`.
+/// Made-up program output: about `pieces` pieces of text in several scripts, line ends and every kind of sequence.
+/// Deterministic for a given state of `random`.
 std::string randomOutput(std::mt19937& random, int pieces);
-/// Only text, line ends and renditions.
+/// The same, with only text, line ends and SGR.
 std::string randomLines(std::mt19937& random, int pieces);
 
 }  // namespace zolt::vt::test

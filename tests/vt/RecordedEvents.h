@@ -4,11 +4,11 @@
 #include <string_view>
 #include <vector>
 
-#include "vt/Parser.h"
+#include "vt/parser/Parser.h"
 
 namespace zolt::vt {
 
-/// Writes down what a parser tells, one line each; printed text that comes in several pieces is one line.
+/// Records a parser's events, one per line; consecutive printed text is joined into one line.
 class RecordedEvents : public ParserEvents {
  public:
   void printAscii(std::string_view text) override;
@@ -28,7 +28,7 @@ class RecordedEvents : public ParserEvents {
   bool m_printing = false;
 };
 
-/// What a parser tells of `bytes`.
+/// The events that a parser reports for `bytes`.
 std::vector<std::string> eventsOf(std::string_view bytes);
 
 }  // namespace zolt::vt

@@ -3,8 +3,8 @@
 #include <iomanip>
 #include <sstream>
 
-#include "vt/Modes.h"
-#include "vt/SgrSequence.h"
+#include "vt/cells/Sgr.h"
+#include "vt/functions/Modes.h"
 
 namespace zolt::vt::test {
 
@@ -28,11 +28,11 @@ void describeLooks(const Screen& screen, int row, std::ostream& out) {
   const std::span<const Cell> cells = screen.grid().row(row);
   for (std::size_t begin = 0; begin < cells.size();) {
     std::size_t end = begin + 1;
-    while (end < cells.size() && cells[end].look() == cells[begin].look()) {
+    while (end < cells.size() && cells[end].attributes() == cells[begin].attributes()) {
       ++end;
     }
     const Cell cell = cells[begin];
-    if (cell.look() != 0) {
+    if (cell.attributes() != 0) {
       out << std::setw(2) << row + 1 << ": " << begin + 1 << '-' << end << ' '
           << renditionParameters(screen.tables().styles[cell.style()]) << (cell.isProtected() ? " protected" : "");
       if (cell.link() != 0) out << ' ' << screen.tables().links[cell.link()].uri;
@@ -60,7 +60,7 @@ std::string recordingPicture(Terminal& terminal) {
   }
   out << "\nreplies: " << visible(terminal.takeReplies()) << "\n\n";
   for (int row = 0; row < screen.rows(); ++row) {
-    const RowState& rowState = screen.grid().state(row);
+    const RowInfo& rowState = screen.grid().state(row);
     std::string text;
     for (const Cell cell : screen.grid().row(row).first(rowState.extent)) {
       screen.tables().appendText(cell, text);

@@ -41,11 +41,11 @@ std::vector<Recording> recordings() {
   return all;
 }
 
-TEST(Recordings, ShowWhatWasLookedAt) {
+TEST(Recordings, ShowTheApprovedScreens) {
   const auto all = recordings();
   ASSERT_GE(all.size(), 30U);
   for (const Recording& recording : all) {
-    Terminal terminal(recording.rows, recording.columns);
+    Terminal terminal({.rows = recording.rows, .columns = recording.columns});
     terminal.feed(recording.input);
     EXPECT_EQ(test::recordingPicture(terminal), recording.expected)
         << recording.name << ": if this is right, scripts/approve-recordings " << recording.name;
@@ -53,32 +53,33 @@ TEST(Recordings, ShowWhatWasLookedAt) {
   }
 }
 
-TEST(Recordings, ShowTheSameHoweverTheyAreCut) {
+TEST(Recordings, ShowTheSameHoweverTheyAreSplit) {
   std::mt19937 random(7);
   for (const Recording& recording : recordings()) {
-    Terminal whole(recording.rows, recording.columns);
+    Terminal whole({.rows = recording.rows, .columns = recording.columns});
     whole.feed(recording.input);
-    for (const std::size_t most : {std::size_t{1}, std::size_t{13}, std::size_t{999}}) {
-      Terminal cut(recording.rows, recording.columns);
+    for (const std::size_t maxPiece : {std::size_t{1}, std::size_t{13}, std::size_t{999}}) {
+      Terminal split({.rows = recording.rows, .columns = recording.columns});
       std::string_view rest = recording.input;
       while (!rest.empty()) {
-        const std::size_t size = std::min<std::size_t>(rest.size(), 1 + random() % most);
-        cut.feed(rest.substr(0, size));
+        const std::size_t size = std::min<std::size_t>(rest.size(), 1 + random() % maxPiece);
+        split.feed(rest.substr(0, size));
         rest.remove_prefix(size);
       }
-      EXPECT_EQ(test::everythingOf(cut), test::everythingOf(whole)) << recording.name << " in pieces of up to " << most;
+      EXPECT_EQ(test::everythingOf(split), test::everythingOf(whole))
+          << recording.name << " in pieces of up to " << maxPiece;
     }
   }
 }
 
-TEST(Recordings, KeepTheirTextWhenTheyAreResized) {
+TEST(Recordings, KeepTheirTextWhenResized) {
   for (const Recording& recording : recordings()) {
-    Terminal terminal(recording.rows, recording.columns);
+    Terminal terminal({.rows = recording.rows, .columns = recording.columns});
     terminal.feed(recording.input);
     if (terminal.screen().showsAlternate()) continue;
     const std::string before = test::linesOf(terminal.screen());
     for (const int columns : {recording.columns + 37, recording.columns - 3, 5, recording.columns}) {
-      terminal.resize(recording.rows, columns);
+      terminal.resize({.rows = recording.rows, .columns = columns});
       EXPECT_EQ(test::linesOf(terminal.screen()), before) << recording.name << " at " << columns;
     }
   }

@@ -8,8 +8,8 @@
 #include "text/RandomText.h"
 #include "vt/SequenceCase.h"
 
-// What a terminal answers comes in as if it was typed. A program, or a file that is shown, must not be able to choose
-// it: answers are made of constants and numbers of the terminal's own.
+// The shell reads a terminal's replies as if they had been typed. So neither a program nor a file that is displayed may
+// choose their content: replies consist of constants and the terminal's own numbers.
 
 namespace zolt::vt::test {
 namespace {
@@ -18,7 +18,7 @@ constexpr std::string_view kMarker = "MARKER";
 constexpr std::string_view kMarkerInHex = "4d41524b4552";
 constexpr std::string_view kMarkerInBase64 = "TUFSS0VS";
 
-// Every request that there is, and ENQ, which older terminals answered with a text of the user's.
+// Every query, and ENQ, which older terminals answered with a text that the user had set.
 constexpr std::string_view kRequests =
     "\005\033Z\033[c\033[>c\033[=c\033[5n\033[6n\033[?6n\033[?15n\033[?25n\033[?26n\033[?53n\033[?55n\033[?56n\033[?62n"
     "\033[?63;1n\033[?75n\033[?85n\033[?996n\033[4$p\033[99$p\033[?1$p\033[?9999$p\033[11t\033[13t\033[14t\033[15t\033["
@@ -31,8 +31,8 @@ constexpr std::string_view kRequests =
     "\033]9;?\033\\\033]10;?;?;?\033\\\033]52;c;?\033\\\033]52;p;?\033\\\033]52;;?\033\\\033]133;?\033\\\033]777;?"
     "\033\\";
 
-// What could keep a text or give it back at once. "@" stands for the text.
-constexpr std::string_view kBearers[] = {
+// Sequences that could store a text, or echo it at once. "@" stands for the text.
+constexpr std::string_view kCarriers[] = {
     "@",
     "@\033[3b",
     "\033]0;@\033\\",
@@ -78,9 +78,9 @@ constexpr std::string_view kBearers[] = {
     "\033(@\033)@",
 };
 
-std::string filled(std::string_view bearer, std::string_view text) {
+std::string filled(std::string_view carrier, std::string_view text) {
   std::string out;
-  for (const char c : bearer) {
+  for (const char c : carrier) {
     if (c == '@') {
       out += text;
     } else {
@@ -101,7 +101,7 @@ void expectNoMarker(const std::string& replies) {
   EXPECT_EQ(lowered(replies).find(kMarkerInHex), std::string::npos);
 }
 
-// The length of the answer that `replies` begins with; 0 where it is none.
+// The length of the reply at the start of `replies`, or 0 if it is malformed.
 std::size_t replyLength(std::string_view replies) {
   if (replies.starts_with("\033[")) {
     constexpr std::string_view kFinals = "cnRxtumyQ{";
@@ -115,8 +115,8 @@ std::size_t replyLength(std::string_view replies) {
   return 0;
 }
 
-// That they are control sequences and strings of printable ASCII, one after the other, and nothing between: no line
-// end, no control that a shell would act upon.
+// Nothing but control sequences and strings of printable ASCII: no line ends, and no controls that a shell would act
+// on.
 void expectWellFormed(std::string_view replies) {
   EXPECT_TRUE(std::ranges::all_of(replies, [](char c) { return c == '\033' || (c >= 0x20 && c < 0x7F); }));
   while (!replies.empty()) {
@@ -126,16 +126,16 @@ void expectWellFormed(std::string_view replies) {
   }
 }
 
-TEST(VtSafeReplies, HoldNothingThatAProgramSent) {
-  for (const std::string_view bearer : kBearers) {
+TEST(VtSafeReplies, ContainNothingThatAProgramSent) {
+  for (const std::string_view carrier : kCarriers) {
     for (const std::string_view text : {kMarker, kMarkerInHex, kMarkerInBase64}) {
-      SCOPED_TRACE(filled(bearer.starts_with('\033') ? bearer.substr(1) : bearer, text));
-      Terminal terminal(5, 10);
-      terminal.feed(filled(bearer, text));
+      SCOPED_TRACE(filled(carrier.starts_with('\033') ? carrier.substr(1) : carrier, text));
+      Terminal terminal({.rows = 5, .columns = 10});
+      terminal.feed(filled(carrier, text));
       const std::string atOnce = terminal.takeReplies();
       expectNoMarker(atOnce);
       expectWellFormed(atOnce);
-      // What was not ended is.
+      // Cancel unterminated sequences.
       terminal.feed("\030");
       terminal.feed(kRequests);
       const std::string asked = terminal.takeReplies();
@@ -146,15 +146,15 @@ TEST(VtSafeReplies, HoldNothingThatAProgramSent) {
   }
 }
 
-TEST(VtSafeReplies, HoldNothingThatAProgramSentInAnyOrder) {
-  std::vector<std::string> filledBearers;
+TEST(VtSafeReplies, ContainNothingThatAProgramSentInAnyOrder) {
+  std::vector<std::string> filledCarriers;
   std::vector<Piece> pieces;
-  for (const std::string_view bearer : kBearers) {
+  for (const std::string_view carrier : kCarriers) {
     for (const std::string_view text : {kMarker, kMarkerInHex, kMarkerInBase64}) {
-      filledBearers.push_back(filled(bearer, text));
+      filledCarriers.push_back(filled(carrier, text));
     }
   }
-  for (const std::string& each : filledBearers) {
+  for (const std::string& each : filledCarriers) {
     pieces.push_back({.text = each, .weight = 1});
   }
   for (const std::string_view each :
@@ -168,7 +168,7 @@ TEST(VtSafeReplies, HoldNothingThatAProgramSentInAnyOrder) {
   for (std::uint64_t seed = 0; seed < kSeeds; ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     RandomText random(seed, pieces);
-    Terminal terminal(5, 10);
+    Terminal terminal({.rows = 5, .columns = 10});
     terminal.feed(random.text(200));
     const std::string replies = terminal.takeReplies();
     answered += replies.empty() ? 0 : 1;
@@ -179,27 +179,27 @@ TEST(VtSafeReplies, HoldNothingThatAProgramSentInAnyOrder) {
   EXPECT_GT(answered, kSeeds / 2);
 }
 
-TEST(VtSafeReplies, AreWellFormedWhateverComes) {
+TEST(VtSafeReplies, AreWellFormedForAnyInput) {
   constexpr std::uint64_t kSeeds = 200;
   for (std::uint64_t seed = 0; seed < kSeeds && !HasFailure(); ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     RandomText random(seed);
-    Terminal terminal(5, 10, readableSettings());
+    Terminal terminal({.rows = 5, .columns = 10}, readableSettings());
     std::string text = random.text(300);
     for (std::size_t i = 0; i < text.size() / 20; ++i) {
       text[random.below(text.size())] = static_cast<char>(random.below(256));
     }
     terminal.feed(text);
-    terminal.feed("\030\033]0;\033\\");  // the title may be of any script
+    terminal.feed("\030\033]0;\033\\");  // a title may be in any script
     expectWellFormed(terminal.takeReplies());
     terminal.feed(kRequests);
     expectWellFormed(terminal.takeReplies());
   }
 }
 
-TEST(VtSafeReplies, HoldWhatTheSettingsAllow) {
+TEST(VtSafeReplies, ContainWhatTheSettingsAllow) {
   const auto answer = [](TerminalSettings settings, std::string_view request) {
-    Terminal terminal(5, 10, std::move(settings));
+    Terminal terminal({.rows = 5, .columns = 10}, std::move(settings));
     terminal.feed("AB\033]1;MARKER 1\033\\\033]2;MARKER\033\\\033]52;c;TUFSS0VS\033\\");
     terminal.feed(request);
     return terminal.takeReplies();
@@ -207,40 +207,40 @@ TEST(VtSafeReplies, HoldWhatTheSettingsAllow) {
   EXPECT_EQ(answer({}, "\033[20t\033[21t\033[1;1;1;1;1;2*y"), "");
   EXPECT_EQ(answer(readableSettings(), "\033[20t\033[21t"), "\033]LMARKER 1\033\\\033]lMARKER\033\\");
   EXPECT_EQ(answer(readableSettings(), "\033[1;1;1;1;1;2*y"), "\033P1!~FF7D\033\\");
-  // The clipboard is the window's: it answers, or not.
+  // The clipboard belongs to the window, which answers separately.
   EXPECT_EQ(answer(readableSettings(), "\033]52;c;?\033\\"), "");
 }
 
-TEST(VtSafeReplies, HoldNoControlsOfATitleThatMayBeRead) {
-  Terminal terminal(5, 10, readableSettings());
+TEST(VtSafeReplies, ContainNoControlCharactersFromATitle) {
+  Terminal terminal({.rows = 5, .columns = 10}, readableSettings());
   terminal.feed("\033]2;a\rb\nc\td\177e\033\\\033[21t");
   EXPECT_EQ(terminal.takeReplies(), "\033]labcde\033\\");
 }
 
-TEST(VtSafeReplies, LetTheClipboardBeReadWhereTheSettingsAllowIt) {
-  Terminal usual(5, 10);
+TEST(VtSafeReplies, RevealTheClipboardOnlyIfTheSettingsAllowIt) {
+  Terminal usual({.rows = 5, .columns = 10});
   usual.feed("\033]52;c;?\033\\");
   EXPECT_TRUE(usual.takeEvents().clipboardReads.empty());
-  Terminal readable(5, 10, readableSettings());
+  Terminal readable({.rows = 5, .columns = 10}, readableSettings());
   readable.feed("\033]52;c;?\033\\");
   EXPECT_EQ(readable.takeEvents().clipboardReads, std::vector{ClipboardTarget::Clipboard});
-  readable.tellClipboard(ClipboardTarget::Clipboard, "copied");
+  readable.reportClipboard(ClipboardTarget::Clipboard, "copied");
   EXPECT_EQ(readable.takeReplies(), "\033]52;c;Y29waWVk\033\\");
-  usual.tellClipboard(ClipboardTarget::Clipboard, "copied");
+  usual.reportClipboard(ClipboardTarget::Clipboard, "copied");
   EXPECT_EQ(usual.takeReplies(), "");
 }
 
-TEST(VtSafeReplies, LetNoProgramWriteTheClipboardWhereTheSettingsForbidIt) {
+TEST(VtSafeReplies, DoNotSetTheClipboardIfTheSettingsForbidIt) {
   TerminalSettings settings;
   settings.allowClipboardWrites = false;
-  Terminal terminal(5, 10, settings);
+  Terminal terminal({.rows = 5, .columns = 10}, settings);
   terminal.feed("\033]52;c;TUFSS0VS\033\\");
   EXPECT_TRUE(terminal.takeEvents().clipboardWrites.empty());
 }
 
-TEST(VtSafeReplies, AreBoundedWhereNobodyTakesThem) {
+TEST(VtSafeReplies, AreBoundedIfNobodyTakesThem) {
   constexpr std::size_t kMaxBytes = std::size_t{1} << 20;
-  Terminal terminal(5, 10);
+  Terminal terminal({.rows = 5, .columns = 10});
   std::size_t asked = 0;
   for (; asked < 4 * kMaxBytes; asked += kRequests.size()) {
     terminal.feed(kRequests);

@@ -1,4 +1,4 @@
-#include "vt/Scrollback.h"
+#include "vt/history/Scrollback.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ std::vector<HistoryLine> linesOf(const Scrollback& scrollback) {
 }
 
 TEST(Scrollback, KeepsTextStylesLinksAndMarks) {
-  Terminal terminal(2, 20);
+  Terminal terminal({.rows = 2, .columns = 20});
   terminal.feed(
       "\033]133;A\a$ "
       "\033]133;B\a\033[1;4:3;38:2::1:2:3mmake\033[0m\r\n\033]8;id=7;https://a.b/\033\\there\033]8;;\033\\ "
@@ -39,35 +39,35 @@ TEST(Scrollback, KeepsTextStylesLinksAndMarks) {
   EXPECT_EQ(lines[1].runs[1].link, LinkTarget());
 }
 
-TEST(Scrollback, JoinsTheRowsOfALineThatWasWrapped) {
-  Terminal terminal(2, 5);
+TEST(Scrollback, JoinsTheRowsOfAWrappedLine) {
+  Terminal terminal({.rows = 2, .columns = 5});
   terminal.feed("0123456789abcdefg\r\nx\r\ny");
   const auto lines = linesOf(terminal.screen().scrollback());
   ASSERT_EQ(lines.size(), 1U);
   EXPECT_EQ(lines[0].text, "0123456789abcdefg");
 }
 
-TEST(Scrollback, HasNoHistoryOfTheAlternateScreenNorOfARegion) {
-  Terminal terminal(3, 5);
+TEST(Scrollback, SavesNothingFromTheAlternateScreenOrFromARegion) {
+  Terminal terminal({.rows = 3, .columns = 5});
   terminal.feed("\033[?1049h1\r\n2\r\n3\r\n4\r\n5\033[?1049l\033[2;3r\033[3;1Ha\r\nb\r\nc\r\n");
   EXPECT_EQ(terminal.screen().scrollback().lineCount(), 0U);
 }
 
-TEST(Scrollback, IsErasedByItsOwnFunctionAlone) {
-  Terminal terminal(2, 5);
+TEST(Scrollback, IsErasedOnlyByItsOwnFunction) {
+  Terminal terminal({.rows = 2, .columns = 5});
   terminal.feed("1\r\n2\r\n3\r\n\033[2J\033c");
   EXPECT_EQ(terminal.screen().scrollback().lineCount(), 2U);
   terminal.feed("\033[3J");
   EXPECT_EQ(terminal.screen().scrollback().lineCount(), 0U);
 }
 
-// Many blocks, most of them compressed.
-TEST(Scrollback, KeepsEveryLineOfMany) {
-  for (const std::size_t rushBytes : {std::size_t{4096}, SIZE_MAX}) {
+// Uses many blocks, most of them compressed.
+TEST(Scrollback, KeepsEveryLineAcrossManyBlocks) {
+  for (const std::size_t bulkBytes : {std::size_t{4096}, SIZE_MAX}) {
     TerminalSettings settings;
-    settings.rushBytes = rushBytes;
+    settings.bulkBytes = bulkBytes;
     settings.history.hotBlocks = 1;
-    Terminal terminal(24, 80, settings);
+    Terminal terminal({.rows = 24, .columns = 80}, settings);
     constexpr int kLines = 60'000;
     std::string output;
     for (int i = 0; i < kLines; ++i) {
@@ -76,7 +76,7 @@ TEST(Scrollback, KeepsEveryLineOfMany) {
     for (std::size_t at = 0; at < output.size(); at += 10'000) {
       terminal.feed(std::string_view(output).substr(at, 10'000));
     }
-    terminal.screen().scrollback().settle();
+    terminal.screen().scrollback().waitForCompression();
     const auto lines = linesOf(terminal.screen().scrollback());
     ASSERT_EQ(lines.size(), static_cast<std::size_t>(kLines - 23));
     EXPECT_EQ(terminal.screen().scrollback().lineCount(), lines.size());
@@ -88,7 +88,7 @@ TEST(Scrollback, KeepsEveryLineOfMany) {
   }
 }
 
-TEST(Scrollback, GivesLinesBackInTheOrderOfTheirLeaving) {
+TEST(Scrollback, ReturnsLinesInReverseOrder) {
   Scrollback scrollback{HistorySettings()};
   CellTables tables;
   const auto append = [&](std::string_view text, bool wraps) {
@@ -102,23 +102,23 @@ TEST(Scrollback, GivesLinesBackInTheOrderOfTheirLeaving) {
   append("two ", true);
   append("and more", false);
   append("open", true);
-  EXPECT_TRUE(scrollback.endsInside());
-  const auto open = scrollback.takeLast(1000);
+  EXPECT_TRUE(scrollback.endsMidLine());
+  const auto open = scrollback.takeLastLine(1000);
   ASSERT_TRUE(open);
   EXPECT_EQ(open->text, "open");
   EXPECT_FALSE(open->isEnded);
-  EXPECT_FALSE(scrollback.takeLast(3)) << "it is longer";
-  const auto two = scrollback.takeLast(1000);
+  EXPECT_FALSE(scrollback.takeLastLine(3)) << "the line is longer";
+  const auto two = scrollback.takeLastLine(1000);
   ASSERT_TRUE(two);
   EXPECT_EQ(two->text, "two and more");
   EXPECT_TRUE(two->isEnded);
-  EXPECT_EQ(scrollback.takeLast(1000)->text, "one");
-  EXPECT_FALSE(scrollback.takeLast(1000));
+  EXPECT_EQ(scrollback.takeLastLine(1000)->text, "one");
+  EXPECT_FALSE(scrollback.takeLastLine(1000));
   EXPECT_EQ(scrollback.lineCount(), 0U);
 }
 
-TEST(Scrollback, EndsALineThatHasNoEndInBlocks) {
-  Terminal terminal(3, 50);
+TEST(Scrollback, SplitsAnEndlessLineIntoBlocks) {
+  Terminal terminal({.rows = 3, .columns = 50});
   const std::string text(300'000, 'x');
   terminal.feed(text);
   std::string kept;
@@ -127,7 +127,7 @@ TEST(Scrollback, EndsALineThatHasNoEndInBlocks) {
     EXPECT_FALSE(line.isEnded);
   }
   EXPECT_EQ(kept.size(), text.size() - 150);
-  terminal.resize(5, 33);
+  terminal.resize({.rows = 5, .columns = 33});
   EXPECT_EQ(test::brokenRule(terminal.screen()), "");
   EXPECT_EQ(test::linesOf(terminal.screen()), text);
 }

@@ -2,23 +2,23 @@
 
 #include <algorithm>
 
-#include "vt/SgrSequence.h"
+#include "vt/cells/Sgr.h"
 
 namespace zolt::vt::test {
 
 namespace {
 
-constexpr char kErasedWithLook = '~';
+constexpr char kErasedWithAttributes = '~';
 
-// Without the blanks at its end.
+// Removes trailing blanks.
 void trim(std::string& text) {
   const std::size_t last = text.find_last_not_of(' ');
   text.resize(last == std::string::npos ? 0 : last + 1);
 }
 
 void appendCell(const CellTables& tables, Cell cell, std::string& text) {
-  if (cell.isErased() && cell.look() != 0) {
-    text += kErasedWithLook;
+  if (cell.isErased() && cell.attributes() != 0) {
+    text += kErasedWithAttributes;
   } else {
     tables.appendText(cell, text);
   }
@@ -87,7 +87,7 @@ std::string firstRowRuns(const Terminal& terminal) {
   for (std::size_t begin = 0, end = 0; begin < count; begin = end) {
     const Cell first = row[begin];
     text += '[' + renditionParameters(tables.styles[first.style()]) + ']';
-    for (end = begin; end < count && row[end].look() == first.look(); ++end) {
+    for (end = begin; end < count && row[end].attributes() == first.attributes(); ++end) {
       appendCell(tables, row[end], text);
     }
     if (first.isProtected()) text += '!';

@@ -5,10 +5,10 @@
 
 namespace zolt::vt::test {
 
-/// What stands in the reference for a row that has no case.
+/// Stands in the reference for a row without a case.
 inline constexpr std::string_view kUntested = "**nothing**";
 
-/// docs/escape-sequences.md: all tables of control functions, and what the cases say of each row. Markdown.
+/// docs/escape-sequences.md: all tables of control functions, with the cases that cover each row.
 std::string sequenceDocument();
 
 }  // namespace zolt::vt::test

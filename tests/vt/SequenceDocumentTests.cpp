@@ -9,15 +9,15 @@
 namespace zolt::vt::test {
 namespace {
 
-TEST(VtSequenceDocument, IsWhatTheTablesAndTheCasesSay) {
+TEST(VtSequenceDocument, MatchesTheTablesAndTheCases) {
   std::ifstream file(ZOLT_SOURCE_DIR "/docs/escape-sequences.md", std::ios::binary);
   const std::string committed{std::istreambuf_iterator<char>(file), {}};
   EXPECT_TRUE(committed == sequenceDocument())
-      << "The tables of control functions or their cases have changed: renew docs/escape-sequences.md with "
-         "scripts/document-sequences, look at the difference and commit it.";
+      << "The tables of control functions or their cases have changed: regenerate docs/escape-sequences.md with "
+         "scripts/document-sequences, review the difference and commit it.";
 }
 
-TEST(VtSequenceDocument, TellsATestForEveryRow) {
+TEST(VtSequenceDocument, ListsATestForEveryRow) {
   const std::string text = sequenceDocument();
   for (std::size_t at = text.find(kUntested); at != std::string::npos; at = text.find(kUntested, at + 1)) {
     const std::size_t begin = text.rfind('\n', at) + 1;

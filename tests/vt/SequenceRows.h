@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-#include "vt/Documented.h"
+#include "vt/parser/Documented.h"
 
 namespace zolt::vt::test {
 
@@ -13,7 +13,6 @@ struct RowFamily {
   std::vector<const Documented*> rows;
 };
 
-/// All rows of all tables.
 std::vector<RowFamily> rowFamilies();
 
 }  // namespace zolt::vt::test

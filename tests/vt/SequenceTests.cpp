@@ -10,7 +10,7 @@
 namespace zolt::vt::test {
 namespace {
 
-// What a terminal shows and answers after a case.
+// A terminal's screen and replies after a case.
 struct Seen {
   std::string screen;
   std::string cursor;
@@ -29,7 +29,7 @@ Seen see(Terminal& terminal) {
           .title = terminal.state().title};
 }
 
-// ESC and what else does not show, as in the cases.
+// Escapes ESC and other invisible characters as in the cases.
 std::string printable(std::string_view text) {
   std::string shown;
   for (const char c : text) {
@@ -42,7 +42,7 @@ std::string printable(std::string_view text) {
   return shown;
 }
 
-void expectWhatIsGiven(const SequenceCase& given, const Seen& seen) {
+void expectMatches(const SequenceCase& given, const Seen& seen) {
   const auto expectEqual = [](const std::optional<std::string_view>& wanted, const std::string& is) {
     if (!wanted) return;
     EXPECT_EQ(printable(is), printable(*wanted));
@@ -57,13 +57,13 @@ void expectWhatIsGiven(const SequenceCase& given, const Seen& seen) {
 void run(const SequenceCase& given) {
   SCOPED_TRACE(std::string(given.covers) + ": " + std::string(given.says));
   const TerminalSettings settings = given.allowsReading ? readableSettings() : TerminalSettings();
-  Terminal whole(given.rows, given.columns, settings);
+  Terminal whole({.rows = given.rows, .columns = given.columns}, settings);
   whole.feed(given.input);
   const Seen seen = see(whole);
-  expectWhatIsGiven(given, seen);
+  expectMatches(given, seen);
   EXPECT_TRUE(given.holds == nullptr || given.holds(whole));
 
-  Terminal byByte(given.rows, given.columns, settings);
+  Terminal byByte({.rows = given.rows, .columns = given.columns}, settings);
   for (const char byte : given.input) {
     byByte.feed({&byte, 1});
   }
@@ -106,15 +106,16 @@ TEST(VtSequences, CommandsAndDeviceControlsDoWhatTheySay) {
   runAll(stringCases());
 }
 
-TEST(VtSequences, EveryCaseLooksAtSomething) {
+TEST(VtSequences, EveryCaseExpectsSomething) {
   for (const SequenceCase* const each : allCases()) {
-    const bool looks = each->screen || each->cursor || each->replies || each->runs || each->title || each->holds;
-    EXPECT_TRUE(looks) << each->covers << ": " << each->says;
+    const bool expectsSomething =
+        each->screen || each->cursor || each->replies || each->runs || each->title || each->holds;
+    EXPECT_TRUE(expectsSomething) << each->covers << ": " << each->says;
     EXPECT_FALSE(each->says.empty()) << each->covers;
   }
 }
 
-TEST(VtSequences, EveryRowHasANameOfItsOwnThatCasesCanTell) {
+TEST(VtSequences, EveryRowHasAUniqueNameThatCasesCanReferTo) {
   std::set<std::string_view> names;
   for (const RowFamily& family : rowFamilies()) {
     for (const Documented* const row : family.rows) {

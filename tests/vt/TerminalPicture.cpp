@@ -2,8 +2,8 @@
 
 #include <sstream>
 
-#include "vt/Modes.h"
-#include "vt/SgrSequence.h"
+#include "vt/cells/Sgr.h"
+#include "vt/functions/Modes.h"
 
 namespace zolt::vt::test {
 
@@ -65,10 +65,10 @@ std::string linesOf(const Screen& screen) {
     if (line.isEnded) text += '\n';
   });
   const Grid& grid = screen.grid();
-  const Screen::CutRows cut = screen.cutRows();
+  const Screen::RowsBelow below = screen.rowsBelow();
   for (int row = 0; row < screen.rows(); ++row) {
     std::span<const Cell> cells = grid.row(row).first(grid.state(row).extent);
-    const bool wraps = grid.state(row).wraps || (cut.goesOn && row == screen.rows() - 1);
+    const bool wraps = grid.state(row).wraps || (below.continuesLastRow && row == screen.rows() - 1);
     while (!wraps && !cells.empty() && cells.back().isBlank()) {
       cells = cells.first(cells.size() - 1);
     }
@@ -77,7 +77,7 @@ std::string linesOf(const Screen& screen) {
     }
     if (!wraps) text += '\n';
   }
-  text += cut.text;
+  text += below.text;
   while (!text.empty() && text.back() == '\n') {
     text.pop_back();
   }

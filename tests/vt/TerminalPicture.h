@@ -6,13 +6,13 @@
 
 namespace zolt::vt::test {
 
-/// Everything that can be told of a terminal but what it has answered, to be compared with that of another.
+/// The complete state of a terminal except its replies, for comparison with another's.
 std::string everythingOf(const Terminal& terminal);
 
-/// The text of the scrollback and the primary screen, a line at a line end: how rows are wrapped makes no difference.
+/// The logical lines of the scrollback and the primary screen, however they are wrapped.
 std::string linesOf(const Screen& screen);
 
-/// The first rule that a screen breaks, which holds whatever was fed; empty where it keeps all of them.
+/// The first invariant that a screen violates, or empty. Invariants hold for any input.
 std::string brokenRule(const Screen& screen);
 
 }  // namespace zolt::vt::test

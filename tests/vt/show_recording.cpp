@@ -1,4 +1,4 @@
-// show-recording FOLDER: the screen of a recording, as its golden has it; scripts/approve-recordings.
+// show-recording FOLDER: the screen of a recording, in the form of its golden file; scripts/approve-recordings.
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -17,7 +17,7 @@ int main(int argc, char** argv) {
     std::cerr << "show-recording: " << folder << " is no recording\n";
     return 1;
   }
-  zolt::vt::Terminal terminal(rows, columns);
+  zolt::vt::Terminal terminal({.rows = rows, .columns = columns});
   terminal.feed(std::string(std::istreambuf_iterator<char>(input), {}));
   std::cout << zolt::vt::test::recordingPicture(terminal);
 }

@@ -156,14 +156,14 @@ Result<void> forEachChunk(const Request& request, const std::function<void(std::
   }
 }
 
-Result<GridSize> gridSize(const Request& request, const std::string& command) {
+Result<TerminalSize> gridSize(const Request& request, const std::string& command) {
   const auto rows = request.arguments.size() == 2 ? gridSide(request.arguments[0]) : std::nullopt;
   const auto cols = request.arguments.size() == 2 ? gridSide(request.arguments[1]) : std::nullopt;
   if (!rows || !cols || *rows * *cols > kMaxCells) {
     return Failure{command + " needs ROWS and COLS, each from 1 to " + std::to_string(kLargestGridSide) + ", " +
                    std::to_string(kMaxCells) + " cells at most"};
   }
-  return GridSize{.rows = static_cast<int>(*rows), .columns = static_cast<int>(*cols)};
+  return TerminalSize{.rows = static_cast<int>(*rows), .columns = static_cast<int>(*cols)};
 }
 
 const std::vector<Command>& commands() {

@@ -9,29 +9,29 @@
 #include <vector>
 
 #include "base/Result.h"
+#include "base/TerminalSize.h"
 
 namespace zolt::inspect {
 
-/// What a command is given: its words, and how to read its input.
+/// A command's arguments and options.
 struct Request {
-  std::vector<std::string> arguments;     ///< without the command's name and the options
+  std::vector<std::string> arguments;     ///< without the command's name and its options
   int input = 0;                          ///< a descriptor
-  std::optional<std::size_t> chunkBytes;  ///< none: all of the input is one chunk
-  bool full = false;                      ///< styles, links, marks and scrollback, too
-  bool rectangleChecksums = false;        ///< the program may ask for them
-  std::vector<std::string> program;       ///< what stands behind "--"
+  std::optional<std::size_t> chunkBytes;  ///< if absent, all of the input is one chunk
+  bool full = false;                      ///< includes styles, links, marks and the scrollback
+  bool rectangleChecksums = false;        ///< allows DECRQCRA
+  std::vector<std::string> program;       ///< the words after "--"
 };
 
-/// The options that a command takes.
+/// Bits for the options that a command accepts.
 enum Option : unsigned { kNoOption = 0, kChunk = 1, kFull = 2, kRectangleChecksums = 4, kProgram = 8 };
 
-/// One of the program's commands.
 struct Command {
   const char* name;
   const char* arguments;
   const char* help;
   unsigned options;  ///< of Option
-  /// Prints one JSON value a line, and gives the exit status; a failure is one line for the user.
+  /// Prints one JSON value per line and returns the exit status. A failure's reason is one line for the user.
   Result<int> (*run)(const Request& request, std::ostream& out);
 };
 
@@ -40,12 +40,8 @@ const std::vector<Command>& commands();
 /// Calls `take` with each chunk of the input.
 Result<void> forEachChunk(const Request& request, const std::function<void(std::string_view)>& take);
 
-/// Rows and columns from the two words that a command was given; a failure names `command`.
-struct GridSize {
-  int rows = 0;
-  int columns = 0;
-};
-Result<GridSize> gridSize(const Request& request, const std::string& command);
+/// Parses the two arguments ROWS and COLUMNS of `command`.
+Result<TerminalSize> gridSize(const Request& request, const std::string& command);
 
 /// The full emulation's commands.
 Result<int> vt(const Request& request, std::ostream& out);

@@ -22,7 +22,7 @@ vt::Milliseconds now() {
   return std::chrono::duration_cast<vt::Milliseconds>(std::chrono::steady_clock::now().time_since_epoch());
 }
 
-// The path of a program, as a shell would find it; empty where there is none.
+// The path of a program, as a shell would find it, or empty.
 std::string pathOf(const std::string& program) {
   if (program.find('/') != std::string::npos) return program;
   const char* const path = std::getenv("PATH");
@@ -36,7 +36,7 @@ std::string pathOf(const std::string& program) {
   return {};
 }
 
-// What waits to be written to the program. A program that asks and never reads gets no more than the first of it.
+// What is waiting to be written to the program. For a program that queries and never reads, the rest is dropped.
 class Outbox {
  public:
   static constexpr std::size_t maxWaiting = std::size_t{1} << 20;
@@ -55,8 +55,8 @@ class Outbox {
   std::string m_bytes;
 };
 
-// Feeds a terminal with what a program writes, and the program with the terminal's answers and this process's input,
-// until nobody has the other end open any more.
+// Feeds a terminal with the program's output, and the program with the terminal's replies and this process's input,
+// until the other end is closed.
 class Loop {
  public:
   Loop(vt::Terminal& terminal, int master, int input) : m_terminal(terminal), m_master(master), m_input(input) {}
@@ -64,7 +64,7 @@ class Loop {
   Result<void> run() {
     while (true) {
       const short masterEvents = static_cast<short>(POLLIN | (m_outbox.empty() ? 0 : POLLOUT));
-      // A program that does not read its input gets no more of it.
+      // Stop writing to a program that has closed its input.
       const bool takesInput = m_input >= 0 && m_outbox.size() < Outbox::maxWaiting;
       std::array<pollfd, 2> polled{pollfd{.fd = m_master, .events = masterEvents, .revents = 0},
                                    pollfd{.fd = takesInput ? m_input : -1, .events = POLLIN, .revents = 0}};
@@ -80,7 +80,7 @@ class Loop {
   const std::string& replies() const { return m_replies; }
 
  private:
-  // False where there will be no more: Linux tells it as an error (EIO).
+  // False at the end, which Linux reports as an error (EIO).
   bool readOutput() {
     const ssize_t got = read(m_master, m_buffer.data(), m_buffer.size());
     if (got < 0 && (errno == EINTR || errno == EAGAIN)) return true;
@@ -119,9 +119,8 @@ Result<int> host(const Request& request, std::ostream& out) {
   if (path.empty()) return Failure{"no such program: " + request.program.front()};
   auto pair = openPseudoTerminal();
   if (!pair) return Failure{pair.reason()};
-  const auto [rows, columns] = size.value();
   const int slave = pair.value().slave.get();
-  setWindowSize(pair.value().master.get(), {.rows = rows, .columns = columns});
+  setWindowSize(pair.value().master.get(), size.value());
 
   Environment environment = processEnvironment();
   environment["TERM"] = "xterm-256color";
@@ -134,14 +133,14 @@ Result<int> host(const Request& request, std::ostream& out) {
                       .standardError = slave,
                       .terminal = ChildProcess::Terminal::Controlling});
   if (const auto launched = child.launch(); !launched) return Failure{launched.reason()};
-  // The program's alone: the other end is to be told when it is gone.
+  // Only the program may hold this end, so that the other one is closed when it exits.
   pair.value().slave.reset();
 
   vt::TerminalSettings settings;
   settings.version = ZOLT_VERSION;
   settings.allowRectangleChecksums = request.rectangleChecksums;
-  vt::Terminal terminal(rows, columns, settings);
-  // What the program does not take at once waits here: it may be writing meanwhile, or have gone.
+  vt::Terminal terminal(size.value(), settings);
+  // Never block on writing: the program may be writing itself, or have exited.
   const int master = pair.value().master.get();
   fcntl(master, F_SETFL, fcntl(master, F_GETFL) | O_NONBLOCK);
   Loop loop(terminal, master, request.input);

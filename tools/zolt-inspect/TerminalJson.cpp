@@ -7,8 +7,8 @@
 #include <string>
 
 #include "Commands.h"
-#include "vt/Modes.h"
-#include "vt/SgrSequence.h"
+#include "vt/cells/Sgr.h"
+#include "vt/functions/Modes.h"
 
 namespace zolt::inspect {
 
@@ -24,7 +24,7 @@ std::string base64(std::string_view bytes) {
   return text;
 }
 
-// The cells of a row up to the last that is not blank.
+// The cells of a row, without trailing blanks.
 std::span<const vt::Cell> written(const vt::Grid& grid, int row) {
   std::span<const vt::Cell> cells = grid.row(row).first(grid.state(row).extent);
   while (!cells.empty() && cells.back().isErased()) {
@@ -41,7 +41,7 @@ std::string textOf(std::span<const vt::Cell> cells, const vt::CellTables& tables
   return text;
 }
 
-// Rows end where nothing more was written.
+// Without trailing erased cells.
 Json screenOf(const vt::Screen& screen) {
   Json rows = Json::array();
   for (int row = 0; row < screen.rows(); ++row) {
@@ -50,7 +50,7 @@ Json screenOf(const vt::Screen& screen) {
   return rows;
 }
 
-// "?25" for a private mode, "4" for one of ANSI.
+// "?25" for a DEC private mode, "4" for an ANSI mode.
 Json modesOf(const vt::TerminalState& state) {
   Json set = Json::array();
   for (const vt::Mode& mode : vt::modeTable()) {
@@ -70,14 +70,14 @@ Json runOf(std::string text, const vt::Style& style, const vt::LinkTarget& link,
   return run;
 }
 
-// All columns up to the last one with a look or a character.
+// The columns up to the last one with attributes or a character.
 Json runsOf(const vt::Screen& screen, int row) {
   Json runs = Json::array();
   const vt::CellTables& tables = screen.tables();
   const auto cells = screen.grid().row(row).first(screen.grid().state(row).extent);
   for (std::size_t begin = 0; begin < cells.size();) {
     std::size_t end = begin + 1;
-    while (end < cells.size() && cells[end].look() == cells[begin].look()) {
+    while (end < cells.size() && cells[end].attributes() == cells[begin].attributes()) {
       ++end;
     }
     const vt::Cell first = cells[begin];
@@ -93,8 +93,8 @@ const char* nameOf(HistoryMarkKind kind) {
   return kNames[static_cast<std::size_t>(kind)];
 }
 
-Json markOf(HistoryMarkKind kind, std::int64_t place, std::int32_t status) {
-  Json mark{{"kind", nameOf(kind)}, {"at", place}};
+Json markOf(HistoryMarkKind kind, std::int64_t at, std::int32_t status) {
+  Json mark{{"kind", nameOf(kind)}, {"at", at}};
   if (kind == HistoryMarkKind::CommandEnd) mark["status"] = status;
   return mark;
 }
@@ -106,10 +106,10 @@ Json rowsOf(const vt::Screen& screen) {
     for (const vt::RowMark& mark : screen.grid().marks(row)) {
       marks.push_back(markOf(mark.kind, mark.column, mark.exitStatus));
     }
-    Json told{{"runs", runsOf(screen, row)}};
-    if (screen.grid().state(row).wraps) told["wraps"] = true;
-    if (!marks.empty()) told["marks"] = marks;
-    rows.push_back(std::move(told));
+    Json json{{"runs", runsOf(screen, row)}};
+    if (screen.grid().state(row).wraps) json["wraps"] = true;
+    if (!marks.empty()) json["marks"] = marks;
+    rows.push_back(std::move(json));
   }
   return rows;
 }
@@ -123,12 +123,12 @@ Json scrollbackOf(const vt::Screen& screen) {
       runs.push_back(runOf(line.text.substr(at, run.length), run.style, run.link, false));
       at += run.length;
     }
-    Json told{{"text", std::move(line.text)}, {"runs", std::move(runs)}};
-    if (!line.isEnded) told["goesOn"] = true;
+    Json json{{"text", std::move(line.text)}, {"runs", std::move(runs)}};
+    if (!line.isEnded) json["goesOn"] = true;
     for (const HistoryMark& mark : line.marks) {
-      told["marks"].push_back(markOf(mark.kind, mark.offset, mark.exitStatus));
+      json["marks"].push_back(markOf(mark.kind, mark.offset, mark.exitStatus));
     }
-    lines.push_back(std::move(told));
+    lines.push_back(std::move(json));
   });
   return lines;
 }
@@ -139,17 +139,17 @@ void printTerminal(const vt::Terminal& terminal, std::string_view replies, bool 
   const vt::TerminalState& state = terminal.state();
   const vt::Screen& screen = terminal.screen();
   const vt::Cursor& cursor = screen.cursor();
-  Json told{{"rows", screen.rows()},     {"cols", screen.columns()}, {"cursor", {cursor.row, cursor.column}},
+  Json json{{"rows", screen.rows()},     {"cols", screen.columns()}, {"cursor", {cursor.row, cursor.column}},
             {"title", state.title},      {"modes", modesOf(state)},  {"replies", base64(replies)},
             {"screen", screenOf(screen)}};
   if (full) {
-    told["iconTitle"] = state.iconTitle;
-    told["alternate"] = screen.showsAlternate();
-    told["workingDirectory"] = state.workingDirectory;
-    told["styled"] = rowsOf(screen);
-    told["scrollback"] = scrollbackOf(screen);
+    json["iconTitle"] = state.iconTitle;
+    json["alternate"] = screen.showsAlternate();
+    json["workingDirectory"] = state.workingDirectory;
+    json["styled"] = rowsOf(screen);
+    json["scrollback"] = scrollbackOf(screen);
   }
-  out << told.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+  out << json.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
 }
 
 Result<int> vt(const Request& request, std::ostream& out) {
@@ -157,7 +157,7 @@ Result<int> vt(const Request& request, std::ostream& out) {
   if (!size) return Failure{size.reason()};
   vt::TerminalSettings settings;
   settings.version = ZOLT_VERSION;
-  vt::Terminal terminal(size.value().rows, size.value().columns, settings);
+  vt::Terminal terminal(size.value(), settings);
   std::string replies;
   const auto read = forEachChunk(request, [&](std::string_view chunk) {
     terminal.feed(chunk);

@@ -23,7 +23,7 @@ void printHelp() {
     std::cout << head << command.help << '\n';
   }
   std::cout << "\n  --chunk N                    read the input in chunks of N bytes, each decoded on its own\n"
-               "  --full                       tell styles, links, marks and scrollback, too\n"
+               "  --full                       include styles, links, marks and the scrollback\n"
                "  --rectangle-checksums        let the program read the screen by checksums of rectangles\n";
 }
 

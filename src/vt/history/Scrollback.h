@@ -1,0 +1,119 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "history/BlockStore.h"
+#include "history/HistoryBlock.h"
+#include "vt/cells/CellTables.h"
+#include "vt/cells/RowMark.h"
+#include "vt/history/HistoryLine.h"
+
+namespace zolt::vt {
+
+/// The lines that scrolled off the screen, without limit: UTF-8 text with runs of styles and links, and marks, in
+/// blocks that a BlockStore compresses. Appending plain output costs little more than copying its bytes.
+class Scrollback {
+ public:
+  explicit Scrollback(HistorySettings settings);
+
+  /// Appends a row. `cells` are those up to its extent; if it `wraps`, the next row continues its line.
+  void append(std::span<const Cell> cells, bool wraps, std::span<const RowMark> marks, const CellTables& tables);
+  /// Append text with one set of attributes, and line ends, for the bulk path, whose lines were never on the screen.
+  /// Appended text can be rolled back to an earlier `checkpoint` until anything else is called. To allow for that, no
+  /// new block is started: the caller checks `isFull`.
+  void appendText(std::string_view utf8, Cell likeCell, const CellTables& tables);
+  void endLine(const CellTables& tables);
+  bool isFull() const {
+    return m_open->content.text.size() >= kBlockBytes || m_open->content.packedStyles.size() >= kManyStyles ||
+           m_linkBytes >= kManyLinkBytes;
+  }
+  /// Starts a new block if this one is full, or has no room for `styles` more styles.
+  void startBlockIfFull(std::size_t styles);
+  struct Checkpoint {
+    std::size_t bytes = 0;
+    std::size_t runs = 0;
+    std::uint64_t lineEnds = 0;
+    std::optional<std::uint64_t> runAttributes;
+  };
+  Checkpoint checkpoint() const;
+  void rollBack(const Checkpoint& checkpoint);
+
+  /// Removes the last line and returns it, to be shown on the screen again. Returns nothing if it is longer than
+  /// `maxBytes` or already in the store; at least the latest 64 KiB are not.
+  std::optional<HistoryLine> takeLastLine(std::size_t maxBytes);
+  /// Whether the screen's first row continues the last line.
+  bool endsMidLine() const {
+    for (const Block* block : {m_open.get(), m_previous.get()}) {
+      if (block != nullptr && !block->content.text.empty()) return block->content.text.back() != '\n';
+    }
+    return m_storeEndsMidLine;
+  }
+  void clear();
+  /// Must be called when IDs in the screen's tables have been reassigned.
+  void forgetIds() {
+    ++m_epoch;
+    m_runAttributes.reset();
+  }
+  /// Ends the last line, so that the screen's first row no longer continues it.
+  void endOpenLine(const CellTables& tables) {
+    if (endsMidLine()) endLine(tables);
+  }
+
+  /// Including a last line that has not ended.
+  std::uint64_t lineCount() const { return m_lineEnds + (endsMidLine() ? 1 : 0); }
+  /// Calls `take` with every line from the oldest on; a line that spans two blocks is passed in two parts. A block that
+  /// was lost is represented by a notice.
+  void forEachLine(const std::function<void(HistoryLine&&)>& take) const;
+
+  std::size_t memoryBytes() const;
+  /// Waits until all stored blocks are compressed.
+  void waitForCompression() { m_store->settle(); }
+
+ private:
+  // Text at which a block is full. One row more always fits.
+  static constexpr std::size_t kBlockBytes = std::size_t{64} << 10;
+  // Half of what 16-bit IDs can tell apart.
+  static constexpr std::size_t kManyStyles = 32768;
+  static constexpr std::size_t kManyLinkBytes = std::size_t{256} << 10;
+
+  struct Block : SealedBlock {
+    HistoryBlock content;
+    std::string encoded() const override { return encodeHistoryBlock(content); }
+    std::size_t memoryBytes() const override;
+  };
+
+  // The ID that a style or a link has in the open block.
+  struct BlockId {
+    std::uint32_t epoch = 0;
+    std::uint32_t id = 0;
+  };
+
+  void startRun(Cell cell, std::size_t begin, const CellTables& tables);
+  void appendCells(std::span<const Cell> cells, const CellTables& tables);
+  void startBlock();
+
+  HistorySettings m_settings;
+  std::unique_ptr<BlockStore> m_store;
+  std::size_t m_stored = 0;           // blocks in the store
+  std::shared_ptr<Block> m_previous;  // full, but not yet in the store so that its lines can be taken again
+  std::shared_ptr<Block> m_open;
+  bool m_storeEndsMidLine = false;
+  std::uint64_t m_lineEnds = 0;
+
+  // By the IDs of cells. Entries of an earlier epoch are stale.
+  std::vector<BlockId> m_styleIds;
+  std::vector<BlockId> m_linkIds;
+  std::uint32_t m_epoch = 1;
+  std::size_t m_linkBytes = 0;                   // total size of link targets in the open block
+  std::vector<char> m_scratch;                   // text of a row before it is appended
+  std::optional<std::uint64_t> m_runAttributes;  // of the open run, without protection
+};
+
+}  // namespace zolt::vt

@@ -1,0 +1,169 @@
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/TerminalSize.h"
+#include "vt/input/Mouse.h"
+#include "vt/screen/Screen.h"
+#include "vt/state/Palette.h"
+
+namespace zolt::vt {
+
+/// What programs may do, and initial values. Reports of titles, the clipboard and the screen are off by default:
+/// whoever controls a program's output could use them to read or to inject text.
+struct TerminalSettings {
+  HistorySettings history{};
+  std::string version = "0";             ///< for XTVERSION
+  bool allowTitleReports = false;        ///< CSI 20 t, CSI 21 t
+  bool allowClipboardWrites = true;      ///< OSC 52 with a payload
+  bool allowClipboardReads = false;      ///< OSC 52 with a question mark
+  bool allowRectangleChecksums = false;  ///< DECRQCRA, which can be used to read the screen
+  bool graphemeClusters = false;         ///< mode 2027, initially
+  std::size_t bulkBytes = 4096;          ///< from this much input at once, the bulk path is tried
+  bool prefersDark = true;               ///< the initial colour scheme
+};
+
+enum class CursorShape : std::uint8_t { Block, Underline, Bar };
+
+/// The modes of the keyboard, the mouse and the window. Those of the screen are ScreenModes.
+struct TerminalModes {
+  bool keyboardLocked = false;             ///< KAM
+  bool applicationCursor = false;          ///< DECCKM
+  bool applicationKeypad = false;          ///< DECNKM, DECKPAM
+  bool smoothScroll = false;               ///< DECSCLM
+  bool reverseScreen = false;              ///< DECSCNM
+  bool autoRepeat = true;                  ///< DECARM
+  bool cursorBlinks = false;               ///< mode 12, in addition to DECSCUSR
+  bool cursorVisible = true;               ///< DECTCEM
+  bool allowColumnChange = false;          ///< mode 40
+  bool columns132 = false;                 ///< DECCOLM
+  bool keepsScreenOnColumnChange = false;  ///< DECNCSM
+  bool backarrowIsBackspace = false;       ///< DECBKM
+  bool numLockEndsKeypadMode = true;       ///< 1035
+  MouseModes mouse;
+  bool focusEvents = false;
+  bool alternateScroll = true;
+  bool metaSendsEscape = true;
+  bool altSendsEscape = true;
+  bool urgencyOnBell = false;
+  bool raiseOnBell = false;
+  bool bracketedPaste = false;
+  bool synchronizedUpdate = false;
+  bool colorSchemeReports = false;
+  bool sizeReports = false;
+};
+
+/// How keys are encoded, apart from modes: xterm's key modifier options, and the flags of the kitty keyboard protocol.
+struct KeyboardOptions {
+  static constexpr std::size_t maxPushed = 16;
+
+  int modifyKeyboard = 0;
+  int modifyCursorKeys = 2;
+  int modifyFunctionKeys = 2;
+  int modifyOtherKeys = 0;
+  int formatOtherKeys = 0;
+  /// The current flags and the stack below them.
+  struct Flags {
+    std::uint8_t current = 0;
+    std::vector<std::uint8_t> pushed;
+  };
+  std::array<Flags, 2> flags;  ///< of the primary and the alternate screen
+};
+
+/// The selections that OSC 52 can name.
+enum class ClipboardTarget : std::uint8_t { Clipboard, Primary };
+
+struct ClipboardWrite {
+  ClipboardTarget target = ClipboardTarget::Clipboard;
+  std::string text;  ///< decoded, at most 6 MiB; empty to clear the clipboard
+};
+
+struct Notification {
+  std::string title;  ///< without control characters
+  std::string body;
+};
+
+/// The progress of a task (OSC 9;4).
+struct Progress {
+  enum class Kind : std::uint8_t { None, Normal, Error, Indeterminate, Paused };
+  Kind kind = Kind::None;
+  int percent = 0;  ///< 0 to 100, inclusive
+
+  friend bool operator==(const Progress&, const Progress&) = default;
+};
+
+/// Events for the window, until it takes them. Bounded: further events are dropped.
+struct TerminalEvents {
+  static constexpr std::size_t maxNotifications = 16;
+
+  std::uint32_t bells = 0;
+  std::vector<ClipboardWrite> clipboardWrites;  ///< the latest for each target
+  std::vector<ClipboardTarget> clipboardReads;  ///< queries that the settings allow
+  std::vector<Notification> notifications;
+  bool titleChanged = false;
+  bool paletteChanged = false;
+};
+
+using Milliseconds = std::chrono::milliseconds;
+
+/// Everything in a terminal except its parser: what control functions act on. A value.
+struct TerminalState {
+  TerminalState(const TerminalSize& size, TerminalSettings settings);
+
+  TerminalSettings settings;
+  Screen screen;
+  TerminalModes modes;
+  KeyboardOptions keyboard;
+  Palette palette;
+  CursorShape cursorShape = CursorShape::Block;
+  bool cursorShapeBlinks = true;
+  int conformanceLevel = 64;         ///< DECSCL; nothing else depends on it
+  bool rectanglesAreStreams = true;  ///< DECSACE
+  bool prefersDark = true;
+
+  std::string title;
+  std::string iconTitle;
+  struct Titles {
+    std::string title;
+    std::string iconTitle;
+  };
+  std::vector<Titles> pushedTitles;  ///< XTWINOPS 22, 23
+  std::string workingDirectory;      ///< OSC 7: an absolute path, or empty
+  std::string workingDirectoryHost;
+  Progress progress;
+  std::vector<Style> pushedStyles;               ///< XTPUSHSGR
+  std::vector<Palette> pushedPalettes;           ///< XTPUSHCOLORS
+  std::vector<std::pair<int, bool>> savedModes;  ///< XTSAVE, by number
+
+  TerminalSize size;            ///< as far as the screen's limits allow; pixels are 0 if unknown
+  Milliseconds now{0};          ///< when the current input was fed
+  Milliseconds updateBegan{0};  ///< of the current synchronized update
+
+  TerminalEvents events;
+  std::string replies;
+
+  bool endedByBell = false;  ///< the current OSC; its reply is terminated like it
+
+  /// Queues a reply to the program. Replies never contain text chosen by a program, unless a setting allows it.
+  void reply(std::string_view text);
+  /// The terminator for a reply to an OSC.
+  std::string_view commandEnd() const { return endedByBell ? "\007" : "\033\\"; }
+  KeyboardOptions::Flags& keyboardFlags() { return keyboard.flags[screen.showsAlternate() ? 1 : 0]; }
+  const KeyboardOptions::Flags& keyboardFlags() const { return keyboard.flags[screen.showsAlternate() ? 1 : 0]; }
+  /// Resizes the screen. Clamped to its limits.
+  void setSize(const TerminalSize& given);
+  void resetHard();  // RIS
+  void resetSoft();  // DECSTR
+};
+
+/// `text` without control, line separator and bidirectional formatting characters, truncated between characters to
+/// `maxBytes`.
+std::string withoutControls(std::string_view text, std::size_t maxBytes);
+
+}  // namespace zolt::vt
