@@ -54,7 +54,9 @@ class Interned {
       m_values[id] = m_values[0];
       m_free.push_back(id);
     }
-    m_lastSweepHelped = size() <= m_maxSize - m_maxSize / kReserve;
+    // It must have freed at least as much as the reserve: otherwise the next few values would fill the table again, and
+    // each would pay for a sweep.
+    m_lastSweepHelped = size() <= m_maxSize - 2 * (m_maxSize / kReserve);
     if (size() > m_capacity / 2) m_capacity = std::min(m_maxSize, m_capacity * 2);
     std::vector<bool> isFree(m_values.size());
     for (const Id id : m_free) {
