@@ -18,13 +18,13 @@ bool isAscii(char c) {
   return static_cast<unsigned char>(c) < 0x80;
 }
 
-// Whether a scalar after this byte could make one cluster with it: never after a control (GB4).
+// Whether a code point after this byte can join its cluster: never after a control (UAX #29, GB4).
 bool canCarryMarks(char c) {
   return c >= 0x20 && c != 0x7F;
 }
 
-// The bytes of a run of non-ASCII text are all dropped; only its edges matter, for an ASCII character that forms one
-// cluster with its neighbour there is dropped as well.
+// A run of non-ASCII text is dropped whole. Only its edges matter: an ASCII character that forms a cluster with its
+// non-ASCII neighbour is dropped too.
 bool joinsTheCharacterBefore(std::string_view text, std::size_t runStart) {
   if (runStart == 0 || !canCarryMarks(text[runStart - 1])) return false;
   std::size_t length = 0;
@@ -49,7 +49,7 @@ AttributedString ANSIParser::parse(std::string_view text) {
   AttributedString result;
   result.reserve(text.size(), std::min(m_runsInLastChunk, text.size() / 8));
   std::size_t position = 0;
-  std::size_t keptUpTo = 0;  // the end of the last character taken over; a mark right there takes it back
+  std::size_t keptUpTo = 0;  // the end of the last character kept; a combining mark right there drops it again
   while (position < text.size()) {
     const std::size_t plain = plainPrefix(text.substr(position));
     if (plain != 0) {
@@ -118,7 +118,7 @@ ANSIParser::SequenceEnd ANSIParser::parseEscapeSequence(std::string_view text, s
 ANSIParser::SequenceEnd ANSIParser::parseCSI(std::string_view text, std::size_t bracket) {
   const std::size_t paramsStart = bracket + 1;
   for (std::size_t position = paramsStart; position < text.size();) {
-    // An ASCII character before "@" is never final, whatever marks it carries: nothing composes to one that is.
+    // An ASCII character below "@" is never final, whatever marks follow it: it composes to nothing that is.
     if (isAscii(text[position]) && text[position] < 0x40) {
       ++position;
       continue;
@@ -135,7 +135,7 @@ ANSIParser::SequenceEnd ANSIParser::parseCSI(std::string_view text, std::size_t 
 }
 
 ANSIParser::SequenceEnd ANSIParser::parseOSC(std::string_view text, std::size_t bracket) {
-  // BEL and ESC are controls and so always characters of their own: a search by bytes finds them.
+  // BEL and ESC are controls and never part of a cluster: a byte search finds them.
   std::size_t position = bracket + 1;
   while (true) {
     position += controlFreePrefix(text.substr(position));
@@ -150,7 +150,8 @@ ANSIParser::SequenceEnd ANSIParser::parseOSC(std::string_view text, std::size_t 
 }
 
 void ANSIParser::handleCSICommand(std::string_view command, std::string_view params) {
-  // "H", "f", "J", "K" and "A" are known and, like every other command, deliberately do nothing: a log has no cursor.
+  // "H", "f", "J", "K" and "A" are recognised and, like every other final, deliberately do nothing: a log has no
+  // cursor.
   if (command == "m") handleSGR(params);
 }
 
@@ -160,9 +161,9 @@ void ANSIParser::handleSGR(std::string_view params) {
   apply(m_codes);
 }
 
-// Colour changes are most of what rich output consists of: they are read without first looking for their end.
+// Colourful output is mostly these: they are read without first looking for their end.
 ANSIParser::SequenceEnd ANSIParser::parsePlainSGR(std::string_view text, std::size_t bracket) {
-  constexpr int kMaxDigits = 18;  // as many as always fit a code
+  constexpr int kMaxDigits = 18;  // any number of so many digits fits a code
   std::size_t count = 0;
   std::int64_t code = 0;
   int digits = 0;
@@ -180,7 +181,7 @@ ANSIParser::SequenceEnd ANSIParser::parsePlainSGR(std::string_view text, std::si
     }
     if (c == 'm') {
       const std::size_t end = position + 1;
-      if (end < text.size() && !isAscii(text[end])) return std::nullopt;  // perhaps a mark on the "m"
+      if (end < text.size() && !isAscii(text[end])) return std::nullopt;  // possibly a mark on the "m"
       if (end == bracket + 2) m_plainCodes[count++] = 0;                  // no parameters at all
       apply({m_plainCodes.data(), count});
       return end;

@@ -16,10 +16,10 @@ namespace zolt {
 
 /// Turns decoded shell output into styled text for a log.
 ///
-/// There is no cursor and no grid: Select Graphic Rendition (ECMA-48 8.3.117, SGR) changes the rendition of what
-/// follows, all other escape sequences are consumed without effect. What is shown is ASCII: single scalars from U+0020
-/// to U+007F, line feed, carriage return and tab. Everything else is dropped on purpose, the cluster of a CR LF pair
-/// included.
+/// There is no cursor and no grid: Select Graphic Rendition (ECMA-48 8.3.117, SGR) changes the rendition of the text
+/// that follows; all other escape sequences are consumed without effect. Only ASCII is shown: single code points from
+/// U+0020 to U+007F, line feed, carriage return and tab. Everything else is dropped on purpose, including the cluster
+/// that a CR LF pair forms.
 ///
 /// The rendition carries over from one `parse` to the next; an unfinished sequence does not. Not synchronised: one
 /// thread at a time.
@@ -33,7 +33,7 @@ class ANSIParser {
   AttributedString parse(std::string_view text);
 
  private:
-  /// The position after a consumed sequence, or nothing where no complete sequence starts.
+  /// The position after a consumed sequence, or nothing if no complete sequence starts there.
   using SequenceEnd = std::optional<std::size_t>;
 
   SequenceEnd parseEscapeSequence(std::string_view text, std::size_t escape);
@@ -41,10 +41,10 @@ class ANSIParser {
   static SequenceEnd parseOSC(std::string_view text, std::size_t bracket);
   void handleCSICommand(std::string_view command, std::string_view params);
   void handleSGR(std::string_view params);
-  /// The sequence at `bracket` if it is an SGR of digits and semicolons alone, applied in one pass; nothing otherwise.
+  /// Applies the sequence at `bracket` in one pass if it is SGR with only digits and semicolons; else nothing.
   SequenceEnd parsePlainSGR(std::string_view text, std::size_t bracket);
   void apply(std::span<const std::int64_t> codes);
-  /// Makes one run, in the rendition in force, of the text taken over since the last one; nothing when there is none.
+  /// Turns the pending text into one run in the current rendition; does nothing if there is none.
   void makeAttributedString(AttributedString& result);
 
   Rendition m_rendition;

@@ -57,8 +57,8 @@ class CellAttributes {
   constexpr void formSymmetricDifference(CellAttributes with) { *this = symmetricDifference(with); }
   constexpr void subtract(CellAttributes other) { *this = subtracting(other); }
 
-  /// Adds the bits of `member`. Gives whether any of them is new, and the member as it was there before, or else
-  /// `member`.
+  /// Adds the bits of `member`. Returns whether any of them was new, and `member`; or false and the bits that were
+  /// already set.
   constexpr std::pair<bool, CellAttributes> insert(CellAttributes member) {
     const CellAttributes before = intersection(member);
     if (before == member) return {false, before};
@@ -66,7 +66,7 @@ class CellAttributes {
     return {true, member};
   }
 
-  /// Takes the bits of `member` away; gives those that were there, or nothing when there were none.
+  /// Removes the bits of `member`. Returns those that were set, or nothing if none was.
   constexpr std::optional<CellAttributes> remove(CellAttributes member) {
     const CellAttributes before = intersection(member);
     if (before.isEmpty()) return std::nullopt;
@@ -74,7 +74,7 @@ class CellAttributes {
     return before;
   }
 
-  /// Adds the bits of `member`; gives those that were there before, or nothing when there were none.
+  /// Adds the bits of `with`. Returns those that were already set, or nothing if none was.
   constexpr std::optional<CellAttributes> update(CellAttributes with) {
     const CellAttributes before = intersection(with);
     formUnion(with);

@@ -12,7 +12,7 @@
 
 namespace zolt {
 
-/// The graphic rendition that SGR sequences change. A new one is that after SGR 0: white on clear, no flag.
+/// The graphic rendition, as SGR sequences change it. Initially as after SGR 0: white on clear, no flags.
 class Rendition {
  public:
   /// Applies the codes of one SGR sequence in order (ECMA-48 8.3.117; 38 and 48 as XTerm reads them).
@@ -22,14 +22,14 @@ class Rendition {
   /// palette index that color256 refuses.
   void apply(std::span<const std::int64_t> codes);
 
-  /// The style of text in this rendition, packed; nothing where a colour does not fit. Reverse swaps first, before
+  /// The style of text in this rendition, packed; nothing if a colour does not fit. Reverse is applied first, before
   /// hidden and dim: with the default colours it yields clear text on white, deliberately.
   std::optional<StyleCode> styleCode() const;
-  /// The same style, whatever the colours.
+  /// The same style, for any colours.
   TextAttributes attributes() const;
 
  private:
-  /// Exact only where a colour has no compact form: a component above 1.0.
+  /// Exact only if the colour has no compact form: a component above 1.0, say.
   enum class ColorKind : std::uint8_t { Clear, Compact, Exact };
   struct RenditionColor {
     CompactColor compact;
@@ -43,9 +43,9 @@ class Rendition {
   RenditionColor& color(Role role) { return m_colors[role]; }
   const RenditionColor& color(Role role) const { return m_colors[role]; }
   void setExact(Role role, const Color& color);
-  /// Sets the colour that `codes`, those after a 38 or 48, begin with, and returns how many of them it took.
+  /// Sets the colour at the start of `codes`, which follow a 38 or 48. Returns how many of them it used.
   std::size_t setExtendedColor(Role role, std::span<const std::int64_t> codes);
-  /// What is shown in that role, reverse taken into account.
+  /// Which of the two colours is displayed in this role, with reverse applied.
   Role shown(Role role) const;
   Color exactColor(Role role) const;
   bool has(std::uint8_t flag) const { return (m_flags & flag) != 0; }

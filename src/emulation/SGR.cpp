@@ -46,7 +46,7 @@ namespace {
 
 void appendCode(std::string_view field, std::vector<std::int64_t>& codes) {
   if (field.empty()) return;
-  // A plus sign is part of a signed number here; from_chars knows only the minus. "+-1" must not pass for one.
+  // A plus sign is part of a signed number here; from_chars accepts only the minus. "+-1" must not pass for one.
   if (field.front() == '+') {
     field.remove_prefix(1);
     if (field.empty() || field.front() == '-') return;

@@ -18,8 +18,8 @@ extern const std::array<Color, 8> brightColors;
 /// 232 on greys, brighter than white from 257 on. Stops the program when `n` is negative or the grey level overflows.
 Color color256(std::int64_t n);
 
-/// The codes of an SGR parameter string: fields between semicolons, empty ones dropped, those that are no signed
-/// decimal 64-bit number skipped. No parameters at all stand for the code 0. Appends to `codes`.
+/// The codes of an SGR parameter string: fields between semicolons. Empty fields are dropped, and fields that are
+/// not a signed 64-bit decimal number are skipped. An empty parameter string means code 0. Appends to `codes`.
 void parseSGRCodes(std::string_view params, std::vector<std::int64_t>& codes);
 
 }  // namespace zolt

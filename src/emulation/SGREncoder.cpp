@@ -14,7 +14,7 @@ namespace zolt {
 
 namespace {
 
-// The codes that the two roles of a colour begin with.
+// The first code of each role of a colour.
 constexpr std::int64_t kForeground = 30;
 constexpr std::int64_t kBackground = 40;
 constexpr std::int64_t kToBright = 60;
@@ -38,7 +38,7 @@ class Codes {
   bool m_first = true;
 };
 
-// A component as SGR counts it: 255 is 1.0, and more and less are possible.
+// A component in SGR's scale, where 255 is 1.0; it may lie outside.
 std::int64_t in255ths(double component) {
   constexpr double kMax = 9007199254740992.0;  // 2^53
   return std::llround(std::clamp(component * 255.0, -kMax, kMax));
@@ -50,7 +50,7 @@ std::optional<std::int64_t> levelOfCube(std::int64_t component) {
   return (component - 55) / 40;
 }
 
-// Which of the 256 colours this is, from 16 on; those before it are looked for by themselves.
+// The index from 16 on of this colour among the 256; the named ones before are matched separately.
 std::optional<std::int64_t> indexOf256(std::int64_t red, std::int64_t green, std::int64_t blue) {
   const auto r = levelOfCube(red);
   const auto g = levelOfCube(green);
@@ -102,7 +102,7 @@ void appendSGR(std::string& out, const TextAttributes& from, const TextAttribute
   if (from == to) return;
   out += "\x1b[";
   Codes codes(out);
-  // From the beginning each time: there is no way back from one of bold and dim alone.
+  // Starts with a reset: SGR 22 cannot clear only one of bold and dim.
   if (from != TextAttributes{}) codes.add(0);
   if (to.font.weight == FontWeight::Bold) codes.add(1);
   if (to.font.slant == FontSlant::Italic) codes.add(3);

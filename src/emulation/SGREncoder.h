@@ -6,16 +6,16 @@
 
 namespace zolt {
 
-/// Appends to `out` the SGR sequence (ECMA-48 8.3.117) after which text looks like `to`, where until now it looked like
-/// `from`. Nothing where the two are equal. The initial style is that of ANSIParser, TextAttributes{}.
+/// Appends to `out` the SGR sequence (ECMA-48 8.3.117) that changes the style from `from` to `to`; nothing if they are
+/// equal. The initial style is that of ANSIParser, TextAttributes{}.
 ///
-/// ANSIParser reads every style that it ever made back as it was, and the sequence means the same to other terminals as
-/// far as they agree: a colour is one of the eight named ones or their bright ones where it is exactly that, else one
-/// of the 256 (38;5;n), else 38;2;r;g;b. Clear text is hidden (8), and on a background reversed (7), for that is what
-/// nearly always made it: the two differ elsewhere.
+/// ANSIParser turns the sequence back into the same style, for every style that it can produce. Other terminals read it
+/// alike as far as they agree with each other: a colour is written as one of the eight named or eight bright ones if it
+/// is exactly that, else as one of the 256 (38;5;n), else as 38;2;r;g;b. Clear text is written as hidden (8), or as
+/// reversed (7) if it has a background, since these nearly always produced it.
 ///
-/// What no sequence says: a font size; a text's alpha other than 1, 0.5 (dim) and 0, all between being written as dim;
-/// a background's alpha; a component that is no whole number of 255ths, which is rounded, or beyond 2^53 of them.
+/// Not representable: a font size; a foreground alpha other than 1, 0.5 (dim) and 0 (anything between is written as
+/// dim); a background's alpha; components that are not multiples of 1/255, which are rounded, or that exceed 2^53/255.
 void appendSGR(std::string& out, const TextAttributes& from, const TextAttributes& to);
 
 }  // namespace zolt

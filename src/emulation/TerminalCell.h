@@ -13,7 +13,7 @@ namespace zolt {
 /// The colour of a cell in one role, foreground or background. Four bytes; equality is by case and payload.
 class TerminalColor {
  public:
-  /// In the order that numbers them for hashing: `Default` is 0, `Indexed` 18.
+  /// In this order, which numbers them for hashing: `Default` is 0, `Indexed` 18.
   enum class Case : std::uint8_t {
     Default,
     Black,
@@ -74,7 +74,7 @@ struct TerminalCell {
 
 }  // namespace zolt
 
-/// Feeds the case's number and then its payload: r, g, b, or the index.
+/// Hashes the case's number and then its payload: r, g, b, or the index.
 template <>
 struct std::hash<zolt::TerminalColor> {
   std::size_t operator()(const zolt::TerminalColor& color) const noexcept;

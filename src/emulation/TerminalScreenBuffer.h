@@ -9,11 +9,11 @@
 
 namespace zolt {
 
-/// The character grid of one terminal and the rows that have left its top.
+/// The character grid of one terminal and its scrollback.
 ///
-/// It reads line structure only: line feed, carriage return, tab, wrap at the last column and scrolling. It knows no
-/// escape sequence and never changes colours or attributes. After any operation there are `rows()` rows of `cols()`
-/// cells each; a new buffer has no cells yet although it says 24 by 80, until the first `resize`.
+/// It interprets only line structure: line feed, carriage return, tab, wrapping at the last column and scrolling. It
+/// knows no escape sequences and never changes colours or attributes. After any operation there are `rows()` rows of
+/// `cols()` cells each; a new buffer reports 24 by 80 but has no cells until the first `resize`.
 ///
 /// Broken preconditions (a negative size, writing before the first `resize`, scrolling a grid without rows, overflow of
 /// the cursor) stop the program. Not synchronised: one thread at a time.
@@ -21,7 +21,7 @@ class TerminalScreenBuffer {
  public:
   using Row = std::vector<TerminalCell>;
 
-  /// The most rows kept in the scrollback.
+  /// The maximum number of rows in the scrollback.
   static constexpr std::int64_t maxScrollbackLines = 10000;
 
   struct Cursor {
@@ -35,22 +35,22 @@ class TerminalScreenBuffer {
   const std::deque<Row>& cells() const { return m_cells; }
   std::int64_t rows() const { return m_rows; }
   std::int64_t cols() const { return m_cols; }
-  /// Rows that left the top, oldest first, each as wide as it was then.
+  /// Rows scrolled off the top, oldest first, each as wide as it was then.
   const std::deque<Row>& scrollbackBuffer() const { return m_scrollback; }
 
-  /// Where the next character goes. Not kept inside the grid: it may lie past the last row or column, and every write
+  /// Where the next character goes. Not clamped to the grid: it may lie past the last row or column, and every write
   /// checks it.
   Cursor cursorPosition;
 
   /// Makes the grid `rows` by `cols`. Shrinking moves rows from the top into the scrollback; growing adds blank rows at
-  /// the bottom; the cursor stays where it is, inside the grid or not.
+  /// the bottom. The cursor stays where it is, inside the grid or not.
   void resize(std::int64_t rows, std::int64_t cols);
 
   /// Lays out decoded text (valid UTF-8), one extended grapheme cluster to a cell.
   ///
-  /// A line feed also returns the carriage. A CR LF pair is one cluster that is neither and is stored in a cell like a
-  /// printable character. A tab past the last column moves to the next row without scrolling, unlike a character that
-  /// wraps: both are deliberate.
+  /// A line feed also returns the carriage. A CR LF pair is one cluster, treated as neither, and is stored in a cell
+  /// like a printable character. A tab past the last column moves to the next row without scrolling, unlike a character
+  /// that wraps. Both are deliberate.
   void parseAndRender(std::string_view text);
 
   /// Blanks the grid and homes the cursor; the scrollback stays.

@@ -15,7 +15,7 @@ BlockStyles::BlockStyles(std::vector<StyleCode> codes, std::vector<TextAttribute
     : m_codes(std::move(codes)), m_listed(std::move(listed)) {}
 
 BlockStyles::Number BlockStyles::number(StyleCode packed) {
-  // Text goes back and forth between a few styles, often the latest.
+  // Often the latest once more.
   if (!m_codes.empty() && m_codes.back() == packed) return static_cast<Number>(m_codes.size() - 1);
   if ((m_codes.size() + 1) * 2 > m_buckets.size()) enlargeIndex();
   std::uint32_t& bucket = m_buckets[bucketOf(packed)];
@@ -25,7 +25,7 @@ BlockStyles::Number BlockStyles::number(StyleCode packed) {
 
 BlockStyles::Number BlockStyles::number(const TextAttributes& attributes) {
   if (const auto packed = StyleCode::of(attributes)) return number(*packed);
-  // Newest first; an older one may come up twice.
+  // Newest first. One older than that is stored again.
   constexpr std::size_t kSearched = 32;
   const std::size_t oldest = m_codes.size() > kSearched ? m_codes.size() - kSearched : 0;
   for (std::size_t i = m_codes.size(); i-- > oldest;) {
@@ -56,7 +56,7 @@ BlockStyles::Number BlockStyles::add(StyleCode code) {
   return static_cast<Number>(m_codes.size() - 1);
 }
 
-// Where `code` is, or is to be put.
+// The bucket that has `code`, or is free for it.
 std::size_t BlockStyles::bucketOf(StyleCode code) const {
   constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15ULL;  // 2^64 / golden ratio: Fibonacci hashing
   const std::size_t mask = m_buckets.size() - 1;

@@ -9,30 +9,31 @@
 
 namespace zolt {
 
-/// The styles of one block of text, numbered from 0 as they came. One that fits a code stands there once.
+/// The styles of one block of text, numbered from 0 in the order in which they came. A style that fits a code is stored
+/// once.
 ///
-/// Finding the number of a style takes constant time, however many there are: at most one a byte, so that numbers fit
-/// 16 bits. One thread at a time; once it is sealed any thread may read.
+/// Looking up a style takes constant time however many there are. There is at most one for each byte of the block, so
+/// numbers fit 16 bits. One thread at a time; once sealed, any thread may read.
 class BlockStyles {
  public:
   using Number = std::uint16_t;
 
   BlockStyles() = default;
-  /// Styles as they were read back, in order. Those listed must be there.
+  /// Styles read back from a sealed block. Every index that a listed code has must exist in `listed`.
   BlockStyles(std::vector<StyleCode> codes, std::vector<TextAttributes> listed);
 
-  /// The number of a packed style, added when it is new.
+  /// The number of a packed style, which is added if it is new.
   Number number(StyleCode packed);
   /// The number of any style.
   Number number(const TextAttributes& attributes);
-  /// What comes next has been added for the last time: the index goes.
+  /// Frees the look-up index: nothing is added any more.
   void seal();
 
   std::size_t size() const { return m_codes.size(); }
   TextAttributes operator[](std::size_t number) const;
 
   const std::vector<StyleCode>& codes() const { return m_codes; }
-  /// The styles that the listed ones among the codes name.
+  /// The styles that the listed codes refer to.
   const std::vector<TextAttributes>& listed() const { return m_listed; }
 
   std::size_t memoryBytes() const;

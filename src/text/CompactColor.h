@@ -20,7 +20,7 @@ class CompactColor {
   constexpr CompactColor(std::uint8_t red, std::uint8_t green, std::uint8_t blue)
       : CompactColor(Levels{red, green, blue}) {}
 
-  /// The form of `color`, whose alpha is not looked at; nothing where it has none.
+  /// The compact form of `color`, its alpha ignored; nothing if it has none.
   static constexpr std::optional<CompactColor> of(const Color& color) {
     const auto red = levelOf(color.red);
     const auto green = levelOf(color.green);
@@ -29,12 +29,12 @@ class CompactColor {
     return CompactColor(Levels{*red, *green, *blue});
   }
 
-  /// Component by component exactly what `of` was given.
+  /// Exactly the components that `of` was given.
   constexpr Color color(double alpha = 1.0) const {
     return {component(m_bits), component(m_bits >> kLevelBits), component(m_bits >> 2 * kLevelBits), alpha};
   }
 
-  /// Below 2^bitCount. Levels that there are not read as 0.
+  /// Below 2^bitCount. Unknown levels read as 0.
   constexpr std::uint32_t bits() const { return m_bits; }
   static constexpr CompactColor fromBits(std::uint64_t bits) {
     CompactColor color;

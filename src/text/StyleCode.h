@@ -9,11 +9,11 @@
 
 namespace zolt {
 
-/// A style in eight bytes, for text that changes its style with every character.
+/// A style in eight bytes, so that text may change its style with every character.
 ///
-/// Packed, it says everything itself: the face at the default size, lines, an opaque background or none, and a
-/// foreground that is opaque, half transparent or clear. A style that does not fit (a component above 1.0, another font
-/// size) is kept by whoever holds the codes, in a list; its code is its place there.
+/// A packed code is self-contained: a font face at the default size, underline and strikethrough, an opaque background
+/// or none, and a foreground that is opaque, half transparent or clear. A style that does not fit (a component above
+/// 1.0, another font size) is kept in a list by the holder of the codes; its code is its index there.
 class StyleCode {
  public:
   enum class Opacity : std::uint8_t { Clear, Half, Opaque };
@@ -39,18 +39,18 @@ class StyleCode {
                static_cast<std::uint64_t>(parts.isUnderlined) << kUnderlined |
                static_cast<std::uint64_t>(parts.isStruck) << kStruck) {}
 
-  /// The packed code of `attributes`; nothing where they do not fit.
+  /// The packed code of `attributes`; nothing if they do not fit.
   static std::optional<StyleCode> of(const TextAttributes& attributes);
   /// The code of the style at `index` of the holder's list.
   static constexpr StyleCode listed(std::size_t index) { return fromBits(index | std::uint64_t{1} << kListed); }
 
   constexpr bool isListed() const { return (m_bits >> kListed) != 0; }
   constexpr std::size_t listIndex() const { return static_cast<std::size_t>(m_bits & ~(std::uint64_t{1} << kListed)); }
-  /// What a packed code says.
+  /// The style of a packed code.
   TextAttributes attributes() const;
 
   constexpr std::uint64_t bits() const { return m_bits; }
-  /// Any bits are safe: those that no code has read as some style.
+  /// Any bits are safe: those of no valid code read as some style.
   static constexpr StyleCode fromBits(std::uint64_t bits) {
     StyleCode code;
     code.m_bits = bits;

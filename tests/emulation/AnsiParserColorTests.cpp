@@ -77,7 +77,7 @@ TEST(SgrPalette, BeginsWithTheNamedColors) {
   }
 }
 
-TEST(SgrPalette, GoesOnWithACubeOfSixLevels) {
+TEST(SgrPalette, ContinuesWithACubeOfSixLevels) {
   constexpr std::array kLevels{0.0, 95 / 255.0, 135 / 255.0, 175 / 255.0, 215 / 255.0, 255 / 255.0};
   std::int64_t n = 16;
   for (const double red : kLevels) {
@@ -146,7 +146,7 @@ TEST(SgrExtendedColors, OfAnUnknownKindAreIgnoredAlone) {
   EXPECT_EQ(styleAfter("38;48;5;196"), styleAfter("48;5;196"));
 }
 
-TEST(SgrExtendedColors, TakeEmptyFieldsForNothingAtAll) {
+TEST(SgrExtendedColors, SkipEmptyFields) {
   EXPECT_EQ(styleAfter("38;2;;10;20;30"), styleAfter("38;2;10;20;30"));
   EXPECT_EQ(styleAfter("38;;5;;196"), styleAfter("38;5;196"));
 }

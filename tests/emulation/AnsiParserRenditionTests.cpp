@@ -42,7 +42,7 @@ const std::vector<FlagRow>& flagRows() {
   return rows;
 }
 
-TEST(SgrFlags, ChangeTheLookAndTheirCounterpartsChangeItBack) {
+TEST(SgrFlags, SetAStyleAndTheirCounterpartsResetIt) {
   for (const FlagRow& row : flagRows()) {
     const std::string on = row.on;
     EXPECT_EQ(styleAfter(on), plainBut(row.look)) << on;
@@ -71,7 +71,7 @@ TEST(SgrFlags, LeaveTheColoursAlone) {
             }));
 }
 
-TEST(SgrFlags, CombineInOneLook) {
+TEST(SgrFlags, CombineInOneStyle) {
   EXPECT_EQ(styleAfter("1;3;4;9"), plainBut([](TextAttributes& a) {
               a.font.weight = FontWeight::Bold;
               a.font.slant = FontSlant::Italic;

@@ -38,42 +38,42 @@ TEST(AnsiParser, EndsAControlSequenceAtEveryCharacterFromAtSignToTilde) {
   }
 }
 
-TEST(AnsiParser, TakesControlsInsideAControlSequenceForParameters) {
+TEST(AnsiParser, TreatsControlsInsideAControlSequenceAsParameters) {
   EXPECT_EQ(shown("\x1B[3\n1mx"), "x");
   EXPECT_EQ(shown("\x1B[\x1B[mx"), "mx");  // the second bracket is a final character
   EXPECT_FALSE(endsRed("\x1B[3\r\n1mx"));
 }
 
-TEST(AnsiParser, TakesALetterWithAMarkForTheFinalCharacterWhereTheyDoNotCompose) {
+TEST(AnsiParser, TreatsALetterWithAMarkAsFinalIfTheyDoNotCompose) {
   EXPECT_EQ(shown("\x1B[31m\u0308x"), "x");
   EXPECT_FALSE(endsRed("\x1B[31m\u0308x"));  // swallowed, but not the command "m"
   EXPECT_EQ(shown("\x1B[31@\u0301x"), "x");
 }
 
-TEST(AnsiParser, TakesALetterThatComposesWithItsMarkForAParameter) {
+TEST(AnsiParser, TreatsALetterThatComposesWithItsMarkAsAParameter) {
   EXPECT_EQ(shown("\x1B[1e\u0301mx"), "x");
   EXPECT_EQ(shown("\x1B[1e\u0301x"), "");  // the x is the final character
   EXPECT_EQ(shown("\x1B[1m\u0323zx"), "x");
   EXPECT_EQ(shown("\x1B[1m\u0308\u0323zx"), "x");  // the dot below composes across the diaeresis
 }
 
-TEST(AnsiParser, TakesATildeWithAMarkForAParameter) {
+TEST(AnsiParser, TreatsATildeWithAMarkAsAParameter) {
   EXPECT_EQ(shown("\x1B[1~x"), "x");
   EXPECT_EQ(shown("\x1B[1~\u0301zx"), "x");
 }
 
-TEST(AnsiParser, TakesCanonicalDoublesOfFinalCharactersForThem) {
+TEST(AnsiParser, AcceptsCanonicalEquivalentsOfFinalCharacters) {
   EXPECT_EQ(shown("\x1B[1\u212Ax"), "x");   // KELVIN SIGN is K
   EXPECT_EQ(shown("\x1B[1\u1FEFx"), "x");   // GREEK VARIA is a grave accent
   EXPECT_EQ(shown("\x1B[1\u212Bzx"), "x");  // ANGSTROM SIGN is U+00C5: a parameter
 }
 
-TEST(AnsiParser, TakesOtherNonAsciiCharactersForParameters) {
+TEST(AnsiParser, TreatsOtherNonAsciiCharactersAsParameters) {
   EXPECT_EQ(shown("\x1B[1\u2192\U0001F600mx"), "x");
   EXPECT_EQ(shown("\x1B[1\u0600mzx"), "x");  // the prepended mark and its m are one character
 }
 
-TEST(AnsiParser, ShowsTheRestOfASequenceThatIsCutOff) {
+TEST(AnsiParser, ShowsTheRestOfATruncatedSequence) {
   EXPECT_EQ(shown("a\x1B[3"), "a[3");
   EXPECT_EQ(shown("\x1B"), "");
   EXPECT_EQ(shown("a\x1B"), "a");
@@ -82,7 +82,7 @@ TEST(AnsiParser, ShowsTheRestOfASequenceThatIsCutOff) {
   EXPECT_EQ(parsed("a\x1B[3").size(), 2u);
 }
 
-TEST(AnsiParser, DoesNotGoOnWithASequenceOfTheChunkBefore) {
+TEST(AnsiParser, DoesNotContinueASequenceFromThePreviousChunk) {
   ANSIParser parser;
   EXPECT_EQ(parser.parse("\x1B[3").text(), "[3");
   const AttributedString second = parser.parse("1mx");
@@ -148,7 +148,7 @@ TEST(AnsiParser, ConsumesAnyOtherEscapeAsTwoCharacters) {
   EXPECT_EQ(shown("\x1B\x1B[31mx"), "[31mx");
 }
 
-TEST(AnsiParser, TakesABracketWithAMarkForAnotherCharacter) {
+TEST(AnsiParser, TreatsABracketWithAMarkAsAnotherCharacter) {
   EXPECT_EQ(shown("\x1B[\u0301"
                   "31mx"),
             "31mx");

@@ -14,7 +14,7 @@ TEST(AnsiParser, MakesOneRegularWhiteRunOfPlainText) {
   EXPECT_EQ(parsed("hello"), (StyledRuns{{"hello", plainStyle()}}));
 }
 
-TEST(AnsiParser, MakesNothingOfNothing) {
+TEST(AnsiParser, GivesNothingForAnEmptyChunk) {
   EXPECT_TRUE(ANSIParser().parse("").empty());
   EXPECT_TRUE(parsed("").empty());
   EXPECT_TRUE(parsed("\x1B[1m").empty());

@@ -27,7 +27,7 @@ std::vector<std::int64_t> telling() {
           std::numeric_limits<std::int64_t>::max()};
 }
 
-TEST(CellAttributes, AreEmptyUnlessToldOtherwise) {
+TEST(CellAttributes, AreEmptyByDefault) {
   EXPECT_TRUE(CellAttributes().isEmpty());
   EXPECT_EQ(CellAttributes().rawValue(), 0);
   EXPECT_EQ(raw(0), CellAttributes{});
@@ -41,7 +41,7 @@ TEST(CellAttributes, KeepEveryRawValue) {
   }
 }
 
-TEST(CellAttributes, AreEqualExactlyWhereTheRawValuesAre) {
+TEST(CellAttributes, AreEqualExactlyIfTheRawValuesAre) {
   for (const std::int64_t a : telling()) {
     for (const std::int64_t b : telling()) {
       EXPECT_EQ(raw(a) == raw(b), a == b);
@@ -99,7 +99,7 @@ TEST(CellAttributes, CompareAsSets) {
   EXPECT_TRUE(raw(5).contains(raw(0)));
 }
 
-TEST(CellAttributes, InsertOnlyWhatIsNotAllThere) {
+TEST(CellAttributes, InsertOnlyWhatIsNotYetSet) {
   CellAttributes set = raw(0b0011);
   EXPECT_EQ(set.insert(raw(0b0001)), std::pair(false, raw(0b0001)));
   EXPECT_EQ(set, raw(0b0011));
@@ -109,7 +109,7 @@ TEST(CellAttributes, InsertOnlyWhatIsNotAllThere) {
   EXPECT_EQ(set, raw(0b0111));
 }
 
-TEST(CellAttributes, RemoveAndTellWhatWasThere) {
+TEST(CellAttributes, RemoveAndReturnWhatWasSet) {
   CellAttributes set = raw(0b0011);
   EXPECT_EQ(set.remove(raw(0b0110)), raw(0b0010));
   EXPECT_EQ(set, raw(0b0001));
@@ -117,7 +117,7 @@ TEST(CellAttributes, RemoveAndTellWhatWasThere) {
   EXPECT_EQ(set, raw(0b0001));
 }
 
-TEST(CellAttributes, UpdateAndTellWhatWasThere) {
+TEST(CellAttributes, UpdateAndReturnWhatWasSet) {
   CellAttributes set = raw(0b0011);
   EXPECT_EQ(set.update(raw(0b0110)), raw(0b0010));
   EXPECT_EQ(set, raw(0b0111));

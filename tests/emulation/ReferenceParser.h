@@ -10,9 +10,9 @@
 
 namespace zolt {
 
-/// The rules of the log's parser written down as plainly as they can be said: one extended grapheme cluster at a time,
-/// compared as strings are (by canonical composition), without a short way for anything. What ANSIParser is held
-/// against; shares no code with it but the clusters.
+/// The rules of the log's parser, written down as plainly as possible: one extended grapheme cluster at a time,
+/// compared as strings are (by canonical composition), with no fast paths. ANSIParser is tested against it; they share
+/// only the cluster code.
 class ReferenceParser {
  public:
   /// The runs of one chunk.

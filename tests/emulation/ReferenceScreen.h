@@ -7,8 +7,8 @@
 
 namespace zolt {
 
-/// The rules of the screen buffer written down as plainly as they can be said; what TerminalScreenBuffer is held
-/// against. A cell is its character: nothing here changes colours.
+/// The rules of the screen buffer, written down as plainly as possible; TerminalScreenBuffer is tested against it. A
+/// cell is its character: nothing here changes colours.
 struct ReferenceScreen {
   using Row = std::vector<std::string>;
 

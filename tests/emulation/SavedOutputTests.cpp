@@ -69,11 +69,11 @@ void printAndSave(std::uint64_t seed, int rounds, std::size_t pieces) {
   }
 }
 
-TEST(SavedOutput, LooksTheSameWhenItIsPrinted) {
+TEST(SavedOutput, HasTheSameStylesWhenItIsPrinted) {
   printAndSave(50, 5000, 60);
 }
 
-TEST(SavedOutput, LooksTheSameWhenItIsPrintedAlsoInManyBlocks) {
+TEST(SavedOutput, HasTheSameStylesWhenManyBlocksArePrinted) {
   printAndSave(51, 20, 200000);
 }
 

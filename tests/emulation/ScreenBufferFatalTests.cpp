@@ -45,7 +45,7 @@ TEST(ScreenBufferDeathTest, StopsTheProgramWhenItWritesBeforeTheGrid) {
   EXPECT_DEATH(render({0, kLeast}, "x"), "zolt: fatal: the cursor lies before the grid");
 }
 
-TEST(ScreenBuffer, DiscardsACharacterAtTheGreatestCursorWithoutCountingOn) {
+TEST(ScreenBuffer, DiscardsACharacterAtTheGreatestCursorWithoutAdvancingIt) {
   TerminalScreenBuffer buffer = screenOf(24, 80);
   buffer.cursorPosition = {kGreatest, kGreatest};
   buffer.parseAndRender("x\r");

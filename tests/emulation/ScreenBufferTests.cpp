@@ -8,7 +8,7 @@
 namespace zolt {
 namespace {
 
-TEST(ScreenBuffer, SaysItsSizeBeforeItHasCells) {
+TEST(ScreenBuffer, ReportsItsSizeBeforeItHasCells) {
   const TerminalScreenBuffer buffer;
   EXPECT_TRUE(buffer.cells().empty());
   EXPECT_TRUE(buffer.scrollbackBuffer().empty());
@@ -42,7 +42,7 @@ TEST(ScreenBuffer, WritesCharactersFromLeftToRightWithoutColours) {
   EXPECT_EQ(buffer.cursorPosition, (Cursor{0, 3}));
 }
 
-TEST(ScreenBuffer, GoesOnAcrossCalls) {
+TEST(ScreenBuffer, ContinuesAcrossCalls) {
   TerminalScreenBuffer buffer = screenOf(2, 4);
   buffer.parseAndRender("ab");
   buffer.parseAndRender("cde");

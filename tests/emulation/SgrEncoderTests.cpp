@@ -63,7 +63,7 @@ std::string randomParams(RandomText& random) {
   return params;
 }
 
-TEST(SgrEncoder, WritesNothingWhereNothingChanges) {
+TEST(SgrEncoder, WritesNothingIfNothingChanges) {
   EXPECT_EQ(sequence(plainStyle(), plainStyle()), "");
   EXPECT_EQ(sequence(styleAfter("1;31"), styleAfter("31;1")), "");
 }
@@ -72,7 +72,7 @@ TEST(SgrEncoder, WritesTheDefaultAsReset) {
   EXPECT_EQ(sequence(styleAfter("1;31"), plainStyle()), "0m");
 }
 
-TEST(SgrEncoder, BeginsWithAResetWhereThereIsSomethingToReset) {
+TEST(SgrEncoder, BeginsWithAResetIfThereIsSomethingToReset) {
   EXPECT_EQ(sequence(plainStyle(), styleAfter("1;31")), "1;31m");
   EXPECT_EQ(sequence(styleAfter("4"), styleAfter("1;31")), "0;1;31m");
 }
@@ -115,7 +115,7 @@ TEST(SgrEncoder, WritesOtherColoursByTheirComponents) {
   EXPECT_EQ(rewritten("38;5;300"), "38;2;688;688;688m") << "brighter than white";
 }
 
-TEST(SgrEncoder, WritesReverseAsItLooks) {
+TEST(SgrEncoder, WritesReverseForClearTextOnABackground) {
   EXPECT_EQ(rewritten("31;7"), "7;31m");
   EXPECT_EQ(rewritten("31;42;7"), "32;41m");
   EXPECT_EQ(rewritten("8;42"), "7;32m") << "hidden on a background looks the same";
@@ -132,7 +132,7 @@ TEST(SgrEncoder, IsReadBackByTheParserWhateverTheStyle) {
   }
 }
 
-TEST(SgrEncoder, WritesTheNearestOfWhatNoSequenceSays) {
+TEST(SgrEncoder, WritesTheNearestStyleThatASequenceCanExpress) {
   const auto nearest = [](Color foreground, std::optional<Color> background = {}) {
     TextAttributes style;
     style.foreground = foreground;

@@ -41,7 +41,7 @@ TEST(TerminalCell, IsBlankWhenItIsMade) {
   EXPECT_TRUE(blank.attributes.isEmpty());
 }
 
-TEST(TerminalCell, EqualsAnotherExactlyWhereEveryFieldDoes) {
+TEST(TerminalCell, EqualsAnotherExactlyIfEveryFieldDoes) {
   EXPECT_EQ(TerminalCell{}, TerminalCell{});
   TerminalCell other;
   other.character = "x";
@@ -90,7 +90,7 @@ TEST(TerminalColor, KeepsItsPayload) {
   EXPECT_EQ(TerminalColor::indexed(200).index(), 200);
 }
 
-TEST(TerminalColor, EqualsAnotherExactlyWhereCaseAndPayloadDo) {
+TEST(TerminalColor, EqualsAnotherExactlyIfCaseAndPayloadDo) {
   const std::vector<TerminalColor> colors = differentColors();
   for (std::size_t i = 0; i < colors.size(); ++i) {
     for (std::size_t k = 0; k < colors.size(); ++k) {
