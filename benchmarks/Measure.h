@@ -14,7 +14,7 @@ struct Cost {
   double cpu = 0;  ///< user and system, children included
 };
 
-/// The middle value; the mean of the two middle ones of an even number.
+/// The median; for an even number of values, the mean of the middle two.
 double median(std::vector<double> values);
 
 /// The wall-clock time of one call, in seconds.
@@ -23,14 +23,14 @@ double secondsFor(const std::function<void()>& action);
 /// The processor time that this thread spends on one call, in seconds: steadier than the clock on a shared machine.
 double cpuSecondsFor(const std::function<void()>& action);
 
-/// Runs a program to its end with its output thrown away. Ends this process when it cannot be run or fails.
+/// Runs a program to its end and throws its output away. Exits if it cannot be run or fails.
 Cost costOfProgram(const std::vector<std::string>& command);
-/// What running `command` by `terminal` costs beyond running `true` by it: its own start and end fall out.
+/// The cost of running `command` in `terminal` minus that of running `true` in it: start-up and exit cancel out.
 Cost costBeyondStart(const std::vector<std::string>& terminal, const std::vector<std::string>& command);
 
-/// Prints one row of the table: what, how much, what is to be reached, and whether it is.
+/// Prints one row of the table: what was measured, the value, the limit, and whether it was met.
 void printRow(const std::string& what, double value, const std::string& unit, double limit, bool smallerIsBetter);
-/// A row without a goal.
+/// A row without a limit.
 void printFact(const std::string& what, const std::string& value);
 
 }  // namespace zolt::bench

@@ -16,9 +16,9 @@ std::string manyColoursLog(std::size_t bytes);
 /// Log lines with words in several scripts, arrows and emoji among the ASCII.
 std::string mixedUtf8Log(std::size_t bytes);
 
-/// One line without an end.
+/// One endless line.
 std::string endlessLine(std::size_t bytes);
-/// Pictures of 25 by 80 places, each drawn over the one before, every place in colours of its own (256 and direct).
+/// Screens of 25 by 80 cells, each drawn over the last, every cell in its own colours (256-colour and direct).
 std::string redraws(std::size_t bytes);
 /// The same with a random direct foreground and background for every place.
 std::string directColourRedraws(std::size_t bytes);
@@ -26,7 +26,7 @@ std::string directColourRedraws(std::size_t bytes);
 /// Ends lines as a pseudo-terminal does, in CR LF.
 std::string withTerminalLineEnds(const std::string& text);
 
-/// Writes `text` to `path`. Ends this process when it cannot.
+/// Writes `text` to `path`. Exits if it cannot.
 void writeFile(const std::string& path, const std::string& text);
 
 }  // namespace zolt::bench

@@ -8,14 +8,14 @@
 
 namespace zolt::bench {
 
-/// Seconds on a clock that all processes share.
+/// Seconds on the clock that all processes share (CLOCK_MONOTONIC).
 inline double now() {
   timespec time{};
   clock_gettime(CLOCK_MONOTONIC, &time);
   return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
-/// Writes the time now to the named pipe that the variable ZOLT_BENCH_PIPE names.
+/// Writes the current time to the pipe named by ZOLT_BENCH_PIPE.
 inline void tellTime() {
   const double time = now();
   const char* path = std::getenv("ZOLT_BENCH_PIPE");

@@ -16,7 +16,7 @@ namespace zolt::bench {
 
 namespace {
 
-constexpr double kPatience = 20;  // seconds, for a program to show its window or to take the keyboard
+constexpr double kPatience = 20;  // seconds, for a program to show its window or take the focus
 
 struct Free {
   void operator()(void* reply) const { std::free(reply); }
@@ -98,7 +98,7 @@ void XDisplay::focus(xcb_window_t window) {
 void XDisplay::requireFocus(xcb_window_t window) {
   const auto focused = check(own(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr)),
                              "the input focus");
-  if (focused->focus != window) fail("the keyboard is with another window than the one to be measured");
+  if (focused->focus != window) fail("another window than the one being measured has the focus");
 }
 
 xcb_keycode_t XDisplay::keyFor(char character) {
@@ -107,10 +107,10 @@ xcb_keycode_t XDisplay::keyFor(char character) {
   const auto mapping =
       check(own(xcb_get_keyboard_mapping_reply(
                 m_connection, xcb_get_keyboard_mapping(m_connection, setup->min_keycode, count), nullptr)),
-            "the keyboard's mapping");
+            "the keyboard mapping");
   const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(mapping.get());
   for (int key = 0; key < count; ++key) {
-    // The symbol of an ASCII character has its number.
+    // The keysym of an ASCII character equals its code.
     if (symbols[key * mapping->keysyms_per_keycode] == static_cast<xcb_keysym_t>(character)) {
       return static_cast<xcb_keycode_t>(setup->min_keycode + key);
     }

@@ -19,8 +19,8 @@ struct Area {
   bool empty() const { return width <= 0 || height <= 0; }
 };
 
-/// The X display that DISPLAY names, as one who types and looks at it: without a window manager, and without any help
-/// of the programs shown. Whatever fails ends this process with a line that says what.
+/// The X display named by DISPLAY, from the point of view of a person who types and looks: without a window manager, and
+/// without help from the programs on it. On any failure it prints a line that says why, and exits.
 class XDisplay {
  public:
   XDisplay();
@@ -28,18 +28,18 @@ class XDisplay {
   XDisplay(const XDisplay&) = delete;
   XDisplay& operator=(const XDisplay&) = delete;
 
-  /// The top-level window on screen that says that it is `pid`'s (_NET_WM_PID), once it is there.
+  /// The top-level window whose _NET_WM_PID is `pid`, once it is on screen.
   xcb_window_t waitForWindow(pid_t pid);
-  /// Puts a window there.
+  /// Moves and resizes a window.
   void place(xcb_window_t window, const Area& area);
-  /// Gives a window the keyboard, and makes sure that it has it.
+  /// Gives a window the focus, and verifies it.
   void focus(xcb_window_t window);
-  /// Ends this process unless `window` has the keyboard.
+  /// Exits unless `window` has the focus.
   void requireFocus(xcb_window_t window);
 
   /// The key that types `character` without modifiers.
   xcb_keycode_t keyFor(char character);
-  /// Has the server make a key event, as if from a keyboard. Does not wait for anything.
+  /// Has the server generate a key event, as if from a keyboard. Does not wait.
   void press(xcb_keycode_t key);
   void release(xcb_keycode_t key);
 
@@ -56,8 +56,8 @@ class XDisplay {
   xcb_atom_t m_processAtom = XCB_ATOM_NONE;
 };
 
-/// The smallest rectangle that holds every pixel in which two pictures of the same `area` differ, in the same
-/// coordinates as `area`; empty when there is none.
+/// The smallest rectangle that contains every pixel in which two pictures of `area` differ, in `area`'s coordinates;
+/// empty if there is none.
 Area differenceOf(const std::vector<std::uint32_t>& before, const std::vector<std::uint32_t>& after, const Area& area);
 
 }  // namespace zolt::bench

@@ -1,4 +1,4 @@
-// The smallest program that opens a window: writes the time of its first paint to the pipe ZOLT_BENCH_PIPE and ends.
+// The smallest program that opens a window: writes the time of its first paint to the pipe ZOLT_BENCH_PIPE and exits.
 #include <QApplication>
 #include <QWidget>
 

@@ -1,6 +1,6 @@
-// find FOLDER: searching a log in memory, fed in blocks as the history keeps them, and in a history that has compressed
-// them, against grep -c on the same text as a file. Both count; grep counts lines, so what is sought stands at most
-// once in a line.
+// find FOLDER: searching a log in memory, in blocks as the history keeps them, and in a history that has compressed
+// them, against grep -c on the same text as a file. Both count matches; grep counts lines, so the patterns occur at most
+// once per line.
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
@@ -51,14 +51,14 @@ std::string logWithRareLines() {
   return text;
 }
 
-// Through a pipe: into /dev/null grep would stop at the first match. In its fastest locale.
+// Through a pipe, because with /dev/null as output grep stops at the first match; in the C locale, its fastest.
 std::size_t grepCount(const Search& search, const std::string& file) {
   const std::string command =
       std::string("LC_ALL=C grep -c ") + search.grepOptions + " -- '" + search.query + "' '" + file + "'";
   std::FILE* output = popen(command.c_str(), "r");
   std::size_t count = 0;
   if (output == nullptr || std::fscanf(output, "%zu", &count) != 1) {
-    std::fprintf(stderr, "grep could not be asked\n");
+    std::fprintf(stderr, "grep could not be run\n");
     std::exit(1);
   }
   pclose(output);
@@ -83,7 +83,7 @@ std::size_t scannerCount(const Search& search, std::string_view text) {
   return count + matches.size();
 }
 
-// Every segment of a history, on so many threads.
+// Searches every segment of a history, on this many threads.
 std::size_t historyCount(const Search& search, const zolt::TextSnapshot& history, std::size_t threads) {
   const auto pattern = zolt::FindPattern::compile(search.query, search.options);
   const std::size_t segments = (history.endBlock() - 1) / zolt::kSegmentBlocks + 1;
@@ -106,7 +106,7 @@ std::size_t historyCount(const Search& search, const zolt::TextSnapshot& history
   return count;
 }
 
-// As many as a find bar has at once.
+// As many as a find bar uses.
 std::size_t findBarThreads() {
   return std::clamp(std::thread::hardware_concurrency(), 1U, 4U);
 }
@@ -129,7 +129,7 @@ void measure(const Search& search, const std::string& text, const zolt::TextStor
   std::size_t theirs = 0;
   const auto expect = [&](std::size_t ours) {
     if (ours == theirs) return;
-    std::fprintf(stderr, "%s: %zu matches, and %zu of grep's\n", search.what, ours, theirs);
+    std::fprintf(stderr, "%s: %zu matches, but grep found %zu\n", search.what, ours, theirs);
     std::exit(1);
   };
   for (int round = 0; round < kRounds; ++round) {

@@ -1,4 +1,4 @@
-// A shell that prompts at once: writes the time of its first byte to the pipe ZOLT_BENCH_PIPE and waits to be hung up.
+// A shell that prompts at once: writes the time of its first byte to the pipe ZOLT_BENCH_PIPE and waits for SIGHUP.
 #include <unistd.h>
 
 #include "StartTime.h"

@@ -1,5 +1,5 @@
 // flood: whether a window stays responsive while a program prints as fast as it can. Runs `yes` in a real window for
-// five seconds; a heartbeat of the event loop stands for a key press, which waits its turn in the same loop.
+// five seconds; a heartbeat timer stands in for key presses, which wait for their turn in the same event loop.
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QKeyEvent>
@@ -54,7 +54,7 @@ int main(int argc, char** argv) {
     QKeyEvent key(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, QStringLiteral("a"));
     QApplication::sendEvent(&window.textView(), &key);
   });
-  // The first half second belongs to the start: fonts, the first frame.
+  // The first half second is start-up: fonts, the first frame.
   QTimer::singleShot(500, [&] { beat.start(kBeatMs); });
   QTimer::singleShot(500 + kSeconds * 1000, &application, &QApplication::quit);
   QApplication::exec();

@@ -1,5 +1,5 @@
-// glyphwindow [cell]: the least that a Qt program can do about a key: a window that shows the glyph of the last key
-// pressed, drawn anew as a whole; with `cell` only where the glyph is.
+// glyphwindow [cell]: the least a Qt program can do for a key press: a window that shows the glyph of the last key
+// pressed and redraws all of itself; with `cell`, only the glyph's cell.
 #include <QApplication>
 #include <QFontDatabase>
 #include <QFontMetrics>

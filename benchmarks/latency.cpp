@@ -1,6 +1,6 @@
 // latency ZOLT GLYPHWINDOW FOLDER: from a key event in the X server to the changed pixel on its screen, in Zolt and in
-// the smallest Qt program that shows a key, all on screen at once and typed into in turn. Each key comes after a pause
-// of random length: no frame timer runs any more, or each is met at every phase.
+// the smallest Qt program that shows a key, all on screen at once and typed into in turn. Each key follows a pause of
+// random length, so that frame timers have stopped or are hit at every phase.
 #include <spawn.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
@@ -28,17 +28,17 @@ using zolt::bench::Area;
 using zolt::bench::XDisplay;
 using namespace std::chrono_literals;
 
-// Windows lie one above the other, none over another.
+// The windows are stacked vertically and do not overlap.
 constexpr int kWindowWidth = 1280;
 constexpr int kWindowHeight = 250;
 
 constexpr int kWarmingRounds = 5;
-constexpr int kRounds = 120;  // with the warming ones and the first two keys: fewer than a row has columns
+constexpr int kRounds = 120;  // with the warm-up rounds and the first two keys, fewer than a row has columns
 constexpr double kKeyPatience = 1;
 constexpr auto kPause = 100ms;
 constexpr auto kLongestJitter = 50ms;
 constexpr auto kKeyHeld = 5ms;
-// Between two looks at the pixels, so that the X server and the program have the processors to themselves.
+// Between two reads of the pixels, so that the X server and the program have the processors to themselves.
 constexpr auto kBetweenLooks = 40us;
 constexpr auto kStill = 300ms;
 constexpr char kKeys[] = {'x', 'o'};
@@ -56,7 +56,7 @@ struct Program {
   int step = 0;  // to the next one, in pixels
   int typed = 0;
   std::vector<double> milliseconds{};
-  int looks = 0;  // at the pixels, in all those milliseconds
+  int looks = 0;  // reads of the pixels, over all those milliseconds
 };
 
 pid_t start(std::vector<std::string>& command) {
@@ -73,7 +73,7 @@ pid_t start(std::vector<std::string>& command) {
   return pid;
 }
 
-// Waits until nothing in `area` changes for a while; the picture then.
+// Waits until nothing in `area` has changed for a while, and returns the picture.
 std::vector<std::uint32_t> stillPicture(XDisplay& display, const Area& area) {
   std::vector<std::uint32_t> picture = display.pixels(area);
   for (auto since = std::chrono::steady_clock::now(); std::chrono::steady_clock::now() - since < kStill;) {
@@ -90,7 +90,7 @@ struct Change {
   int looks = 0;
 };
 
-// Types a key and waits until the picture of `watched` is another one.
+// Types a key and waits until the pixels of `watched` change.
 Change typeAndWatch(XDisplay& display, Program& program, const Area& watched) {
   const xcb_keycode_t key = display.keyFor(kKeys[program.typed % 2]);
   const std::vector<std::uint32_t> before = display.pixels(watched);
@@ -128,7 +128,7 @@ void findGlyphs(XDisplay& display, Program& program) {
   if (program.glyph == Glyph::MovesOn) program.step = glyphOfNextKey().x - program.first.x;
   const bool moves = program.step > 0;
   if (program.first.width > kWindowHeight || moves != (program.glyph == Glyph::MovesOn)) {
-    std::fprintf(stderr, "%s: what a key changes is no glyph\n", program.name.c_str());
+    std::fprintf(stderr, "%s: the key did not change a glyph's pixels\n", program.name.c_str());
     std::exit(1);
   }
 }
@@ -176,7 +176,7 @@ int main(int argc, char** argv) {
     setenv(variable, argv[3], 1);
   }
   setenv("QT_QPA_PLATFORM", "xcb", 1);
-  prctl(PR_SET_TIMERSLACK, 1);  // or 40 microseconds become 90
+  prctl(PR_SET_TIMERSLACK, 1);  // otherwise 40 microseconds become 90
 
   std::vector<Program> programs{
       {.name = "Zolt, the terminal echoes", .command = {argv[1], "-e", "cat"}, .glyph = Glyph::MovesOn},
@@ -237,5 +237,5 @@ int main(int argc, char** argv) {
   }
   char fact[64];
   std::snprintf(fact, sizeof fact, "%.0f us, every %.0f us", look, milliseconds * 1e3 / looks);
-  zolt::bench::printFact("  one look at the pixels, and how often", fact);
+  zolt::bench::printFact("  one read of the pixels, and how often", fact);
 }

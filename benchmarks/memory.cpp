@@ -1,5 +1,5 @@
-// memory ZOLT DISCARD FOLDER: a gigabyte of log through Zolt: the time as a multiple of the discarding reader's, what
-// is resident when it has all been shown, and what the history takes for a character, in memory and in its file.
+// memory ZOLT DISCARD FOLDER: a gigabyte of log through Zolt: the time as a multiple of the discarding reader's, the
+// resident memory once all is shown, and the bytes per character of the history, in memory and in its file.
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/stat.h>
@@ -52,16 +52,16 @@ void measureTime(const std::string& zolt, const std::string& discard, const std:
   zolt::bench::printFact("  processor time beyond the reader's, per 100 MB", fact);
 }
 
-// A value of /proc/PID/status that is given in kB, in MiB.
+// A value of /proc/PID/status, converted from kB to MiB.
 double mebibytes(pid_t pid, const std::string& key) {
   std::ifstream status("/proc/" + std::to_string(pid) + "/status");
   for (std::string line; std::getline(status, line);) {
     if (line.starts_with(key + ":")) return std::stod(line.substr(key.size() + 1)) * 1024 / kMiB;
   }
-  fail("a process tells nothing about its memory");
+  fail("cannot read a process's memory use");
 }
 
-// User and system time of a process, all its threads, in clock ticks: fields 14 and 15 of its stat, counted after the
+// User and system time of all threads of a process, in clock ticks: fields 14 and 15 of its stat, which follow the
 // name in parentheses.
 long cpuTicks(pid_t pid) {
   std::ifstream file("/proc/" + std::to_string(pid) + "/stat");
@@ -72,23 +72,23 @@ long cpuTicks(pid_t pid) {
   const std::size_t name = line.rfind(')');
   if (name == std::string::npos ||
       std::sscanf(line.c_str() + name, ") %*c %*d %*d %*d %*d %*d %*u %*u %*u %*u %*u %ld %ld", &user, &system) != 2) {
-    fail("a process tells nothing about its time");
+    fail("cannot read a process's processor time");
   }
   return user + system;
 }
 
-// Until the process has used no processor time for a while: all that was printed is shown and put away.
+// Waits until the process has used no processor time for a while: all output is then shown and stored.
 void waitUntilIdle(pid_t pid) {
   const double deadline = zolt::bench::now() + kPatience;
   for (long before = -1, ticks = cpuTicks(pid); ticks != before;) {
-    if (zolt::bench::now() > deadline) fail("Zolt does not come to rest");
+    if (zolt::bench::now() > deadline) fail("Zolt does not become idle");
     std::this_thread::sleep_for(kIdle);
     before = ticks;
     ticks = cpuTicks(pid);
   }
 }
 
-// Runs Zolt with a program that prints the file and then waits to be told to end.
+// Runs Zolt with a program that prints the file and then waits for a line before it exits.
 void measureResident(const std::string& what, const std::string& zolt, const std::string& prepare,
                      const std::string& file, const std::string& folder) {
   const std::string printed = folder + "/memory.printed";
@@ -103,7 +103,7 @@ void measureResident(const std::string& what, const std::string& zolt, const std
   }
   arguments.push_back(nullptr);
   pid_t pid = 0;
-  if (posix_spawn(&pid, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0) fail("no Zolt to start");
+  if (posix_spawn(&pid, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0) fail("cannot start Zolt");
   std::string line;
   std::getline(std::ifstream(printed), line);  // waits for the program to open it
   waitUntilIdle(pid);
@@ -117,10 +117,10 @@ void measureResident(const std::string& what, const std::string& zolt, const std
   zolt::bench::printRow("resident after 1 GB of plain log, " + what, resident, "MiB", 150, true);
   char fact[64];
   std::snprintf(fact, sizeof fact, "%10.1f MiB", most);
-  zolt::bench::printFact("  the most that was resident on the way", fact);
+  zolt::bench::printFact("  peak", fact);
 }
 
-// Appends `sample` over and over, `total` bytes in all, to a history as a window has it.
+// Appends `sample` repeatedly, `total` bytes in all, to a history with a window's settings.
 void measureHistory(const std::string& what, std::string_view sample, std::size_t total, double limit,
                     const std::string& folder) {
   zolt::TextStorage storage({.folder = folder});
@@ -150,8 +150,8 @@ int main(int argc, char** argv) {
   const std::string text = zolt::bench::plainLog(kBytes);
   zolt::bench::writeFile(file, text);
   measureTime(argv[1], argv[2], file);
-  // A terminal ends lines in CR LF, which the log display drops; with the terminal told not to there are lines.
-  measureResident("all in a row", argv[1], "", file, folder);
+  // A pseudo-terminal ends lines in CR LF, which the log display drops; with -onlcr the lines stay.
+  measureResident("as one line", argv[1], "", file, folder);
   measureResident("in lines", argv[1], "stty -onlcr && ", file, folder);
   std::remove(file.c_str());
   measureHistory("plain log", text, text.size(), 0.35, folder);

@@ -1,4 +1,4 @@
-// sample KIND BYTES: prints about so many bytes of a sample text: plain, coloured, colours, redraws or mixed.
+// sample KIND BYTES: prints about BYTES bytes of a sample text; KIND is plain, coloured, colours, redraws or mixed.
 #include <cstdio>
 #include <cstdlib>
 #include <string>

@@ -19,7 +19,7 @@ int main() {
       }
     }));
   }
-  // The first part fills the scrollback; from the second on every line also drops one.
+  // The first part fills the scrollback; from then on every line also drops one.
   const std::vector<double> early(seconds.begin() + 1, seconds.begin() + 5);
   const std::vector<double> late(seconds.end() - 4, seconds.end());
   zolt::bench::printRow("grid, a million scrolled lines: last / first 400,000",

@@ -1,5 +1,5 @@
 // startup ZOLT SHELL WINDOW FOLDER: from exec to the first byte of Zolt's shell, as a multiple of the time from exec to
-// the first paint of the smallest program that opens a window. Run in turn.
+// the first paint of the smallest program that opens a window. The two are run in turn.
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/stat.h>
@@ -21,7 +21,7 @@ namespace {
 
 constexpr int kPairs = 31;
 
-// Seconds from the program's exec to the time that it, or its child, tells.
+// Seconds from the program's exec to the time that it or its child reports.
 double timeOf(std::vector<std::string> command, const std::string& pipe) {
   std::vector<char*> arguments;
   for (std::string& word : command) {
@@ -57,7 +57,7 @@ int main(int argc, char** argv) {
   for (int i = -2; i < kPairs; ++i) {
     const double one = timeOf({argv[1]}, pipe);
     const double other = timeOf({argv[3]}, pipe);
-    if (i < 0) continue;  // warms the caches
+    if (i < 0) continue;  // warm-up
     ratios.push_back(one / other);
     zolt.push_back(one * 1e3);
     window.push_back(other * 1e3);
@@ -67,5 +67,5 @@ int main(int argc, char** argv) {
                         "times", 1.25, true);
   char fact[64];
   std::snprintf(fact, sizeof fact, "%.0f and %.0f ms", zolt::bench::median(zolt), zolt::bench::median(window));
-  zolt::bench::printFact("  the two, on this machine now", fact);
+  zolt::bench::printFact("  the two times in this run", fact);
 }

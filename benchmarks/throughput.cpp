@@ -1,5 +1,5 @@
-// throughput ZOLT DISCARD FOLDER: the time that Zolt takes to show the output of a program, as a multiple of the time
-// of a reader that throws it away. Both are whole processes, run in turn, each less its own start-up with `true`.
+// throughput ZOLT DISCARD FOLDER: the time Zolt takes to show a program's output, as a multiple of the time of a reader
+// that throws it away. Both are whole processes, run in turn; the time of running `true` is subtracted from each.
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -31,7 +31,7 @@ void measure(const std::string& what, const std::string& text, double limit, cha
   std::vector<double> ratios;
   std::vector<double> cpu;
   std::vector<double> rate;
-  runPair(argv[1], argv[2], file);  // warms the caches
+  runPair(argv[1], argv[2], file);  // warm-up
   for (int i = 0; i < kPairs; ++i) {
     const Pair pair = runPair(argv[1], argv[2], file);
     ratios.push_back(pair.zolt.wall / pair.discard.wall);

@@ -1,6 +1,6 @@
-// vt DISCARD FOLDER: how fast the full emulation's parser and screen, with the history behind it, take a program's
-// output, as a multiple of the discarding reader's rate on the same bytes; what scrolling costs by the size of what is
-// scrolled; and what the history takes.
+// vt DISCARD FOLDER: how fast the full emulation's parser and screen process a program's output, history included, as
+// a multiple of the discarding reader's rate on the same bytes; how the cost of scrolling depends on the size of the
+// region; and the memory that the history takes.
 #include <algorithm>
 #include <cstdio>
 #include <string>
@@ -38,7 +38,7 @@ void measureRate(const std::string& what, const std::string& text, double limit,
                  const std::string& folder) {
   const std::string file = folder + "/vt.log";
   zolt::bench::writeFile(file, text);
-  // What a terminal gets has passed a pseudo-terminal, which ends lines in CR LF.
+  // A terminal reads from a pseudo-terminal, which ends lines in CR LF.
   const std::string received = zolt::bench::withTerminalLineEnds(text);
   std::vector<double> ratios;
   for (int round = 0; round < kRounds; ++round) {
@@ -49,7 +49,7 @@ void measureRate(const std::string& what, const std::string& text, double limit,
                         limit, false);
 }
 
-// What a line costs that scrolls a region of `rows` rows, in the middle of a screen of that many and two more.
+// The cost of a line that scrolls a region of `rows` rows, on a screen with one row more above and below it.
 double secondsToScroll(int rows) {
   constexpr int kLines = 400'000;
   zolt::vt::Terminal terminal({.rows = rows + 2, .columns = kColumns});
@@ -73,7 +73,7 @@ void measureScrolling() {
   for (int round = 0; round < kRounds; ++round) {
     ratios.push_back(secondsToScroll(1000) / secondsToScroll(20));
   }
-  // Not 1: a thousand rows do not lie in the nearest cache.
+  // Not 1: a thousand rows do not fit the innermost cache.
   zolt::bench::printRow("emulation, a line in a region of 1000 rows / of 20", zolt::bench::median(ratios), "times", 2,
                         true);
 }

@@ -8,7 +8,7 @@
 
 namespace zolt {
 
-/// The bytes of one fuzzing run, taken from the front: numbers first, then the text that is left.
+/// The bytes of one fuzzing run, consumed from the front: numbers first, the rest as text.
 class FuzzInput {
  public:
   FuzzInput(const std::uint8_t* data, std::size_t size) : m_rest(reinterpret_cast<const char*>(data), size) {}
@@ -36,7 +36,7 @@ class FuzzInput {
   std::string_view m_rest;
 };
 
-/// The end of a chunk of about `length` bytes of valid UTF-8, at the next boundary between scalars.
+/// The end of a chunk of about `length` bytes of valid UTF-8, at the next boundary between code points.
 inline std::size_t chunkEnd(std::string_view text, std::size_t length) {
   while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) {
     ++length;
@@ -44,7 +44,7 @@ inline std::size_t chunkEnd(std::string_view text, std::size_t length) {
   return length < text.size() ? length : text.size();
 }
 
-/// Stops the fuzzer, which then keeps the input, unless `condition` holds.
+/// Stops the fuzzer, which then saves the input, unless `condition` holds.
 inline void require(bool condition, std::string_view what) {
   precondition(condition, what);
 }

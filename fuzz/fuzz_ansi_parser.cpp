@@ -1,10 +1,10 @@
-// The log's parser on valid UTF-8, whole and in chunks: every byte that it shows is one that it may show, and the runs
+// The log display's parser on valid UTF-8, whole and in chunks: every byte it shows is one it may show, and the runs
 // cover the text.
 //
-// A palette index that is negative or that overflows its grey level stops the program by design (ANSIParser::parse).
-// Inputs that could hold one are left out: those with a minus after a semicolon or after the last byte of its canonical
-// double, so that no field but the first is negative, and those with 18 digits in a row, as many as the smallest index
-// that overflows has.
+// A palette index that is negative, or so large that its grey level overflows, stops the program by design
+// (ANSIParser::parse). Inputs that could contain one are skipped: those with a minus after a semicolon (or after the
+// last byte of U+037E, which is canonically equivalent to one), and those with 18 digits in a row, the length of the
+// smallest index that overflows.
 #include "emulation/ANSIParser.h"
 #include "fuzz/FuzzInput.h"
 #include "text/GraphemeClusters.h"
@@ -24,14 +24,14 @@ bool mayStopTheProgram(std::string_view text) {
 }
 
 void check(const zolt::AttributedString& shown, std::size_t inputSize) {
-  zolt::require(shown.text().size() <= inputSize, "more is shown than came in");
+  zolt::require(shown.text().size() <= inputSize, "more is shown than was fed");
   for (const char c : shown.text()) {
     const bool control = c == '\n' || c == '\r' || c == '\t';
     zolt::require(control || (c >= 0x20 && static_cast<unsigned char>(c) < 0x80), "a character that is never shown");
   }
   std::size_t covered = 0;
   for (const zolt::AttributedString::Run& run : shown.runs()) {
-    zolt::require(run.length != 0, "a run of nothing");
+    zolt::require(run.length != 0, "a run that is empty");
     covered += run.length;
   }
   zolt::require(covered == shown.text().size(), "the runs do not cover the text");

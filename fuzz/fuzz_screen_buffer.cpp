@@ -1,4 +1,4 @@
-// The screen buffer under random texts, sizes and cursors: the grid always has the size that it says.
+// The screen buffer with random text, sizes and cursor positions: the grid always has the size it reports.
 #include "emulation/TerminalScreenBuffer.h"
 #include "fuzz/FuzzInput.h"
 #include "text/GraphemeClusters.h"
@@ -6,9 +6,9 @@
 namespace {
 
 void check(const zolt::TerminalScreenBuffer& buffer) {
-  zolt::require(static_cast<std::int64_t>(buffer.cells().size()) == buffer.rows(), "a wrong number of rows");
+  zolt::require(static_cast<std::int64_t>(buffer.cells().size()) == buffer.rows(), "the number of rows is wrong");
   for (const auto& row : buffer.cells()) {
-    zolt::require(static_cast<std::int64_t>(row.size()) == buffer.cols(), "a row of a wrong width");
+    zolt::require(static_cast<std::int64_t>(row.size()) == buffer.cols(), "a row has the wrong width");
   }
   zolt::require(buffer.cursorPosition.row >= 0 && buffer.cursorPosition.col >= 0, "a negative cursor");
 }

@@ -1,4 +1,4 @@
-// The vector validator against the definition, on the whole input and from every alignment.
+// The SIMD validator against the definition, on the whole input and at every alignment.
 #include <string>
 
 #include "fuzz/FuzzInput.h"

@@ -1,5 +1,5 @@
-// replay FOLDER: gives a fuzz target every file of a corpus, for builds without a fuzzer. It stops the program where the
-// target finds something.
+// replay FOLDER: runs a fuzz target on every file of a corpus, for builds without a fuzzer. Aborts if the target finds
+// something.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>

@@ -37,7 +37,7 @@ Result<std::string> readUpTo(int input, std::size_t wanted) {
   return bytes;
 }
 
-// As `forEachChunk`, but chunks that are no valid UTF-8 are dropped, as the display drops them.
+// Like `forEachChunk`, but drops chunks that are not valid UTF-8, as the log display does.
 template <class Take>
 Result<void> forEachValidChunk(const Request& request, Take take) {
   return forEachChunk(request, [&](std::string_view chunk) {
@@ -75,7 +75,7 @@ Result<int> parse(const Request& request, std::ostream& out) {
   return 0;
 }
 
-// What a grid of real cells fits in memory for.
+// A grid of this many cells fits in memory.
 constexpr std::int64_t kLargestGridSide = 10'000;
 constexpr std::int64_t kMaxCells = 4'000'000;
 
@@ -97,7 +97,7 @@ Result<int> grid(const Request& request, std::ostream& out) {
   const auto& cursor = buffer.cursorPosition;
   out << R"({"rows":)" << buffer.rows() << R"(,"cols":)" << buffer.cols() << R"(,"cursor":[)" << cursor.row << ','
       << cursor.col << R"(],"scrollback":)" << buffer.scrollbackBuffer().size() << R"(,"cells":[)";
-  // Row by row: a tree of all cells would be many times as large as the grid.
+  // Row by row: a JSON tree of all cells would be many times the size of the grid.
   const char* separator = "";
   for (const TerminalScreenBuffer::Row& row : buffer.cells()) {
     Json line = Json::array();
@@ -113,7 +113,7 @@ Result<int> grid(const Request& request, std::ostream& out) {
 Result<int> shells(const Request& request, std::ostream& out) {
   if (!request.arguments.empty()) return Failure{"shells takes no arguments"};
   const ShellManager& manager = ShellManager::shared();
-  // The shells' own encoding fixes the order of its keys: it goes in as it is.
+  // A shell's own encoding fixes the order of its keys, so it is inserted verbatim.
   out << R"({"availableShells":[)";
   const char* separator = "";
   for (const Shell& shell : manager.availableShells()) {
@@ -168,13 +168,13 @@ Result<TerminalSize> gridSize(const Request& request, const std::string& command
 
 const std::vector<Command>& commands() {
   static const std::vector<Command> list{
-      {"parse", "", "the styled runs of standard input in the log display, one a line", kChunk, parse},
+      {"parse", "", "the styled runs that the log display makes of standard input, one per line", kChunk, parse},
       {"grid", "ROWS COLS", "the character grid after standard input", kChunk, grid},
       {"vt", "ROWS COLS", "the full emulation's screen after standard input", kChunk | kFull, vt},
       {"host", "ROWS COLS -- PROGRAM", "the same after a program has run in it; input goes to the program",
        kFull | kRectangleChecksums | kProgram, host},
       {"shells", "", "the shells of this machine, and the default", kNoOption, shells},
-      {"defaults", "", "the settings as they are loaded", kNoOption, defaults},
+      {"defaults", "", "the settings as loaded", kNoOption, defaults},
   };
   return list;
 }
