@@ -19,8 +19,8 @@ struct Area {
   bool empty() const { return width <= 0 || height <= 0; }
 };
 
-/// The X display named by DISPLAY, from the point of view of a person who types and looks: without a window manager, and
-/// without help from the programs on it. On any failure it prints a line that says why, and exits.
+/// The X display named by DISPLAY, from the point of view of a person who types and looks: without a window manager,
+/// and without help from the programs on it. On any failure it prints a line that says why, and exits.
 class XDisplay {
  public:
   XDisplay();

@@ -1,6 +1,6 @@
 // find FOLDER: searching a log in memory, in blocks as the history keeps them, and in a history that has compressed
-// them, against grep -c on the same text as a file. Both count matches; grep counts lines, so the patterns occur at most
-// once per line.
+// them, against grep -c on the same text as a file. Both count matches; grep counts lines, so the patterns occur at
+// most once per line.
 #include <algorithm>
 #include <atomic>
 #include <cstdio>

@@ -1,5 +1,5 @@
-// The text storage and the row index against a naive implementation. Each input byte stands for a piece of text, so that
-// short inputs fill several blocks.
+// The text storage and the row index against a naive implementation. Each input byte stands for a piece of text, so
+// that short inputs fill several blocks.
 #include <algorithm>
 #include <array>
 #include <string>
