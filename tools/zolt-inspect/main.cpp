@@ -24,7 +24,7 @@ void printHelp() {
   }
   std::cout << "\n  --chunk N                    read the input in chunks of N bytes, each decoded on its own\n"
                "  --full                       include styles, links, marks and the scrollback\n"
-               "  --rectangle-checksums        let the program read the screen by checksums of rectangles\n";
+               "  --rectangle-checksums        let the program query checksums of rectangles (DECRQCRA)\n";
 }
 
 }  // namespace
