@@ -26,10 +26,8 @@ QString withoutLineEnds(QString text) {
 
 }  // namespace
 
-Finder::Finder(TerminalNSTextView& view) : m_view(view), m_session(view.textStorage()) {
-  m_shownLater.setSingleShot(true);
-  m_shownLater.setInterval(kShownEvery);
-  connect(&m_shownLater, &QTimer::timeout, this, &Finder::showFindings);
+Finder::Finder(TerminalNSTextView& view, Clock& clock)
+    : m_view(view), m_session(view.textStorage(), clock), m_shownLater(clock.makeTimer([this] { showFindings(); })) {
   connect(&m_session, &FindSession::resultsChanged, this, &Finder::searchChanged);
   connect(&m_session, &FindSession::currentChanged, this, &Finder::showCurrent);
   connect(&m_session, &FindSession::gaveUp, this, [this] {
@@ -122,7 +120,7 @@ void Finder::searchAnew() {
 // At once what is in view, and soon the rest.
 void Finder::searchChanged() {
   m_view.marksChanged();
-  if (!m_shownLater.isActive()) m_shownLater.start();
+  if (!m_shownLater->isActive()) m_shownLater->start(kShownEvery);
 }
 
 void Finder::showFindings() {

@@ -2,8 +2,9 @@
 
 #include <QObject>
 #include <QPointer>
-#include <QTimer>
+#include <memory>
 
+#include "view/Clock.h"
 #include "view/FindBar.h"
 #include "view/TerminalNSTextView.h"
 #include "view/canvas/FindSession.h"
@@ -17,7 +18,7 @@ class Finder : public QObject {
 
  public:
   /// `view` must outlive the finder; its parent is what the bar is laid on.
-  explicit Finder(TerminalNSTextView& view);
+  explicit Finder(TerminalNSTextView& view, Clock& clock = Clock::steady());
   ~Finder() override;
 
   /// Shows the bar and gives it the keyboard; with what is selected, where that is part of one line.
@@ -47,7 +48,7 @@ class Finder : public QObject {
   FindSession m_session;
   QPointer<FindBar> m_bar;    // a child of the view's parent, made when first shown
   CanvasPosition m_from = 0;  // the end of the view when the bar was opened
-  QTimer m_shownLater;
+  std::unique_ptr<Timer> m_shownLater;
 };
 
 }  // namespace zolt

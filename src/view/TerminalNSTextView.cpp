@@ -49,11 +49,11 @@ HistorySettings historySettings() {
 
 }  // namespace
 
-TerminalNSTextView::TerminalNSTextView(QWidget* parent)
-    : TerminalNSTextView(std::make_unique<TextStorage>(historySettings()), parent) {}
+TerminalNSTextView::TerminalNSTextView(QWidget* parent, Clock& clock)
+    : TerminalNSTextView(std::make_unique<TextStorage>(historySettings()), parent, clock) {}
 
-TerminalNSTextView::TerminalNSTextView(std::unique_ptr<TextStorage> storage, QWidget* parent)
-    : TextCanvas(std::make_unique<LogRowSource>(*storage), parent), m_storage(std::move(storage)) {
+TerminalNSTextView::TerminalNSTextView(std::unique_ptr<TextStorage> storage, QWidget* parent, Clock& clock)
+    : TextCanvas(std::make_unique<LogRowSource>(*storage), parent, clock), m_storage(std::move(storage)) {
   setAccessibleName(tr("Terminal"));
 }
 

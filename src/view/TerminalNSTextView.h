@@ -15,7 +15,7 @@ class TerminalNSTextView : public TextCanvas {
   Q_OBJECT
 
  public:
-  explicit TerminalNSTextView(QWidget* parent = nullptr);
+  explicit TerminalNSTextView(QWidget* parent = nullptr, Clock& clock = Clock::steady());
   ~TerminalNSTextView() override;
 
   /// Receives the input; none at first.
@@ -35,7 +35,7 @@ class TerminalNSTextView : public TextCanvas {
   void insertText(const QString& text) override;
 
  private:
-  explicit TerminalNSTextView(std::unique_ptr<TextStorage> storage, QWidget* parent);
+  TerminalNSTextView(std::unique_ptr<TextStorage> storage, QWidget* parent, Clock& clock);
 
   void keyDown(const QKeyEvent& event);
   static std::optional<TerminalKey> handleSpecialKey(const QKeyEvent& event);

@@ -26,6 +26,16 @@ TEST_F(ContentViewTest, ShowsOnlyTheTerminalOnBlack) {
   EXPECT_EQ(picture.pixelColor(899, 599), QColor(Qt::black));
 }
 
+TEST_F(ContentViewTest, IsBlackItselfBehindItsChildren) {
+  open({"wait"});
+  QImage picture(window->size(), QImage::Format_RGB32);
+  picture.fill(Qt::red);
+  window->render(&picture, QPoint(), QRegion(), QWidget::DrawWindowBackground);
+  QImage black(window->size(), QImage::Format_RGB32);
+  black.fill(Qt::black);
+  EXPECT_EQ(picture, black);
+}
+
 TEST_F(ContentViewTest, GivesTheKeyboardToTheTerminal) {
   open({"wait"});
   window->setFocus();
@@ -160,15 +170,39 @@ TEST_F(ContentViewTest, MovesTheKeyboardBetweenTerminalAndSidebar) {
   EXPECT_EQ(window->window()->focusWidget(), &view());
 }
 
-TEST_F(ContentViewTest, TellsTheProgramOnceOfTheWidthThatTheSidebarLeaves) {
+std::string text(const TerminalSize& size) {
+  return std::to_string(size.rows) + "x" + std::to_string(size.columns);
+}
+
+TEST_F(ContentViewTest, TellsTheProgramOnceThatTheSidebarHasComeAndOnceThatItHasGone) {
   open({"size"});
-  ASSERT_TRUE(waitForText("x"));
-  test::runLoopFor(std::chrono::milliseconds(100));
-  const std::string before = shown();
+  const std::string whole = text(view().gridSize());
+  ASSERT_TRUE(waitForText(whole));
+  const auto shows = [&](const std::string& all) {
+    return test::waitFor([&] { return shown().size() >= all.size(); }) && shown() == all;
+  };
   post(toggleBrewSidebar);
-  test::runLoopFor(std::chrono::milliseconds(600));
-  const TerminalSize size = view().gridSize();
-  EXPECT_EQ(shown(), before + std::to_string(size.rows) + "x" + std::to_string(size.columns));
+  ASSERT_TRUE(test::waitFor([&] { return view().width() == window->width() - 250; }));
+  const std::string beside = text(view().gridSize());
+  EXPECT_TRUE(shows(whole + beside)) << shown();
+  post(toggleBrewSidebar);
+  EXPECT_TRUE(shows(whole + beside + whole)) << shown();
+}
+
+TEST_F(ContentViewTest, TellsTheProgramNothingOfASidebarThatTurnsAround) {
+  open({"size"});
+  const std::string whole = text(view().gridSize());
+  ASSERT_TRUE(waitForText(whole));
+  post(toggleBrewSidebar);
+  ASSERT_TRUE(test::waitFor([&] { return view().mapTo(window.get(), QPoint(0, 0)).x() > 50; }));
+  post(toggleBrewSidebar);
+  ASSERT_TRUE(test::waitFor([&] { return sidebarOf(*window) == nullptr; }));
+  // What had been told of it by now would stand before the next size.
+  window->resize(500, 300);
+  ASSERT_TRUE(test::waitFor([&] { return view().width() == 500; }));
+  const std::string smaller = text(view().gridSize());
+  EXPECT_TRUE(test::waitFor([&] { return shown().ends_with(smaller); }));
+  EXPECT_EQ(shown(), whole + smaller);
 }
 
 TEST_F(ContentViewTest, KeepsTheSidebarOfEveryWindowToItself) {
@@ -179,6 +213,13 @@ TEST_F(ContentViewTest, KeepsTheSidebarOfEveryWindowToItself) {
   post(toggleBrewSidebar);
   EXPECT_FALSE(window->showsBrewSidebar());
   EXPECT_TRUE(other.showsBrewSidebar());
+}
+
+TEST_F(ContentViewTest, OpensTheSidebarInOneStepWhileItIsNotOnTheScreen) {
+  ContentView hidden(test::runTestChild({"wait"}));
+  hidden.resize(900, 600);
+  hidden.setShowsBrewSidebar(true);
+  EXPECT_EQ(sidebarOf(hidden)->parentWidget()->width(), 250);
 }
 
 TEST_F(ContentViewTest, ClearsEveryWindowAtOnce) {

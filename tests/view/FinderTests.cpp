@@ -1,16 +1,17 @@
 #include "view/Finder.h"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QImage>
 #include <QScrollBar>
 
+#include "view/ManualClock.h"
 #include "view/ViewFixture.h"
 
 namespace zolt {
 namespace {
 
-using test::runLoopFor;
 using test::waitFor;
 
 /// A view in a parent with a bar that has been opened.
@@ -93,6 +94,20 @@ TEST_F(FinderTest, FindsWhatIsTypedLetterByLetter) {
   EXPECT_TRUE(shows(QStringLiteral("No matches")));
   field().clear();
   EXPECT_TRUE(shows(QString()));
+}
+
+TEST_F(FinderTest, CountsInTheBarAMomentAfterItHasMarkedTheMatch) {
+  test::ManualClock clock;
+  append("a needle");
+  Finder timed(view, clock);
+  timed.open();
+  type(QStringLiteral("needle"));
+  ASSERT_TRUE(waitFor([&] { return isMarked(2, kCurrent); }));
+  clock.advance(std::chrono::milliseconds(79));
+  EXPECT_EQ(progress(), QString());
+  clock.advance(std::chrono::milliseconds(1));
+  EXPECT_EQ(progress(), QStringLiteral("1 of 1"));
+  EXPECT_EQ(clock.untilNext(), std::nullopt);
 }
 
 TEST_F(FinderTest, MarksMatchesInTheTextAndTheCurrentOneOtherwise) {
@@ -325,7 +340,7 @@ TEST_F(FinderTest, FitsAWindowOfAnyWidth) {
   finder.open();
   for (const int width : {900, 500, 320, 200, 900}) {
     view.resize(width, 400);
-    runLoopFor(std::chrono::milliseconds(5));
+    QApplication::processEvents();
     EXPECT_LE(bar().geometry().right(), width) << width;
     if (width >= 320) {
       EXPECT_GE(bar().geometry().left(), 0) << width;

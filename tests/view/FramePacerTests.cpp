@@ -1,76 +1,88 @@
+#include "view/canvas/FramePacer.h"
+
 #include <gtest/gtest.h>
 
 #include "support/WaitFor.h"
-#include "view/canvas/FramePacer.h"
+#include "view/ManualClock.h"
 
 namespace zolt {
 namespace {
 
 using namespace std::chrono_literals;
 
-TEST(FramePacer, MakesAFrameAtOnceAfterAPause) {
-  const FramePacer::Clock::time_point start{1h};
-  EXPECT_EQ(untilNextFrame(start + 20ms, start, 16ms), 0us);
-  EXPECT_EQ(untilNextFrame(start + 16ms, start, 16ms), 0us);
+class FramePacerTest : public testing::Test {
+ protected:
+  /// Output that asks for a frame every millisecond, for so long; the times between the frames that came of it.
+  std::vector<std::chrono::microseconds> flood(std::chrono::milliseconds duration) {
+    frames.clear();
+    for (auto time = 0ms; time < duration; time += 1ms) {
+      pacer.request();
+      clock.advance(1ms);
+    }
+    std::vector<std::chrono::microseconds> gaps;
+    for (std::size_t i = 1; i < frames.size(); ++i) {
+      gaps.push_back(std::chrono::duration_cast<std::chrono::microseconds>(frames[i] - frames[i - 1]));
+    }
+    return gaps;
+  }
+
+  test::ManualClock clock;
+  std::vector<Clock::TimePoint> frames;
+  FramePacer pacer{[this] { frames.push_back(clock.now()); }, clock};
+};
+
+TEST_F(FramePacerTest, MakesAFrameAtOnceAfterAPause) {
+  pacer.setInterval(16ms);
+  pacer.request();
+  EXPECT_EQ(clock.untilNext(), 0us);
+  clock.advance(0us);
+  EXPECT_EQ(frames.size(), 1U);
+  clock.advance(16ms);
+  pacer.request();
+  EXPECT_EQ(clock.untilNext(), 0us);
 }
 
-TEST(FramePacer, WaitsForTheNextRefreshUnderLoad) {
-  const FramePacer::Clock::time_point start{1h};
-  EXPECT_EQ(untilNextFrame(start + 5ms, start, 16ms), 11ms);
+TEST_F(FramePacerTest, WaitsForTheNextRefreshUnderLoad) {
+  pacer.setInterval(16ms);
+  pacer.request();
+  clock.advance(5ms);
+  pacer.request();
+  EXPECT_EQ(clock.untilNext(), 11ms);
 }
 
-TEST(FramePacer, MakesOneFrameForManyWishes) {
-  int frames = 0;
-  FramePacer pacer([&] { ++frames; }, nullptr);
+TEST_F(FramePacerTest, MakesOneFrameForManyRequests) {
   for (int i = 0; i < 100; ++i) {
     pacer.request();
   }
-  EXPECT_TRUE(test::waitFor([&] { return frames > 0; }));
+  EXPECT_TRUE(pacer.isPending());
+  clock.advance(1h);
+  EXPECT_EQ(frames.size(), 1U);
   EXPECT_FALSE(pacer.isPending());
-  test::runLoopFor(50ms);
-  EXPECT_EQ(frames, 1);
 }
 
-TEST(FramePacer, MakesAtMostOneFrameARefresh) {
+TEST_F(FramePacerTest, MakesOneFrameARefreshUnderLoad) {
+  pacer.setInterval(16ms);
+  const auto gaps = flood(16ms * (FramePacer::floodFrames - 1));
+  EXPECT_EQ(gaps, std::vector<std::chrono::microseconds>(FramePacer::floodFrames - 1, 16ms));
+}
+
+TEST_F(FramePacerTest, MakesAFrameEverySecondRefreshInAFloodUntilItPauses) {
+  pacer.setInterval(16ms);
+  EXPECT_EQ(flood(2s).back(), 32ms);
+  clock.advance(1s);
+  const auto gaps = flood(16ms * (FramePacer::floodFrames - 1));
+  ASSERT_FALSE(gaps.empty());
+  EXPECT_EQ(gaps.front(), 16ms);
+  EXPECT_EQ(gaps.back(), 16ms);
+}
+
+TEST(FramePacerOnTheSteadyClock, MakesItsFrameFromTheEventLoop) {
   int frames = 0;
-  FramePacer pacer([&] { ++frames; }, nullptr);
-  pacer.setInterval(40ms);
-  const auto start = FramePacer::Clock::now();
-  while (FramePacer::Clock::now() - start < 400ms) {
-    pacer.request();
-    test::runLoopFor(1ms);
-  }
-  const auto elapsed = FramePacer::Clock::now() - start;
-  EXPECT_GE(frames, 2);
-  EXPECT_LE(frames, elapsed / 40ms + 1);
-}
-
-TEST(FramePacer, MakesAFrameEverySecondRefreshInARush) {
-  std::vector<FramePacer::Clock::time_point> frames;
-  FramePacer pacer([&] { frames.push_back(FramePacer::Clock::now()); }, nullptr);
-  pacer.setInterval(4ms);
-  const auto rush = [&](int count) {
-    frames.clear();
-    while (std::ssize(frames) < count) {
-      pacer.request();
-      test::runLoopFor(1ms);
-    }
-  };
-  // On a busy machine a turn of the loop may take longer than an interval, which is a pause.
-  const auto lastGap = [&] {
-    rush(FramePacer::rushFrames + 5);
-    return frames.back() - frames[frames.size() - 2];
-  };
-  bool halved = false;
-  for (int attempt = 0; attempt < 10 && !halved; ++attempt) {
-    halved = lastGap() >= 7ms;
-  }
-  EXPECT_TRUE(halved);
-  test::runLoopFor(50ms);  // a pause: the rush is over
-  rush(1);
-  const auto asked = FramePacer::Clock::now();
-  rush(FramePacer::rushFrames - 10);
-  EXPECT_GE(frames.back() - asked, 4ms * (FramePacer::rushFrames - 12));
+  FramePacer pacer([&] { ++frames; });
+  pacer.request();
+  EXPECT_EQ(frames, 0);
+  EXPECT_TRUE(test::waitFor([&] { return frames == 1; }));
+  EXPECT_FALSE(pacer.isPending());
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QStyleHints>
 
 #include "view/ViewFixture.h"
@@ -99,6 +101,23 @@ TEST_F(SelectionTest, SelectAllAndCopyReachTheClipboardByTheActionsOfTheContextM
   EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("first\nsecond\n"));
 }
 
+TEST_F(SelectionTest, TheContextMenuOffersToCopyOnlyWhatIsSelected) {
+  append("text");
+  const auto offersToCopy = [&] {
+    QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(10, 10), view.mapToGlobal(QPoint(10, 10)));
+    QApplication::sendEvent(view.viewport(), &event);
+    auto* menu = view.findChild<QMenu*>();
+    const bool offered = menu->actions().front()->isEnabled();
+    menu->close();
+    test::waitFor([&] { return view.findChild<QMenu*>() == nullptr; });
+    return offered;
+  };
+  EXPECT_FALSE(offersToCopy());
+  EXPECT_TRUE(view.actions().front()->isEnabled()) << "only the menu knows: the action is free again";
+  view.selectAll();
+  EXPECT_TRUE(offersToCopy());
+}
+
 TEST_F(SelectionTest, CopyingNothingLeavesTheClipboardAlone) {
   append("text");
   QApplication::clipboard()->setText(QStringLiteral("kept"));
@@ -120,6 +139,7 @@ TEST_F(SelectionTest, DraggingBelowTheViewScrollsAndSelectsOn) {
   appendLines(1000);
   view.scrollTo(0);
   view.makeFrameNow();
+  const qsizetype oneView = view.visibleText().size();
   press(before(0));
   const QPoint below(50, view.viewport()->height() + 200);
   QMouseEvent move(QEvent::MouseMove, QPointF(below), view.viewport()->mapToGlobal(QPointF(below)), Qt::NoButton,
@@ -127,7 +147,22 @@ TEST_F(SelectionTest, DraggingBelowTheViewScrollsAndSelectsOn) {
   QApplication::sendEvent(view.viewport(), &move);
   EXPECT_TRUE(test::waitFor([&] { return view.scrollOffset() > 500; }));
   release(below);
-  EXPECT_GT(selected().size(), 500U);
+  EXPECT_GT(view.selectedText().size(), oneView);
+}
+
+TEST_F(SelectionTest, DraggingAboveTheViewScrollsUp) {
+  appendLines(1000);
+  view.scrollToEndOfDocument();
+  view.makeFrameNow();
+  const Pixels end = view.scrollOffset();
+  const QPoint from(50, 100);
+  press(from);
+  const QPoint above(50, -200);
+  QMouseEvent move(QEvent::MouseMove, QPointF(above), view.viewport()->mapToGlobal(QPointF(above)), Qt::NoButton,
+                   Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(view.viewport(), &move);
+  EXPECT_TRUE(test::waitFor([&] { return view.scrollOffset() < end - 500; }));
+  release(above);
 }
 
 }  // namespace

@@ -1,8 +1,13 @@
+#include <QApplication>
+#include <QFontMetricsF>
 #include <QImage>
+#include <QInputMethodEvent>
 #include <QScreen>
 #include <QScrollBar>
 #include <QWheelEvent>
+#include <cmath>
 
+#include "view/ManualClock.h"
 #include "view/ViewFixture.h"
 
 namespace zolt {
@@ -25,8 +30,8 @@ class TextCanvasTest : public test::TextViewTest {
     }
     return count;
   }
-  void wheel(int notches) {
-    QWheelEvent event(QPointF(50, 50), view.viewport()->mapToGlobal(QPointF(50, 50)), QPoint(),
+  void wheel(int notches, int pixels = 0) {
+    QWheelEvent event(QPointF(50, 50), view.viewport()->mapToGlobal(QPointF(50, 50)), QPoint(0, pixels),
                       QPoint(0, notches * 120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(view.viewport(), &event);
   }
@@ -41,6 +46,96 @@ TextAttributes colored(Color color) {
 TEST_F(TextCanvasTest, IsBlackWhereNothingIsShown) {
   const QImage image = picture();
   EXPECT_EQ(pixelsOf(image, image.rect(), Qt::black), image.width() * image.height());
+}
+
+TEST_F(TextCanvasTest, HasExactlyBlackAsItsBackgroundAndWhiteAsItsText) {
+  const QImage image = picture().convertToFormat(QImage::Format_RGB32);
+  QImage black(image.size(), QImage::Format_RGB32);
+  black.setDevicePixelRatio(image.devicePixelRatio());
+  black.fill(Qt::black);
+  EXPECT_EQ(image, black);
+  EXPECT_EQ(view.palette().color(QPalette::Base), QColor(Qt::black));
+  EXPECT_EQ(view.palette().color(QPalette::Text), QColor(Qt::white));
+}
+
+TEST_F(TextCanvasTest, HasTheFixedFontAtFourteenPixels) {
+  const double scale = view.devicePixelRatioF();
+  const QFontMetricsF font(CanvasFonts::systemFont(14 * scale));
+  EXPECT_EQ(view.cellMetrics().height, static_cast<int>(std::ceil(font.lineSpacing())));
+  EXPECT_EQ(view.cellMetrics().width, static_cast<int>(std::lround(font.horizontalAdvance(QLatin1Char('M')))));
+}
+
+TEST_F(TextCanvasTest, HidesItsScrollerExceptForAMomentAfterScrolling) {
+  const auto isShown = [&] {
+    const QImage bar = view.verticalScrollBar()->grab().toImage();
+    return pixelsOf(bar, bar.rect(), Qt::black) < bar.width() * bar.height();
+  };
+  append("short");
+  view.makeFrameNow();
+  view.scrollTo(0);
+  EXPECT_FALSE(isShown()) << "there is nothing to scroll";
+  appendLines(300);
+  view.makeFrameNow();
+  ASSERT_TRUE(test::waitFor([&] { return !isShown(); }));
+  view.scrollTo(0);
+  view.makeFrameNow();
+  EXPECT_TRUE(isShown());
+  EXPECT_TRUE(test::waitFor([&] { return !isShown(); }));
+}
+
+TEST_F(TextCanvasTest, PaintsTheSelectionBehindItsCellsOnly) {
+  append("MMMMMMMM");
+  view.select({.begin = 2, .end = 5});
+  view.makeFrameNow();
+  const QImage image = picture();
+  const QColor highlight(0x26, 0x4F, 0x78);
+  for (CanvasPosition position = 0; position < 8; ++position) {
+    const QRect cell = view.rectOf(position).toAlignedRect();
+    const bool selected = position >= 2 && position < 5;
+    EXPECT_EQ(image.pixelColor(cell.topLeft()) == highlight, selected) << position;
+    EXPECT_GT(pixelsOf(image, cell, Qt::white), 0) << "the text stands over it";
+  }
+}
+
+TEST_F(TextCanvasTest, StrikesTextThroughAboveItsUnderline) {
+  const auto linesOf = [&](Line underline, Line strikethrough) {
+    TextAttributes attributes = colored({0, 1, 0, 1});
+    attributes.underline = underline;
+    attributes.strikethrough = strikethrough;
+    TerminalNSTextView other;
+    other.resize(300, 100);
+    other.append(AttributedString("    ", attributes));
+    other.makeFrameNow();
+    const QImage image = other.viewport()->grab().toImage();
+    const QRect cell = other.rectOf(1).toAlignedRect();
+    std::vector<int> lines;
+    for (int y = cell.top(); y <= cell.bottom(); ++y) {
+      if (image.pixelColor(cell.center().x(), y) == QColor(0, 255, 0)) lines.push_back(y);
+    }
+    return lines;
+  };
+  EXPECT_TRUE(linesOf(Line::None, Line::None).empty());
+  const auto struck = linesOf(Line::None, Line::Single);
+  const auto underlined = linesOf(Line::Single, Line::None);
+  ASSERT_FALSE(struck.empty());
+  ASSERT_FALSE(underlined.empty());
+  EXPECT_LT(struck.back(), underlined.front());
+}
+
+TEST_F(TextCanvasTest, ShowsTextBeingComposedAfterTheLastCharacter) {
+  append("ab");
+  view.makeFrameNow();
+  const QImage before = picture();
+  QInputMethodEvent compose(QStringLiteral("MM"), {});
+  QApplication::sendEvent(&view, &compose);
+  const QImage during = picture();
+  EXPECT_NE(during, before);
+  const QRect text = view.rectOf(0).toAlignedRect().united(view.rectOf(1).toAlignedRect());
+  EXPECT_EQ(during.copy(text), before.copy(text));
+  EXPECT_EQ(static_cast<QWidget&>(view).inputMethodQuery(Qt::ImCursorRectangle).toRect(), view.rectOf(2).toRect());
+  QInputMethodEvent none;
+  QApplication::sendEvent(&view, &none);
+  EXPECT_EQ(picture(), before);
 }
 
 TEST_F(TextCanvasTest, PaintsTextInItsColourFiveFromTheCorner) {
@@ -158,6 +253,9 @@ TEST_F(TextCanvasTest, TheWheelAndTheScrollBarMoveTheText) {
   EXPECT_EQ(view.scrollOffset(), end - 6 * view.cellMetrics().height) << "three rows a notch";
   wheel(-100);
   EXPECT_TRUE(view.isAtEnd());
+  wheel(1, 7);
+  EXPECT_EQ(view.scrollOffset(), end - 7) << "a touchpad says how many pixels";
+  wheel(-100);
   view.verticalScrollBar()->setValue(0);
   EXPECT_EQ(view.scrollOffset(), 0);
   view.makeFrameNow();
@@ -194,23 +292,65 @@ TEST_F(TextCanvasTest, StaysAtTheEndWhenTheSizeChanges) {
   EXPECT_EQ(view.scrollOffset(), view.scrollMaximum());
 }
 
-TEST_F(TextCanvasTest, TellsItsSizeInCharactersOnceATurn) {
-  int notices = 0;
-  TerminalSize last;
-  QObject::connect(&view, &TextCanvas::gridSizeChanged, &view, [&](const TerminalSize& size) {
-    ++notices;
-    last = size;
-  });
-  for (int width = 300; width < 700; width += 50) {
-    view.resize(width, 400);
+/// A canvas in a window whose clock is the test's, and the sizes that it tells.
+class TextCanvasSizeTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    QObject::connect(&view, &TextCanvas::gridSizeChanged, [this](const TerminalSize& size) { told.push_back(size); });
+    view.resize(900, 600);
+    view.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
   }
-  EXPECT_EQ(notices, 0);
-  EXPECT_TRUE(test::waitFor([&] { return notices > 0; }));
-  EXPECT_EQ(notices, 1);
+  void resizeTo(QSize size) {
+    view.resize(size);
+    ASSERT_TRUE(test::waitFor([&] { return view.size() == size; }));
+    QApplication::processEvents();
+  }
+
+  test::ManualClock clock;
+  TerminalNSTextView view{nullptr, clock};
+  std::vector<TerminalSize> told;
+};
+
+TEST_F(TextCanvasSizeTest, IsToldInCellsAndTheirPixelsWithoutWaitingWhenTheWindowIsShown) {
+  clock.advance(std::chrono::milliseconds(0));
   const CellMetrics& cell = view.cellMetrics();
-  EXPECT_EQ(last.columns, (view.viewport()->width() - 2 * TextCanvas::inset) / cell.width);
-  EXPECT_EQ(last.rows, (400 - 2 * TextCanvas::inset) / cell.height);
-  EXPECT_EQ(last.pixelHeight, 400 - 2 * TextCanvas::inset);
+  const int columns = (view.viewport()->width() - 2 * TextCanvas::inset) / cell.width;
+  const int rows = (600 - 2 * TextCanvas::inset) / cell.height;
+  EXPECT_EQ(
+      told,
+      std::vector{(TerminalSize{
+          .rows = rows, .columns = columns, .pixelWidth = columns * cell.width, .pixelHeight = rows * cell.height})});
+}
+
+TEST_F(TextCanvasSizeTest, IsToldOnceWhenTheWindowHasComeToRest) {
+  clock.advance(std::chrono::milliseconds(0));
+  told.clear();
+  for (int width = 850; width >= 400; width -= 50) {
+    resizeTo(QSize(width, 400));
+    clock.advance(std::chrono::milliseconds(30));
+  }
+  EXPECT_TRUE(told.empty());
+  clock.advance(SizeNotifier::restInterval);
+  EXPECT_EQ(told, std::vector{view.gridSize()});
+  resizeTo(QSize(600, 500));
+  resizeTo(QSize(400, 400));
+  clock.advance(std::chrono::hours(1));
+  EXPECT_EQ(told.size(), 1U) << "it is where it was";
+}
+
+TEST_F(TextCanvasSizeTest, IsTheSameForAWindowThatIsTooLittleLargerForAnotherCell) {
+  const CellMetrics& cell = view.cellMetrics();
+  const TerminalSize size = view.gridSize();
+  const int frame = view.width() - view.viewport()->width() + 2 * TextCanvas::inset;
+  const QSize exact(size.pixelWidth + frame, size.pixelHeight + 2 * TextCanvas::inset);
+  resizeTo(exact);
+  EXPECT_EQ(view.gridSize(), size);
+  resizeTo(exact + QSize(cell.width - 1, cell.height - 1));
+  EXPECT_EQ(view.gridSize(), size);
+  resizeTo(exact + QSize(cell.width, cell.height));
+  EXPECT_EQ(view.gridSize().columns, size.columns + 1);
+  EXPECT_EQ(view.gridSize().rows, size.rows + 1);
 }
 
 TEST_F(TextCanvasTest, SurvivesBeingTooSmallForACharacter) {

@@ -15,8 +15,6 @@ namespace zolt {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 // A job goes on for so long, and then tells what it has found.
 constexpr std::chrono::milliseconds kJobTime{15};
 // The most segments of a job: about what a job comes to.
@@ -59,11 +57,8 @@ struct FindSession::Job {
   std::shared_ptr<std::atomic<bool>> stop;
 };
 
-FindSession::FindSession(const TextStorage& text, QObject* parent) : QObject(parent), m_text(text) {
-  m_tailTimer.setSingleShot(true);
-  m_tailTimer.setInterval(kTailInterval);
-  connect(&m_tailTimer, &QTimer::timeout, this, &FindSession::searchTail);
-}
+FindSession::FindSession(const TextStorage& text, Clock& clock)
+    : m_text(text), m_tailTimer(clock.makeTimer([this] { searchTail(); })) {}
 
 FindSession::~FindSession() {
   if (m_stop) *m_stop = true;
@@ -90,7 +85,7 @@ void FindSession::stop() {
   m_walk.reset();
   m_wanted.clear();
   m_stale.clear();
-  m_tailTimer.stop();
+  m_tailTimer->stop();
   Q_EMIT resultsChanged();
 }
 
@@ -99,7 +94,7 @@ bool FindSession::isSearching() const {
 }
 
 void FindSession::textGrew() {
-  if (isActive() && !m_tailTimer.isActive()) m_tailTimer.start();
+  if (isActive() && !m_tailTimer->isActive()) m_tailTimer->start(kTailInterval);
 }
 
 // The segments that were the last when they were searched, and those that have come since.
@@ -176,7 +171,7 @@ void FindSession::start(Segments segments) {
 // On a worker's thread: nothing but the job is touched.
 FindSession::Outcome FindSession::run(const Job& job) {
   Outcome outcome;
-  const Clock::time_point begun = Clock::now();
+  const auto begun = std::chrono::steady_clock::now();
   std::size_t matches = 0;
   for (std::size_t segment = job.segments.end; segment-- > job.segments.first;) {
     const std::chrono::nanoseconds before = threadTime();
@@ -192,7 +187,7 @@ FindSession::Outcome FindSession::run(const Job& job) {
     found.extent = {job.snapshot.summary(first).start, job.snapshot.summary(last).end()};
     matches += found.matches.size();
     outcome.found.push_back(std::move(found));
-    if (Clock::now() - begun > kJobTime || matches > kJobMatches) break;
+    if (std::chrono::steady_clock::now() - begun > kJobTime || matches > kJobMatches) break;
   }
   return outcome;
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QObject>
-#include <QTimer>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
@@ -12,6 +11,7 @@
 #include "find/FindPattern.h"
 #include "find/FindResults.h"
 #include "history/TextStorage.h"
+#include "view/Clock.h"
 #include "view/canvas/CanvasMarks.h"
 
 namespace zolt {
@@ -25,7 +25,7 @@ class FindSession : public QObject, public CanvasMarks {
 
  public:
   /// `text` must outlive the session.
-  explicit FindSession(const TextStorage& text, QObject* parent = nullptr);
+  explicit FindSession(const TextStorage& text, Clock& clock = Clock::steady());
   ~FindSession() override;
 
   /// Looks for `pattern` from now on, and goes to the last match that begins before `from`, else to the first.
@@ -112,7 +112,7 @@ class FindSession : public QObject, public CanvasMarks {
   std::vector<std::size_t> m_stale;           // searched, or being searched, but text has come since
   std::size_t m_unknownBelow = 0;             // segments from here on are known
   std::size_t m_firstOpen = 0;                // known segments from here on change when text comes
-  QTimer m_tailTimer;
+  std::unique_ptr<Timer> m_tailTimer;
 };
 
 }  // namespace zolt

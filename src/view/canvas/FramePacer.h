@@ -1,42 +1,38 @@
 #pragma once
 
-#include <QObject>
-#include <QTimer>
 #include <chrono>
 #include <functional>
+#include <memory>
+
+#include "view/Clock.h"
 
 namespace zolt {
 
 /// Decides when the next frame is made: at once after a pause, else once per refresh of the screen, however often it is
-/// asked; once per two refreshes when it has been asked without a pause for a while. What rushes by that fast nobody
-/// reads, and the time is better spent on letting it through.
-class FramePacer : public QObject {
+/// asked for; once per two refreshes when frames have been asked for without a pause for a while. Nobody reads what
+/// scrolls past that fast, and the time is better spent on letting it through.
+class FramePacer {
  public:
-  using Clock = std::chrono::steady_clock;
-
   /// Calls `makeFrame` from the event loop.
-  FramePacer(std::function<void()> makeFrame, QObject* parent);
+  explicit FramePacer(std::function<void()> makeFrame, Clock& clock = Clock::steady());
 
-  /// So many frames in a row without a pause count as a rush.
-  static constexpr int rushFrames = 30;
+  /// This many frames in a row without a pause count as a flood.
+  static constexpr int floodFrames = 30;
 
   void setInterval(std::chrono::microseconds interval) { m_interval = interval; }
-  /// Wants a frame; wishes until it is made count as one.
+  /// Asks for a frame; requests until it is made count as one.
   void request();
-  bool isPending() const { return m_timer.isActive(); }
+  bool isPending() const { return m_timer->isActive(); }
 
  private:
   void run();
 
   std::function<void()> m_makeFrame;
+  Clock& m_clock;
   std::chrono::microseconds m_interval{16667};
-  Clock::time_point m_last;
+  Clock::TimePoint m_last;
   int m_framesWithoutPause = 0;
-  QTimer m_timer;
+  std::unique_ptr<Timer> m_timer;
 };
-
-/// How long from `now` until a frame may be made when the last one was made at `last`; 0 for at once. Pure.
-std::chrono::microseconds untilNextFrame(FramePacer::Clock::time_point now, FramePacer::Clock::time_point last,
-                                         std::chrono::microseconds interval);
 
 }  // namespace zolt

@@ -10,7 +10,6 @@
 #include <cmath>
 
 #include "controls/ThinScrollBar.h"
-#include "platform/MainQueue.h"
 #include "view/CommandKey.h"
 #include "view/canvas/CanvasAccessible.h"
 #include "view/canvas/RowPainter.h"
@@ -20,11 +19,12 @@ namespace zolt {
 namespace {
 
 constexpr double kFontSize = 14;
-// Looking at rows can correct estimates, which moves rows: a few rounds settle it, for each looks at few blocks.
+// Fetching rows can correct estimates, which moves rows. Each round touches few blocks, so a few rounds are enough.
 constexpr int kLayoutRounds = 16;
 constexpr std::chrono::milliseconds kRefineInterval{5};
 
-// The characters that fit a viewport of `size` logical pixels: at least one.
+// The characters that fit a viewport of `size` logical pixels: at least one. The pixels are theirs, without the strips
+// that are too narrow for another one: a change of those few is no change for a program.
 TerminalSize gridSizeIn(QSize size, const CanvasFonts& fonts) {
   const CellMetrics& cell = fonts.metrics();
   const auto room = [&](int length) {
@@ -32,17 +32,20 @@ TerminalSize gridSizeIn(QSize size, const CanvasFonts& fonts) {
   };
   const int width = std::max(room(size.width()), cell.width);
   const int height = std::max(room(size.height()), cell.height);
-  return {.rows = height / cell.height, .columns = width / cell.width, .pixelWidth = width, .pixelHeight = height};
+  const int rows = height / cell.height;
+  const int columns = width / cell.width;
+  return {.rows = rows, .columns = columns, .pixelWidth = columns * cell.width, .pixelHeight = rows * cell.height};
 }
 
 }  // namespace
 
-TextCanvas::TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent)
+TextCanvas::TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent, Clock& clock)
     : QAbstractScrollArea(parent),
       m_source(std::move(source)),
       m_fonts(std::make_unique<CanvasFonts>(kFontSize, 1)),
-      m_pacer([this] { makeFrame(); }, this),
-      m_bar(new ThinScrollBar(ThinScrollBar::Ground::Terminal, this)) {
+      m_pacer([this] { makeFrame(); }, clock),
+      m_bar(new ThinScrollBar(ThinScrollBar::Ground::Terminal, this)),
+      m_sizeNotifier([this](const TerminalSize& size) { Q_EMIT gridSizeChanged(size); }, clock) {
   static const bool accessible = (CanvasAccessible::install(), true);
   Q_UNUSED(accessible)
   setFrameShape(QFrame::NoFrame);
@@ -274,31 +277,8 @@ void TextCanvas::updateGridSize() {
   m_source->setColumns(size.columns);
   m_frameValid = false;
   m_pacer.request();
-  if (size == m_gridSize && m_gridSizeAnnounced) return;
   m_gridSize = size;
-  announceGridSize();
-}
-
-void TextCanvas::announceGridSize() {
-  // A resize by dragging brings many sizes in one turn of the event loop: only the last is told.
-  if (!isVisible() || m_gridSizeHeld) return;
-  const bool pending = std::exchange(m_announcing, true);
-  if (pending) return;
-  MainQueue::async(MainQueue::Owner(this), [this] {
-    m_announcing = false;
-    m_gridSizeAnnounced = true;
-    Q_EMIT gridSizeChanged(m_gridSize);
-  });
-}
-
-void TextCanvas::holdGridSize(bool held) {
-  const TerminalSize before = m_sizeBeforeHold;
-  m_gridSizeHeld = held;
-  if (held) {
-    m_sizeBeforeHold = m_gridSize;
-  } else if (m_gridSize != before) {
-    announceGridSize();
-  }
+  if (isVisible()) m_sizeNotifier.update(size);
 }
 
 void TextCanvas::resizeEvent(QResizeEvent* event) {
@@ -312,7 +292,6 @@ void TextCanvas::showEvent(QShowEvent* event) {
     m_pacer.setInterval(std::chrono::microseconds(std::lround(1e6 / shownOn->refreshRate())));
   }
   updateGridSize();
-  if (!m_gridSizeAnnounced) announceGridSize();
 }
 
 bool TextCanvas::event(QEvent* event) {

@@ -13,6 +13,7 @@
 #include "view/canvas/RowSource.h"
 #include "view/canvas/ScrollModel.h"
 #include "view/canvas/Selection.h"
+#include "view/canvas/SizeNotifier.h"
 
 namespace zolt {
 
@@ -30,7 +31,8 @@ class TextCanvas : public QAbstractScrollArea {
   /// Blank space around the text, in logical pixels.
   static constexpr int inset = 5;
 
-  explicit TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent = nullptr);
+  /// `clock` must outlive the canvas.
+  explicit TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent = nullptr, Clock& clock = Clock::steady());
   ~TextCanvas() override;
 
   /// The room for text that a canvas of `size`, in logical pixels, will have on a screen of `scale`.
@@ -76,9 +78,8 @@ class TextCanvas : public QAbstractScrollArea {
   Q_INVOKABLE void selectAll();
   Q_INVOKABLE void paste();
 
-  /// While held, a new room for text is not announced; when no longer, the last one is. For changes in steps that are
-  /// one change to the user.
-  void holdGridSize(bool held);
+  /// While held, a new size is not announced; for changes in steps that are one change to the user.
+  void holdGridSize(bool held) { m_sizeNotifier.hold(held); }
 
   /// The position nearest to a point of the viewport, in logical pixels.
   CanvasPosition positionAt(QPointF point);
@@ -92,7 +93,7 @@ class TextCanvas : public QAbstractScrollArea {
   QRectF rectOf(CanvasPosition position);
 
  Q_SIGNALS:
-  /// The room for text, at most once per turn of the event loop, and after the widget is shown.
+  /// The size of the text area: soon after the widget is first shown, then whenever a new one has come to rest.
   void gridSizeChanged(const zolt::TerminalSize& size);
 
  protected:
@@ -121,7 +122,6 @@ class TextCanvas : public QAbstractScrollArea {
   void addActions();
   void updateScale();
   void updateGridSize();
-  void announceGridSize();
   void makeFrame();
   void layOut();
   void updateScrollBar();
@@ -144,10 +144,7 @@ class TextCanvas : public QAbstractScrollArea {
   FramePacer m_pacer;
   ThinScrollBar* m_bar;  // a child
   TerminalSize m_gridSize;
-  bool m_gridSizeAnnounced = false;
-  bool m_announcing = false;
-  bool m_gridSizeHeld = false;
-  TerminalSize m_sizeBeforeHold;
+  SizeNotifier m_sizeNotifier;
 
   // Where the view is: at the end, or `m_anchorDelta` pixels below the top of the row that shows `m_anchor`.
   bool m_atEnd = true;

@@ -108,12 +108,12 @@ struct OutputSaver::Work {
 };
 
 OutputSaver::OutputSaver(TextSnapshot text, OutputFormat format, const QString& file, QObject* parent,
-                         WorkerQueue& queue)
+                         WorkerQueue& queue, Clock& clock)
     : QObject(parent),
       m_work(std::make_shared<Work>(std::move(text), format, QFile::encodeName(file).toStdString())),
-      m_file(file) {
-  connect(&m_progress, &QTimer::timeout, this, &OutputSaver::tellProgress);
-  m_progress.start(progressInterval);
+      m_file(file),
+      m_progress(clock.makeTimer([this] { tellProgress(); })) {
+  m_progress->start(progressInterval);
   queue.async([this, owner = MainQueue::Owner(this), work = m_work] {
     const int error = work->run();
     MainQueue::async(owner, [this, error] { end(error); });
@@ -126,17 +126,18 @@ OutputSaver::~OutputSaver() {
 }
 
 void OutputSaver::cancel() {
-  if (m_work->enter(Work::Stage::Cancelled)) m_progress.stop();
+  if (m_work->enter(Work::Stage::Cancelled)) m_progress->stop();
 }
 
 void OutputSaver::tellProgress() {
+  m_progress->start(progressInterval);
   const std::uint64_t all = sizeOf(m_work->text);
   const double share = all == 0 ? 1 : static_cast<double>(m_work->written) / static_cast<double>(all);
   if (share != std::exchange(m_told, share)) Q_EMIT progressed(share);
 }
 
 void OutputSaver::end(int error) {
-  m_progress.stop();
+  m_progress->stop();
   const bool wanted = m_work->stage != Work::Stage::Cancelled;
   if (wanted && error == 0) Q_EMIT finished();
   if (wanted && error != 0) Q_EMIT failed(saveErrorText(error, m_file));

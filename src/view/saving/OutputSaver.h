@@ -2,12 +2,12 @@
 
 #include <QObject>
 #include <QString>
-#include <QTimer>
 #include <chrono>
 #include <memory>
 
 #include "history/TextSnapshot.h"
 #include "platform/WorkerQueue.h"
+#include "view/Clock.h"
 
 namespace zolt {
 
@@ -27,7 +27,7 @@ class OutputSaver : public QObject {
   static constexpr std::chrono::milliseconds progressInterval{50};
 
   OutputSaver(TextSnapshot text, OutputFormat format, const QString& file, QObject* parent = nullptr,
-              WorkerQueue& queue = WorkerQueue::utility());
+              WorkerQueue& queue = WorkerQueue::utility(), Clock& clock = Clock::steady());
   /// Cancels it, and waits a moment so that no temporary file is left.
   ~OutputSaver() override;
 
@@ -53,7 +53,7 @@ class OutputSaver : public QObject {
 
   std::shared_ptr<Work> m_work;
   QString m_file;
-  QTimer m_progress;
+  std::unique_ptr<Timer> m_progress;
   double m_told = 0;
 };
 

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "base/TerminalSize.h"
+#include "view/Clock.h"
+
+namespace zolt {
+
+/// Passes on a terminal's size once it has come to rest.
+///
+/// A shell redraws its prompt for each new size that it is told (SIGWINCH), and in a log every one of them stays. So a
+/// drag of the window's edge, or a sidebar sliding in, is one change, however many steps it takes; and one that ends
+/// where it began is none. The first size is passed on in the next turn of the event loop, without waiting. Main
+/// thread.
+class SizeNotifier {
+ public:
+  /// How long a size must hold to be at rest. The steps of a drag are a frame or two apart, also where the window
+  /// manager waits for the window to be painted, so this bridges slow frames too; and an answer within about a tenth of
+  /// a second still feels immediate.
+  static constexpr std::chrono::milliseconds restInterval{120};
+
+  SizeNotifier(std::function<void(const TerminalSize&)> notify, Clock& clock = Clock::steady());
+
+  /// Takes the size that the terminal has now.
+  void update(const TerminalSize& size);
+  /// While held, nothing is passed on: the size is known to be on its way. After that the rest interval begins.
+  void hold(bool held);
+
+ private:
+  void startTimer();
+
+  std::function<void(const TerminalSize&)> m_notify;
+  std::optional<TerminalSize> m_size;
+  std::optional<TerminalSize> m_told;
+  bool m_held = false;
+  std::unique_ptr<Timer> m_timer;
+};
+
+}  // namespace zolt
