@@ -37,9 +37,9 @@ ContentView::ContentView(MakeTerminal makeTerminal, UserDefaults& defaults, QWid
   stack->addWidget(m_sidebar);
   m_otherPane->setEnabled(false);
   connect(m_otherPane, &QShortcut::activated, this, &ContentView::moveKeyboard);
-  // The shell hears of its new size once, not at every step of the way.
+  // The shell is told its new size once, not at every step of the animation.
   connect(m_sidebar, &SidebarSlot::aboutToMove, this, [this] { textView().holdGridSize(true); });
-  connect(m_sidebar, &SidebarSlot::settled, this, [this] {
+  connect(m_sidebar, &SidebarSlot::atRest, this, [this] {
     layout()->activate();
     textView().holdGridSize(false);
   });

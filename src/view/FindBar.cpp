@@ -99,7 +99,7 @@ void FindBar::showProgress(const Progress& progress) {
     text = number(progress.count);
   }
   m_progress->setText(text);
-  // The field and then the bar give way to the number, which is never cut.
+  // The field shrinks, then the bar widens: the number is never truncated.
   const int needed = m_progress->fontMetrics().horizontalAdvance(text) + kPadding;
   if (needed > m_progress->minimumWidth()) {
     m_progress->setMinimumWidth(needed);

@@ -18,7 +18,7 @@ SidebarSlot::SidebarSlot(MakeContent makeContent, QWidget* parent)
   m_animation.setEasingCurve(QEasingCurve::InOutQuad);
   connect(&m_animation, &QVariantAnimation::valueChanged, this,
           [this](const QVariant& width) { setFixedWidth(width.toInt()); });
-  connect(&m_animation, &QVariantAnimation::finished, this, &SidebarSlot::settle);
+  connect(&m_animation, &QVariantAnimation::finished, this, &SidebarSlot::finishMove);
 }
 
 void SidebarSlot::setRevealed(bool revealed) {
@@ -43,12 +43,12 @@ void SidebarSlot::setRevealed(bool revealed) {
   m_animation.start();
 }
 
-void SidebarSlot::settle() {
+void SidebarSlot::finishMove() {
   if (!m_revealed) {
     delete std::exchange(m_content, nullptr);
     hide();
   }
-  Q_EMIT settled();
+  Q_EMIT atRest();
 }
 
 void SidebarSlot::resizeEvent(QResizeEvent* event) {

@@ -28,13 +28,13 @@ class SidebarSlot : public QWidget {
  Q_SIGNALS:
   /// Before the width changes for the first time, and after it has changed for the last.
   void aboutToMove();
-  void settled();
+  void atRest();
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  void settle();
+  void finishMove();
 
   MakeContent m_makeContent;
   QWidget* m_content = nullptr;  // a child, while shown

@@ -29,31 +29,31 @@ QFont CanvasFonts::systemFont(double size) {
   return font;
 }
 
-CanvasFonts::Cut& CanvasFonts::cut(FontWeight weight, FontSlant slant) {
+CanvasFonts::LoadedFace& CanvasFonts::face(FontWeight weight, FontSlant slant) {
   const bool bold = weight == FontWeight::Bold;
   const bool italic = slant == FontSlant::Italic;
-  std::optional<Cut>& cut = m_cuts[(bold ? 1U : 0U) + (italic ? 2U : 0U)];
-  if (!cut) {
+  std::optional<LoadedFace>& loaded = m_faces[(bold ? 1U : 0U) + (italic ? 2U : 0U)];
+  if (!loaded) {
     QFont font = systemFont(m_size * m_scale);
     font.setBold(bold);
     font.setItalic(italic);
-    cut.emplace();
-    cut->font = QRawFont::fromFont(font);
+    loaded.emplace();
+    loaded->font = QRawFont::fromFont(font);
     for (char character = '!'; character <= '~'; ++character) {
-      const QList<quint32> glyphs = cut->font.glyphIndexesForString(QString(QLatin1Char(character)));
-      if (!glyphs.isEmpty()) cut->glyphs[static_cast<std::size_t>(character)] = glyphs.front();
+      const QList<quint32> glyphs = loaded->font.glyphIndexesForString(QString(QLatin1Char(character)));
+      if (!glyphs.isEmpty()) loaded->glyphs[static_cast<std::size_t>(character)] = glyphs.front();
     }
   }
-  return *cut;
+  return *loaded;
 }
 
 const QRawFont& CanvasFonts::font(FontWeight weight, FontSlant slant) {
-  return cut(weight, slant).font;
+  return face(weight, slant).font;
 }
 
 std::uint32_t CanvasFonts::glyph(FontWeight weight, FontSlant slant, char character) {
   const auto index = static_cast<unsigned char>(character);
-  return index < 128 ? cut(weight, slant).glyphs[index] : 0;
+  return index < 128 ? face(weight, slant).glyphs[index] : 0;
 }
 
 }  // namespace zolt

@@ -20,7 +20,8 @@ struct CellMetrics {
   int lineThickness = 1;
 };
 
-/// The fixed-pitch system font in its four cuts at one scale, with the glyph of each ASCII character looked up once.
+/// The fixed-pitch system font at one scale: its regular, bold, italic and bold italic face. The glyph of each ASCII
+/// character is looked up once.
 class CanvasFonts {
  public:
   /// `size` in logical pixels, `scale` device pixels to one of them.
@@ -37,17 +38,17 @@ class CanvasFonts {
   std::uint32_t glyph(FontWeight weight, FontSlant slant, char character);
 
  private:
-  struct Cut {
+  struct LoadedFace {
     QRawFont font;
     std::array<std::uint32_t, 128> glyphs{};
   };
 
-  Cut& cut(FontWeight weight, FontSlant slant);
+  LoadedFace& face(FontWeight weight, FontSlant slant);
 
   double m_size;
   double m_scale;
   CellMetrics m_metrics;
-  std::array<std::optional<Cut>, 4> m_cuts;  // weight + 2 * slant, made when first used
+  std::array<std::optional<LoadedFace>, 4> m_faces;  // by weight + 2 * slant, loaded when first used
 };
 
 }  // namespace zolt

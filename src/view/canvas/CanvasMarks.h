@@ -18,7 +18,7 @@ struct RowMarks {
 class CanvasMarks {
  public:
   virtual ~CanvasMarks() = default;
-  /// The marks in `row`, cut to it.
+  /// The marks in `row`, clipped to it.
   virtual RowMarks marksIn(CanvasRange row) = 0;
 };
 

@@ -35,7 +35,7 @@ FrameDamage compareFrames(const Frame& before, const Frame& after, Pixels viewpo
   for (std::size_t i = 0; i < after.rows.size(); ++i) {
     const std::ptrdiff_t source = static_cast<std::ptrdiff_t>(i) + *moved;
     const Pixels top = after.firstRowTop + static_cast<Pixels>(i) * after.rowHeight;
-    // A row that the viewport cut off before the move has pixels that were never painted.
+    // A row that was partly outside the viewport before the move has pixels that were never painted.
     const Pixels topBefore = top - damage.shift;
     const bool wasWhole = topBefore >= 0 && topBefore + after.rowHeight <= viewportHeight;
     const bool isWhole = top >= 0 && top + after.rowHeight <= viewportHeight;
