@@ -27,6 +27,10 @@ TEST_F(AccessibilityTest, TellsThatItIsAReadOnlyTerminalWithAName) {
   EXPECT_EQ(interface->text(QAccessible::Name), QStringLiteral("Terminal"));
 }
 
+TEST_F(AccessibilityTest, HasTheRowsInViewAsItsValueToo) {
+  EXPECT_EQ(interface->text(QAccessible::Value), QStringLiteral("first line\nsecond line\n"));
+}
+
 TEST_F(AccessibilityTest, ReadsTheRowsInView) {
   EXPECT_EQ(text->text(0, text->characterCount()), QStringLiteral("first line\nsecond line\n"));
   EXPECT_EQ(text->text(6, 10), QStringLiteral("line"));

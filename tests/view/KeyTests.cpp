@@ -2,6 +2,7 @@
 #include <QClipboard>
 #include <QInputMethodEvent>
 
+#include "view/KeyCodes.h"
 #include "view/ViewFixture.h"
 
 namespace zolt {
@@ -71,6 +72,8 @@ TEST_F(KeyTest, ControlComesBeforeTheSpecialKeysThatHaveACharacter) {
   EXPECT_EQ(bytesFor(Qt::Key_Return, Qt::ControlModifier), "\r");
   EXPECT_EQ(bytesFor(Qt::Key_Escape, Qt::ControlModifier), "\x1B");
   EXPECT_EQ(bytesFor(Qt::Key_Backspace, Qt::ControlModifier), "\x08");
+  // Its character is DEL: the one key for which both orders do not come to the same byte.
+  EXPECT_EQ(bytesFor(Qt::Key_Delete, Qt::ControlModifier), "\x1F");
 }
 
 TEST_F(KeyTest, ControlWithAKeyWithoutACharacterSendsTheSpecialKey) {
@@ -123,6 +126,16 @@ TEST_F(KeyTest, TypingNeverChangesTheText) {
 TEST_F(KeyTest, TabStaysInTheView) {
   EXPECT_EQ(bytesFor([&] { QTest::keyClick(&view(), Qt::Key_Tab); }), "\t");
   EXPECT_TRUE(view().hasFocus());
+}
+
+TEST(CharactersIgnoringModifiers, AreThoseOfTheKeyWithShiftAlone) {
+  const auto of = [](Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    return charactersIgnoringModifiers(QKeyEvent(QEvent::KeyPress, key, modifiers)).toStdString();
+  };
+  EXPECT_EQ(of(Qt::Key_A, Qt::ControlModifier), "a");
+  EXPECT_EQ(of(Qt::Key_A, Qt::ControlModifier | Qt::ShiftModifier), "A");
+  EXPECT_EQ(of(Qt::Key_Eacute, Qt::AltModifier), "é");
+  EXPECT_EQ(of(Qt::Key_F1, Qt::NoModifier), "");
 }
 
 TEST(KeyDeathTest, ControlWithANonAsciiKeyStopsTheProgram) {
