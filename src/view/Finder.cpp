@@ -137,7 +137,7 @@ void Finder::showFindings() {
 void Finder::showCurrent() {
   const FindMatch match = *m_session.current();
   const int covered = m_bar->geometryAt(FindBar::Edge::Top).bottom() + kAroundBar - m_view.geometry().top();
-  m_view.reveal({.begin = match.begin, .end = match.end}, covered);
+  m_view.reveal({.begin = match.begin, .end = match.end}, LogicalPixels{static_cast<double>(covered)});
   placeBar();
   searchChanged();
 }

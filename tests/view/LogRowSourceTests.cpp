@@ -16,7 +16,7 @@ struct Log {
   std::string row(CanvasRow number) {
     std::string picture;
     for (const StyledPiece& piece : source.content(number).pieces) {
-      picture.resize(static_cast<std::size_t>(piece.column), ' ');
+      picture.resize(static_cast<std::size_t>(piece.column.value), ' ');
       picture += piece.text;
     }
     return picture;
@@ -43,7 +43,7 @@ TEST(LogRowSource, EndsALineAtALineFeedACarriageReturnOrBothTogether) {
 TEST(LogRowSource, StopsTabsEveryEightColumns) {
   Log log("a\tb\t", 40);
   EXPECT_EQ(log.row(0), "a       b       ");
-  EXPECT_EQ(log.source.content(0).columns, 16);
+  EXPECT_EQ(log.source.content(0).end, CanvasColumn{16});
 }
 
 TEST(LogRowSource, ShowsTheRestOfATabThatReachesOverTheEndOfARow) {
@@ -54,13 +54,13 @@ TEST(LogRowSource, ShowsTheRestOfATabThatReachesOverTheEndOfARow) {
 
 TEST(LogRowSource, FindsColumnsAndPositionsInARow) {
   Log log("a\tbc", 40);
-  EXPECT_EQ(log.source.positionAt(0, 0), 0U);
-  EXPECT_EQ(log.source.positionAt(0, 8), 2U);
-  EXPECT_EQ(log.source.positionAt(0, 4), 2U) << "inside the tab: the character after it";
-  EXPECT_EQ(log.source.positionAt(0, 99), 4U);
-  EXPECT_EQ(log.source.columnAt(0, 0), 0);
-  EXPECT_EQ(log.source.columnAt(0, 2), 8);
-  EXPECT_EQ(log.source.columnAt(0, 4), 10);
+  EXPECT_EQ(log.source.positionAt(0, {0}), 0U);
+  EXPECT_EQ(log.source.positionAt(0, {8}), 2U);
+  EXPECT_EQ(log.source.positionAt(0, {4}), 2U) << "inside the tab: the character after it";
+  EXPECT_EQ(log.source.positionAt(0, {99}), 4U);
+  EXPECT_EQ(log.source.columnAt(0, 0), CanvasColumn{0});
+  EXPECT_EQ(log.source.columnAt(0, 2), CanvasColumn{8});
+  EXPECT_EQ(log.source.columnAt(0, 4), CanvasColumn{10});
 }
 
 TEST(LogRowSource, SelectsWordsAsPeopleNameFiles) {
@@ -93,7 +93,7 @@ TEST(LogRowSource, KeepsTheStyleOfEachPiece) {
   const RowContent row = log.source.content(0);
   ASSERT_EQ(row.pieces.size(), 2U);
   EXPECT_EQ(row.pieces[1].text, "bold");
-  EXPECT_EQ(row.pieces[1].column, 5);
+  EXPECT_EQ(row.pieces[1].column, CanvasColumn{5});
   EXPECT_EQ(row.pieces[1].attributes, bold);
 }
 

@@ -33,7 +33,8 @@ RowContent LogRowSource::content(CanvasRow row) {
   content.range = {.begin = located.begin, .end = located.end};
   LineColumn column = located.beginColumn;
   const auto inRow = [&](LineColumn at) {
-    return static_cast<int>(std::min<LineColumn>(at - located.firstColumn, static_cast<LineColumn>(columns())));
+    return CanvasColumn{
+        static_cast<int>(std::min<LineColumn>(at - located.firstColumn, static_cast<LineColumn>(columns())))};
   };
   m_storage.forEachRun(
       located.begin, located.end, [&](TextPosition, std::string_view text, const TextAttributes& attributes) {
@@ -47,16 +48,17 @@ RowContent LogRowSource::content(CanvasRow row) {
           } else {
             // A tab is as many blanks in its style: they show a background and an underline.
             const LineColumn after = afterTab(column);
-            const int from = inRow(column);
-            content.pieces.push_back({.column = from,
-                                      .text = std::string(static_cast<std::size_t>(inRow(after) - from), ' '),
-                                      .attributes = attributes});
+            const CanvasColumn from = inRow(column);
+            content.pieces.push_back(
+                {.column = from,
+                 .text = std::string(static_cast<std::size_t>(inRow(after).value - from.value), ' '),
+                 .attributes = attributes});
             column = after;
             text.remove_prefix(1);
           }
         }
       });
-  content.columns = inRow(std::max(column, located.firstColumn));
+  content.end = inRow(std::max(column, located.firstColumn));
   return content;
 }
 
@@ -65,9 +67,9 @@ CanvasRange LogRowSource::rowRange(CanvasRow row) {
   return {.begin = located.begin, .end = located.end};
 }
 
-CanvasPosition LogRowSource::positionAt(CanvasRow row, int column) {
+CanvasPosition LogRowSource::positionAt(CanvasRow row, CanvasColumn column) {
   const RowIndex::Row located = m_index.locate(row);
-  const LineColumn wanted = located.firstColumn + static_cast<LineColumn>(std::max(column, 0));
+  const LineColumn wanted = located.firstColumn + static_cast<LineColumn>(std::max(column.value, 0));
   LineColumn at = located.beginColumn;
   CanvasPosition position = located.begin;
   for (const char c : m_storage.text(located.begin, located.end)) {
@@ -78,14 +80,14 @@ CanvasPosition LogRowSource::positionAt(CanvasRow row, int column) {
   return position;
 }
 
-int LogRowSource::columnAt(CanvasRow row, CanvasPosition position) {
+CanvasColumn LogRowSource::columnAt(CanvasRow row, CanvasPosition position) {
   const RowIndex::Row located = m_index.locate(row);
-  if (position < located.begin) return 0;
+  if (position < located.begin) return {};
   LineColumn at = located.beginColumn;
   for (const char c : m_storage.text(located.begin, std::min(position, located.end))) {
     at = c == '\t' ? afterTab(at) : at + 1;
   }
-  return static_cast<int>(std::min<LineColumn>(at - located.firstColumn, static_cast<LineColumn>(columns())));
+  return {static_cast<int>(std::min<LineColumn>(at - located.firstColumn, static_cast<LineColumn>(columns())))};
 }
 
 std::string LogRowSource::text(CanvasRange range) const {

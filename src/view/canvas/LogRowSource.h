@@ -23,8 +23,8 @@ class LogRowSource : public RowSource {
   CanvasRange rowRange(CanvasRow row) override;
   CanvasRow rowAt(CanvasPosition position) override { return m_index.rowAt(position); }
   CanvasRow roughRowAt(CanvasPosition position) const override { return m_index.roughRowAt(position); }
-  CanvasPosition positionAt(CanvasRow row, int column) override;
-  int columnAt(CanvasRow row, CanvasPosition position) override;
+  CanvasPosition positionAt(CanvasRow row, CanvasColumn column) override;
+  CanvasColumn columnAt(CanvasRow row, CanvasPosition position) override;
 
   CanvasPosition size() const override { return m_storage.size(); }
   std::string text(CanvasRange range) const override;

@@ -9,8 +9,8 @@ namespace {
 // Blue enough to be seen on black and behind every palette colour, dark enough to leave white text readable.
 constexpr QRgb kSelectionColor = 0xFF264F78;
 
-int widthOf(const StyledPiece& piece) {
-  return static_cast<int>(piece.text.size());
+ColumnRange columnsOf(const StyledPiece& piece) {
+  return {.begin = piece.column, .end = {piece.column.value + static_cast<int>(piece.text.size())}};
 }
 
 }  // namespace
@@ -22,11 +22,7 @@ QColor RowPainter::toQColor(const Color& color) {
 
 void RowPainter::paint(const RowContent& row, QPoint origin, ColumnRange selected) {
   paintBackgrounds(row, origin);
-  const CellMetrics& cell = m_fonts.metrics();
-  if (selected.begin < selected.end) {
-    m_painter.fillRect(origin.x() + selected.begin * cell.width, origin.y(),
-                       (selected.end - selected.begin) * cell.width, cell.height, QColor::fromRgb(kSelectionColor));
-  }
+  if (!selected.empty()) m_painter.fillRect(cellsOf(selected, origin), QColor::fromRgb(kSelectionColor));
   for (const StyledPiece& piece : row.pieces) {
     // Clear text is there for copying, not for seeing.
     if (piece.attributes.foreground.alpha <= 0) continue;
@@ -37,26 +33,28 @@ void RowPainter::paint(const RowContent& row, QPoint origin, ColumnRange selecte
 }
 
 void RowPainter::paintMark(const RowContent& row, QPoint origin, ColumnRange columns, QColor background, QColor text) {
-  const CellMetrics& cell = m_fonts.metrics();
-  const QRect area(origin.x() + columns.begin * cell.width, origin.y(), (columns.end - columns.begin) * cell.width,
-                   cell.height);
+  const QRect area = cellsOf(columns, origin);
   m_painter.save();
   m_painter.setClipRect(area, Qt::IntersectClip);
   m_painter.fillRect(area, background);
   for (const StyledPiece& piece : row.pieces) {
-    if (piece.column >= columns.end || piece.column + widthOf(piece) <= columns.begin) continue;
+    if (piece.column >= columns.end || columnsOf(piece).end <= columns.begin) continue;
     paintText(piece, origin, text);
     paintLines(piece, origin, text);
   }
   m_painter.restore();
 }
 
-void RowPainter::paintBackgrounds(const RowContent& row, QPoint origin) {
+QRect RowPainter::cellsOf(ColumnRange columns, QPoint origin) const {
   const CellMetrics& cell = m_fonts.metrics();
+  return {origin.x() + columns.begin.value * cell.width, origin.y(),
+          (columns.end.value - columns.begin.value) * cell.width, cell.height};
+}
+
+void RowPainter::paintBackgrounds(const RowContent& row, QPoint origin) {
   for (const StyledPiece& piece : row.pieces) {
     if (!piece.attributes.background) continue;
-    m_painter.fillRect(origin.x() + piece.column * cell.width, origin.y(), widthOf(piece) * cell.width, cell.height,
-                       toQColor(*piece.attributes.background));
+    m_painter.fillRect(cellsOf(columnsOf(piece), origin), toQColor(*piece.attributes.background));
   }
 }
 
@@ -66,7 +64,7 @@ void RowPainter::paintText(const StyledPiece& piece, QPoint origin, QColor color
   m_glyphs.clear();
   m_positions.clear();
   const int baseline = origin.y() + cell.baseline;
-  int x = origin.x() + piece.column * cell.width;
+  int x = origin.x() + piece.column.value * cell.width;
   for (const char character : piece.text) {
     if (const std::uint32_t glyph = m_fonts.glyph(face.weight, face.slant, character); glyph != 0) {
       m_glyphs.push_back(glyph);
@@ -84,8 +82,8 @@ void RowPainter::paintText(const StyledPiece& piece, QPoint origin, QColor color
 void RowPainter::paintLines(const StyledPiece& piece, QPoint origin, QColor color) {
   const CellMetrics& cell = m_fonts.metrics();
   const auto line = [&](int top) {
-    m_painter.fillRect(origin.x() + piece.column * cell.width, origin.y() + top, widthOf(piece) * cell.width,
-                       cell.lineThickness, color);
+    const QRect cells = cellsOf(columnsOf(piece), origin);
+    m_painter.fillRect(cells.x(), cells.y() + top, cells.width(), cell.lineThickness, color);
   };
   if (piece.attributes.underline == Line::Single) line(cell.underlineTop);
   if (piece.attributes.strikethrough == Line::Single) line(cell.strikethroughTop);

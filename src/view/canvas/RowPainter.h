@@ -4,6 +4,7 @@
 #include <QGlyphRun>
 #include <QPainter>
 #include <QPoint>
+#include <QRect>
 #include <vector>
 
 #include "view/canvas/CanvasFonts.h"
@@ -13,8 +14,10 @@ namespace zolt {
 
 /// A range of columns; `end` is not included.
 struct ColumnRange {
-  int begin = 0;
-  int end = 0;
+  CanvasColumn begin;
+  CanvasColumn end;
+
+  bool empty() const { return begin >= end; }
 };
 
 /// Paints rows of text. The painter's coordinates are device pixels.
@@ -35,6 +38,8 @@ class RowPainter {
   void paintBackgrounds(const RowContent& row, QPoint origin);
   void paintText(const StyledPiece& piece, QPoint origin, QColor color);
   void paintLines(const StyledPiece& piece, QPoint origin, QColor color);
+  /// The cells of `columns` in a row whose top left corner is at `origin`.
+  QRect cellsOf(ColumnRange columns, QPoint origin) const;
 
   QPainter& m_painter;
   CanvasFonts& m_fonts;

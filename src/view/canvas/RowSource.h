@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -14,6 +15,14 @@ using CanvasPosition = std::uint64_t;
 /// A row of the wrapped text, from 0 at the top.
 using CanvasRow = std::int64_t;
 
+/// A column of a row, from 0 at the left. A type of its own, since rows, columns and positions are all whole numbers
+/// that stand beside each other in the functions below.
+struct CanvasColumn {
+  int value = 0;
+
+  friend auto operator<=>(const CanvasColumn&, const CanvasColumn&) = default;
+};
+
 /// A range of text; `end` is not included.
 struct CanvasRange {
   CanvasPosition begin = 0;
@@ -25,7 +34,7 @@ struct CanvasRange {
 
 /// Text in one style whose characters take one column each, from `column` of its row on.
 struct StyledPiece {
-  int column = 0;
+  CanvasColumn column;
   std::string text;
   TextAttributes attributes;
 };
@@ -33,7 +42,7 @@ struct StyledPiece {
 /// One row, ready to be painted.
 struct RowContent {
   CanvasRange range;                ///< the characters in the row, a line end not included
-  int columns = 0;                  ///< the column after the last character
+  CanvasColumn end;                 ///< the column after the last character
   std::vector<StyledPiece> pieces;  ///< in order, without tabs; gaps are blank
 };
 
@@ -65,9 +74,9 @@ class RowSource {
   /// About the row that shows `position`, without looking at text.
   virtual CanvasRow roughRowAt(CanvasPosition position) const = 0;
   /// The position in `row` before the first character at `column` or after it; the end of the row when there is none.
-  virtual CanvasPosition positionAt(CanvasRow row, int column) = 0;
+  virtual CanvasPosition positionAt(CanvasRow row, CanvasColumn column) = 0;
   /// The column of `position` in `row`; 0 before the row, the column after its last character behind it.
-  virtual int columnAt(CanvasRow row, CanvasPosition position) = 0;
+  virtual CanvasColumn columnAt(CanvasRow row, CanvasPosition position) = 0;
 
   virtual CanvasPosition size() const = 0;
   /// The text of a range as a person copies it, lines ending in LF.

@@ -7,6 +7,11 @@ namespace zolt {
 /// Device pixels, counted from the top of everything that a canvas could show.
 using Pixels = std::int64_t;
 
+/// A length in logical pixels, as Qt's widgets and events count; `TextCanvas::toDevice` makes device pixels of it.
+struct LogicalPixels {
+  double value = 0;
+};
+
 /// How a content of any height is moved through a window of a few hundred pixels by a scroll bar that counts in `int`.
 /// A value; pure arithmetic.
 struct ScrollModel {

@@ -86,8 +86,12 @@ void TextCanvas::addActions() {
   add(tr("Select All"), Qt::Key_A, &TextCanvas::selectAll);
 }
 
-Pixels TextCanvas::toDevice(double logical) const {
-  return std::llround(logical * m_fonts->scale());
+Pixels TextCanvas::toDevice(LogicalPixels length) const {
+  return std::llround(length.value * m_fonts->scale());
+}
+
+Pixels TextCanvas::deviceHeight() const {
+  return toDevice({static_cast<double>(viewport()->height())});
 }
 
 void TextCanvas::contentChanged() {
@@ -100,8 +104,8 @@ void TextCanvas::scrollToEndOfDocument() {
 }
 
 ScrollModel TextCanvas::scrollModel() const {
-  return {.contentHeight = m_source->rowCount() * m_fonts->metrics().height + 2 * toDevice(inset),
-          .viewportHeight = toDevice(viewport()->height())};
+  return {.contentHeight = m_source->rowCount() * m_fonts->metrics().height + 2 * toDevice({inset}),
+          .viewportHeight = deviceHeight()};
 }
 
 Pixels TextCanvas::offsetNow() {
@@ -158,12 +162,12 @@ void TextCanvas::makeFrameNow() {
 // Finds the rows in view, as the source now has them, into m_frame and m_rows.
 void TextCanvas::layOut() {
   const Pixels rowHeight = m_fonts->metrics().height;
-  const Pixels viewportHeight = toDevice(viewport()->height());
+  const Pixels viewportHeight = deviceHeight();
   m_source->sync();
   for (int round = 0; round < kLayoutRounds; ++round) {
     const std::uint64_t generation = m_source->generation();
     const Pixels offset = offsetNow();
-    const Pixels top = offset - toDevice(inset);
+    const Pixels top = offset - toDevice({inset});
     const CanvasRow first = std::max<Pixels>(top, 0) / rowHeight;
     const CanvasRow last = std::min<CanvasRow>((top + viewportHeight - 1) / rowHeight, m_source->rowCount() - 1);
     m_rows.clear();
@@ -186,7 +190,7 @@ void TextCanvas::makeFrame() {
   layOut();
   updateScrollBar();
   if (!m_refineTimer.isActive()) m_refineTimer.start();
-  const FrameDamage damage = compareFrames(before, m_frame, toDevice(viewport()->height()));
+  const FrameDamage damage = compareFrames(before, m_frame, deviceHeight());
   const double logicalShift = static_cast<double>(damage.shift) / m_fonts->scale();
   const bool movable = logicalShift == std::floor(logicalShift);
   if (!comparable || damage.everything || !movable || !m_preedit.isEmpty()) {
@@ -218,7 +222,7 @@ void TextCanvas::paintEvent(QPaintEvent* event) {
   // Device pixels: glyphs are drawn at their own size, and nothing falls between two pixels.
   painter.scale(1 / scale, 1 / scale);
   RowPainter rows(painter, *m_fonts);
-  const QPoint origin(static_cast<int>(toDevice(inset)), static_cast<int>(m_frame.firstRowTop));
+  const QPoint origin(static_cast<int>(toDevice({inset})), static_cast<int>(m_frame.firstRowTop));
   for (const QRect& logical : event->region()) {
     const QRectF area(logical.x() * scale, logical.y() * scale, logical.width() * scale, logical.height() * scale);
     painter.setClipRect(area);
@@ -313,8 +317,8 @@ QRectF TextCanvas::rectOf(CanvasPosition position) {
     const bool inRow =
         position >= range.begin && (position < range.end || (position == range.end && i + 1 == m_rows.size()));
     if (!inRow) continue;
-    const int column = m_source->columnAt(m_source->rowAt(range.begin), position);
-    return {(static_cast<double>(toDevice(inset)) + column * cell.width) / scale,
+    const int column = m_source->columnAt(m_source->rowAt(range.begin), position).value;
+    return {(static_cast<double>(toDevice({inset})) + column * cell.width) / scale,
             static_cast<double>(m_frame.firstRowTop + static_cast<Pixels>(i) * cell.height) / scale, cell.width / scale,
             cell.height / scale};
   }

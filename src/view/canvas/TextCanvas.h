@@ -63,9 +63,9 @@ class TextCanvas : public QAbstractScrollArea {
   void marksChanged();
   /// Shows the places of these ranges in the scroll bar.
   void markScrollBar(const std::vector<CanvasRange>& ranges);
-  /// Scrolls, if need be, so that `range` is in view and below the topmost `covered` logical pixels, with something
+  /// Scrolls, if need be, so that `range` is in view and below the topmost `covered` pixels, with something
   /// around it.
-  void reveal(CanvasRange range, int covered);
+  void reveal(CanvasRange range, LogicalPixels covered);
   /// The text in view.
   CanvasRange rangeInView();
 
@@ -128,7 +128,9 @@ class TextCanvas : public QAbstractScrollArea {
   ScrollModel scrollModel() const;
   Pixels offsetNow();
   void setOffset(Pixels offset);
-  Pixels toDevice(double logical) const;
+  Pixels toDevice(LogicalPixels length) const;
+  /// Of the viewport.
+  Pixels deviceHeight() const;
   void updateRows(const std::vector<std::size_t>& rows);
   void paintMarks(class RowPainter& painter, std::size_t row, QPoint origin);
   void paintPreedit(QPainter& painter);

@@ -41,11 +41,11 @@ void TextCanvas::markScrollBar(const std::vector<CanvasRange>& ranges) {
   m_bar->setMarks(std::move(marks));
 }
 
-void TextCanvas::reveal(CanvasRange range, int covered) {
+void TextCanvas::reveal(CanvasRange range, LogicalPixels covered) {
   m_source->sync();
-  const Pixels height = toDevice(viewport()->height());
+  const Pixels height = deviceHeight();
   const Pixels rowHeight = m_fonts->metrics().height;
-  const Pixels top = m_source->rowAt(range.begin) * rowHeight + toDevice(inset);
+  const Pixels top = m_source->rowAt(range.begin) * rowHeight + toDevice({inset});
   const Pixels offset = offsetNow();
   if (top >= offset + toDevice(covered) && top + rowHeight <= offset + height) return;
   // Asked again: looking there may have moved rows.

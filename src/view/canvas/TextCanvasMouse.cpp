@@ -49,14 +49,14 @@ class SelectedLater : public QMimeData {
 CanvasPosition TextCanvas::positionAt(QPointF point) {
   if (m_rows.empty()) return 0;
   const CellMetrics& cell = m_fonts->metrics();
-  const Pixels y = toDevice(point.y()) - m_frame.firstRowTop;
+  const Pixels y = toDevice({point.y()}) - m_frame.firstRowTop;
   const auto index = std::clamp<Pixels>(y / cell.height, 0, std::ssize(m_rows) - 1);
   const CanvasRange range = m_rows[static_cast<std::size_t>(index)].range;
   if (y < 0) return range.begin;
   // Below the last row is its end.
   if (y >= std::ssize(m_rows) * cell.height) return range.end;
-  const double column = static_cast<double>(toDevice(point.x()) - toDevice(inset)) / cell.width;
-  return m_source->positionAt(m_source->rowAt(range.begin), static_cast<int>(std::lround(std::max(column, 0.0))));
+  const double column = static_cast<double>(toDevice({point.x()}) - toDevice({inset})) / cell.width;
+  return m_source->positionAt(m_source->rowAt(range.begin), {static_cast<int>(std::lround(std::max(column, 0.0)))});
 }
 
 CanvasRange TextCanvas::selectableUnit(QPointF point, SelectionUnit unit) {
@@ -178,7 +178,7 @@ void TextCanvas::timerEvent(QTimerEvent* event) {
     return;
   }
   const double beyond = m_pointer->y() < 0 ? m_pointer->y() : std::max(m_pointer->y() - viewport()->height() + 1, 0.0);
-  scrollTo(scrollOffset() + toDevice(beyond));
+  scrollTo(scrollOffset() + toDevice({beyond}));
   makeFrame();
   extendSelection(*m_pointer);
 }
@@ -190,7 +190,7 @@ void TextCanvas::wheelEvent(QWheelEvent* event) {
         static_cast<double>(event->angleDelta().y()) / kWheelUnitsPerNotch * QApplication::wheelScrollLines();
     logical = rows * m_fonts->metrics().height / m_fonts->scale();
   }
-  if (logical != 0) scrollTo(scrollOffset() - toDevice(logical));
+  if (logical != 0) scrollTo(scrollOffset() - toDevice({logical}));
   event->accept();
 }
 

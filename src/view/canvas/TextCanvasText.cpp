@@ -33,9 +33,9 @@ QVariant TextCanvas::inputMethodQuery(Qt::InputMethodQuery query) const {
       // The candidate window opens at the end of the last row in view: where the next output will stand.
       const CellMetrics& cell = m_fonts->metrics();
       const double scale = m_fonts->scale();
-      const int column = m_rows.empty() ? 0 : m_rows.back().columns;
+      const int column = m_rows.empty() ? 0 : m_rows.back().end.value;
       const Pixels last = std::max<Pixels>(std::ssize(m_rows) - 1, 0);
-      return QRectF((static_cast<double>(toDevice(inset)) + column * cell.width) / scale,
+      return QRectF((static_cast<double>(toDevice({inset})) + column * cell.width) / scale,
                     static_cast<double>(m_frame.firstRowTop + last * cell.height) / scale, cell.width / scale,
                     cell.height / scale)
           .toRect();
