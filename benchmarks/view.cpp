@@ -72,7 +72,7 @@ int main(int argc, char** argv) {
       view.resize(width, 600);
       paint(view);
     }));
-    // What the event loop then has to do is not the resize's.
+    // Work that the resize left for the event loop is not counted.
     QApplication::processEvents();
   }
   tell("view, 100 million lines: slowest of 60 resizes, painted", resizes);

@@ -13,7 +13,7 @@
 
 namespace zolt {
 
-/// The content of a terminal window: its terminal, on black, and beside it the sidebar while that is wanted.
+/// The content of a terminal window: its terminal, on black, and beside it the sidebar while that is shown.
 ///
 /// Owns the terminal's controller, which is made when the view is first shown, or asked for. Reacts to the
 /// notifications of Notifications.h: every view clears its terminal, every view shows or hides its sidebar. Main

@@ -166,7 +166,7 @@ void FindBar::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape) {
     Q_EMIT closeWanted();
   } else {
-    // No key that the bar makes nothing of goes on to what it lies on.
+    // Keys that mean nothing here must not reach the terminal below.
     event->accept();
   }
 }

@@ -12,7 +12,8 @@
 
 namespace zolt {
 
-/// The bar in which one types what to find. It shows what it is told and tells what the user wants. Main thread.
+/// The find bar: a field for the query, its options, and buttons to walk through the matches. It shows what it is given
+/// and reports what the user does; it searches nothing itself. Main thread.
 class FindBar : public QWidget {
   Q_OBJECT
 
@@ -22,22 +23,22 @@ class FindBar : public QWidget {
   QString query() const { return m_query->text(); }
   FindOptions options() const;
 
-  /// What has been found: the number of the match that one is at, if known, and how many there are.
+  /// What has been found: the number of the current match, if known, and how many there are.
   struct Progress {
     std::optional<std::uint64_t> current;
     std::uint64_t count = 0;
     bool searching = false;
   };
   void showProgress(const Progress& progress);
-  /// Why nothing is sought; empty for nothing to say.
+  /// Why the query cannot be searched for; empty when it can.
   void showProblem(const QString& sentence);
   void showNothing();
 
-  /// Where on the view the bar lies: at the right, so many pixels from an edge.
+  /// Where the bar lies on the view: at its right, near this edge.
   enum class Edge { Top, Bottom };
-  /// Puts the bar at that edge of `area`, as wide as it needs and fits.
+  /// Puts the bar at that edge of `area`: as wide as it needs to be, and no wider than fits.
   void placeIn(const QRect& area, Edge edge);
-  /// Where it lies, or would, at that edge.
+  /// Where the bar would lie at that edge.
   QRect geometryAt(Edge edge) const;
   /// Takes the keyboard, with `query` in the field unless it is empty, all of it selected.
   void takeKeyboard(const QString& query);

@@ -7,12 +7,12 @@ namespace zolt {
 
 namespace {
 
-// What grows is shown so often.
+// The bar and the scroll bar are brought up to date this often while a search goes on.
 constexpr std::chrono::milliseconds kShownEvery{80};
 constexpr qsizetype kLongestPhrase = 200;
 constexpr int kAroundBar = 4;  // logical pixels between the bar and a match
 
-// A word that was copied with its line's end is still that word.
+// A word that was copied together with its line end is still that word.
 QString withoutLineEnds(QString text) {
   const auto isLineEnd = [](QChar c) {
     return c == QLatin1Char('\n') || c == QLatin1Char('\r') || c == QChar::LineSeparator ||
@@ -92,7 +92,7 @@ void Finder::close() {
   m_view.setFocus();
 }
 
-// What is selected, where it is short and part of one line.
+// The selection, if it is short and within one line.
 QString Finder::selectedPhrase() const {
   const CanvasRange range = m_view.selection().range();
   if (range.end - range.begin > static_cast<CanvasPosition>(kLongestPhrase)) return {};
@@ -117,7 +117,7 @@ void Finder::searchAnew() {
   m_session.search(pattern.value(), m_from);
 }
 
-// At once what is in view, and soon the rest.
+// Marks in view change at once, the numbers a moment later.
 void Finder::searchChanged() {
   m_view.marksChanged();
   if (!m_shownLater->isActive()) m_shownLater->start(kShownEvery);
@@ -142,7 +142,7 @@ void Finder::showCurrent() {
   searchChanged();
 }
 
-// At the top, unless the match that one is at would lie under it: the first rows of a text cannot be scrolled down.
+// At the top, unless it would cover the current match: the first rows of a text cannot be scrolled out from under it.
 void Finder::placeBar() {
   const QRect area = m_view.geometry();
   m_bar->placeIn(area, FindBar::Edge::Top);

@@ -11,8 +11,8 @@
 
 namespace zolt {
 
-/// Find in a terminal's output: the bar, the search behind it, and what is marked. The bar lies on the view and takes
-/// none of its room, so that the terminal keeps its size. Main thread.
+/// Find in a terminal's output: the bar, the search behind it, and the marks. The bar lies on top of the view, so that
+/// the terminal keeps its size. Main thread.
 class Finder : public QObject {
   Q_OBJECT
 
@@ -21,14 +21,14 @@ class Finder : public QObject {
   explicit Finder(TerminalNSTextView& view, Clock& clock = Clock::steady());
   ~Finder() override;
 
-  /// Shows the bar and gives it the keyboard; with what is selected, where that is part of one line.
+  /// Shows the bar and gives it the keyboard. A selection within one line becomes the query.
   void open();
-  /// Looks for what is selected, without the bar taking the keyboard.
+  /// Searches for the selection; the terminal keeps the keyboard.
   void findSelection();
-  /// Opens the bar where nothing is sought.
+  /// Go to the next or previous match, or open the bar when it is closed.
   void next();
   void previous();
-  /// Hides the bar and selects the match that one was at.
+  /// Hides the bar and selects the current match.
   void close();
   bool isOpen() const { return m_bar != nullptr && !m_bar->isHidden(); }
 

@@ -26,7 +26,7 @@ void SidebarSlot::setRevealed(bool revealed) {
   m_revealed = revealed;
   Q_EMIT aboutToMove();
   if (revealed) {
-    // Always a new one, also where the old is still on its way out.
+    // Always a new one, even while the old is still sliding out.
     delete std::exchange(m_content, nullptr);
     m_content = m_makeContent(this);
     m_content->setFixedWidth(fullWidth);
@@ -34,7 +34,7 @@ void SidebarSlot::setRevealed(bool revealed) {
     m_content->show();
   }
   show();
-  // A change of mind turns around where it is.
+  // A toggle in the middle of a slide turns it around where it is.
   m_animation.stop();
   m_animation.setStartValue(width());
   m_animation.setEndValue(revealed ? fullWidth : 0);

@@ -8,7 +8,7 @@ namespace zolt {
 
 /// A place at the left edge of a window whose content slides in and out.
 ///
-/// The content exists only while it is shown. It keeps its width while it slides: the slot uncovers it. Main thread.
+/// The content exists only while it is shown. It keeps its full width while it slides in or out. Main thread.
 class SidebarSlot : public QWidget {
   Q_OBJECT
 
@@ -22,7 +22,7 @@ class SidebarSlot : public QWidget {
   /// Null while there is none.
   QWidget* content() const { return m_content; }
   bool isMoving() const { return m_animation.state() == QAbstractAnimation::Running; }
-  /// Slides, or jumps where the desktop wants no animations and while the slot is not on screen.
+  /// Slides in or out; in one step where the desktop has animations turned off, or while the slot is not on screen.
   void setRevealed(bool revealed);
 
  Q_SIGNALS:

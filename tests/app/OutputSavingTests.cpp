@@ -207,7 +207,7 @@ TEST_F(OutputSavingTest, SaysInAMessageWhatWentWrong) {
   auto* box = shownChild<QMessageBox>();
   EXPECT_FALSE(saving().isSaving());
   EXPECT_EQ(box->text(), QStringLiteral("The output was not saved."));
-  EXPECT_EQ(box->informativeText(), QStringLiteral("The folder for “such.txt” is not there any more."));
+  EXPECT_EQ(box->informativeText(), QStringLiteral("The folder for “such.txt” does not exist."));
   QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
   EXPECT_TRUE(waitFor([this] { return shownChild<QMessageBox>() == nullptr; }));
 }

@@ -277,14 +277,14 @@ TEST_F(OutputSaverTest, SaysWhatWentWrong) {
   start(TextStorage(), folder.filePath(QStringLiteral("no/such.txt")));
   ASSERT_TRUE(waitForEnd());
   EXPECT_EQ(finished, 0);
-  EXPECT_EQ(failures, QStringList(QStringLiteral("The folder for “such.txt” is not there any more.")));
+  EXPECT_EQ(failures, QStringList(QStringLiteral("The folder for “such.txt” does not exist.")));
   EXPECT_EQ(names(), QStringList());
 }
 
 TEST_F(OutputSaverTest, ReplacesNothingThatIsNoFile) {
   start(TextStorage(), QStringLiteral("/dev/null"));
   ASSERT_TRUE(waitForEnd());
-  EXPECT_EQ(failures, QStringList(QStringLiteral("“null” is no file, and is not replaced by one.")));
+  EXPECT_EQ(failures, QStringList(QStringLiteral("“null” is not a regular file and was not replaced.")));
 }
 
 TEST(SaveErrorText, IsASentenceAboutTheFileWhateverTheError) {

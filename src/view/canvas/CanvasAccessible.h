@@ -6,7 +6,7 @@ namespace zolt {
 
 class TextCanvas;
 
-/// What screen readers learn of a text canvas: the rows in view, as text whose lines end in LF.
+/// A text canvas as screen readers see it: the rows in view, as text with an LF between two rows.
 ///
 /// Offsets count from the first character in view: a history has more characters than an `int` can count. Main thread.
 class CanvasAccessible : public QAccessibleWidget, public QAccessibleTextInterface {

@@ -6,10 +6,10 @@
 
 namespace zolt {
 
-/// What of a row stands out as found.
+/// The search results in a row.
 struct RowMarks {
   std::vector<CanvasRange> found;  ///< in order
-  CanvasRange current;             ///< the part of the row that belongs to the match one is at; not in `found`
+  CanvasRange current;             ///< the part of the current match in this row; not in `found`
 
   friend bool operator==(const RowMarks&, const RowMarks&) = default;
 };

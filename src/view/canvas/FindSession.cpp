@@ -15,15 +15,15 @@ namespace zolt {
 
 namespace {
 
-// A job goes on for so long, and then tells what it has found.
+// A job runs for this long, then reports what it has found.
 constexpr std::chrono::milliseconds kJobTime{15};
-// The most segments of a job: about what a job comes to.
+// The maximum of segments in a job: about as many as one gets through.
 constexpr std::size_t kJobSegments = 16;
-// And as soon as it has found so much.
+// A job also reports as soon as it has found this many matches.
 constexpr std::size_t kJobMatches = std::size_t{1} << 18;
-// How often what comes in is searched.
+// How often new text is searched.
 constexpr std::chrono::milliseconds kTailInterval{100};
-// A segment takes a few milliseconds. What takes a thousand times as long would never come to an end.
+// A segment takes a few milliseconds. A pattern that takes a thousand times as long would never finish.
 constexpr std::chrono::seconds kSegmentTime{4};
 
 // Jobs at once: decompressing keeps a processor busy.
@@ -31,7 +31,7 @@ std::size_t maxJobs() {
   return std::clamp(std::thread::hardware_concurrency(), 1U, 4U);
 }
 
-// The processor time of this thread: what others do does not count.
+// The processor time of this thread, so that a busy machine does not count against the pattern.
 std::chrono::nanoseconds threadTime() {
   timespec time{};
   clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
@@ -76,7 +76,7 @@ void FindSession::search(const FindPattern& pattern, CanvasPosition from) {
 }
 
 void FindSession::stop() {
-  // Jobs that are under way go on to the next place where they look, and what they tell then is nobody's.
+  // Running jobs stop where they next check the flag; what they report after that is ignored.
   if (m_stop) *std::exchange(m_stop, nullptr) = true;
   m_underWay.clear();
   m_pattern.reset();
@@ -115,7 +115,7 @@ std::optional<FindSession::Segments> FindSession::nextSegments() {
     const std::size_t segment = takeLast(m_wanted);
     if (m_results.matchesIn(segment) == nullptr && !isUnderWay(segment)) return Segments{segment, segment + 1};
   }
-  // Not while somebody is at it, whose text is older: the latest to be told must be the latest to have looked.
+  // Not while a job is at it whose text is older: its result would arrive last and replace the newer one.
   const auto stale = std::ranges::find_if(m_stale, [this](std::size_t segment) { return !isUnderWay(segment); });
   if (stale != m_stale.end()) {
     const Segments segments{*stale, *stale + 1};
@@ -216,7 +216,7 @@ void FindSession::go(Direction direction) {
   pump();
 }
 
-// Goes on with the walk that is under way as far as the results reach.
+// Continues the walk as far as the results reach.
 void FindSession::walk() {
   while (m_walk) {
     const std::size_t segment = segmentAt(m_text, m_walk->from);
@@ -256,7 +256,7 @@ std::vector<CanvasRange> FindSession::spread() const {
   return ranges;
 }
 
-// The segment's matches; where they are not at hand they will be, and this is told then.
+// The segment's matches. Where they are not at hand the segment is searched, and resultsChanged says so then.
 const std::vector<FindMatch>* FindSession::matchesIn(std::size_t segment) {
   const std::vector<FindMatch>* matches = m_results.matchesIn(segment);
   if (matches == nullptr && segment < segmentCount(m_text)) {
@@ -266,7 +266,7 @@ const std::vector<FindMatch>* FindSession::matchesIn(std::size_t segment) {
   return matches;
 }
 
-// Of the newest text, where plain text is sought: what rushes by would be out of view before a job had looked at it.
+// In the newest text, for a plain query: under load a row would be out of view before a job had searched it.
 std::optional<std::vector<FindMatch>> FindSession::matchesAtOnce(CanvasRange row, std::size_t segment) const {
   const bool isNewest = segment + 2 >= segmentCount(m_text);
   if (!isNewest || !std::holds_alternative<PlainNeedle>(m_pattern->matcher())) return std::nullopt;

@@ -16,10 +16,10 @@
 
 namespace zolt {
 
-/// A search of a text that grows: what has been found so far, and the match that one is at.
+/// A search of a growing text: the matches found so far, and the current match.
 ///
-/// The text is searched on other threads, the newest first, a few milliseconds' worth at a time; what comes meanwhile
-/// is searched soon after it has come. Whoever walks or looks somewhere is served first. Main thread.
+/// The text is searched on worker threads, newest first, a few milliseconds' worth at a time; new text is searched soon
+/// after it arrives. What is needed for the next match, or to paint the rows in view, is searched first. Main thread.
 class FindSession : public QObject, public CanvasMarks {
   Q_OBJECT
 
@@ -28,34 +28,36 @@ class FindSession : public QObject, public CanvasMarks {
   explicit FindSession(const TextStorage& text, Clock& clock = Clock::steady());
   ~FindSession() override;
 
-  /// Looks for `pattern` from now on, and goes to the last match that begins before `from`, else to the first.
+  /// Searches for `pattern` from now on. The current match will be the last that begins before `from`, or the last of
+  /// all when there is none before it.
   void search(const FindPattern& pattern, CanvasPosition from);
-  /// Looks for nothing.
+  /// Ends the search.
   void stop();
   bool isActive() const { return m_pattern.has_value(); }
-  /// Tells that the text has grown.
+  /// To be called when the text has grown.
   void textGrew();
 
   /// Matches found so far.
   std::uint64_t count() const { return m_results.count(); }
-  /// Whether there is text that has not been searched, beyond what has just come.
+  /// Whether some of the text is yet to be searched, not counting what has just arrived.
   bool isSearching() const;
-  /// The match that one is at; none at first, or where there is none.
+  /// The current match; none at first, and where nothing matches.
   std::optional<FindMatch> current() const { return m_current; }
   /// Its number, from 1 at the top; nothing until all text before it has been searched.
   std::optional<std::uint64_t> numberOfCurrent() const;
-  /// To the match before or after the current one, around the ends. Where that is not known yet, as soon as it is.
+  /// Go to the match before or after the current one, wrapping around at the ends. Where that match is not known yet,
+  /// it becomes current as soon as it is found.
   void goBackward() { go(Direction::Backward); }
   void goForward() { go(Direction::Forward); }
 
-  /// Where matches are, for a scroll bar.
+  /// Where in the text there are matches, for a scroll bar.
   std::vector<CanvasRange> spread() const;
   RowMarks marksIn(CanvasRange row) override;
 
  Q_SIGNALS:
-  /// More is known, or something else is sought.
+  /// More has been found, or the search has changed.
   void resultsChanged();
-  /// One is at another match.
+  /// There is another current match.
   void currentChanged();
   /// The search was given up: the pattern takes too long on this text.
   void gaveUp();

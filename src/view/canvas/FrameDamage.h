@@ -31,7 +31,7 @@ struct FrameDamage {
   Pixels shift = 0;
   /// Rows of the new frame, by index, that must be painted after the move.
   std::vector<std::size_t> dirtyRows;
-  /// Whether everything has to be painted; `shift` and `dirtyRows` then say nothing.
+  /// Whether everything has to be painted; `shift` and `dirtyRows` mean nothing then.
   bool everything = false;
 };
 

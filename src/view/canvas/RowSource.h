@@ -48,13 +48,13 @@ struct RowContent {
 
 /// What a text canvas shows: wrapped rows of styled text, and how rows, columns and positions belong together.
 ///
-/// All row numbers are as of the last `sync` or `setColumns`; looking at rows may correct estimates, which `generation`
-/// tells. Main thread.
+/// Row numbers are as of the last `sync` or `setColumns`. Fetching rows may correct estimates and so move rows; then
+/// `generation` changes. Main thread.
 class RowSource {
  public:
   virtual ~RowSource() = default;
 
-  /// Takes over what is new.
+  /// Takes in text that was appended.
   virtual void sync() = 0;
   virtual int columns() const = 0;
   /// Wraps at `columns`, 1 or more.
@@ -71,11 +71,12 @@ class RowSource {
   /// The characters of a row, without the cost of its content.
   virtual CanvasRange rowRange(CanvasRow row) = 0;
   virtual CanvasRow rowAt(CanvasPosition position) = 0;
-  /// About the row that shows `position`, without looking at text.
+  /// An estimate of the row that shows `position`, without fetching any text.
   virtual CanvasRow roughRowAt(CanvasPosition position) const = 0;
   /// The position in `row` before the first character at `column` or after it; the end of the row when there is none.
   virtual CanvasPosition positionAt(CanvasRow row, CanvasColumn column) = 0;
-  /// The column of `position` in `row`; 0 before the row, the column after its last character behind it.
+  /// The column of `position` in `row`: 0 for a position before the row, the column after the last character for one
+  /// past its end.
   virtual CanvasColumn columnAt(CanvasRow row, CanvasPosition position) = 0;
 
   virtual CanvasPosition size() const = 0;

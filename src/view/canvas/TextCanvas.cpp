@@ -141,7 +141,7 @@ void TextCanvas::scrollTo(Pixels offset) {
 }
 
 void TextCanvas::scrollContentsBy(int, int) {
-  // The bar's value has changed: by the user, or by updateScrollBar, which has nothing new to say.
+  // The bar's value has changed: the user moved it, or updateScrollBar set it to what the view shows already.
   if (!m_updatingBar) scrollTo(scrollModel().offsetFor(m_bar->value()));
 }
 

@@ -35,19 +35,19 @@ class TextCanvas : public QAbstractScrollArea {
   explicit TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent = nullptr, Clock& clock = Clock::steady());
   ~TextCanvas() override;
 
-  /// The room for text that a canvas of `size`, in logical pixels, will have on a screen of `scale`.
+  /// The terminal size of a canvas of `size`, in logical pixels, on a screen with `scale` device pixels to one of them.
   static TerminalSize gridSizeFor(QSize size, double scale);
 
   RowSource& source() { return *m_source; }
   TerminalSize gridSize() const { return m_gridSize; }
   const CellMetrics& cellMetrics() const { return m_fonts->metrics(); }
 
-  /// Tells that the source has more to show.
+  /// To be called when the source has more to show.
   void contentChanged();
   /// Shows the end of the text from now on, until the user scrolls away from it.
   void scrollToEndOfDocument();
   bool isAtEnd() const { return m_atEnd; }
-  /// Pixels from the top of the text to the top of the view, and the most there can be.
+  /// The distance from the top of the text to the top of the view, and its maximum.
   Pixels scrollOffset();
   Pixels scrollMaximum();
   void scrollTo(Pixels offset);
@@ -57,14 +57,13 @@ class TextCanvas : public QAbstractScrollArea {
   /// Makes the frame that is due now instead of at the next refresh.
   void makeFrameNow();
 
-  /// Marks what `marks` says, or nothing; it must outlive the canvas or be taken away.
+  /// Paints the marks of `marks`, or none. It must outlive the canvas or be replaced before it goes.
   void setMarks(CanvasMarks* marks);
-  /// Tells that the marks are others.
+  /// To be called when the marks have changed.
   void marksChanged();
   /// Shows the places of these ranges in the scroll bar.
   void markScrollBar(const std::vector<CanvasRange>& ranges);
-  /// Scrolls, if need be, so that `range` is in view and below the topmost `covered` pixels, with something
-  /// around it.
+  /// Scrolls, if need be, so that `range` is in view below the topmost `covered` pixels, with some context around it.
   void reveal(CanvasRange range, LogicalPixels covered);
   /// The text in view.
   CanvasRange rangeInView();
@@ -83,8 +82,8 @@ class TextCanvas : public QAbstractScrollArea {
 
   /// The position nearest to a point of the viewport, in logical pixels.
   CanvasPosition positionAt(QPointF point);
-  /// The rows in view as text, each but the last ending in LF; and how its characters belong to positions. What is
-  /// above or below the view has the offset or position of its first or last character.
+  /// The rows in view as text, with an LF between two rows, and the mapping between its characters and positions. What
+  /// lies above or below the view maps to the first or last character.
   QString visibleText() const;
   CanvasPosition positionOfVisible(int offset) const;
   int visibleOffsetOf(CanvasPosition position) const;

@@ -1,4 +1,4 @@
-// What is found: marked in the text and in the scroll bar, and brought into view.
+// Search results: marked in the text and in the scroll bar, and scrolled into view.
 #include <algorithm>
 
 #include "controls/ThinScrollBar.h"
@@ -10,10 +10,10 @@ namespace zolt {
 
 namespace {
 
-// Black text on either: it can be read on a bright ground whatever colour it had.
+// Both bright, with black text: readable whatever colour the text had.
 constexpr QRgb kFound = 0xFFCFB04A;
 constexpr QRgb kCurrent = 0xFFFF7F24;
-// What comes into view stands this far down.
+// How far down the view a match appears that is scrolled to, as a part of its height.
 constexpr double kRevealedAt = 1.0 / 3;
 
 }  // namespace
@@ -48,7 +48,7 @@ void TextCanvas::reveal(CanvasRange range, LogicalPixels covered) {
   const Pixels top = m_source->rowAt(range.begin) * rowHeight + toDevice({inset});
   const Pixels offset = offsetNow();
   if (top >= offset + toDevice(covered) && top + rowHeight <= offset + height) return;
-  // Asked again: looking there may have moved rows.
+  // Asked again: fetching rows there may have corrected their numbers.
   scrollTo(m_source->rowAt(range.begin) * rowHeight -
            std::max(static_cast<Pixels>(static_cast<double>(height) * kRevealedAt), toDevice(covered)));
 }

@@ -22,10 +22,10 @@ namespace {
 constexpr int kAutoScrollMs = 30;
 constexpr int kWheelUnitsPerNotch = 120;  // as QWheelEvent counts: eighths of a degree, 15 degrees a notch
 
-// More than this is made into text only when somebody asks for it.
+// A longer selection is converted to text only when it is pasted.
 constexpr CanvasPosition kSelectedAtOnce = CanvasPosition{1} << 20;
 
-// What is selected, as text that is made when it is pasted; nothing once the canvas is gone.
+// The selection as text that is made when it is pasted; empty once the canvas is gone.
 class SelectedLater : public QMimeData {
  public:
   SelectedLater(const TextCanvas& canvas, CanvasRange range) : m_canvas(&canvas), m_range(range) {}
@@ -85,7 +85,7 @@ void TextCanvas::select(CanvasRange range) {
   selectionChanged();
 }
 
-// Where the platform has a selection clipboard, what is selected is in it.
+// Where the platform has a selection clipboard (X11, Wayland), a selection goes there.
 void TextCanvas::selectionChanged() {
   m_pacer.request();
   QClipboard* clipboard = QApplication::clipboard();

@@ -1,4 +1,4 @@
-// The text in view, for those who cannot see it: input methods and screen readers.
+// The text in view for input methods and screen readers.
 #include <QInputMethodEvent>
 #include <algorithm>
 
@@ -8,7 +8,7 @@ namespace zolt {
 
 namespace {
 
-// Input methods look at what is selected to be written anew: a few words.
+// Input methods ask for the selection in order to convert it again: never more than a few words.
 constexpr CanvasPosition kMaxForInputMethods = 4096;
 
 // Rows hold one character a position.

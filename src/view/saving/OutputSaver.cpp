@@ -19,9 +19,9 @@ namespace zolt {
 
 namespace {
 
-// What is written goes to the disk bit by bit: the last wait is short then, and so is the wait for a cancelled one.
+// The file is synced every so many bytes: that keeps the last sync short, and the wait when saving is cancelled.
 constexpr std::size_t kSyncBytes = std::size_t{8} << 20;
-// A disk that takes longer over what it has begun is not waited for.
+// How long the destructor waits for a slow disk.
 constexpr std::chrono::seconds kEndLimit{2};
 
 std::uint64_t sizeOf(const TextSnapshot& text) {
@@ -48,7 +48,7 @@ struct OutputSaver::Work {
   std::string temporaryFile;  // once there is one
   bool isRunning = false;
 
-  // Whether it is the first to go on from writing.
+  // Leaves the stage Writing for `next`; false when the other thread has left it already.
   bool enter(Stage next) {
     Stage expected = Stage::Writing;
     return stage.compare_exchange_strong(expected, next);

@@ -11,38 +11,37 @@
 
 namespace zolt {
 
-/// What a saved file says of how the text looked: nothing, or all that SGR sequences can say.
+/// Whether a saved file keeps the text's colours and attributes, as SGR sequences.
 enum class OutputFormat { PlainText, WithColours };
 
-/// Saves a terminal's output to a file, in the background and a block at a time.
+/// Saves a terminal's output to a file, in the background and one block at a time.
 ///
-/// The file appears, or takes the place of the one of its name, when it is complete; until then that is as it was.
-/// Begins at once. Emits one of `finished` and `failed`, neither once it is cancelled, and last of all `ended`. Main
-/// thread.
+/// The file is created, or replaces an existing one, only when it is complete. Saving begins at once. Emits either
+/// `finished` or `failed`, or neither if it was cancelled, and always `ended` last. Main thread.
 class OutputSaver : public QObject {
   Q_OBJECT
 
  public:
-  /// Between two signals of progress.
+  /// The time between two progress signals.
   static constexpr std::chrono::milliseconds progressInterval{50};
 
   OutputSaver(TextSnapshot text, OutputFormat format, const QString& file, QObject* parent = nullptr,
               WorkerQueue& queue = WorkerQueue::utility(), Clock& clock = Clock::steady());
-  /// Cancels it, and waits a moment so that no temporary file is left.
+  /// Cancels, and waits a moment so that no temporary file is left behind.
   ~OutputSaver() override;
 
-  /// Ends it. Only a file that is just being given its name gets it nevertheless, and then `finished` is emitted.
+  /// Cancels. A file that is already being moved into place is still completed, and `finished` is then emitted.
   void cancel();
-  /// As the last signal of it said.
+  /// The value last emitted.
   double progress() const { return m_told; }
 
  Q_SIGNALS:
-  /// How much is written, from 0 to 1.
+  /// The part that has been written, from 0 to 1.
   void progressed(double share);
   void finished();
   /// `reason` is a sentence.
   void failed(const QString& reason);
-  /// The background is done with it: to delete it does not wait.
+  /// The background work is over: deleting the saver does not wait any more.
   void ended();
 
  private:

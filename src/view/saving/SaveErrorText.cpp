@@ -20,7 +20,7 @@ struct Row {
 
 constexpr char kNoRoom[] = QT_TRANSLATE_NOOP("SaveErrorText", "There is not enough free space for “%1”.");
 constexpr char kNoPermission[] = QT_TRANSLATE_NOOP("SaveErrorText", "You do not have permission to write “%1”.");
-constexpr char kNoFolder[] = QT_TRANSLATE_NOOP("SaveErrorText", "The folder for “%1” is not there any more.");
+constexpr char kNoFolder[] = QT_TRANSLATE_NOOP("SaveErrorText", "The folder for “%1” does not exist.");
 
 constexpr std::array kRows{
     Row{ENOSPC, kNoRoom},
@@ -30,9 +30,9 @@ constexpr std::array kRows{
     Row{ENOENT, kNoFolder},
     Row{ENOTDIR, kNoFolder},
     Row{EROFS, QT_TRANSLATE_NOOP("SaveErrorText", "“%1” cannot be written: the disk is read-only.")},
-    Row{EFBIG, QT_TRANSLATE_NOOP("SaveErrorText", "“%1” would be larger than a file may be there.")},
+    Row{EFBIG, QT_TRANSLATE_NOOP("SaveErrorText", "“%1” would be larger than this disk allows a file to be.")},
     Row{EISDIR, QT_TRANSLATE_NOOP("SaveErrorText", "“%1” is a folder.")},
-    Row{EEXIST, QT_TRANSLATE_NOOP("SaveErrorText", "“%1” is no file, and is not replaced by one.")},
+    Row{EEXIST, QT_TRANSLATE_NOOP("SaveErrorText", "“%1” is not a regular file and was not replaced.")},
     Row{ENAMETOOLONG, QT_TRANSLATE_NOOP("SaveErrorText", "The name “%1” is too long.")},
 };
 

@@ -6,13 +6,13 @@
 
 namespace zolt {
 
-/// Lies over the bottom of another widget while its output is being saved: how far that is, and "Cancel", which Escape
-/// presses too while the panel has the keyboard. It takes no room from what it lies over, and not the keyboard either.
+/// Lies over the bottom of another widget while its output is being saved and shows the progress and a Cancel button.
+/// Escape cancels too while the panel has the keyboard. It takes neither room nor the keyboard from the widget below.
 class SavePanel : public QWidget {
   Q_OBJECT
 
  public:
-  /// A child of `over`, whose middle it keeps to. Hidden at first.
+  /// A child of `over`, in which it stays centred. Hidden at first.
   explicit SavePanel(QWidget* over);
 
   /// From 0 to 1.
