@@ -16,7 +16,7 @@ packages_for() {
     apt-display) echo xvfb ;;
     apt-test)
       echo bash zsh fish xdotool xclip x11-apps procps dbus at-spi2-core python3-gi gir1.2-atspi-2.0 python3 \
-        vim less htop tmux unicode-data ;;
+        vim less htop tmux unicode-data fonts-liberation fonts-noto-mono ;;
     apt-bench) echo procps libxcb1-dev libxcb-xtest0-dev ;;
     apt-pictures) echo imagemagick xdotool dbus ;;
     dnf-build)
@@ -25,7 +25,7 @@ packages_for() {
     dnf-wayland) echo qt6-qtwayland ;;
     dnf-display) echo xorg-x11-server-Xvfb ;;
     dnf-test) echo bash zsh fish xdotool xclip xwd procps-ng dbus-daemon at-spi2-core python3-gobject \
-        vim-enhanced less htop tmux unicode-ucd ;;
+        vim-enhanced less htop tmux unicode-ucd liberation-mono-fonts google-noto-sans-mono-fonts ;;
     dnf-bench) echo procps-ng libxcb-devel ;;
     dnf-pictures) echo ImageMagick xdotool dbus-daemon ;;
     pacman-build)
@@ -33,7 +33,8 @@ packages_for() {
         gtest ;;
     pacman-wayland) echo qt6-wayland ;;
     pacman-display) echo xorg-server-xvfb ;;
-    pacman-test) echo bash zsh fish xdotool xclip xorg-xwd procps-ng dbus at-spi2-core python-gobject vim less htop tmux unicode-character-database ;;
+    pacman-test) echo bash zsh fish xdotool xclip xorg-xwd procps-ng dbus at-spi2-core python-gobject \
+        vim less htop tmux unicode-character-database ttf-liberation noto-fonts ;;
     pacman-bench) echo procps-ng libxcb ;;
     pacman-pictures) echo imagemagick xdotool dbus ;;
     brew-build) echo cmake ninja ccache pkg-config qt utf8proc highway re2 nlohmann-json libsodium zstd googletest ;;
@@ -85,7 +86,7 @@ install_packages() {
   esac
 }
 
-# need_packages PURPOSE...: installs what is missing for build, display, test or bench, and says so.
+# need_packages PURPOSE...: installs what is missing for these purposes (build, display, test...), and says so.
 need_packages() {
   local manager missing=() purpose package
   manager=$(package_manager)

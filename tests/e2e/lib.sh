@@ -1,5 +1,10 @@
 # Sourced by the end-to-end tests: waiting, comparing, finding windows.
 
+# The fonts of the tests, where ctest says which those are.
+if [ -n "${ZOLT_TEST_FONT_FOLDER:-}" ]; then
+  export FONTCONFIG_FILE="$ZOLT_TEST_FONT_FOLDER/${ZOLT_TEST_FONT:-DejaVu Sans Mono}.conf"
+fi
+
 # Waits until a command succeeds; fails with `what` after 20 s.
 await() {
   local what=$1

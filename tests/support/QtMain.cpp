@@ -3,7 +3,8 @@
 
 #include <QApplication>
 #include <QtGlobal>
-#include <utility>
+
+#include "support/TestEnvironment.h"
 
 // The sanitizers read their suppressions before main() runs: from here in this program, from the environment in those
 // it starts.
@@ -27,27 +28,16 @@ void failOnWarning(QtMsgType type, const QMessageLogContext&, const QString& mes
   }
 }
 
-// Nothing of the user's own session takes part.
-constexpr std::pair<const char*, const char*> kEnvironment[] = {
-    {"QT_QPA_PLATFORM", "offscreen"},
-    {"XDG_RUNTIME_DIR", ZOLT_TEST_RUNTIME},
-    {"XDG_CONFIG_HOME", ZOLT_TEST_RUNTIME "/config"},
-    {"LC_ALL", "C.UTF-8"},
-    {"TSAN_OPTIONS", ZOLT_TSAN_OPTIONS},
-    {"LSAN_OPTIONS", ZOLT_LSAN_OPTIONS},
-};
-
 }  // namespace
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   testing::FLAGS_gtest_death_test_style = "threadsafe";
   if (testing::FLAGS_gtest_list_tests) return RUN_ALL_TESTS();
-  for (const auto& [name, value] : kEnvironment) {
-    qputenv(name, value);
-  }
+  const zolt::test::TestEnvironment environment;
   qInstallMessageHandler(failOnWarning);
   QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
+  if (!zolt::test::TestEnvironment::hasFontFamily()) return 1;
   return RUN_ALL_TESTS();
 }

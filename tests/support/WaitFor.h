@@ -7,8 +7,12 @@
 
 namespace zolt::test {
 
+/// How long tests wait for something to happen: on a busy machine under a sanitizer, too. Only a failing test waits so
+/// long.
+inline constexpr std::chrono::milliseconds kPatience = std::chrono::seconds(100);
+
 /// Runs the event loop until `condition` holds; false when it does not within `limit`.
-bool waitFor(const std::function<bool()>& condition, std::chrono::milliseconds limit = std::chrono::seconds(20));
+bool waitFor(const std::function<bool()>& condition, std::chrono::milliseconds limit = kPatience);
 
 /// Runs the event loop for `duration`.
 void runLoopFor(std::chrono::milliseconds duration);
