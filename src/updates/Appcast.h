@@ -15,13 +15,13 @@ namespace zolt {
 /// The package of an update.
 struct AppcastEnclosure {
   QUrl url;                           // absolute
-  QString length;                     // as it stands in the feed, in bytes; null when absent
+  QString length;                     // in bytes, as written in the feed; null when absent
   QString type;                       // the media type
-  QString edSignature;                // as it stands in the feed
+  QString edSignature;                // as written in the feed
   QString version, shortVersion, os;  // empty when absent
 };
 
-/// One version that a feed tells of.
+/// A version announced by a feed.
 struct AppcastItem {
   QString version;       // compared; never empty
   QString shortVersion;  // shown; never empty
@@ -34,8 +34,8 @@ struct AppcastItem {
   QString minimumSystemVersion;
   QString channel;  // empty: the default channel
   bool critical = false;
-  QString criticalBelow;                             // critical only for versions below this one; empty: for all
-  bool informational = false;                        // told, not installed: always where there is no enclosure
+  QString criticalBelow;       // critical only for versions below this one; empty for all versions
+  bool informational = false;  // announced, but not installed; always true without an enclosure
   std::optional<std::int64_t> phasedRolloutSeconds;  // between two groups of users
   std::optional<AppcastEnclosure> enclosure;
 };
@@ -46,13 +46,13 @@ QString systemNameInFeeds();
 /// The items of the appcast `xml` for the system `system`, in their order. Pure.
 ///
 /// An appcast is RSS 2.0 with elements and attributes of the namespace
-/// "http://www.andymatuschak.org/xml-namespaces/sparkle", whatever its prefix; items are /rss/channel/item. Addresses
-/// that are relative are so to `feed`. Of an element that occurs more than once in an item the first counts. Passed
-/// over are items without a version, with one of more than 100 characters, with packages for other systems only, with a
-/// package that has no address, and those to be told only that have no page to show.
+/// "http://www.andymatuschak.org/xml-namespaces/sparkle", whatever its prefix; items are /rss/channel/item. Relative
+/// addresses are resolved against `feed`. If an element occurs more than once in an item, the first one counts. Items
+/// are skipped if they have no version, a version of more than 100 characters, packages for other systems only, or a
+/// package without an address, and informational items if they have no page to show.
 ///
-/// Fails for what is not well-formed, has a document type (so there are no entities of its own), is nested more than 32
-/// elements deep or has more than 1000 items, and for what is XML but no RSS.
+/// Fails if the XML is not well-formed, has a document type (which excludes custom entities), is nested more than 32
+/// elements deep, has more than 1000 items, or is not RSS.
 Result<std::vector<AppcastItem>> parseAppcast(const QByteArray& xml, const QUrl& feed, const QString& system);
 
 }  // namespace zolt

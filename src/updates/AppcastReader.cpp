@@ -10,7 +10,7 @@ constexpr int kMaxDepth = 32;
 constexpr std::size_t kMaxItems = 1000;
 constexpr QLatin1String kNamespace("http://www.andymatuschak.org/xml-namespaces/sparkle");
 
-// The elements of an item that are one text.
+// The elements of an item that contain only text.
 struct TextElement {
   bool inNamespace;
   const char* name;
@@ -76,7 +76,7 @@ void AppcastReader::next() {
   }
 }
 
-// `visit` is called at the start of each child of the element at hand and reads to the child's end.
+// Calls `visit` at the start of each child of the current element; it must read to the end of the child.
 template <class Visit>
 void AppcastReader::forEachChild(Visit visit) {
   const int depth = m_depth;
@@ -91,7 +91,7 @@ void AppcastReader::skip() {
   forEachChild([this] { skip(); });
 }
 
-// The text of the element at hand, that of its children included.
+// The text of the current element and its children.
 QString AppcastReader::text() {
   const int depth = m_depth;
   QString result = QStringLiteral("");

@@ -9,26 +9,26 @@
 
 namespace zolt {
 
-/// What an item of a feed says, as it stands there; null where it says nothing.
+/// The content of an item as written in the feed; absent texts are null.
 struct AppcastDraft {
   QString title, link, published, version, shortVersion, minimumSystemVersion, releaseNotesLink, channel,
       phasedRolloutInterval, description, descriptionFormat, criticalBelow;
   bool critical = false;
   bool informational = false;
-  std::vector<AppcastEnclosure> enclosures;  // addresses as they stand there
+  std::vector<AppcastEnclosure> enclosures;  // with addresses as written in the feed
 };
 
-/// Reads the items of an appcast out of XML, with everything about it bounded.
+/// Reads the items of an appcast from XML, within fixed limits.
 class AppcastReader {
  public:
   explicit AppcastReader(const QByteArray& xml) : m_xml(xml) {}
 
-  /// All items, once; those before the first error when there is one.
+  /// All items, or those before the first error. Call it once.
   std::vector<AppcastDraft> read();
 
-  /// Not well-formed, too deep, too long, or with a document type.
+  /// Whether the XML is not well-formed, too deep, too long, or has a document type.
   bool hasError() const { return m_xml.hasError(); }
-  /// Whether the outermost element is that of RSS.
+  /// Whether the root element is that of RSS.
   bool isRss() const { return m_isRss; }
 
  private:

@@ -14,7 +14,7 @@ bool isUsable(const AppcastItem& item, const SelectionPolicy& policy) {
 bool rolloutHasReached(const AppcastItem& item, const SelectionPolicy& policy) {
   if (!item.phasedRolloutSeconds || !item.published.isValid()) return true;
   const std::int64_t elapsed = item.published.secsTo(policy.now);
-  // Divided, for an interval may be as long as it likes.
+  // Divided, since the product with a long interval could overflow.
   return policy.rolloutGroup == 0 ? elapsed >= 0 : elapsed / policy.rolloutGroup >= *item.phasedRolloutSeconds;
 }
 

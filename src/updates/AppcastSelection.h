@@ -11,17 +11,17 @@ namespace zolt {
 /// Who asked for a check: the user, or the schedule.
 enum class CheckKind { ByHand, Background };
 
-/// What decides which item of a feed is offered.
+/// The facts that decide which item of a feed is offered.
 struct SelectionPolicy {
   CheckKind kind = CheckKind::ByHand;
   QString runningVersion;
-  QString systemVersion;   // items that need a newer system are passed over
-  QString skippedVersion;  // empty: none; only background checks honour it
+  QString systemVersion;   // items that need a newer system are skipped
+  QString skippedVersion;  // empty for none; only background checks respect it
   int rolloutGroup = 0;    // 0 to 6; only background checks wait for their group's turn
   QDateTime now;
 };
 
-/// What a feed comes to.
+/// The outcome of a check.
 struct AppcastSelection {
   enum class Outcome { NothingUsable, UpToDate, Offered };
 
@@ -34,9 +34,9 @@ bool isCritical(const AppcastItem& item, const QString& runningVersion);
 
 /// The newest item that may be offered. Pure.
 ///
-/// Usable are items of the default channel that run on the system. In a background check an item that is not critical
-/// is passed over while its roll-out has not reached the group (a roll-out without a date has), and when it is not
-/// newer than the version that the user skipped.
+/// Items are usable if they are in the default channel and run on the system. A background check ignores an item that
+/// is not critical until its roll-out has reached the group (at once if the item has no date), and if it is not newer
+/// than the version that the user skipped.
 AppcastSelection selectItem(const std::vector<AppcastItem>& items, const SelectionPolicy& policy);
 
 }  // namespace zolt

@@ -22,7 +22,7 @@ QByteArray native(const QString& path) {
   return QFile::encodeName(path);
 }
 
-// A descriptor that holds the lock; -1 when another program does or there is no such file.
+// A descriptor that holds the lock; -1 if another program holds it or the file does not exist.
 int tryLock(const QString& file, int flags) {
   const int descriptor = ::open(native(file).constData(), flags | O_RDWR | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
   if (descriptor >= 0 && ::flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
@@ -49,7 +49,7 @@ DownloadFolder::~DownloadFolder() {
   if (m_runFolder.isEmpty()) return;
   QDir(m_runFolder).removeRecursively();
   ::close(m_lock);
-  ::rmdir(native(m_path).constData());  // unless a package was handed over
+  ::rmdir(native(m_path).constData());  // fails if a package was handed over
 }
 
 void DownloadFolder::removeLeftovers() {
@@ -68,7 +68,7 @@ void DownloadFolder::removeLeftovers() {
   if (m_runFolder.isEmpty()) ::rmdir(native(m_path).constData());
 }
 
-// A folder of this user's own that nobody else can look into.
+// Creates a folder that only this user can access.
 bool DownloadFolder::makePrivate(const QString& path) const {
   const QByteArray name = native(path);
   if (!QDir().mkpath(QFileInfo(path).path())) return false;

@@ -8,29 +8,30 @@
 
 namespace zolt {
 
-/// The folder that updates are downloaded into, and nothing else is kept in. Main thread.
+/// The folder for downloaded updates, which contains nothing else. Main thread.
 ///
-/// Of mode 0700, in it one folder for each running program that downloads, whose lock ends with the program. A package
-/// stays there, as a temporary file, until it is kept; then it moves up under its own name, for the installer that it
-/// is handed to. Everything else is removed at once, by `discard`, by the destructor, or, after a program was killed,
-/// by the next one's start. Packages that were handed over go after a day, when they have been installed.
+/// It has mode 0700 and contains a folder for each running program that downloads, locked for as long as the program
+/// runs. A package is a temporary file in that folder until it is kept; it then moves up under its own name, for the
+/// installer. Everything else is removed by `discard`, by the destructor or, after a program was killed, by the next
+/// one to start. Packages passed to the installer are removed after a day.
 class DownloadFolder {
  public:
-  /// `path` need not exist; nothing is made until something is downloaded.
+  /// `path` need not exist; nothing is created before a download.
   explicit DownloadFolder(QString path);
   ~DownloadFolder();
   DownloadFolder(const DownloadFolder&) = delete;
   DownloadFolder& operator=(const DownloadFolder&) = delete;
 
-  /// Removes what earlier runs left behind; what other running programs use stays.
+  /// Removes what earlier runs left behind, but nothing that another running program uses.
   void removeLeftovers();
 
-  /// A new, empty file to write a package into, open; owned by the folder, until `keep` or `discard`. Fails, with the
-  /// sentence to show, when it cannot be made for this user alone.
+  /// Opens a new, empty file for a package; owned by the folder, until `keep` or `discard`. Fails, with the sentence to
+  /// show, if it cannot be created for this user alone.
   Result<QFile*> begin();
-  /// Ends the download under way, if any, and removes its file.
+  /// Removes the file of the current download, if any.
   void discard();
-  /// Closes the package under way and gives it its name; the path of the file. The folder forgets it.
+  /// Closes the current package and moves it to its final name. Returns the path of the file, which the folder no
+  /// longer owns.
   Result<QString> keep(const QString& fileName);
 
  private:

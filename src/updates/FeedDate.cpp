@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::array kMonths{"jan", "feb", "mar", "apr", "may", "jun", "jul", "aug", "sep", "oct", "nov", "dec"};
 
-// The zones of RFC 822 that have names, in hours from UTC.
+// The named zones of RFC 822, in hours from UTC.
 constexpr std::array<std::pair<const char*, int>, 12> kZones{{{"gmt", 0},
                                                               {"ut", 0},
                                                               {"utc", 0},

@@ -24,7 +24,7 @@ QNetworkRequest requestFor(const QUrl& url) {
   request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
   request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
   request.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
-  // Compressed content would be unpacked on the way, past every bound.
+  // Compressed content would be unpacked before its size is checked.
   request.setRawHeader("Accept-Encoding", "identity");
   request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Zolt/" ZOLT_VERSION));
   return request;
@@ -47,7 +47,7 @@ Fetch::~Fetch() {
 
 void Fetch::start() {
   if (!mayFetch(m_request.url)) {
-    // In a later turn, as every other failure.
+    // From the event loop, like every other failure.
     QTimer::singleShot(0, this, [this] { fail(FetchError::NotSecure); });
     return;
   }
@@ -75,7 +75,7 @@ void Fetch::dropReply() {
   QNetworkReply* reply = std::exchange(m_reply, nullptr);
   if (!reply) return;
   reply->disconnect(this);
-  // Its destruction ends the request; aborting it would be told, within a signal that it may still be emitting.
+  // Deleting the reply ends the request. abort() would emit signals, possibly within one of its own.
   reply->deleteLater();
 }
 
@@ -126,7 +126,7 @@ void Fetch::takeData() {
 }
 
 void Fetch::takeEnd() {
-  // A redirect on the way replaces the reply; what ended is then no longer ours.
+  // After a redirect, the reply that finished is no longer the current one.
   QNetworkReply* ended = m_reply;
   takeData();
   if (!m_reply || m_reply != ended) return;

@@ -12,12 +12,12 @@
 
 namespace zolt {
 
-/// Why a fetch came to nothing.
+/// Why a fetch failed.
 enum class FetchError {
   NotSecure,
   RedirectedWeaker,
   RedirectedTooOften,
-  Unreachable,   // no connection, or one that broke
+  Unreachable,   // no connection, or a broken one
   NotDelivered,  // an HTTP status other than 200
   TimedOut,
   TooLarge,
@@ -26,21 +26,21 @@ enum class FetchError {
   NotSaved,
 };
 
-/// What to fetch, and how much of it for how long.
+/// What to fetch, and the limits of size and time.
 struct FetchRequest {
   QUrl url;
   std::int64_t maximumBytes = 0;
-  std::optional<std::int64_t> exactBytes;            // fails unless the content is as long; at most maximumBytes
+  std::optional<std::int64_t> exactBytes;            // the content must have this length; at most maximumBytes
   std::chrono::milliseconds idleLimit{0};            // without data
   std::optional<std::chrono::milliseconds> limit{};  // in total
 };
 
 /// One bounded download, over https or from this machine itself. Main thread.
 ///
-/// Sends no cookies and no credentials, follows at most 5 redirects, and gives up as soon as it is known that the
-/// content will not do. The content goes into `sink`, open for writing, as it comes; more than `maximumBytes` or
-/// `exactBytes` are never written. After `start` one of `succeeded` and `failed` is emitted, once, as the last thing;
-/// destruction ends the download without either.
+/// Sends no cookies or credentials, follows at most 5 redirects, and fails as soon as it is clear that the content is
+/// not acceptable. The content is written to `sink`, which is open for writing, as it arrives, and never more of it
+/// than `maximumBytes` or `exactBytes`. After `start`, either `succeeded` or `failed` is emitted, once and last;
+/// destroying the object ends the download without either.
 class Fetch : public QObject {
   Q_OBJECT
 
@@ -50,10 +50,10 @@ class Fetch : public QObject {
   ~Fetch() override;
 
   void start();
-  /// Ends the download at once, silently.
+  /// Ends the download at once, without a signal.
   void stop();
 
-  /// The media type that the server names, with its parameters; after success.
+  /// The media type given by the server, with its parameters; after success.
   QString contentType() const { return m_contentType; }
 
  Q_SIGNALS:
@@ -81,7 +81,7 @@ class Fetch : public QObject {
   std::optional<std::int64_t> m_announced;
   int m_redirects = 0;
   bool m_isOver = false;
-  bool m_accepted = false;  // the headers were seen and will do
+  bool m_accepted = false;  // the headers have been checked
 };
 
 }  // namespace zolt

@@ -5,9 +5,9 @@
 
 namespace zolt {
 
-/// What a failed fetch of the feed means to the user.
+/// The error to show when fetching the feed failed.
 UpdateError feedErrorOf(FetchError error);
-/// What a failed fetch of the package means to the user.
+/// The error to show when fetching the package failed.
 UpdateError packageErrorOf(FetchError error);
 
 }  // namespace zolt

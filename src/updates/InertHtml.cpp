@@ -16,7 +16,7 @@ struct Tag {
   QLatin1String becomes;
 };
 
-// Elements that mean something in release notes, and what each becomes; the tags of all others are dropped.
+// The elements kept in release notes, and what each becomes. The tags of all others are dropped.
 constexpr Tag kTags[] = {
     {QLatin1String("p"), QLatin1String("p")},       {QLatin1String("div"), QLatin1String("p")},
     {QLatin1String("section"), QLatin1String("p")}, {QLatin1String("article"), QLatin1String("p")},
@@ -33,7 +33,7 @@ constexpr Tag kTags[] = {
     {QLatin1String("a"), QLatin1String("a")},
 };
 
-// Elements whose content is no text for people.
+// Elements whose content is dropped, too.
 constexpr QLatin1String kHidden[] = {
     QLatin1String("script"),   QLatin1String("style"),  QLatin1String("head"),     QLatin1String("title"),
     QLatin1String("template"), QLatin1String("svg"),    QLatin1String("math"),     QLatin1String("iframe"),
@@ -55,7 +55,7 @@ class Reducer {
   }
 
  private:
-  // References such as "&amp;" stay as they are.
+  // Character references such as "&amp;" are kept.
   void takeText(qsizetype end) {
     for (; m_at < end; ++m_at) {
       const QChar character = m_html[m_at];
@@ -103,7 +103,7 @@ class Reducer {
     isClosing ? closeTag(tag->becomes) : openTag(tag->becomes, attributes);
   }
 
-  // Where the ">" of a tag stands; quoted ones are part of an attribute.
+  // The position of the ">" that ends a tag; quoted ones belong to attributes.
   qsizetype endOfTag(qsizetype from) const {
     QChar quote;
     for (qsizetype i = from; i < m_html.size(); ++i) {

@@ -17,7 +17,7 @@ PackageDownload::~PackageDownload() {
 }
 
 void PackageDownload::stop() {
-  // Once: the folder may be in use by the next download.
+  // Only once: the folder may already be in use by the next download.
   if (std::exchange(m_isStopped, true)) return;
   if (m_fetch) m_fetch->stop();
   m_folder.discard();

@@ -16,7 +16,7 @@ namespace zolt {
 
 /// Downloads and verifies one package. Main thread; the verification runs in the background.
 ///
-/// Whatever goes wrong, and destruction at any time, removes what was downloaded.
+/// A failure of any kind, and destruction at any time, remove the download.
 class PackageDownload : public QObject {
   Q_OBJECT
 
@@ -26,14 +26,14 @@ class PackageDownload : public QObject {
   ~PackageDownload() override;
 
   void start();
-  /// Ends the download at once, silently, and removes it.
+  /// Ends the download at once, without a signal, and removes it.
   void stop();
 
  Q_SIGNALS:
   void progressed(std::int64_t receivedBytes);
-  /// The package is here and its signature is being verified.
+  /// The download is complete, and its signature is being verified.
   void verifying();
-  /// One of the two, once, as the last: the path of the verified package, or the sentence to show.
+  /// Either of these, once and last: the path of the verified package, or the sentence to show.
   void ready(const QString& path);
   void failed(const QString& sentence);
 

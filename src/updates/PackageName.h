@@ -5,10 +5,10 @@
 
 namespace zolt {
 
-/// A file name for the package at `url`, after the last part of its path. Pure.
+/// A file name for the package at `url`, made from the last part of its path. Pure.
 ///
-/// Without slashes, control and formatting characters, and leading dots and blanks; at most 120 bytes of UTF-8, of
-/// which the end, with the suffix, is kept. "Zolt-update" when nothing remains.
+/// Slashes, control and formatting characters, and leading dots and blanks are removed. A name of more than 120 bytes
+/// of UTF-8 keeps its end, with the suffix. "Zolt-update" if nothing remains.
 QString packageFileName(const QUrl& url);
 
 }  // namespace zolt

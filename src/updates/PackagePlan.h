@@ -11,20 +11,19 @@
 
 namespace zolt {
 
-/// What is known of a package before it is downloaded.
+/// What is known about a package before it is downloaded.
 struct PackagePlan {
   QUrl url;
-  std::optional<std::int64_t> length;  // in bytes; nothing when the feed does not say
+  std::optional<std::int64_t> length;  // in bytes, if given by the feed
   UpdateSignature signature;
   UpdateKey key;
   QString fileName;
 };
 
-/// The plan for a package, `publicKey` being the key's text. Pure.
+/// The plan for a package; `publicKey` is in base64. Pure.
 ///
-/// Fails, with the sentence to show, where it is known already that the package could not be kept: without a valid key
-/// or signature, with a length that is no number, 0 or over `maximumBytes`, and from an address that may not be
-/// fetched.
+/// Fails, with the sentence to show, if the package cannot be accepted: without a valid key or signature, if its length
+/// is not a number, 0 or more than `maximumBytes`, or if its address must not be fetched.
 Result<PackagePlan> planPackage(const AppcastEnclosure& enclosure, const QString& publicKey, std::int64_t maximumBytes);
 
 }  // namespace zolt

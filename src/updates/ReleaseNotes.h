@@ -13,14 +13,14 @@ struct ReleaseNotes {
   QString text;
 };
 
-/// Fetched notes of a media type: plain text where the type says so, else HTML. Decoded as the type's character set
-/// says, HTML also as it says itself, else as UTF-8. Pure.
+/// Release notes from a server: plain text if `contentType` says so, otherwise HTML. The character set is that of
+/// `contentType`, or that declared in the HTML, or UTF-8. Pure.
 ReleaseNotes releaseNotesOf(const QByteArray& content, const QString& contentType);
 
 /// `html` reduced to headings, paragraphs, lists, emphasis, code and links to http and https pages. Pure.
 ///
-/// Nothing that is loaded, drawn over, run or styled remains, nesting is bounded, and what comes out is well-formed,
-/// whatever goes in.
+/// Removes everything that would be loaded or executed, and all styling. The result is well-formed and of limited
+/// depth, whatever the input.
 QString inertHtml(const QString& html);
 
 }  // namespace zolt

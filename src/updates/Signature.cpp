@@ -44,7 +44,7 @@ Result<void> verifyFile(const QString& file, const UpdateSignature& signature, c
   QFile package(file);
   if (!package.open(QIODevice::ReadOnly)) return failureOf(UpdateError::PackageNotSaved);
   if (package.size() == 0) return failureOf(UpdateError::PackageEmpty);
-  // Mapped: a package may be as large as memory can spare, and is read once, in order.
+  // Mapped, since a package can be large and is read once, in order.
   const uchar* content = package.map(0, package.size());
   if (!content) return failureOf(UpdateError::PackageNotSaved);
   if (!isSigned(QByteArrayView(content, package.size()), signature, key)) return failureOf(UpdateError::SignatureWrong);

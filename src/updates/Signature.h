@@ -19,14 +19,16 @@ struct UpdateSignature {
   std::array<unsigned char, 64> bytes;
 };
 
-/// What `text` holds when it is exactly that in base64 (RFC 4648, section 4), with its padding and without blanks.
+/// Decodes base64 (RFC 4648, section 4), with padding and without blanks; nothing if `text` is anything else or has the
+/// wrong length.
 std::optional<UpdateKey> updateKeyOf(const QString& text);
 std::optional<UpdateSignature> updateSignatureOf(const QString& text);
 
-/// Whether `signature` is one of `key` over `message`. Pure; any thread.
+/// Whether `signature` is a valid signature of `message` by `key`. Pure; any thread.
 bool isSigned(QByteArrayView message, const UpdateSignature& signature, const UpdateKey& key);
 
-/// Fails, with the sentence to show, unless `signature` is one of `key` over the content of `file`, a path. Any thread.
+/// Fails, with the sentence to show, unless `signature` is a valid signature by `key` of the content of `file`, a path.
+/// Any thread.
 Result<void> verifyFile(const QString& file, const UpdateSignature& signature, const UpdateKey& key);
 
 }  // namespace zolt

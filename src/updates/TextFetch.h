@@ -9,7 +9,7 @@
 
 namespace zolt {
 
-/// Fetches a feed or release notes into memory, within the bounds for texts. Main thread.
+/// Fetches a feed or release notes into memory, within the limits for texts. Main thread.
 class TextFetch : public QObject {
   Q_OBJECT
 
@@ -17,7 +17,7 @@ class TextFetch : public QObject {
   TextFetch(UpdateContext& context, const QUrl& url, QObject* parent = nullptr);
 
   void start() { m_fetch.start(); }
-  /// Ends it at once, silently.
+  /// Ends the fetch at once, without a signal.
   void stop() { m_fetch.stop(); }
 
   /// After success.
@@ -25,7 +25,7 @@ class TextFetch : public QObject {
   QString contentType() const { return m_fetch.contentType(); }
 
  Q_SIGNALS:
-  /// One of the two, once, after the start.
+  /// Either of these, once, after `start`.
   void succeeded();
   void failed(zolt::FetchError error);
 

@@ -11,7 +11,7 @@ namespace zolt {
 
 namespace {
 
-// Destruction in a later turn of the event loop: what goes may be the one that just told that it is done.
+// Deletes from the event loop, since the object may be the sender of the current signal.
 template <class T>
 void discard(std::unique_ptr<T>& part, const QObject* receiver) {
   if (!part) return;
@@ -99,7 +99,7 @@ void UpdateDriver::beginOffer(const AppcastItem& item) {
   setState(State::Offering);
 }
 
-// What the feed itself says stands in for notes that cannot be had.
+// Falls back on the description in the feed if the notes cannot be fetched.
 void UpdateDriver::fetchNotes() {
   m_text = std::make_unique<TextFetch>(m_context, m_offer.item.releaseNotesLink);
   connect(m_text.get(), &TextFetch::succeeded, this, [this] {

@@ -16,60 +16,60 @@
 
 namespace zolt {
 
-/// A version that the user may have.
+/// A version offered to the user.
 struct UpdateOffer {
   AppcastItem item;
-  bool isCritical = false;            // must not be skipped
-  std::optional<ReleaseNotes> notes;  // nothing while they are being fetched
+  bool isCritical = false;            // cannot be skipped
+  std::optional<ReleaseNotes> notes;  // nothing until they have been fetched
 };
 
-/// One update run after the other, from the check to the hand-over of a verified package. Main thread.
+/// Runs updates one after the other, from the check to handing a verified package over to the installer. Main thread.
 ///
 ///     Idle --check--> Checking --an offer--> Offering --install--> Downloading --> Verifying --handed over--> Idle
 ///
-/// Every other end of a state leads to Idle: nothing found, a failure, `cancel`, `skip`, `remindLater`.
+/// Anything else leads back to Idle: nothing new, a failure, `cancel`, `skip`, `remindLater`.
 class UpdateDriver : public QObject {
   Q_OBJECT
 
  public:
   enum class State { Idle, Checking, Offering, Downloading, Verifying };
-  /// Gives a verified package, by its path, to whoever installs it; false when nobody does.
+  /// Passes the path of a verified package to the installer; false if there is none.
   using HandOver = std::function<bool(const QString& path)>;
 
-  /// `context` must outlive the driver. Removes what an earlier run left in the download folder.
+  /// `context` must outlive the driver. Removes what earlier programs left in the download folder.
   UpdateDriver(UpdateContext& context, HandOver handOver, QObject* parent = nullptr);
   ~UpdateDriver() override;
 
   State state() const { return m_state; }
-  /// Who asked for the check of this run; in every state but Idle.
+  /// Who requested the check; in every state but Idle.
   CheckKind kind() const { return m_kind; }
-  /// In Offering and after it.
+  /// From Offering on.
   const UpdateOffer& offer() const { return m_offer; }
   const UpdateEnvironment& environment() const { return m_context.environment; }
 
-  /// Starts a run; in Idle only, else nothing happens. Without a feed a background check does nothing.
+  /// Starts a check; does nothing unless Idle. Without a feed, a background check does nothing either.
   void check(CheckKind kind);
-  /// Ends the run, and removes what was downloaded.
+  /// Returns to Idle and removes the download.
   void cancel();
-  /// In Offering only: downloads and verifies the package, and hands it over.
+  /// In Offering only: downloads and verifies the package and hands it over.
   void install();
-  /// In Offering only, and not for critical updates: background checks do not offer this version again.
+  /// In Offering only, and not for critical updates: background checks will not offer this version again.
   void skip();
-  /// In Offering only: ends the run; the next check offers the version again.
+  /// In Offering only: returns to Idle; the next check offers the version again.
   void remindLater();
 
  Q_SIGNALS:
   /// After the state changed.
   void stateChanged();
-  /// In Offering, when `offer().notes` has come.
+  /// In Offering, when `offer().notes` has become available.
   void notesArrived();
-  /// In Downloading; `totalBytes` is 0 when the feed does not say.
+  /// In Downloading; `totalBytes` is 0 if the feed does not give a length.
   void progressed(std::int64_t receivedBytes, std::int64_t totalBytes);
-  /// In Idle, at the end of a check by hand.
+  /// In Idle, after a check by hand.
   void foundNothingNew();
-  /// In Idle: the sentence to show. Not for background checks, but for what follows an offer.
+  /// In Idle, with the sentence to show. A background check fails silently unless it had offered a version.
   void failed(const QString& sentence);
-  /// In Idle: the package was given to the installer.
+  /// In Idle, after the package was passed to the installer.
   void handedOver(const QString& path);
 
  private:

@@ -7,7 +7,7 @@
 
 namespace zolt {
 
-/// Why a check or an update came to nothing; each has one sentence for people.
+/// Why a check or an update failed. Each reason has a sentence for the user.
 enum class UpdateError {
   NoFeed,
   FeedNotSecure,
@@ -40,7 +40,7 @@ enum class UpdateError {
   PackageNotOpened,
 };
 
-/// The sentence that "Update Error!" shows.
+/// The sentence to show under "Update Error!".
 QString sentenceOf(UpdateError error);
 
 /// The same as the reason of a failed Result.

@@ -8,7 +8,7 @@ namespace zolt {
 
 namespace {
 
-// Plain http is allowed to this machine itself only, and by way of a proxy it would not be that.
+// Plain http is allowed only to this machine itself, which a proxy would make another one.
 class DirectToLoopback : public QNetworkProxyFactory {
  public:
   QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery& query) override {

@@ -5,9 +5,9 @@
 
 namespace zolt {
 
-/// The network of updates, made when it is first used: a program start must not pay for it. Main thread.
+/// Network access for updates, created on first use so that it does not delay the start of the program. Main thread.
 ///
-/// Connections to this machine itself go to it directly, whatever proxy is configured; all others as configured.
+/// Connections to this machine itself never use a proxy; all others use the one that is configured.
 class UpdateNetwork {
  public:
   QNetworkAccessManager& manager();

@@ -7,26 +7,26 @@
 
 namespace zolt {
 
-/// When updates are looked for without being asked. Pure decisions over what the settings say.
+/// When to check for updates automatically: pure functions of the settings.
 
-/// The time between two background checks: a day where nothing is stored, an hour at least and ten years at most.
+/// The time between two background checks: a day by default, at least an hour, at most ten years.
 std::chrono::seconds checkInterval(std::optional<std::int64_t> storedSeconds);
 
-/// How long until the next background check is due; 0 when it is. A last check that is invalid or in the future (the
-/// clock went backwards) counts as none, so a check is due.
+/// The time until the next background check is due; 0 if it is due. If the last check is invalid or in the future,
+/// because the clock was set back, a check is due.
 std::chrono::seconds timeUntilCheck(const QDateTime& now, const QDateTime& lastCheck, std::chrono::seconds interval);
 
-/// What is known when the program starts.
+/// What is known at the start of the program.
 struct LaunchFacts {
   bool hasFeed = false;
   bool hasLaunchedBefore = false;
   std::optional<bool> automaticChecks;  // the user's answer
 };
 
-/// Whether to ask the user about automatic checks now: on the second launch, once, and only where there is a feed.
+/// Whether to ask the user about automatic checks now: on the second launch, once, and only if there is a feed.
 bool shouldAskAboutChecks(const LaunchFacts& facts);
 
-/// Whether background checks run: only with a feed, and only when the user said so.
+/// Whether to check in the background: only with a feed and the consent of the user.
 bool checksInBackground(const LaunchFacts& facts);
 
 }  // namespace zolt

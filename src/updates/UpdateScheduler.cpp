@@ -6,7 +6,7 @@ namespace zolt {
 
 namespace {
 
-// A timer does not count the time that the machine sleeps, nor does it know that its clock was set.
+// A timer ignores suspended time and changes of the clock, so the time is checked at least this often.
 constexpr std::chrono::milliseconds kLongestWait = std::chrono::hours(1);
 constexpr std::chrono::milliseconds kRetry = std::chrono::minutes(1);
 

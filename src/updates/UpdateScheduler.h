@@ -7,20 +7,20 @@
 
 namespace zolt {
 
-/// Tells when a background check is due. Main thread.
+/// Signals when a background check is due. Main thread.
 class UpdateScheduler : public QObject {
   Q_OBJECT
 
  public:
-  /// `context` must outlive the scheduler, which waits for `start`.
+  /// `context` must outlive the scheduler. Does nothing before `start`.
   explicit UpdateScheduler(UpdateContext& context, QObject* parent = nullptr);
 
   void start();
-  /// Looks at the settings anew; call it when one of those that decide has changed. Before the start: nothing.
+  /// Applies changed settings. Does nothing before `start`.
   void rearm();
 
  Q_SIGNALS:
-  /// A check is due. Emitted again after a minute when none was made, as while another one runs.
+  /// A check is due. Emitted again after a minute if none was started, for example because another one is running.
   void due();
 
  private:

@@ -10,7 +10,7 @@
 
 namespace zolt {
 
-/// What the build says about updates: the CMake cache strings ZOLT_UPDATE_FEED_URL and ZOLT_UPDATE_PUBLIC_KEY.
+/// The defaults of this build: the CMake cache variables ZOLT_UPDATE_FEED_URL and ZOLT_UPDATE_PUBLIC_KEY.
 struct UpdateBuildValues {
   QString feedUrl;
   QString publicKey;
@@ -24,9 +24,9 @@ class UpdateSettings {
   /// `defaults` must outlive the settings.
   UpdateSettings(UserDefaults& defaults, UpdateBuildValues build) : m_defaults(defaults), m_build(std::move(build)) {}
 
-  /// "SUFeedURL", else the build's; empty: no feed is configured.
+  /// "SUFeedURL" or the default of the build; empty if no feed is configured.
   QString feedUrl() const { return textOr("SUFeedURL", m_build.feedUrl); }
-  /// "SUPublicEDKey", else the build's: base64 of an Ed25519 key; empty: there is none.
+  /// "SUPublicEDKey" or the default of the build: an Ed25519 key in base64; empty if there is none.
   QString publicKey() const { return textOr("SUPublicEDKey", m_build.publicKey); }
 
   /// "SUEnableAutomaticChecks" and "SUHasLaunchedBefore", and whether there is a feed.
@@ -34,21 +34,20 @@ class UpdateSettings {
   void setAutomaticChecks(bool enabled) { m_defaults.setBool("SUEnableAutomaticChecks", enabled); }
   void setHasLaunchedBefore() { m_defaults.setBool("SUHasLaunchedBefore", true); }
 
-  /// "SUScheduledCheckInterval", in seconds, held within its bounds.
+  /// "SUScheduledCheckInterval", in seconds, clamped to its limits.
   std::chrono::seconds scheduledInterval() const;
-  /// "SULastCheckTime": ISO 8601, UTC; invalid when no check was made. A check counts from its start, whatever comes
-  /// of it.
+  /// "SULastCheckTime", ISO 8601 in UTC: the start of the last check, whatever its outcome; invalid if there was none.
   QDateTime lastCheckTime() const;
   void setLastCheckTime(const QDateTime& time);
 
-  /// "SUSkippedVersion": the version that the user does not want to hear of; empty: none.
+  /// "SUSkippedVersion": the version that the user chose to skip; empty for none.
   QString skippedVersion() const { return textOr("SUSkippedVersion", {}); }
   void setSkippedVersion(const QString& version);
 
-  /// "SUUpdateGroupIdentifier": this user's group in roll-outs, 0 to 6; drawn by lot and stored on first use.
+  /// "SUUpdateGroupIdentifier": this user's group in roll-outs, 0 to 6; chosen at random and stored on first use.
   int rolloutGroup();
 
-  /// Whether a change of `key` changes when the next background check is due.
+  /// Whether `key` affects when the next background check is due.
   static bool decidesSchedule(const std::string& key);
 
  private:

@@ -7,9 +7,9 @@ namespace zolt {
 
 namespace {
 
-// Numbers, and the text that ends them; no text at the end of the version.
+// Numbers and the text after them, which is empty at the end of the version.
 struct Group {
-  std::vector<QStringView> numbers;  // without leading zeros, so 0 is empty; no zeros at the end
+  std::vector<QStringView> numbers;  // without leading zeros, so 0 is empty; without zeros at the end
   QStringView text;
 };
 
@@ -25,7 +25,7 @@ bool isText(QChar character) {
   return !isDigit(character) && !isSeparator(character);
 }
 
-// Takes the characters that `belongs` is true of from the start of `rest`.
+// Removes the longest prefix of `rest` whose characters satisfy `belongs`, and returns it.
 QStringView takeRun(QStringView& rest, bool (*belongs)(QChar)) {
   qsizetype length = 0;
   while (length < rest.size() && belongs(rest[length])) {
@@ -43,7 +43,7 @@ QStringView withoutLeadingZeros(QStringView number) {
   return number;
 }
 
-// The groups up to and including the next text, taken from `rest`.
+// Removes the numbers up to and including the next text from `rest`.
 Group takeGroup(QStringView& rest) {
   Group group;
   while (!rest.isEmpty() && group.text.isEmpty()) {
@@ -69,7 +69,7 @@ std::weak_ordering compareGroups(const Group& a, const Group& b) {
   for (std::size_t i = 0; i < a.numbers.size() && i < b.numbers.size(); ++i) {
     if (const auto order = compareNumbers(a.numbers[i], b.numbers[i]); order != 0) return order;
   }
-  // No zeros at the end: the longer list has a number where the other has 0.
+  // There are no zeros at the end, so the longer list has a number other than 0 there.
   if (a.numbers.size() != b.numbers.size()) return a.numbers.size() <=> b.numbers.size();
   if (a.text.isEmpty() != b.text.isEmpty()) return a.text.isEmpty() <=> b.text.isEmpty();
   return a.text.compare(b.text) <=> 0;

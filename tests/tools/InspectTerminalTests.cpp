@@ -47,7 +47,7 @@ TEST(InspectVt, ShowsTheSameInChunksOfAnySize) {
   }
 }
 
-TEST(InspectVt, TellsStylesLinksMarksAndScrollbackInFull) {
+TEST(InspectVt, PrintsStylesLinksMarksAndScrollbackInFull) {
   const Json told = inspect(
       {"vt", "2", "20", "--full"},
       "old \033[1mline\033[0m\r\n\033]133;A\a$ \033]8;id=x;http://a.b/\033\\link\033]8;;\033\\\r\n\033]133;D;7\aend");
@@ -60,7 +60,7 @@ TEST(InspectVt, TellsStylesLinksMarksAndScrollbackInFull) {
   EXPECT_EQ(told["alternate"], false);
 }
 
-TEST(InspectVt, RefusesASizeThatIsNone) {
+TEST(InspectVt, RejectsAnInvalidSize) {
   for (const auto& arguments :
        {std::vector<std::string>{"vt"}, {"vt", "0", "80"}, {"vt", "24", "x"}, {"vt", "10000", "10000"}}) {
     const test::ProgramResult result = test::runProgram(ZOLT_INSPECT, arguments);
@@ -78,7 +78,7 @@ TEST(InspectHost, RunsAProgramOnATerminalOfTheSizeAndEndsWithItsStatus) {
 }
 
 TEST(InspectHost, AnswersTheProgramsQuestions) {
-  // The program reads the answer byte by byte; without one it would wait for good.
+  // The program reads the reply byte by byte; without one it would wait forever.
   const char* script =
       "stty raw -echo; printf '\\033[5;7H\\033[6n'; dd bs=1 count=6 2>/dev/null | od -An -c | tr -d ' \\n'";
   const Json told = inspect({"host", "8", "40", "--", "sh", "-c", script});
@@ -86,14 +86,17 @@ TEST(InspectHost, AnswersTheProgramsQuestions) {
   EXPECT_EQ(told["replies"], "G1s1OzdS");
 }
 
-TEST(InspectHost, GivesItsInputToTheProgram) {
+TEST(InspectHost, PassesItsInputToTheProgram) {
   const Json told = inspect({"host", "4", "20", "--", "sh", "-c", "read line; echo got $line"}, "typed\n");
   EXPECT_EQ(told["screen"], Json({"typed", "got typed", "", ""}));
 }
 
-TEST(InspectHost, LetsTheScreenBeReadByChecksumsOnlyWhenAsked) {
-  // A question that is always answered stands behind: what comes before it is the checksum, or nothing.
-  const std::vector<std::string> program{"sh", "-c", "printf 'AB\\033[1;1;1;1;1;2*y\\033[5n'; sleep 0.3"};
+TEST(InspectHost, ReportsChecksumsOfTheScreenOnlyWithTheOption) {
+  // The second request is always answered. Its answer ends with n, and the answer to the first comes before it, if any.
+  const char* script =
+      "stty raw -echo; printf 'AB\\033[1;1;1;1;1;2*y\\033[5n'; until [ \"$(dd bs=1 count=1 2>/dev/null)\" = n ]; do :; "
+      "done";
+  const std::vector<std::string> program{"sh", "-c", script};
   std::vector<std::string> arguments{"host", "3", "20", "--"};
   arguments.insert(arguments.end(), program.begin(), program.end());
   EXPECT_EQ(inspect(arguments)["replies"], "G1swbg==");
@@ -101,13 +104,13 @@ TEST(InspectHost, LetsTheScreenBeReadByChecksumsOnlyWhenAsked) {
   EXPECT_EQ(inspect(arguments)["replies"], "G1AxIX5GRjdEG1wbWzBu") << "DCS 1!~FF7D ST, CSI 0 n";
 }
 
-// More answers than a pseudo-terminal holds, for a program that has gone.
-TEST(InspectHost, EndsWithAProgramThatAsksAndNeverReads) {
+// More replies than a pseudo-terminal can hold, for a program that ends without reading them.
+TEST(InspectHost, EndsWithAProgramThatNeverReadsTheReplies) {
   const char* script = "stty raw -echo; i=0; while [ $i -lt 3000 ]; do printf '\\033[c'; i=$((i+1)); done; exit 4";
   EXPECT_EQ(inspect({"host", "3", "20", "--", "sh", "-c", script}, {}, 4)["rows"], 3);
 }
 
-TEST(InspectHost, SaysWhatItCannotRun) {
+TEST(InspectHost, ReportsWhatItCannotRun) {
   const test::ProgramResult missing = test::runProgram(ZOLT_INSPECT, {"host", "3", "10", "--", "no-such-program"});
   EXPECT_EQ(missing.status, 2);
   EXPECT_EQ(missing.errors, "zolt-inspect: no such program: no-such-program\n");

@@ -48,7 +48,7 @@ TEST(InspectParse, PrintsARunALine) {
   EXPECT_EQ(runs[1]["bold"], false);
 }
 
-TEST(InspectParse, TellsEveryAttribute) {
+TEST(InspectParse, PrintsEveryAttribute) {
   const auto runs = inspect({"parse"}, "\x1B[3;4;9;44mz");
   ASSERT_EQ(runs.size(), 1U);
   EXPECT_EQ(runs[0]["italic"], true);
@@ -58,7 +58,7 @@ TEST(InspectParse, TellsEveryAttribute) {
 }
 
 TEST(InspectParse, DecodesEachChunkOnItsOwn) {
-  // A two-byte character is cut by chunks of two bytes: both halves are dropped with what stands beside them.
+  // Chunks of two bytes split a two-byte character: both chunks are invalid and dropped.
   EXPECT_TRUE(inspect({"parse", "--chunk", "2"},
                       "a\xC3\xA9"
                       "b")
@@ -90,7 +90,7 @@ TEST(InspectParse, ReadsAnInputOfAnyLengthInChunks) {
   EXPECT_EQ(runs[2]["text"], std::string(500, 'x'));
 }
 
-TEST(InspectParse, SaysWhenItsInputCannotBeRead) {
+TEST(InspectParse, ReportsInputThatCannotBeRead) {
   const test::ProgramResult result = test::runProgram("/bin/sh", {"-c", std::string(ZOLT_INSPECT) + " parse < /"});
   EXPECT_EQ(result.status, 2);
   EXPECT_EQ(result.errors, "zolt-inspect: cannot read the input: Is a directory\n");
@@ -141,7 +141,7 @@ TEST(InspectDefaults, PrintsWhatIsStored) {
   EXPECT_EQ(values[0]["startupShell"], "/bin/zsh");
 }
 
-TEST(Inspect, AnswersAWrongCallWithOneLineAndStatusTwo) {
+TEST(Inspect, RejectsWrongArgumentsWithOneLineAndStatusTwo) {
   const std::vector<std::vector<std::string>> wrong{{},
                                                     {"nonsense"},
                                                     {"grid"},

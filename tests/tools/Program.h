@@ -5,15 +5,17 @@
 #include <string>
 #include <vector>
 
+#include "support/WaitFor.h"
+
 namespace zolt::test {
 
 struct ProgramResult {
-  int status = -1;  ///< -1 when it crashed or did not end in time
+  int status = -1;  ///< -1 if it crashed or did not end
   std::string output;
   std::string errors;
 };
 
-/// Runs a program to its end with `input`; `environment` entries replace or, when empty, remove variables.
+/// Runs a program to its end. `environment` sets variables, or removes those with an empty value.
 inline ProgramResult runProgram(const char* program, const std::vector<std::string>& arguments,
                                 const std::string& input = {},
                                 const std::map<std::string, std::string>& environment = {}) {
@@ -35,7 +37,7 @@ inline ProgramResult runProgram(const char* program, const std::vector<std::stri
   process.write(input.data(), static_cast<qint64>(input.size()));
   process.closeWriteChannel();
   ProgramResult result;
-  if (process.waitForFinished(60'000) && process.exitStatus() == QProcess::NormalExit)
+  if (process.waitForFinished(kPatience.count()) && process.exitStatus() == QProcess::NormalExit)
     result.status = process.exitCode();
   result.output = process.readAllStandardOutput().toStdString();
   result.errors = process.readAllStandardError().toStdString();

@@ -19,7 +19,7 @@ TEST(ZoltProgram, EndsWithTheStatusOfTheProgramItRuns) {
   EXPECT_EQ(zolt({"-e", "true"}).status, 0);
 }
 
-TEST(ZoltProgram, EndsWith128AndTheNumberOfTheSignal) {
+TEST(ZoltProgram, EndsWith128PlusTheNumberOfTheSignal) {
   EXPECT_EQ(zolt({"-e", "sh", "-c", "kill -9 $$"}).status, 137);
 }
 
@@ -27,7 +27,7 @@ TEST(ZoltProgram, EndsWith127WhenTheProgramIsMissing) {
   EXPECT_EQ(zolt({"-e", "/no/such/program"}).status, 127);
 }
 
-TEST(ZoltProgram, EndsAlthoughAProcessLeftBehindGoesOnPrinting) {
+TEST(ZoltProgram, EndsEvenIfABackgroundProcessKeepsPrinting) {
   QTemporaryDir folder;
   const std::string pidFile = folder.filePath(QStringLiteral("pid")).toStdString();
   const std::string script = "(trap '' HUP; exec yes) & echo $! > " + pidFile + "; exit 3";
@@ -35,7 +35,7 @@ TEST(ZoltProgram, EndsAlthoughAProcessLeftBehindGoesOnPrinting) {
   test::runProgram("/bin/sh", {"-c", "kill -9 $(cat " + pidFile + ")"});
 }
 
-TEST(ZoltProgram, HandsArgumentsOverUnchanged) {
+TEST(ZoltProgram, PassesArgumentsUnchanged) {
   QTemporaryDir folder;
   const std::string file = folder.filePath(QStringLiteral("out")).toStdString();
   EXPECT_EQ(
@@ -59,10 +59,10 @@ TEST(ZoltProgram, TellsTheProgramTheSizeOfItsWindowFromItsStart) {
   ASSERT_TRUE(written.open(QIODevice::ReadOnly));
   const QByteArray first = written.readLine();
   EXPECT_NE(first, "0 0\n");
-  EXPECT_EQ(written.readLine(), first) << "and the window, once shown, agrees";
+  EXPECT_EQ(written.readLine(), first) << "unchanged once the window is shown";
 }
 
-TEST(ZoltProgram, TakesTheNameOfThePictureFromTheFolderThatItWasStartedIn) {
+TEST(ZoltProgram, ResolvesThePathOfThePictureInTheFolderWhereItWasStarted) {
   QTemporaryDir folder;
   const std::string script = "cd " + folder.path().toStdString() + " && exec " + ZOLT_PROGRAM +
                              " --working-directory / --screenshot here.png -e true";
@@ -92,13 +92,13 @@ TEST(ZoltProgram, WritesAPictureOfAllTheOutput) {
   EXPECT_EQ(other, 0);
 }
 
-TEST(ZoltProgram, SaysWhenThePictureCannotBeWritten) {
+TEST(ZoltProgram, ReportsAPictureThatCannotBeWritten) {
   const test::ProgramResult result = zolt({"--screenshot", "/no/such/folder/a.png", "-e", "true"});
   EXPECT_EQ(result.status, 1);
   EXPECT_TRUE(result.errors.ends_with("zolt: cannot write /no/such/folder/a.png\n")) << result.errors;
 }
 
-TEST(ZoltProgram, AnswersAWrongOptionWithOneLineAndStatusTwo) {
+TEST(ZoltProgram, RejectsAWrongOptionWithOneLineAndStatusTwo) {
   for (const auto& arguments : std::vector<std::vector<std::string>>{{"--nonsense"},
                                                                      {"-e"},
                                                                      {"--working-directory"},
@@ -114,7 +114,7 @@ TEST(ZoltProgram, AnswersAWrongOptionWithOneLineAndStatusTwo) {
   }
 }
 
-TEST(ZoltProgram, SaysInOneLineThatThereIsNoDisplay) {
+TEST(ZoltProgram, ReportsInOneLineThatThereIsNoDisplay) {
   const std::map<std::string, std::string> none{{"QT_QPA_PLATFORM", ""}, {"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}};
   const std::map<std::string, std::string> unreachable{
       {"QT_QPA_PLATFORM", ""}, {"DISPLAY", ":4711"}, {"WAYLAND_DISPLAY", ""}};
@@ -126,7 +126,7 @@ TEST(ZoltProgram, SaysInOneLineThatThereIsNoDisplay) {
   }
 }
 
-TEST(ZoltProgram, NeedsNoDisplayToTellItsVersionAndOptions) {
+TEST(ZoltProgram, NeedsNoDisplayToPrintItsVersionAndOptions) {
   const std::map<std::string, std::string> none{{"QT_QPA_PLATFORM", ""}, {"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}};
   EXPECT_EQ(zolt({"--version"}, none).output, "Zolt " ZOLT_VERSION "\n");
   const std::string help = zolt({"--help"}, none).output;

@@ -42,7 +42,7 @@ TEST(AppcastSelection, TheNewestVersionIsOffered) {
   EXPECT_EQ(offered({item("1.1"), item("1.10"), item("1.9")}, policy(CheckKind::ByHand)), QStringLiteral("1.10"));
 }
 
-TEST(AppcastSelection, OlderAndEqualVersionsAreNot) {
+TEST(AppcastSelection, OlderAndEqualVersionsAreNotOffered) {
   EXPECT_EQ(selectItem({item("0.9"), item("1.0.0")}, policy(CheckKind::ByHand)).outcome, Outcome::UpToDate);
 }
 
@@ -50,14 +50,14 @@ TEST(AppcastSelection, AFeedWithoutItemsHasNothingUsable) {
   EXPECT_EQ(selectItem({}, policy(CheckKind::ByHand)).outcome, Outcome::NothingUsable);
 }
 
-TEST(AppcastSelection, ItemsWithAChannelArePassedOver) {
+TEST(AppcastSelection, ItemsOfAChannelAreIgnored) {
   AppcastItem beta = item("2.0");
   beta.channel = QStringLiteral("beta");
   EXPECT_EQ(selectItem({beta}, policy(CheckKind::ByHand)).outcome, Outcome::NothingUsable);
   EXPECT_EQ(offered({beta, item("1.5")}, policy(CheckKind::ByHand)), QStringLiteral("1.5"));
 }
 
-TEST(AppcastSelection, ItemsForANewerSystemArePassedOver) {
+TEST(AppcastSelection, ItemsForANewerSystemAreIgnored) {
   AppcastItem demanding = item("2.0");
   demanding.minimumSystemVersion = QStringLiteral("6.2");
   EXPECT_EQ(selectItem({demanding}, policy(CheckKind::ByHand)).outcome, Outcome::NothingUsable);
@@ -65,7 +65,7 @@ TEST(AppcastSelection, ItemsForANewerSystemArePassedOver) {
   EXPECT_EQ(offered({demanding}, policy(CheckKind::ByHand)), QStringLiteral("2.0"));
 }
 
-TEST(AppcastSelection, OnlyBackgroundChecksHonourASkippedVersion) {
+TEST(AppcastSelection, OnlyBackgroundChecksRespectASkippedVersion) {
   SelectionPolicy background = policy(CheckKind::Background);
   background.skippedVersion = QStringLiteral("1.2");
   EXPECT_EQ(selectItem({item("1.2"), item("1.1")}, background).outcome, Outcome::UpToDate);
@@ -75,7 +75,7 @@ TEST(AppcastSelection, OnlyBackgroundChecksHonourASkippedVersion) {
   EXPECT_EQ(offered({item("1.2")}, byHand), QStringLiteral("1.2"));
 }
 
-TEST(AppcastSelection, ACriticalUpdateIsNotSkipped) {
+TEST(AppcastSelection, ACriticalUpdateCannotBeSkipped) {
   SelectionPolicy background = policy(CheckKind::Background);
   background.skippedVersion = QStringLiteral("1.2");
   AppcastItem critical = item("1.2");
@@ -114,7 +114,7 @@ TEST(AppcastSelection, ChecksByHandAndCriticalUpdatesIgnoreARollout) {
   EXPECT_EQ(offered({phased}, by), QStringLiteral("1.2"));
 }
 
-TEST(AppcastSelection, ARolloutWithoutADateHasReachedAllAndOneWithoutEndNobody) {
+TEST(AppcastSelection, ARolloutWithoutADateHasReachedEverybodyAndAnEndlessOneNobody) {
   AppcastItem phased = item("1.2");
   phased.phasedRolloutSeconds = std::numeric_limits<std::int64_t>::max();
   SelectionPolicy background = policy(CheckKind::Background);

@@ -35,7 +35,7 @@ std::vector<QString> versionsOf(const QByteArray& items) {
   return versions;
 }
 
-TEST(Appcast, AnItemIsReadWithAllThatItSays) {
+TEST(Appcast, AnItemIsReadCompletely) {
   const auto items = itemsOf(
       "<item><title>Version 1.2</title><link>https://example.org/1.2</link>"
       "<pubDate>Sat, 07 Sep 2002 02:00:01 +0200</pubDate><description><![CDATA[<b>New</b>]]></description>"
@@ -68,7 +68,7 @@ TEST(Appcast, AnItemIsReadWithAllThatItSays) {
   EXPECT_EQ(item.enclosure->edSignature, QStringLiteral("c2ln"));
 }
 
-TEST(Appcast, TheNamespaceCountsAndNotItsPrefix) {
+TEST(Appcast, ElementsAreRecognisedByNamespaceAndNotByPrefix) {
   const auto other = parse(
       "<rss xmlns:x='http://www.andymatuschak.org/xml-namespaces/sparkle' xmlns:sparkle='http://example.org/else'>"
       "<channel><item><x:version>3</x:version><sparkle:version>9</sparkle:version>"
@@ -80,7 +80,7 @@ TEST(Appcast, TheNamespaceCountsAndNotItsPrefix) {
   EXPECT_EQ(other.value()[0].enclosure->edSignature, QStringLiteral("mine"));
 }
 
-TEST(Appcast, ANamespaceThatDiffersByACharacterIsAnother) {
+TEST(Appcast, ANamespaceThatDiffersByOneCharacterIsIgnored) {
   const auto result = parse(
       "<rss xmlns:s='http://www.andymatuschak.org/xml-namespaces/sparkle/'><channel><item><s:version>1</s:version>"
       "<enclosure url='a'/></item></channel></rss>");
@@ -88,7 +88,7 @@ TEST(Appcast, ANamespaceThatDiffersByACharacterIsAnother) {
   EXPECT_TRUE(result.value().empty());
 }
 
-TEST(Appcast, TheVersionIsThatOfTheItemElseThatOfThePackage) {
+TEST(Appcast, TheVersionOfTheItemTakesPrecedenceOverThatOfThePackage) {
   const auto items = itemsOf(
       "<item><sparkle:version>2</sparkle:version><enclosure url='a' sparkle:version='1'/></item>"
       "<item><enclosure url='a' sparkle:version='3' sparkle:shortVersionString='three'/></item>"
@@ -100,14 +100,14 @@ TEST(Appcast, TheVersionIsThatOfTheItemElseThatOfThePackage) {
   EXPECT_EQ(items[2].shortVersion, QStringLiteral("4"));
 }
 
-TEST(Appcast, ItemsWithoutAUsableVersionArePassedOver) {
+TEST(Appcast, ItemsWithoutAUsableVersionAreIgnored) {
   EXPECT_TRUE(versionsOf("<item><enclosure url='a'/></item>").empty());
   EXPECT_TRUE(versionsOf("<item><sparkle:version> \n </sparkle:version><enclosure url='a'/></item>").empty());
   EXPECT_TRUE(versionsOf(itemOf(QByteArray(101, '1'))).empty());
   EXPECT_EQ(versionsOf(itemOf(QByteArray(100, '1'))).size(), 1U);
 }
 
-TEST(Appcast, OnlyItemsOfAChannelOfRssCount) {
+TEST(Appcast, OnlyItemsInTheChannelCount) {
   const auto result = parse("<rss xmlns:sparkle='http://www.andymatuschak.org/xml-namespaces/sparkle'>" + itemOf("1") +
                             "<channel><group>" + itemOf("2") + "</group>" + itemOf("3") + "<sparkle:item>" +
                             itemOf("4") + "</sparkle:item></channel></rss>");
@@ -116,7 +116,7 @@ TEST(Appcast, OnlyItemsOfAChannelOfRssCount) {
   EXPECT_EQ(result.value()[0].version, QStringLiteral("3"));
 }
 
-TEST(Appcast, WhatStandsDeeperInAnItemIsNotTheItemsOwn) {
+TEST(Appcast, NestedElementsDoNotBelongToTheItem) {
   const auto items = itemsOf(
       "<item><sparkle:version>1</sparkle:version><link>https://example.org</link><sparkle:deltas>"
       "<enclosure url='delta' sparkle:version='1'/></sparkle:deltas></item>");
@@ -130,7 +130,7 @@ TEST(Appcast, TheFirstOfSeveralEqualElementsCounts) {
             std::vector{QStringLiteral("1")});
 }
 
-TEST(Appcast, PackagesForOtherSystemsArePassedOver) {
+TEST(Appcast, PackagesForOtherSystemsAreIgnored) {
   const QByteArray items =
       "<item><sparkle:version>1</sparkle:version><enclosure url='a' sparkle:os='macos'/></item>"
       "<item><sparkle:version>2</sparkle:version><enclosure url='a' sparkle:os='Linux'/></item>"
@@ -149,7 +149,7 @@ TEST(Appcast, PackagesForOtherSystemsArePassedOver) {
 }
 
 TEST(Appcast, AnItemWithoutAPackageIsInformationalAndNeedsAPage) {
-  const auto items = itemsOf(test::toldItem("1") + "<item><sparkle:version>2</sparkle:version></item>" +
+  const auto items = itemsOf(test::informationalItem("1") + "<item><sparkle:version>2</sparkle:version></item>" +
                              "<item><sparkle:version>3</sparkle:version><link>javascript:alert(1)</link></item>" +
                              itemOf("4", "<sparkle:informationalUpdate/><link>http://example.org/</link>"));
   ASSERT_EQ(items.size(), 2U);
@@ -159,7 +159,7 @@ TEST(Appcast, AnItemWithoutAPackageIsInformationalAndNeedsAPage) {
   EXPECT_TRUE(items[1].informational);
 }
 
-TEST(Appcast, PlainTextDescriptionsAreKnownByTheirFormat) {
+TEST(Appcast, PlainTextDescriptionsAreMarkedByTheirFormat) {
   const auto items = itemsOf(itemOf("1", "<description sparkle:format='plain-text'>a &lt; b</description>") +
                              itemOf("2", "<description format='plain-text'>x</description>"));
   ASSERT_EQ(items.size(), 2U);
@@ -177,7 +177,7 @@ TEST(Appcast, AbsentLengthsDifferFromEmptyOnes) {
   EXPECT_FALSE(items[1].enclosure->length.isNull());
 }
 
-TEST(Appcast, DocumentTypesAreRefusedAndNothingIsExpanded) {
+TEST(Appcast, DocumentTypesAndCustomEntitiesAreRejected) {
   QByteArray laughs = "<?xml version='1.0'?><!DOCTYPE rss [<!ENTITY a0 'ha'>";
   for (int i = 1; i < 20; ++i) {
     const QByteArray inner = "&a" + QByteArray::number(i - 1) + ";";
@@ -190,7 +190,7 @@ TEST(Appcast, DocumentTypesAreRefusedAndNothingIsExpanded) {
   expectError("<rss><channel><item><title>&undefined;</title></item></channel></rss>", UpdateError::FeedUnreadable);
 }
 
-TEST(Appcast, WhatIsNoXmlIsUnreadable) {
+TEST(Appcast, InvalidXmlIsUnreadable) {
   expectError("", UpdateError::FeedUnreadable);
   expectError("not found", UpdateError::FeedUnreadable);
   expectError(QByteArray("\x00\xff\xfe\x01", 4), UpdateError::FeedUnreadable);
@@ -199,12 +199,12 @@ TEST(Appcast, WhatIsNoXmlIsUnreadable) {
   expectError(whole + "<rss/>", UpdateError::FeedUnreadable);
 }
 
-TEST(Appcast, XmlThatIsNoRssIsNoAppcast) {
+TEST(Appcast, XmlOtherThanRssIsNotAnAppcast) {
   expectError("<html><body>Sign in</body></html>", UpdateError::FeedNoAppcast);
   expectError("<rss xmlns='http://example.org/'><channel/></rss>", UpdateError::FeedNoAppcast);
 }
 
-TEST(Appcast, DepthIsBounded) {
+TEST(Appcast, DepthIsLimited) {
   const auto nested = [](int depth) {
     return feedOf("<item>" + QByteArray("<x>").repeated(depth) + QByteArray("</x>").repeated(depth) + "</item>");
   };
@@ -213,7 +213,7 @@ TEST(Appcast, DepthIsBounded) {
   expectError(nested(100000), UpdateError::FeedUnreadable);
 }
 
-TEST(Appcast, TheNumberOfItemsIsBounded) {
+TEST(Appcast, TheNumberOfItemsIsLimited) {
   EXPECT_EQ(itemsOf(itemOf("1").repeated(1000)).size(), 1000U);
   expectError(feedOf(itemOf("1").repeated(1001)), UpdateError::FeedUnreadable);
 }

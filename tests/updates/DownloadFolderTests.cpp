@@ -43,13 +43,13 @@ class DownloadFolderTest : public testing::Test {
   const QString path = temporary.filePath(QStringLiteral("a/updates"));
 };
 
-TEST_F(DownloadFolderTest, NothingIsMadeBeforeItIsNeeded) {
+TEST_F(DownloadFolderTest, NothingIsCreatedBeforeItIsNeeded) {
   DownloadFolder folder(path);
   folder.removeLeftovers();
   EXPECT_FALSE(QFile::exists(path));
 }
 
-TEST_F(DownloadFolderTest, IsForItsUserAlone) {
+TEST_F(DownloadFolderTest, OnlyTheUserCanAccessIt) {
   QDir().mkpath(path);
   ASSERT_EQ(::chmod(QFile::encodeName(path).constData(), 0755), 0);
   DownloadFolder folder(path);
@@ -59,7 +59,7 @@ TEST_F(DownloadFolderTest, IsForItsUserAlone) {
   EXPECT_EQ(modeOf(QFileInfo(file.value()->fileName()).path()), 0700U);
 }
 
-TEST_F(DownloadFolderTest, ALinkInItsPlaceIsRefused) {
+TEST_F(DownloadFolderTest, ASymbolicLinkInItsPlaceIsRejected) {
   QDir().mkpath(temporary.filePath(QStringLiteral("a")));
   QDir().mkpath(temporary.filePath(QStringLiteral("elsewhere")));
   ASSERT_TRUE(QFile::link(temporary.filePath(QStringLiteral("elsewhere")), path));
@@ -69,7 +69,7 @@ TEST_F(DownloadFolderTest, ALinkInItsPlaceIsRefused) {
   EXPECT_EQ(file.reason(), sentenceOf(UpdateError::PackageNotSaved).toStdString());
 }
 
-TEST_F(DownloadFolderTest, AKeptPackageHasItsNameAndOutlivesTheFolder) {
+TEST_F(DownloadFolderTest, AKeptPackageHasItsFinalNameAndOutlivesTheFolder) {
   QString kept;
   {
     DownloadFolder folder(path);
@@ -97,7 +97,7 @@ TEST_F(DownloadFolderTest, NothingElseStaysBehind) {
   EXPECT_FALSE(QFile::exists(path));
 }
 
-TEST_F(DownloadFolderTest, APackageThatCannotTakeItsNameIsRemoved) {
+TEST_F(DownloadFolderTest, APackageThatCannotBeRenamedIsRemoved) {
   DownloadFolder folder(path);
   write(folder.begin(), "content");
   QDir().mkpath(path + QStringLiteral("/Zolt.deb"));
@@ -120,7 +120,7 @@ TEST_F(DownloadFolderTest, LeftoversOfEarlierRunsAreRemovedAndFreshPackagesStay)
   EXPECT_TRUE(QFile::exists(QStringLiteral("/etc/passwd")));
 }
 
-TEST_F(DownloadFolderTest, WhatAnotherRunningProgramDownloadsStaysUntilThatIsKilled) {
+TEST_F(DownloadFolderTest, TheDownloadsOfAnotherRunningProgramStayUntilItIsKilled) {
   int ready[2];
   ASSERT_EQ(::pipe(ready), 0);
   const pid_t child = ::fork();

@@ -23,7 +23,7 @@ TEST(FeedDate, ReadsTheDatesOfRfc822) {
   }
 }
 
-TEST(FeedDate, RefusesEverythingElse) {
+TEST(FeedDate, RejectsEverythingElse) {
   for (const char* text :
        {"", "2002-09-07T00:00:01Z", "Sat, 31 Feb 2002 00:00:01 GMT", "Sat, 07 Foo 2002 00:00:01 GMT",
         "Sat, 07 Sep 2002 25:00:01 GMT", "Sat, 07 Sep 2002 00:00:01", "Sat, 07 Sep 2002 00:00:01 +9900",

@@ -24,18 +24,17 @@ class FeedServerTest : public testing::Test {
   static int run(const QStringList& arguments, QString& output) {
     QProcess process;
     process.start(QStringLiteral(ZOLT_FEED_SERVER), arguments);
-    EXPECT_TRUE(process.waitForFinished());
+    EXPECT_TRUE(process.waitForFinished(test::kPatience.count()));
     output = QString::fromUtf8(process.readAllStandardOutput()).trimmed();
     return process.exitCode();
   }
-  /// The content at an address; nothing when it is not delivered.
+  /// The content at an address; nothing if it cannot be fetched.
   static std::optional<QByteArray> get(const QString& address) {
     UpdateNetwork network;
     QBuffer content;
     content.open(QIODevice::WriteOnly);
     Fetch fetch(network.manager(),
-                {.url = QUrl(address), .maximumBytes = 1000, .exactBytes = {}, .idleLimit = std::chrono::seconds(10)},
-                content);
+                {.url = QUrl(address), .maximumBytes = 1000, .exactBytes = {}, .idleLimit = test::kPatience}, content);
     std::optional<bool> success;
     QObject::connect(&fetch, &Fetch::succeeded, [&] { success = true; });
     QObject::connect(&fetch, &Fetch::failed, [&] { success = false; });
@@ -52,18 +51,18 @@ TEST_F(FeedServerTest, ServesAFolderAndNothingBesideIt) {
   write("secret", "secret");
   QProcess server;
   server.start(QStringLiteral(ZOLT_FEED_SERVER), {path("served")});
-  ASSERT_TRUE(server.waitForReadyRead());
+  ASSERT_TRUE(server.waitForReadyRead(test::kPatience.count()));
   const QString root = QStringLiteral("http://127.0.0.1:") + QString::fromLatin1(server.readLine().trimmed());
   EXPECT_EQ(get(root + QStringLiteral("/appcast.xml")), "<rss/>");
   EXPECT_EQ(get(root + QStringLiteral("/missing")), std::nullopt);
   EXPECT_EQ(get(root + QStringLiteral("/%2E%2E/secret")), std::nullopt);
   EXPECT_EQ(get(root + QStringLiteral("/")), std::nullopt);
   server.closeWriteChannel();
-  EXPECT_TRUE(server.waitForFinished());
+  EXPECT_TRUE(server.waitForFinished(test::kPatience.count()));
   EXPECT_EQ(server.exitCode(), 0);
 }
 
-TEST_F(FeedServerTest, ItsSignaturesAreThoseThatUpdatesWant) {
+TEST_F(FeedServerTest, ItsSignaturesAreValidForUpdates) {
   write("package", "content");
   QString publicKey;
   ASSERT_EQ(run({QStringLiteral("--make-key"), path("key")}, publicKey), 0);

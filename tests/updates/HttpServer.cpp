@@ -78,6 +78,12 @@ QString HttpServer::address(const QString& path) const {
   return QStringLiteral("http://127.0.0.1:%1%2").arg(port()).arg(path);
 }
 
+void HttpServer::hangUp() {
+  for (QTcpSocket* connection : m_server.findChildren<QTcpSocket*>()) {
+    connection->abort();
+  }
+}
+
 void HttpServer::accept() {
   while (QTcpSocket* connection = m_server.nextPendingConnection()) {
     connect(connection, &QTcpSocket::disconnected, connection, &QObject::deleteLater);

@@ -16,7 +16,7 @@ QUrl url(const char* text) {
   return QUrl(QString::fromUtf8(text));
 }
 
-TEST(FetchAddress, OnlyHttpsAndHttpFromThisMachine) {
+TEST(FetchAddress, AllowsOnlyHttpsAndHttpFromThisMachine) {
   for (const char* allowed :
        {"https://example.org/a", "http://127.0.0.1:80/", "http://127.255.1.2/", "http://[::1]:8080/a",
         "http://localhost/a", "HTTP://LOCALHOST/a", "https://127.0.0.1/"}) {
@@ -30,7 +30,7 @@ TEST(FetchAddress, OnlyHttpsAndHttpFromThisMachine) {
   }
 }
 
-TEST(FetchAddress, RedirectsLeadToNothingWeaker) {
+TEST(FetchAddress, AllowsNoRedirectToAWeakerAddress) {
   EXPECT_TRUE(mayRedirect(url("https://a.example/"), url("https://b.example/")));
   EXPECT_TRUE(mayRedirect(url("http://localhost/"), url("http://127.0.0.1/")));
   EXPECT_TRUE(mayRedirect(url("http://localhost/"), url("https://b.example/")));
@@ -40,7 +40,7 @@ TEST(FetchAddress, RedirectsLeadToNothingWeaker) {
   EXPECT_FALSE(mayRedirect(url("http://localhost/"), url("file:///etc/passwd")));
 }
 
-TEST(PackageName, IsTheLastPartOfThePathMadeHarmless) {
+TEST(PackageName, IsTheSanitizedLastPartOfThePath) {
   const std::pair<const char*, const char*> cases[] = {
       {"https://e.org/a/Zolt-1.2.tar.gz?x=/y#z", "Zolt-1.2.tar.gz"},
       {"https://e.org/a/Zolt%201.2.deb", "Zolt 1.2.deb"},
@@ -59,7 +59,7 @@ TEST(PackageName, IsTheLastPartOfThePathMadeHarmless) {
   }
 }
 
-TEST(PackageName, IsBoundedAndKeepsItsSuffix) {
+TEST(PackageName, IsShortenedWithoutLosingItsSuffix) {
   const QString name =
       packageFileName(QUrl(QStringLiteral("https://e.org/") + QString(500, QChar(0x00e9)) + QStringLiteral(".tar.gz")));
   EXPECT_LE(name.toUtf8().size(), 120);
@@ -96,7 +96,7 @@ TEST_F(PackagePlanTest, AGoodPackageIsPlanned) {
   EXPECT_EQ(planPackage(undeclared, key, 1000).value().length, std::nullopt);
 }
 
-TEST_F(PackagePlanTest, WhatCannotBeVerifiedIsRefusedBeforeItIsDownloaded) {
+TEST_F(PackagePlanTest, PackagesThatCannotBeVerifiedAreRejectedBeforeTheDownload) {
   expectRefused(goodEnclosure(), QString(), UpdateError::NoKey);
   expectRefused(goodEnclosure(), QStringLiteral("short"), UpdateError::KeyInvalid);
   AppcastEnclosure enclosure = goodEnclosure();
@@ -106,7 +106,7 @@ TEST_F(PackagePlanTest, WhatCannotBeVerifiedIsRefusedBeforeItIsDownloaded) {
   expectRefused(enclosure, key, UpdateError::SignatureUnreadable);
 }
 
-TEST_F(PackagePlanTest, LengthsMustBeNumbersWithinBounds) {
+TEST_F(PackagePlanTest, LengthsMustBeNumbersWithinTheLimits) {
   const std::pair<const char*, UpdateError> cases[] = {
       {"", UpdateError::PackageLengthUnreadable},     {"-5", UpdateError::PackageLengthUnreadable},
       {"5 MB", UpdateError::PackageLengthUnreadable}, {"0", UpdateError::PackageEmpty},
@@ -124,7 +124,7 @@ TEST_F(PackagePlanTest, AddressesMustBeSecure) {
   expectRefused(enclosure, key, UpdateError::PackageNotSecure);
 }
 
-TEST(UpdateError, EachHasASentenceOfItsOwn) {
+TEST(UpdateError, HasADifferentSentenceForEachError) {
   std::set<QString> sentences;
   for (const UpdateError error : allUpdateErrors()) {
     const QString sentence = sentenceOf(error);
@@ -134,7 +134,8 @@ TEST(UpdateError, EachHasASentenceOfItsOwn) {
   }
   EXPECT_EQ(sentenceOf(UpdateError::NoFeed), QStringLiteral("No update feed is configured."));
   EXPECT_EQ(sentenceOf(UpdateError::FeedUnreadable), QStringLiteral("The update feed could not be read."));
-  EXPECT_EQ(sentenceOf(UpdateError::FeedNothingUsable), QStringLiteral("The update feed holds no usable version."));
+  EXPECT_EQ(sentenceOf(UpdateError::FeedNothingUsable),
+            QStringLiteral("The update feed has no version for this system."));
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ std::string inert(const char* html) {
   return inertHtml(QString::fromUtf8(html)).toStdString();
 }
 
-TEST(ReleaseNotes, AreShownAsFarAsAnybodyWouldReadThem) {
+TEST(ReleaseNotes, AreTruncatedWhenTheyAreExcessivelyLong) {
   const QString endless(1'000'000, u'x');
   for (const Format format : {Format::Plain, Format::Html}) {
     NotesView view;
@@ -27,14 +27,14 @@ TEST(ReleaseNotes, AreShownAsFarAsAnybodyWouldReadThem) {
   }
 }
 
-TEST(ReleaseNotes, TheMediaTypeSaysWhatTheyAre) {
+TEST(ReleaseNotes, AreInterpretedByTheirMediaType) {
   EXPECT_EQ(releaseNotesOf("a", QStringLiteral("text/plain; charset=utf-8")).format, Format::Plain);
   EXPECT_EQ(releaseNotesOf("a", QStringLiteral("Text/Plain")).format, Format::Plain);
   EXPECT_EQ(releaseNotesOf("a", QStringLiteral("text/html")).format, Format::Html);
   EXPECT_EQ(releaseNotesOf("a", QString()).format, Format::Html);
 }
 
-TEST(ReleaseNotes, AreDecodedAsTheirCharacterSetSays) {
+TEST(ReleaseNotes, AreDecodedByTheirCharacterSet) {
   const QString expected = QString::fromUtf8("é");
   EXPECT_EQ(releaseNotesOf("\xc3\xa9", QStringLiteral("text/plain")).text, expected);
   EXPECT_EQ(releaseNotesOf("\xe9", QStringLiteral("text/plain; charset=\"iso-8859-1\"")).text, expected);
@@ -42,14 +42,14 @@ TEST(ReleaseNotes, AreDecodedAsTheirCharacterSetSays) {
   EXPECT_TRUE(releaseNotesOf("<meta charset=\"iso-8859-1\">\xe9", QStringLiteral("text/html")).text.endsWith(expected));
 }
 
-TEST(InertHtml, TextAndItsStructureRemain) {
+TEST(InertHtml, KeepsTextAndItsStructure) {
   EXPECT_EQ(inert("<h2>New</h2><ul><li>a &amp; b</li></ul><p class=x>One<br/>two</p>"),
             "<h3>New</h3><ul><li>a &amp; b</li></ul><p>One<br>two</p>");
   EXPECT_EQ(inert("1 < 2 > 0"), "1 &lt; 2 &gt; 0");
   EXPECT_EQ(inert("<table><tr><td>x</td></tr></table>"), "<p>x</p>");
 }
 
-TEST(InertHtml, NothingThatIsLoadedRunOrStyledRemains) {
+TEST(InertHtml, RemovesEverythingThatIsLoadedExecutedOrStyled) {
   const std::pair<const char*, const char*> cases[] = {
       {"a<img src=https://e.org/x.png>b", "ab"},
       {"a<script>alert('</b>')</script>b", "ab"},
@@ -74,7 +74,7 @@ TEST(InertHtml, NothingThatIsLoadedRunOrStyledRemains) {
   }
 }
 
-TEST(InertHtml, LinksLeadToWebPagesOnly) {
+TEST(InertHtml, KeepsOnlyLinksToWebPages) {
   EXPECT_EQ(inert("<a href='https://e.org/?a=1&amp;b=2'>x</a>"), "<a href=\"https://e.org/?a=1&amp;b=2\">x</a>");
   EXPECT_EQ(inert("<a target=_blank href=http://e.org/>x</a>"), "<a href=\"http://e.org/\">x</a>");
   for (const char* address :
@@ -83,7 +83,7 @@ TEST(InertHtml, LinksLeadToWebPagesOnly) {
   }
 }
 
-TEST(InertHtml, WhatComesOutIsBalancedAndBounded) {
+TEST(InertHtml, IsBalancedAndOfLimitedDepth) {
   EXPECT_EQ(inert("<b><i>x</b>y</i>"), "<b><i>x</i></b>y");
   EXPECT_EQ(inert("</p>x<ul>"), "x<ul></ul>");
   const QString nested = inertHtml(QString(QStringLiteral("<blockquote>")).repeated(5000) + QStringLiteral("x"));
@@ -91,7 +91,7 @@ TEST(InertHtml, WhatComesOutIsBalancedAndBounded) {
   EXPECT_EQ(nested.count(QLatin1String("</blockquote>")), 24);
 }
 
-TEST(InertHtml, WhateverGoesInOnlyKnownTagsComeOut) {
+TEST(InertHtml, HasOnlyKnownTagsWhateverTheInput) {
   const char* const parts[] = {
       "<",    ">", "</", "<a href=", "'", "\"", "<img src=x",     "<!--",   "-->",      "<script", "</script>", "<b>",
       "</b>", "&", "x",  " ",        "/", "=",  "https://e.org/", "<table", "<ul><li>", "<?",      "<!"};

@@ -22,8 +22,8 @@ UpdateSignature signatureBy(const test::SigningKey& signer) {
   return updateSignatureOf(QString::fromLatin1(signer.signatureOf(kMessage))).value();
 }
 
-// RFC 8032, section 7.1, test 2: one byte, so what is verified is Ed25519 and nothing like it.
-TEST(Signature, VerifiesTheTestVectorOfTheStandard) {
+// RFC 8032, section 7.1, test 2. The variants of Ed25519 give another signature for this message of one byte.
+TEST(Signature, MatchesTheTestVectorOfTheStandard) {
   const auto base64 = [](const char* hex) { return QString::fromLatin1(QByteArray::fromHex(hex).toBase64()); };
   const auto key = updateKeyOf(base64("3d4017c3e843895a92b70aa74d1b7ebc9c982ccf2ec4968cc0cd55f12af4660c"));
   const auto signature =
@@ -34,7 +34,7 @@ TEST(Signature, VerifiesTheTestVectorOfTheStandard) {
   EXPECT_FALSE(isSigned(QByteArrayView("\x73", 1), *signature, *key));
 }
 
-TEST(Signature, AnotherKeyOrAChangedMessageIsRefused) {
+TEST(Signature, IsInvalidForAnotherKeyOrAChangedMessage) {
   const UpdateSignature signature = signatureBy(kMaker);
   EXPECT_TRUE(isSigned(kMessage, signature, keyOf(kMaker)));
   EXPECT_FALSE(isSigned(kMessage, signature, keyOf(test::SigningKey(2))));
@@ -50,7 +50,7 @@ TEST(Signature, AnotherKeyOrAChangedMessageIsRefused) {
   }
 }
 
-TEST(Signature, TextsMustBeStrictBase64OfTheExactLength) {
+TEST(Signature, IsDecodedOnlyFromStrictBase64OfTheExactLength) {
   const QString key = kMaker.publicKey();
   const QString signature = QString::fromLatin1(kMaker.signatureOf(kMessage));
   EXPECT_TRUE(updateKeyOf(key));
@@ -76,7 +76,7 @@ TEST(Signature, TextsMustBeStrictBase64OfTheExactLength) {
   EXPECT_FALSE(updateSignatureOf(key));
 }
 
-TEST(Signature, FilesAreVerifiedByTheirContent) {
+TEST(Signature, IsVerifiedAgainstTheContentOfAFile) {
   const QTemporaryDir folder;
   const QString path = folder.filePath(QStringLiteral("package"));
   const auto write = [&](const QByteArray& content) {

@@ -5,17 +5,17 @@
 
 namespace zolt::test {
 
-/// A pair of Ed25519 keys of a maker of updates.
+/// An Ed25519 key pair for signing updates.
 class SigningKey {
  public:
-  /// The pair that belongs to a seed of 32 bytes, here all of the value `seed`.
+  /// The pair derived from 32 bytes with the value `seed`.
   explicit SigningKey(unsigned char seed);
-  /// The pair that belongs to a seed of 32 bytes.
+  /// The pair derived from a seed of 32 bytes.
   explicit SigningKey(const QByteArray& seed);
 
-  /// In base64, as the settings have it.
+  /// In base64, as in the settings.
   QString publicKey() const { return QString::fromLatin1(m_publicKey.toBase64()); }
-  /// In base64, as feeds have it.
+  /// In base64, as in feeds.
   QByteArray signatureOf(const QByteArray& message) const;
 
  private:

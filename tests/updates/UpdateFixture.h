@@ -17,7 +17,7 @@
 
 namespace zolt::test {
 
-/// A web server with a feed, settings that name it and its maker's key, and an empty download folder.
+/// A web server with a feed, settings with its address and public key, and an empty download folder.
 class UpdateTest : public testing::Test {
  protected:
   UpdateTest() {
@@ -38,7 +38,7 @@ class UpdateTest : public testing::Test {
   void serveFeed(const QByteArray& items) {
     serve("/appcast.xml", {.type = "application/rss+xml", .body = feedOf(items)});
   }
-  /// The item of a version with the package "/Zolt.deb", signed and measured, unless it is said otherwise.
+  /// The item of a version with the package "/Zolt.deb", by default with its length and signature.
   QByteArray packageItem(const QByteArray& version, const QByteArray& more = {}) const {
     return packageItem(version, more, QByteArray::number(package.size()), maker.signatureOf(package));
   }

@@ -15,7 +15,7 @@ using std::chrono::seconds;
 
 const QDateTime kNow(QDate(2026, 6, 10), QTime(12, 0), Qt::UTC);
 
-TEST(UpdatePolicy, TheIntervalIsADayAndNeverUnderAnHour) {
+TEST(UpdatePolicy, TheIntervalIsADayByDefaultAndAtLeastAnHour) {
   EXPECT_EQ(checkInterval(std::nullopt), hours(24));
   EXPECT_EQ(checkInterval(7200), seconds(7200));
   EXPECT_EQ(checkInterval(3600), hours(1));
@@ -38,7 +38,7 @@ TEST(UpdatePolicy, WithoutALastCheckOrWithOneInTheFutureACheckIsDue) {
   EXPECT_EQ(timeUntilCheck(kNow, kNow.addSecs(1), hours(24)), seconds(0));
 }
 
-TEST(UpdatePolicy, TheUserIsAskedOnTheSecondLaunchAndOnlyUntilAnswered) {
+TEST(UpdatePolicy, TheUserIsAskedFromTheSecondLaunchUntilThereIsAnAnswer) {
   for (const bool hasFeed : {false, true}) {
     for (const bool hasLaunched : {false, true}) {
       for (const std::optional<bool> answer : {std::optional<bool>(), std::optional(false), std::optional(true)}) {
@@ -58,7 +58,7 @@ class UpdateSettingsTest : public testing::Test {
       defaults, {.feedUrl = QStringLiteral("https://build.example.org/feed"), .publicKey = QStringLiteral("build")}};
 };
 
-TEST_F(UpdateSettingsTest, TheSettingsComeBeforeTheBuild) {
+TEST_F(UpdateSettingsTest, TheSettingsTakePrecedenceOverTheBuild) {
   EXPECT_EQ(settings.feedUrl(), QStringLiteral("https://build.example.org/feed"));
   EXPECT_EQ(settings.publicKey(), QStringLiteral("build"));
   defaults.setString("SUFeedURL", "https://user.example.org/feed");
@@ -70,7 +70,7 @@ TEST_F(UpdateSettingsTest, TheSettingsComeBeforeTheBuild) {
   EXPECT_TRUE(UpdateSettings(defaults, {}).feedUrl().isEmpty());
 }
 
-TEST_F(UpdateSettingsTest, AnAbsentAnswerIsNoAnswer) {
+TEST_F(UpdateSettingsTest, AnAbsentAnswerIsNotANo) {
   EXPECT_EQ(settings.launchFacts().automaticChecks, std::nullopt);
   EXPECT_FALSE(settings.launchFacts().hasLaunchedBefore);
   settings.setAutomaticChecks(false);
@@ -81,7 +81,7 @@ TEST_F(UpdateSettingsTest, AnAbsentAnswerIsNoAnswer) {
   EXPECT_EQ(settings.launchFacts().automaticChecks, std::optional(true));
 }
 
-TEST_F(UpdateSettingsTest, TheIntervalIsReadAsWholeSeconds) {
+TEST_F(UpdateSettingsTest, TheIntervalIsReadInWholeSeconds) {
   EXPECT_EQ(settings.scheduledInterval(), hours(24));
   defaults.setString("SUScheduledCheckInterval", "7200.9");
   EXPECT_EQ(settings.scheduledInterval(), seconds(7200));
@@ -89,7 +89,7 @@ TEST_F(UpdateSettingsTest, TheIntervalIsReadAsWholeSeconds) {
   EXPECT_EQ(settings.scheduledInterval(), hours(1));
 }
 
-TEST_F(UpdateSettingsTest, TheLastCheckIsKeptAsIso8601InUtc) {
+TEST_F(UpdateSettingsTest, TheLastCheckIsStoredAsIso8601InUtc) {
   EXPECT_FALSE(settings.lastCheckTime().isValid());
   settings.setLastCheckTime(kNow.toOffsetFromUtc(7200));
   EXPECT_EQ(defaults.stringForKey("SULastCheckTime"), "2026-06-10T12:00:00Z");
@@ -98,7 +98,7 @@ TEST_F(UpdateSettingsTest, TheLastCheckIsKeptAsIso8601InUtc) {
   EXPECT_FALSE(settings.lastCheckTime().isValid());
 }
 
-TEST_F(UpdateSettingsTest, TheRolloutGroupIsDrawnOnceAndStays) {
+TEST_F(UpdateSettingsTest, TheRolloutGroupIsChosenOnceAndKept) {
   const int group = settings.rolloutGroup();
   EXPECT_GE(group, 0);
   EXPECT_LE(group, 6);

@@ -14,7 +14,7 @@ class UpdateSchedulerTest : public test::UpdateTest {
     defaults.setBool("SUEnableAutomaticChecks", true);
   }
 
-  /// How often a check is due within a moment of the start, when each due check is made.
+  /// How often a check becomes due shortly after the start, if every check is made at once.
   int timesDue() {
     UpdateContext context{UpdateSettings(defaults, {}), environment, {}};
     UpdateScheduler scheduler(context);
@@ -24,14 +24,14 @@ class UpdateSchedulerTest : public test::UpdateTest {
       context.settings.setLastCheckTime(now);
     });
     scheduler.start();
-    EXPECT_EQ(times, 0) << "due within the start itself";
+    EXPECT_EQ(times, 0) << "emitted by `start` itself";
     test::runLoopFor(std::chrono::milliseconds(200));
     return times;
   }
   void setLastCheck(qint64 secondsAgo) { UpdateSettings(defaults, {}).setLastCheckTime(now.addSecs(-secondsAgo)); }
 };
 
-TEST_F(UpdateSchedulerTest, ACheckThatWasNeverMadeOrIsOverdueIsDueOnceShortlyAfterTheStart) {
+TEST_F(UpdateSchedulerTest, AFirstOrOverdueCheckIsDueOnceShortlyAfterTheStart) {
   EXPECT_EQ(timesDue(), 1);
   setLastCheck(86400);
   EXPECT_EQ(timesDue(), 1);
@@ -42,12 +42,12 @@ TEST_F(UpdateSchedulerTest, ARecentCheckIsNotRepeated) {
   EXPECT_EQ(timesDue(), 0);
 }
 
-TEST_F(UpdateSchedulerTest, AClockThatWentBackwardsMakesACheckDue) {
+TEST_F(UpdateSchedulerTest, AClockThatWasSetBackMakesACheckDue) {
   setLastCheck(-10);
   EXPECT_EQ(timesDue(), 1);
 }
 
-TEST_F(UpdateSchedulerTest, TheIntervalOfTheSettingsCountsDownToAnHour) {
+TEST_F(UpdateSchedulerTest, TheIntervalInTheSettingsIsAtLeastAnHour) {
   defaults.setInteger("SUScheduledCheckInterval", 10);
   setLastCheck(3590);
   EXPECT_EQ(timesDue(), 0);
@@ -55,7 +55,7 @@ TEST_F(UpdateSchedulerTest, TheIntervalOfTheSettingsCountsDownToAnHour) {
   EXPECT_EQ(timesDue(), 1);
 }
 
-TEST_F(UpdateSchedulerTest, ACheckComesWhenItsTimeHasCome) {
+TEST_F(UpdateSchedulerTest, ACheckIsDueWhenItsTimeHasCome) {
   setLastCheck(86400 - 1);
   UpdateContext context{UpdateSettings(defaults, {}), environment, {}};
   UpdateScheduler scheduler(context);
@@ -79,7 +79,7 @@ TEST_F(UpdateSchedulerTest, WithoutTheUsersConsentOrAFeedNothingIsDue) {
   EXPECT_EQ(timesDue(), 0);
 }
 
-TEST_F(UpdateSchedulerTest, ChangedSettingsCountFromTheStartOnOnly) {
+TEST_F(UpdateSchedulerTest, ChangedSettingsMatterOnlyAfterTheStart) {
   defaults.setBool("SUEnableAutomaticChecks", false);
   UpdateContext context{UpdateSettings(defaults, {}), environment, {}};
   UpdateScheduler scheduler(context);

@@ -20,7 +20,7 @@ TEST(UpdateTexts, BytesAreShownInUnitsOfAThousand) {
   }
 }
 
-TEST(UpdateTexts, ADownloadOfUnknownLengthShowsWhatHasCome) {
+TEST(UpdateTexts, ADownloadOfUnknownLengthShowsTheBytesReceived) {
   EXPECT_EQ(progressText(3100000, 12000000), QStringLiteral("3.1 MB of 12 MB"));
   EXPECT_EQ(progressText(3100000, 0), QStringLiteral("3.1 MB"));
 }

@@ -46,12 +46,12 @@ class UpdaterControllerTest : public test::UpdateTest {
     }
     return shown;
   }
-  /// The one window that is on the screen, with this title; waits for it.
+  /// Waits until there is one window on the screen, with this title, and returns it.
   UpdateWindow* window(const char* title) {
     const QString wanted = QString::fromUtf8(title);
     EXPECT_TRUE(waitFor([&] { return windows().size() == 1 && text("title") == wanted; })) << title;
     if (windows().size() != 1) return nullptr;
-    EXPECT_TRUE(QTest::qWaitForWindowExposed(windows().first()));
+    // No event may be handled from here on: the next one may close the window.
     EXPECT_FALSE(windows().first()->isModal());
     return windows().first();
   }
@@ -120,7 +120,7 @@ TEST_F(UpdaterControllerTest, ReturnInstalls) {
   ASSERT_TRUE(waitFor([&] { return handedOver.size() == 1; }));
 }
 
-TEST_F(UpdaterControllerTest, WithoutAFeedACheckByHandSaysSo) {
+TEST_F(UpdaterControllerTest, ACheckByHandReportsAMissingFeed) {
   defaults.removeObject("SUFeedURL");
   start(true);
   controller->checkForUpdates();
@@ -132,7 +132,7 @@ TEST_F(UpdaterControllerTest, WithoutAFeedACheckByHandSaysSo) {
   EXPECT_TRUE(noWindow());
 }
 
-TEST_F(UpdaterControllerTest, WithNothingNewItSaysSo) {
+TEST_F(UpdaterControllerTest, ACheckByHandReportsThatThereIsNothingNew) {
   serveFeed(packageItem("1.0"));
   start();
   controller->checkForUpdates();
@@ -143,7 +143,7 @@ TEST_F(UpdaterControllerTest, WithNothingNewItSaysSo) {
   EXPECT_TRUE(noWindow());
 }
 
-TEST_F(UpdaterControllerTest, ABadPackageIsToldAndNothingIsKept) {
+TEST_F(UpdaterControllerTest, ABadPackageIsReportedAndNothingIsKept) {
   serveFeed(packageItem("1.2"));
   serve("/Zolt.deb", {.body = QByteArray(package.size(), 'x')});
   start();
@@ -194,7 +194,7 @@ TEST_F(UpdaterControllerTest, ACheckCanBeCancelled) {
   expectNothingShown();
 }
 
-TEST_F(UpdaterControllerTest, NothingStartsWhileACheckRuns) {
+TEST_F(UpdaterControllerTest, NoCheckStartsDuringAnother) {
   serve("/appcast.xml", {.manner = Manner::Silent});
   start();
   controller->checkForUpdates();
@@ -206,7 +206,7 @@ TEST_F(UpdaterControllerTest, NothingStartsWhileACheckRuns) {
   EXPECT_EQ(server.requests().size(), 1);
 }
 
-TEST_F(UpdaterControllerTest, SkippingIsKeptAndRemindingIsNot) {
+TEST_F(UpdaterControllerTest, SkippingIsRememberedAndRemindingIsNot) {
   serveFeed(packageItem("1.2"));
   start();
   controller->checkForUpdates();
@@ -239,7 +239,7 @@ TEST_F(UpdaterControllerTest, ACriticalUpdateHasNoSkipButton) {
 }
 
 TEST_F(UpdaterControllerTest, AnInformationalUpdateOpensItsPage) {
-  serveFeed(test::toldItem("1.2"));
+  serveFeed(test::informationalItem("1.2"));
   start();
   controller->checkForUpdates();
   ASSERT_TRUE(window("A new version of Zolt is available!"));
@@ -276,16 +276,17 @@ TEST_F(UpdaterControllerTest, ReleaseNotesLoadNothingAndTheirLinksOpenAfterAClic
   EXPECT_EQ(notes(), QStringLiteral("MMMMMMMMMMMM"));
 }
 
-TEST_F(UpdaterControllerTest, ReleaseNotesThatAreNotThereAreRemarkedUpon) {
+TEST_F(UpdaterControllerTest, MissingReleaseNotesAreReplacedByARemark) {
   serveFeed(packageItem("1.2", "<sparkle:releaseNotesLink>notes</sparkle:releaseNotesLink>"));
   serve("/notes", {.manner = Manner::Silent});
-  environment.idleLimit = std::chrono::milliseconds(300);
   start();
   controller->checkForUpdates();
   UpdateWindow* offer = window("A new version of Zolt is available!");
   ASSERT_TRUE(offer);
   const auto* view = offer->findChild<QTextBrowser*>();
   EXPECT_EQ(view->placeholderText(), QStringLiteral("Loading the release notes..."));
+  ASSERT_TRUE(waitFor([&] { return server.requests().contains(QStringLiteral("/notes")); }));
+  server.hangUp();
   EXPECT_TRUE(waitFor([&] { return view->placeholderText() == QLatin1String("This version has no release notes."); }));
 }
 
@@ -297,7 +298,7 @@ TEST_F(UpdaterControllerTest, PlainReleaseNotesAreShownAsTheyAre) {
   EXPECT_EQ(notes(), QStringLiteral("<b>a</b>"));
 }
 
-TEST_F(UpdaterControllerTest, ABackgroundCheckShowsAnOfferAndOnlyThat) {
+TEST_F(UpdaterControllerTest, ABackgroundCheckShowsNothingButAnOffer) {
   defaults.setBool("SUEnableAutomaticChecks", true);
   serve("/appcast.xml", {.status = 500});
   start(true);
@@ -318,7 +319,7 @@ TEST_F(UpdaterControllerTest, ABackgroundCheckShowsAnOfferAndOnlyThat) {
   ASSERT_TRUE(window("A new version of Zolt is available!"));
 }
 
-TEST_F(UpdaterControllerTest, AControllerThatDoesNotStartChecksByHandOnly) {
+TEST_F(UpdaterControllerTest, AControllerThatIsNotStartedChecksOnlyByHand) {
   defaults.setBool("SUEnableAutomaticChecks", true);
   defaults.setBool("SUHasLaunchedBefore", true);
   start(false);
@@ -326,7 +327,7 @@ TEST_F(UpdaterControllerTest, AControllerThatDoesNotStartChecksByHandOnly) {
   EXPECT_EQ(server.requests(), QStringList());
 }
 
-TEST_F(UpdaterControllerTest, TheSecondLaunchAsksAndTheAnswerStays) {
+TEST_F(UpdaterControllerTest, TheSecondLaunchAsksAndTheAnswerIsKept) {
   serveFeed(packageItem("1.0"));
   start(true);
   expectNothingShown();
@@ -343,7 +344,7 @@ TEST_F(UpdaterControllerTest, TheSecondLaunchAsksAndTheAnswerStays) {
   expectNothingShown();
 }
 
-TEST_F(UpdaterControllerTest, NotWantingAutomaticChecksIsAnAnswerToo) {
+TEST_F(UpdaterControllerTest, DecliningAutomaticChecksIsAnAnswerToo) {
   defaults.setBool("SUHasLaunchedBefore", true);
   start(true);
   ASSERT_TRUE(window("Check for updates automatically?"));
@@ -354,7 +355,7 @@ TEST_F(UpdaterControllerTest, NotWantingAutomaticChecksIsAnAnswerToo) {
   EXPECT_EQ(server.requests(), QStringList());
 }
 
-TEST_F(UpdaterControllerTest, ClosingTheQuestionIsNoAnswer) {
+TEST_F(UpdaterControllerTest, ClosingTheQuestionIsNotAnAnswer) {
   defaults.setBool("SUHasLaunchedBefore", true);
   start(true);
   UpdateWindow* question = window("Check for updates automatically?");
@@ -369,23 +370,23 @@ TEST_F(UpdaterControllerTest, ClosingTheQuestionIsNoAnswer) {
   EXPECT_EQ(defaults.stringForKey("SUEnableAutomaticChecks"), std::nullopt);
 }
 
-TEST_F(UpdaterControllerTest, WhatComesUncalledTakesNoKeysMeantForSomebodyElse) {
+TEST_F(UpdaterControllerTest, AnUnrequestedWindowTakesNoKeysMeantForAnother) {
   serveFeed(packageItem("1.2"));
   defaults.setBool("SUEnableAutomaticChecks", true);
   QWidget terminal;
   terminal.show();
   terminal.activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(&terminal));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&terminal, test::kPatience.count()));
   start(true);
   UpdateWindow* offer = window("A new version of Zolt is available!");
   ASSERT_TRUE(offer);
   EXPECT_TRUE(offer->testAttribute(Qt::WA_ShowWithoutActivating));
-  // Even where a window manager gives it the keyboard.
+  // Even if a window manager gives it the focus.
   QTest::keyClick(offer, Qt::Key_Return);
   QTest::keyClick(offer, Qt::Key_Space);
   test::runLoopFor(std::chrono::milliseconds(50));
   EXPECT_TRUE(offer->isVisible());
-  EXPECT_EQ(server.requests().size(), 1) << "the feed's, no package's";
+  EXPECT_EQ(server.requests().size(), 1) << "for the feed, not for the package";
   click("install");
   EXPECT_TRUE(waitFor([&] { return server.requests().size() == 2; }));
 }
@@ -404,14 +405,14 @@ TEST_F(UpdaterControllerTest, AQuestionThatWasNotAnsweredIsAskedAgain) {
   EXPECT_EQ(defaults.stringForKey("SUEnableAutomaticChecks"), std::nullopt);
 }
 
-TEST_F(UpdaterControllerTest, WithoutAFeedNobodyIsAsked) {
+TEST_F(UpdaterControllerTest, WithoutAFeedTheUserIsNotAsked) {
   defaults.removeObject("SUFeedURL");
   defaults.setBool("SUHasLaunchedBefore", true);
   start(true);
   expectNothingShown();
 }
 
-TEST_F(UpdaterControllerTest, QuittingDuringADownloadLeavesNothing) {
+TEST_F(UpdaterControllerTest, QuittingDuringADownloadLeavesNothingBehind) {
   serveFeed(packageItem("1.2"));
   serve("/Zolt.deb", {.body = package.first(1000), .announcesLength = false, .manner = Manner::Stalls});
   start();

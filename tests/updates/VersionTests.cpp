@@ -55,7 +55,7 @@ TEST(Version, TextsCompareAndThenTheNumbersAfterThem) {
   expectEqual(text("1.0 beta 2"), text("1.0beta2"));
 }
 
-TEST(Version, EverythingFromADashOnIsIgnored) {
+TEST(Version, EverythingFromADashIsIgnored) {
   expectEqual(text("1.0-rc1"), text("1.0"));
   expectEqual(text("6.1.0-13-amd64"), text("6.1"));
   expectEqual(text("-1"), text(""));
@@ -68,7 +68,7 @@ TEST(Version, NumbersOfAnyLengthDoNotOverflow) {
   expectOlder(text("1"), large);
 }
 
-// A total preorder, or "the newest" would depend on the order of the items.
+// Otherwise the newest version could depend on the order of the items.
 TEST(Version, TheOrderIsTransitive) {
   const char* const parts[] = {"0", "1", "00", "10", ".", "b", "rc", "-", " ", "..", "é"};
   std::vector<QString> versions;

@@ -1,8 +1,8 @@
-// A web server for a folder with a feed, and what signs the packages in it.
+// A web server for a folder with a feed, and a tool that signs packages for it.
 //
-//   feedserver FOLDER            serves FOLDER over http on 127.0.0.1; prints its port, and ends with its input
-//   feedserver --make-key FILE   makes a key, keeps its secret half in the new FILE, prints the public one
-//   feedserver --sign KEY FILE   prints the attributes of an enclosure for FILE
+//   feedserver FOLDER            serves FOLDER over http on 127.0.0.1; prints its port, ends at the end of its input
+//   feedserver --make-key FILE   writes a new secret key to the new FILE and prints the public key
+//   feedserver --sign KEY FILE   prints the attributes of the enclosure for FILE
 #include <sodium.h>
 
 #include <QCoreApplication>
@@ -39,7 +39,7 @@ HttpReply replyOf(const QDir& folder, const QString& path) {
 
 int serve(const QString& path) {
   const QDir folder(path);
-  if (!folder.exists()) return fail(path + QStringLiteral(" is no folder"));
+  if (!folder.exists()) return fail(path + QStringLiteral(" is not a folder"));
   const zolt::test::HttpServer server([&](const QString& asked) { return replyOf(folder, asked); });
   std::printf("%d\n", server.port());
   std::fflush(stdout);
@@ -68,7 +68,7 @@ int sign(const QString& keyPath, const QString& packagePath) {
   if (!key.open(QIODevice::ReadOnly)) return fail(key.errorString());
   if (!package.open(QIODevice::ReadOnly)) return fail(package.errorString());
   const QByteArray seed = QByteArray::fromBase64(key.readAll().trimmed());
-  if (seed.size() != crypto_sign_SEEDBYTES) return fail(keyPath + QStringLiteral(" holds no key"));
+  if (seed.size() != crypto_sign_SEEDBYTES) return fail(keyPath + QStringLiteral(" is not a key"));
   const QByteArray content = package.readAll();
   std::printf("sparkle:edSignature=\"%s\" length=\"%lld\"\n",
               zolt::test::SigningKey(seed).signatureOf(content).constData(), static_cast<long long>(content.size()));
@@ -80,7 +80,7 @@ int sign(const QString& keyPath, const QString& packagePath) {
 int main(int argc, char** argv) {
   QCoreApplication application(argc, argv);
   const QStringList arguments = QCoreApplication::arguments().sliced(1);
-  if (sodium_init() < 0) return fail(QStringLiteral("there is no randomness"));
+  if (sodium_init() < 0) return fail(QStringLiteral("the system provides no random numbers"));
   if (arguments.size() == 1 && !arguments[0].startsWith(QLatin1String("--"))) return serve(arguments[0]);
   if (arguments.size() == 2 && arguments[0] == QLatin1String("--make-key")) return makeKey(arguments[1]);
   if (arguments.size() == 3 && arguments[0] == QLatin1String("--sign")) return sign(arguments[1], arguments[2]);

@@ -25,7 +25,7 @@ void AppcastBackend::start() {
   if (!facts.hasLaunchedBefore) m_context.settings.setHasLaunchedBefore();
   m_scheduler.start();
   if (!shouldAskAboutChecks(facts)) return;
-  // Not before the application's own windows, which would cover the question.
+  // After the windows of the application, which would otherwise cover the question.
   QTimer::singleShot(m_context.environment.firstCheckDelay, this, [this] {
     m_windows.askForConsent([this](bool enabled) { m_context.settings.setAutomaticChecks(enabled); });
   });

@@ -11,12 +11,12 @@
 
 namespace zolt {
 
-/// Our own client of the appcast format.
+/// The built-in client of appcast feeds.
 class AppcastBackend : public UpdaterBackend {
   Q_OBJECT
 
  public:
-  /// With `startingUpdater` it checks on its own, as the settings say. `defaults` must outlive the back end.
+  /// With `startingUpdater` it checks automatically, as the settings say. `defaults` must outlive the back end.
   AppcastBackend(bool startingUpdater, UserDefaults& defaults, UpdateEnvironment environment,
                  UpdateDriver::HandOver handOver, UpdateWindows::OpenPage openPage, QObject* parent = nullptr);
 

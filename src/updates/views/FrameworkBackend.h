@@ -6,7 +6,7 @@
 
 namespace zolt {
 
-/// The Sparkle framework of the application's bundle, loaded at run time; null when the bundle has none. macOS only.
+/// The Sparkle framework in the application's bundle, loaded at run time; null if there is none. macOS only.
 std::unique_ptr<UpdaterBackend> makeFrameworkBackend(bool startingUpdater);
 
 }  // namespace zolt

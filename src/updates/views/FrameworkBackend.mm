@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-// What is used of the framework's interface; its headers are not needed to build.
+// The part of the framework's interface that is used; building does not need its headers.
 @interface NSObject (ZoltUpdaterController)
 - (instancetype)initWithStartingUpdater:(BOOL)starting updaterDelegate:(id)updater userDriverDelegate:(id)driver;
 - (void)checkForUpdates:(id)sender;

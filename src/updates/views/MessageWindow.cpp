@@ -9,10 +9,11 @@ MessageWindow::MessageWindow(const QString& title, const QString& sentence, QWid
 }
 
 ConsentWindow::ConsentWindow(QWidget* parent)
-    : UpdateWindow(tr("Check for updates automatically?"),
-                   tr("Zolt can look for new versions from time to time and tell you when there is one. You can always "
-                      "check by hand with \"Check for Updates...\"."),
-                   parent) {
+    : UpdateWindow(
+          tr("Check for updates automatically?"),
+          tr("Zolt can check for new versions from time to time and tell you when there is one. You can always "
+             "check for updates yourself with \"Check for Updates...\"."),
+          parent) {
   const auto answersBy = [this](QPushButton* button, bool answer) {
     connect(button, &QPushButton::clicked, this, [this, answer] {
       Q_EMIT answered(answer);

@@ -12,7 +12,7 @@ class MessageWindow : public UpdateWindow {
   MessageWindow(const QString& title, const QString& sentence, QWidget* parent = nullptr);
 };
 
-/// "Check for updates automatically?". Closing it is no answer.
+/// "Check for updates automatically?". Closing it leaves the question unanswered.
 class ConsentWindow : public UpdateWindow {
   Q_OBJECT
 

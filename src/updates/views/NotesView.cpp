@@ -10,7 +10,7 @@ constexpr double kDocumentMargin = 10;
 constexpr double kIndent = 22;
 constexpr qsizetype kMaxCharacters = 32 * 1024;
 
-// Laying out one long paragraph takes more than proportionally long: what nobody would read is not shown.
+// Laying out a long paragraph takes more than linear time, so excessively long notes are truncated.
 QString displayable(const QString& text) {
   if (text.size() <= kMaxCharacters) return text;
   return text.first(kMaxCharacters) + QChar(0x2026);

@@ -7,7 +7,7 @@
 
 namespace zolt {
 
-/// Release notes to read, scrolled: text that loads nothing, whose links only tell that they were clicked.
+/// A scrollable view of release notes. It loads nothing, and clicking a link only emits a signal.
 class NotesView : public QTextBrowser {
   Q_OBJECT
 
@@ -15,10 +15,10 @@ class NotesView : public QTextBrowser {
   explicit NotesView(QWidget* parent = nullptr);
 
   void showNotes(const ReleaseNotes& notes);
-  /// A line of our own in their place.
+  /// Shows a remark in place of notes.
   void showRemark(const QString& text);
 
-  /// Never anything, whatever a document asks for.
+  /// Always empty: documents load nothing.
   QVariant loadResource(int type, const QUrl& name) override;
 
  Q_SIGNALS:

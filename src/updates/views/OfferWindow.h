@@ -6,22 +6,22 @@
 
 namespace zolt {
 
-/// "A new version of Zolt is available!": what is offered, what is new in it, and the user's choice.
+/// "A new version of Zolt is available!": the version, its release notes, and the choices of the user.
 class OfferWindow : public UpdateWindow {
   Q_OBJECT
 
  public:
   OfferWindow(const UpdateOffer& offer, const QString& runningVersion, QWidget* parent = nullptr);
 
-  /// The notes have come.
+  /// Shows the release notes when they arrive.
   void showNotes(const ReleaseNotes& notes) { m_notes->showNotes(notes); }
 
  Q_SIGNALS:
   void installChosen();
-  /// For an update to be told of only.
+  /// For an informational update.
   void pageChosen(const QUrl& page);
   void skipChosen();
-  // "Remind Me Later" and closing are `rejected`.
+  // "Remind Me Later" and closing the window emit `rejected`.
   /// A link of the release notes was clicked.
   void linkClicked(const QUrl& page);
 

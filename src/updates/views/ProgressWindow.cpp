@@ -6,7 +6,7 @@ namespace zolt {
 
 namespace {
 
-// Of the bar; byte counts do not fit into its range.
+// The range of the bar, since byte counts do not fit an int.
 constexpr int kSteps = 1000;
 
 }  // namespace

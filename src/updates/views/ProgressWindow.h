@@ -7,16 +7,16 @@
 
 namespace zolt {
 
-/// A bar that fills or just moves, and "Cancel", which rejects the window.
+/// A progress bar and "Cancel", which rejects the window.
 class ProgressWindow : public UpdateWindow {
   Q_OBJECT
 
  public:
   explicit ProgressWindow(const QString& title, QWidget* parent = nullptr);
 
-  /// Something is being done, nobody knows how long.
+  /// Shows activity of unknown duration.
   void showBusy(const QString& title);
-  /// Bytes of a download; `totalBytes` is 0 when unknown.
+  /// Shows the progress of a download; `totalBytes` is 0 if unknown.
   void showBytes(std::int64_t receivedBytes, std::int64_t totalBytes);
 
  private:

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::array kUnits{"bytes", "kB", "MB", "GB", "TB"};
 constexpr double kStep = 1000;
-constexpr double kWithPointBelow = 9.95;  // above it, one digit after the point would round to 10.0
+constexpr double kDecimalBelow = 9.95;  // from here on, one decimal place would round to 10.0
 
 QString translated(const char* text) {
   return QCoreApplication::translate("zolt::UpdateTexts", text);
@@ -34,7 +34,7 @@ QString byteText(std::int64_t bytes) {
     value /= kStep;
     ++unit;
   }
-  const int digits = unit > 0 && value < kWithPointBelow ? 1 : 0;
+  const int digits = unit > 0 && value < kDecimalBelow ? 1 : 0;
   return QString::number(value, 'f', digits) + QLatin1Char(' ') + translated(kUnits[unit]);
 }
 

@@ -7,15 +7,15 @@
 
 namespace zolt {
 
-/// What the windows of updates say. Pure.
+/// The texts of the update windows. Pure.
 
-/// The offered version and the running one; the offered one's number where both are shown alike.
+/// Names the offered version and the running one; adds the build number of the offered one if both look the same.
 QString offerText(const AppcastItem& item, const QString& runningVersion);
 
-/// "3.1 MB": in powers of 1000, one digit after the point below 10 of a unit.
+/// "3.1 MB": in powers of 1000, with one decimal place below 10.
 QString byteText(std::int64_t bytes);
 
-/// "3.1 MB of 12 MB"; without the second part where `totalBytes` is 0.
+/// "3.1 MB of 12 MB"; "3.1 MB" if `totalBytes` is 0.
 QString progressText(std::int64_t receivedBytes, std::int64_t totalBytes);
 
 }  // namespace zolt

@@ -33,7 +33,7 @@ UpdateWindow::UpdateWindow(const QString& title, const QString& text, QWidget* p
   m_title->setObjectName(QStringLiteral("title"));
   m_text->setObjectName(QStringLiteral("text"));
   for (QLabel* label : {m_title, m_text}) {
-    // What a feed says is shown, never interpreted.
+    // Text from a feed must not be interpreted as rich text.
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     label->setMinimumWidth(kTextWidth);
@@ -86,7 +86,7 @@ QPushButton* UpdateWindow::addDefaultButton(const QString& label, const QString&
   return button;
 }
 
-void UpdateWindow::comeUncalled() {
+void UpdateWindow::appearUnrequested() {
   setAttribute(Qt::WA_ShowWithoutActivating);
   const QList<QPushButton*> buttons = findChildren<QPushButton*>();
   for (QPushButton* button : buttons) {

@@ -7,8 +7,8 @@
 
 namespace zolt {
 
-/// What the windows of updates have in common: a bold title line, a text under it, content, and a row of buttons. Not
-/// modal; Escape and the window's own close button reject it.
+/// The base of the update windows: a bold title, a text, content, and a row of buttons. Not modal; Escape and the close
+/// button of the window reject it.
 class UpdateWindow : public QDialog {
   Q_OBJECT
 
@@ -17,19 +17,19 @@ class UpdateWindow : public QDialog {
 
   void setTitle(const QString& title) { m_title->setText(title); }
   void setText(const QString& text);
-  /// Before it is shown: it comes without taking the keyboard, and no key presses a button of it until the user has
-  /// gone to one.
-  void comeUncalled();
+  /// Makes the window appear without taking the keyboard focus, and without a button that Return or Space would press.
+  /// Call it before showing the window.
+  void appearUnrequested();
 
  protected:
   /// Between the text and the buttons.
   QVBoxLayout& content() { return *m_content; }
-  /// On the left of the row; buttons added by `addButton` stand on its right, in their order.
+  /// At the left end of the row; the buttons of `addButton` are at the right end, in order.
   QPushButton* addButtonAtStart(const QString& label, const QString& name);
   QPushButton* addButton(const QString& label, const QString& name);
-  /// The one that Return presses.
+  /// The button that Return presses.
   QPushButton* addDefaultButton(const QString& label, const QString& name);
-  /// Call it when all is added: the size is then that of the content, and fixed unless `resizable`.
+  /// Call it when everything has been added. The size is that of the content, and fixed unless `resizable`.
   void finish(bool resizable = false);
 
  private:

@@ -43,7 +43,7 @@ void UpdateWindows::followState() {
     case State::Offering:
       return showOffer();
     case State::Downloading:
-      // No bytes yet; the line is there from the start, so that the window keeps its size.
+      // Shows "0 bytes" from the start, so that the window keeps its size.
       return showProgress(tr("Downloading update..."))->showBytes(0, 0);
     case State::Verifying:
       if (auto* progress = qobject_cast<ProgressWindow*>(m_window.data()))
@@ -52,7 +52,7 @@ void UpdateWindows::followState() {
   }
 }
 
-// The window that goes may be the one whose button was just clicked.
+// Deletes the window later, since it may be the sender of the current signal.
 void UpdateWindows::closeWindow() {
   UpdateWindow* window = m_window.data();
   if (!window) return;
@@ -62,15 +62,15 @@ void UpdateWindows::closeWindow() {
   window->deleteLater();
 }
 
-void UpdateWindows::show(UpdateWindow* window, Called called) {
+void UpdateWindows::show(UpdateWindow* window, Requested requested) {
   closeWindow();
   m_window = window;
-  if (called == Called::Yes) {
+  if (requested == Requested::Yes) {
     window->show();
     raise();
   } else {
-    // Whatever is typed right now is meant for somebody else.
-    window->comeUncalled();
+    // The user may be typing into another window.
+    window->appearUnrequested();
     window->show();
     QApplication::alert(window);
   }
@@ -92,7 +92,7 @@ void UpdateWindows::showOffer() {
     m_openPage(page);
     m_driver.remindLater();
   });
-  show(window, m_driver.kind() == CheckKind::Background ? Called::No : Called::Yes);
+  show(window, m_driver.kind() == CheckKind::Background ? Requested::No : Requested::Yes);
 }
 
 ProgressWindow* UpdateWindows::showProgress(const QString& title) {
@@ -113,7 +113,7 @@ void UpdateWindows::askForConsent(std::function<void(bool)> answered) {
   auto* window = new ConsentWindow;
   connect(window, &ConsentWindow::answered, this, answered);
   connect(window, &QDialog::finished, this, &UpdateWindows::closeWindow);
-  show(window, Called::No);
+  show(window, Requested::No);
 }
 
 }  // namespace zolt

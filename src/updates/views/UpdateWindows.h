@@ -11,7 +11,7 @@
 
 namespace zolt {
 
-/// Shows what the driver does, one window at a time, and tells it what the user chose. Main thread.
+/// Shows the state of the driver, one window at a time, and passes the choices of the user on to it. Main thread.
 class UpdateWindows : public QObject {
   Q_OBJECT
 
@@ -22,17 +22,17 @@ class UpdateWindows : public QObject {
   UpdateWindows(UpdateDriver& driver, OpenPage openPage, QObject* parent = nullptr);
   ~UpdateWindows() override;
 
-  /// Asks whether to check automatically, unless a window is shown; `answered` is called with the answer. Closing the
-  /// question is none.
+  /// Asks whether to check automatically, unless a window is shown. Calls `answered` with the answer, but not if the
+  /// question is closed without one.
   void askForConsent(std::function<void(bool)> answered);
-  /// Brings the window that is shown, if any, to the front.
+  /// Brings the current window, if any, to the front.
   void raise();
 
  private:
   void followState();
-  /// Whether the user is waiting for a window, or is busy with something else.
-  enum class Called { Yes, No };
-  void show(UpdateWindow* window, Called called = Called::Yes);
+  /// Whether the user asked for a window, or is busy with something else.
+  enum class Requested { Yes, No };
+  void show(UpdateWindow* window, Requested requested = Requested::Yes);
   void closeWindow();
   void showOffer();
   ProgressWindow* showProgress(const QString& title);
@@ -40,7 +40,7 @@ class UpdateWindows : public QObject {
 
   UpdateDriver& m_driver;
   OpenPage m_openPage;
-  QPointer<UpdateWindow> m_window;  // owned, of this moment's kind
+  QPointer<UpdateWindow> m_window;  // owned
 };
 
 }  // namespace zolt

@@ -4,16 +4,16 @@
 
 namespace zolt {
 
-/// What looks for updates, and shows that it does. Main thread.
+/// An update service with its user interface. Main thread.
 class UpdaterBackend : public QObject {
   Q_OBJECT
 
  public:
   using QObject::QObject;
 
-  /// A check by hand, which shows its interface.
+  /// Checks at the request of the user, showing the progress.
   virtual void checkForUpdates() = 0;
-  /// False while a check or an update is under way.
+  /// False during a check or an update.
   virtual bool canCheckForUpdates() const = 0;
 
  Q_SIGNALS:

@@ -11,16 +11,16 @@
 
 namespace zolt {
 
-/// The software-update service, which the application's delegate owns. Main thread.
+/// The software update service, owned by the application's delegate. Main thread.
 ///
-/// On macOS it is the Sparkle framework, where the application's bundle has it; everywhere else a client of the same
-/// format, which gives the verified package to the desktop's installer.
+/// On macOS it uses the Sparkle framework if the application's bundle contains it; otherwise the built-in client, which
+/// passes the verified package to the installer of the desktop.
 class UpdaterController : public QObject {
   Q_OBJECT
   Q_PROPERTY(bool canCheckForUpdates READ canCheckForUpdates NOTIFY canCheckForUpdatesChanged)
 
  public:
-  /// Where packages and pages go: by default to the desktop, by QDesktopServices.
+  /// How packages and pages are opened; by default with QDesktopServices.
   struct Outlets {
     UpdateDriver::HandOver handOver;
     UpdateWindows::OpenPage openPage;
@@ -28,14 +28,14 @@ class UpdaterController : public QObject {
     static Outlets ofTheDesktop();
   };
 
-  /// With `startingUpdater` checks begin on their own, as the settings say. `defaults` must outlive the controller.
+  /// With `startingUpdater` it checks automatically, as the settings say. `defaults` must outlive the controller.
   explicit UpdaterController(bool startingUpdater, UserDefaults& defaults = UserDefaults::standard(),
                              UpdateEnvironment environment = UpdateEnvironment::ofThisProgram(),
                              Outlets outlets = Outlets::ofTheDesktop(), QObject* parent = nullptr);
 
-  /// Checks now and shows the interface; while a check or an update is under way its window comes to the front.
+  /// Checks now and shows the progress; during a check or an update, brings its window to the front.
   void checkForUpdates() { m_backend->checkForUpdates(); }
-  /// False while a check or an update is under way.
+  /// False during a check or an update.
   bool canCheckForUpdates() const { return m_backend->canCheckForUpdates(); }
 
  Q_SIGNALS:
