@@ -24,7 +24,7 @@ class AttributedString {
   };
 
   AttributedString() = default;
-  /// One run with `attributes`; no run when `text` is empty.
+  /// One run with `attributes`, or none when `text` is empty.
   AttributedString(std::string_view text, const TextAttributes& attributes);
 
   bool empty() const { return m_text.empty(); }
@@ -35,7 +35,7 @@ class AttributedString {
     return run.style.isListed() ? m_listed[run.style.listIndex()] : run.style.attributes();
   }
 
-  /// Makes room for `bytes` of text and `runs` runs in all.
+  /// Reserves memory for `bytes` of text and `runs` runs in total.
   void reserve(std::size_t bytes, std::size_t runs) {
     m_text.reserve(bytes);
     m_runs.reserve(runs);
@@ -44,9 +44,9 @@ class AttributedString {
   /// Adds text that belongs to no run yet; `endRun` must follow before the string is read.
   void appendText(std::string_view text) { m_text.append(text); }
   void appendText(char character) { m_text.push_back(character); }
-  /// Takes back the last byte of text that belongs to no run yet.
+  /// Removes the last byte appended; at least one must be pending.
   void dropLastByte() { m_text.pop_back(); }
-  /// The bytes that belong to no run yet.
+  /// The number of bytes appended since the last `endRun`.
   std::size_t pendingLength() const { return m_text.size() - m_covered; }
   /// Makes one run of the text that belongs to none yet, if there is any. `style` is packed.
   void endRun(StyleCode style);

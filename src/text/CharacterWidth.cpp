@@ -9,17 +9,17 @@ namespace zolt {
 
 namespace detail {
 
-CharacterProperties askForProperties(char32_t scalar) {
-  const auto asked = static_cast<utf8proc_int32_t>(scalar);
-  const utf8proc_property_t* const properties = utf8proc_get_property(asked);
+CharacterProperties lookUpProperties(char32_t scalar) {
+  const auto codePoint = static_cast<utf8proc_int32_t>(scalar);
+  const utf8proc_property_t* const properties = utf8proc_get_property(codePoint);
   const auto boundClass = static_cast<utf8proc_boundclass_t>(properties->boundclass);
-  int width = std::clamp(utf8proc_charwidth(asked), 0, 2);
-  // As wcwidth() has it, by which programs count: these take a place of their own.
+  int width = std::clamp(utf8proc_charwidth(codePoint), 0, 2);
+  // Programs count columns with wcwidth(), which gives these a column of their own.
   if (scalar == 0xAD || properties->category == UTF8PROC_CATEGORY_CO || properties->category == UTF8PROC_CATEGORY_MC ||
       boundClass == UTF8PROC_BOUNDCLASS_PREPEND) {
     width = 1;
   }
-  // The second and third part of a Hangul syllable in pieces join the first, which is wide.
+  // Medial vowels and final consonants of Hangul join the leading consonant, which is wide.
   const bool isLaterJamo = (scalar >= 0x1160 && scalar <= 0x11FF) || (scalar >= 0xD7B0 && scalar <= 0xD7FB);
   if (isLaterJamo) width = 0;
   return {.width = static_cast<std::uint8_t>(width),
@@ -27,11 +27,11 @@ CharacterProperties askForProperties(char32_t scalar) {
           .isPictographic = boundClass == UTF8PROC_BOUNDCLASS_EXTENDED_PICTOGRAPHIC};
 }
 
-// A byte for each character: what is read of it lies close together. It is never given back.
+// One byte per character, so that the part in use stays in the cache. Never freed.
 const std::uint8_t* makeCharacterTable() {
   static std::vector<std::uint8_t> table(kCharacterTableEnd);
   for (char32_t scalar = 0; scalar < kCharacterTableEnd; ++scalar) {
-    const CharacterProperties properties = askForProperties(scalar);
+    const CharacterProperties properties = lookUpProperties(scalar);
     table[scalar] = static_cast<std::uint8_t>(properties.width | (properties.isPlain ? kPlainBit : 0) |
                                               (properties.isPictographic ? kPictographicBit : 0));
   }

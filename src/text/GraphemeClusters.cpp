@@ -11,28 +11,29 @@ namespace zolt {
 
 namespace {
 
-// The answers for the Basic Multilingual Plane, a bit each: asking the library costs as much as parsing ten bytes.
+// One bit for each character of the Basic Multilingual Plane: a call to utf8proc costs as much as parsing ten bytes.
 class JoinTable {
  public:
   enum class Side { Before, After };
 
   explicit JoinTable(Side side) : m_side(side) {
     for (char32_t scalar = 0x80; scalar < kPlane; ++scalar) {
-      if (ask(scalar)) m_bits[scalar / 64] |= std::uint64_t{1} << (scalar % 64);
+      if (lookUp(scalar)) m_bits[scalar / 64] |= std::uint64_t{1} << (scalar % 64);
     }
   }
 
   bool joins(char32_t scalar) const {
-    return scalar < kPlane ? (m_bits[scalar / 64] >> (scalar % 64) & 1) != 0 : ask(scalar);
+    return scalar < kPlane ? (m_bits[scalar / 64] >> (scalar % 64) & 1) != 0 : lookUp(scalar);
   }
 
  private:
   static constexpr char32_t kPlane = 0x10000;
   static constexpr utf8proc_int32_t kLetter = 'a';
 
-  bool ask(char32_t scalar) const {
-    const auto asked = static_cast<utf8proc_int32_t>(scalar);
-    return m_side == Side::Before ? !utf8proc_grapheme_break(kLetter, asked) : !utf8proc_grapheme_break(asked, kLetter);
+  bool lookUp(char32_t scalar) const {
+    const auto codePoint = static_cast<utf8proc_int32_t>(scalar);
+    return m_side == Side::Before ? !utf8proc_grapheme_break(kLetter, codePoint)
+                                  : !utf8proc_grapheme_break(codePoint, kLetter);
   }
 
   Side m_side;
@@ -84,7 +85,7 @@ ComposedStart composedStart(std::string_view cluster) {
         utf8proc_decompose_char(scalar, parts.data(), std::ssize(parts), UTF8PROC_DECOMPOSE, &boundary);
     scalars.insert(scalars.end(), parts.begin(), parts.begin() + written);
   }
-  // Canonical ordering: marks sort stably by their combining class, between starters (UAX #15, D109).
+  // Canonical ordering: the marks between two starters are sorted, stably, by combining class (D109).
   const auto classOf = [](utf8proc_int32_t scalar) { return utf8proc_get_property(scalar)->combining_class; };
   const auto isStarter = [&](utf8proc_int32_t scalar) { return classOf(scalar) == 0; };
   for (auto marks = scalars.begin(); marks != scalars.end();) {

@@ -8,15 +8,14 @@
 
 namespace zolt {
 
-/// Scans over text. Each returns the length of the longest prefix of `text` that consists only of the bytes named;
-/// `text.size()` when all of it does. Short prefixes are found in a register, long ones at the machine's widest
-/// vectors.
+/// Scans of text. Each returns the length of the longest prefix of `text` that has only the bytes named, `text.size()`
+/// when all of it has. Short prefixes are found in a register, long ones with the widest vectors of the machine.
 
 std::size_t longPlainPrefix(std::string_view text);
 std::size_t longPrintablePrefix(std::string_view text);
 std::size_t longNonAsciiPrefix(std::string_view text);
 
-/// Bytes from 0x20 on, non-ASCII included: everything but C0 controls.
+/// Bytes from 0x20 up: everything but C0 controls.
 std::size_t controlFreePrefix(std::string_view text);
 
 namespace detail {
@@ -25,7 +24,7 @@ inline constexpr std::uint64_t kHighBits = 0x8080808080808080ULL;
 inline constexpr std::uint64_t kOnes = 0x0101010101010101ULL;
 inline constexpr std::uint64_t kBlanks = 0x2020202020202020ULL;
 
-// Eight bytes, the first in the lowest place on every machine.
+// Eight bytes in little-endian order on every machine.
 inline std::uint64_t eightBytes(const char* text) {
   std::uint64_t bytes = 0;
   std::memcpy(&bytes, text, sizeof bytes);
@@ -39,11 +38,11 @@ inline std::size_t firstMarked(std::uint64_t marks) {
 
 }  // namespace detail
 
-/// Bytes 0x20 to 0x7F, TAB and LF: what a log shows without looking twice.
+/// Bytes 0x20 to 0x7F, TAB and LF: what the log display shows as it is.
 inline std::size_t plainPrefix(std::string_view text) {
   if (text.size() >= 8) {
     const std::uint64_t bytes = detail::eightBytes(text.data());
-    // Marks bytes below 0x20 and above 0x7F. A borrow spoils only what stands after the first mark.
+    // Marks bytes below 0x20 and above 0x7F. A borrow corrupts only the bytes after the first mark.
     const std::uint64_t marks = ((bytes - detail::kBlanks) | bytes) & detail::kHighBits;
     if (marks != 0) {
       const std::size_t first = detail::firstMarked(marks);
@@ -57,14 +56,14 @@ inline std::size_t plainPrefix(std::string_view text) {
 inline std::size_t printablePrefix(std::string_view text) {
   if (text.size() >= 8) {
     const std::uint64_t bytes = detail::eightBytes(text.data());
-    // Marks bytes below 0x20 and above 0x7E. A borrow or a carry spoils only what stands after the first mark.
+    // Marks bytes below 0x20 and above 0x7E. A borrow or carry corrupts only the bytes after the first mark.
     const std::uint64_t marks = ((bytes - detail::kBlanks) | bytes | (bytes + detail::kOnes)) & detail::kHighBits;
     if (marks != 0) return detail::firstMarked(marks);
   }
   return longPrintablePrefix(text);
 }
 
-/// Bytes from 0x80 on.
+/// Bytes from 0x80 up.
 inline std::size_t nonAsciiPrefix(std::string_view text) {
   if (text.size() >= 8) {
     const std::uint64_t marks = ~detail::eightBytes(text.data()) & detail::kHighBits;

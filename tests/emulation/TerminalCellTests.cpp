@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <set>
+#include <unordered_map>
 #include <vector>
 
 namespace zolt {
@@ -107,12 +108,19 @@ TEST(TerminalColor, TellsNamedIndexedAndDirectColorsApart) {
   EXPECT_NE(TerminalColor(Case::Default), TerminalColor(Case::White));
 }
 
-TEST(TerminalColor, HashesEqualColorsEqually) {
-  for (const TerminalColor& color : differentColors()) {
-    const TerminalColor copy = color;
-    ASSERT_EQ(hashOfColor(copy), hashOfColor(color));
+TEST(TerminalColor, IsFoundAgainAsAKey) {
+  std::unordered_map<TerminalColor, std::size_t> numbers;
+  const std::vector<TerminalColor> colors = differentColors();
+  for (const TerminalColor& color : colors) {
+    numbers.emplace(color, numbers.size());
   }
-  EXPECT_EQ(hashOfColor(TerminalColor()), hashOfColor(Case::Default));
+  ASSERT_EQ(numbers.size(), colors.size());
+  const std::vector<TerminalColor> madeAgain = differentColors();
+  for (std::size_t number = 0; number < madeAgain.size(); ++number) {
+    const auto found = numbers.find(madeAgain[number]);
+    ASSERT_NE(found, numbers.end()) << number;
+    EXPECT_EQ(found->second, number);
+  }
 }
 
 TEST(TerminalColor, HashesTheCaseAndEveryComponentInOrder) {

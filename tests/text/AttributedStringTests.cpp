@@ -18,12 +18,12 @@ TextAttributes styleNumber(std::size_t number) {
   return style;
 }
 
-TEST(AttributedString, OfNoTextHasNoRuns) {
+TEST(AttributedString, HasNoRunsWithoutText) {
   EXPECT_TRUE(AttributedString().empty());
   EXPECT_TRUE(AttributedString("", styleNumber(1)).runs().empty());
 }
 
-TEST(AttributedString, OfATextHasOneRunInTheStyleGiven) {
+TEST(AttributedString, OfOneTextHasOneRunInTheGivenStyle) {
   const AttributedString string("hello", styleNumber(3));
   EXPECT_EQ(string.text(), "hello");
   ASSERT_EQ(string.runs().size(), 1u);
@@ -31,7 +31,7 @@ TEST(AttributedString, OfATextHasOneRunInTheStyleGiven) {
   EXPECT_EQ(string.attributes(string.runs()[0]), styleNumber(3));
 }
 
-TEST(AttributedString, EndsARunWithWhatWasAppendedSinceTheLast) {
+TEST(AttributedString, EndsARunWithTheTextAppendedSinceTheLastOne) {
   AttributedString string;
   string.appendText("one");
   EXPECT_EQ(string.pendingLength(), 3u);
@@ -47,7 +47,7 @@ TEST(AttributedString, EndsARunWithWhatWasAppendedSinceTheLast) {
   EXPECT_EQ(string.attributes(string.runs()[1]), styleNumber(2));
 }
 
-TEST(AttributedString, MakesNoRunOfNothing) {
+TEST(AttributedString, MakesNoEmptyRun) {
   AttributedString string;
   string.endRun(styleNumber(1));
   string.appendText('x');

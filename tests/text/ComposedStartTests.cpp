@@ -9,7 +9,7 @@
 namespace zolt {
 namespace {
 
-// The canonical composition of the whole text, by the library.
+// The canonical composition (NFC) of the whole text, by utf8proc.
 std::string composed(const std::string& text) {
   utf8proc_uint8_t* result = nullptr;
   const auto size =
@@ -36,25 +36,25 @@ void expectStart(const std::string& cluster, char32_t first, bool alone) {
   EXPECT_EQ(start.alone, alone) << escaped(cluster);
 }
 
-TEST(ComposedStart, IsTheCharacterItselfWhereNothingComposes) {
+TEST(ComposedStart, IsTheFirstCharacterWhenNothingComposes) {
   expectStart("m", 'm', true);
   expectStart("m\u0308", 'm', false);
   expectStart("\u0301", U'\u0301', true);
   expectStart("\r\n", '\r', false);
 }
 
-TEST(ComposedStart, IsTheComposedLetterWhereAMarkComposes) {
+TEST(ComposedStart, IsTheComposedLetterWhenAMarkComposes) {
   expectStart("e\u0301", U'\u00E9', true);
   expectStart("e\u0301\u0301", U'\u00E9', false);
   expectStart("a\u0323\u0302", U'\u1EAD', true);
 }
 
-TEST(ComposedStart, OrdersMarksBeforeItComposes) {
+TEST(ComposedStart, OrdersMarksBeforeComposing) {
   expectStart("m\u0308\u0323", U'\u1E43', false);
   expectStart("a\u0302\u0323", U'\u1EAD', true);
 }
 
-TEST(ComposedStart, ReplacesCanonicalDoubles) {
+TEST(ComposedStart, ReplacesCanonicalEquivalents) {
   expectStart("\u212A", 'K', true);
   expectStart("\u037E", ';', true);
   expectStart("\u1FEF", '`', true);
@@ -73,7 +73,7 @@ TEST(ComposedStart, LooksAtEveryMarkOfALongCluster) {
     cluster += "\u0308";
   }
   expectStart(cluster, 'm', false);
-  expectStart(cluster + "\u0323", U'\u1E43', false);  // the dot below sorts before all that stand above
+  expectStart(cluster + "\u0323", U'\u1E43', false);  // a dot below sorts before every mark above
 }
 
 TEST(ComposedStart, AgreesWithTheWholeCompositionOfRandomClusters) {

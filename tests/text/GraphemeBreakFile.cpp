@@ -7,7 +7,7 @@ namespace zolt::test {
 
 namespace {
 
-// Where the systems' packages put it.
+// Where Debian and Fedora install it.
 constexpr const char* kPlaces[] = {"/usr/share/unicode/auxiliary/GraphemeBreakTest.txt",
                                    "/usr/share/unicode/ucd/auxiliary/GraphemeBreakTest.txt"};
 

@@ -5,13 +5,13 @@
 
 namespace zolt::test {
 
-/// A line of the grapheme break test file of the Unicode data (UAX #29): text, taken apart.
+/// A line of GraphemeBreakTest.txt, the test file of UAX #29: a text split into clusters.
 struct GraphemeBreakLine {
   int number = 0;
   std::vector<std::u32string> clusters;
 };
 
-/// The whole file, as the package manager ships it; empty where it is not installed.
+/// The file as distributions package it; empty when it is not installed.
 std::vector<GraphemeBreakLine> graphemeBreakFile();
 
 }  // namespace zolt::test

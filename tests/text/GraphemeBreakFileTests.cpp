@@ -1,4 +1,4 @@
-// The test file of the Unicode data (UAX #29): what breaks where.
+// Runs the test file that comes with UAX #29.
 #include "text/GraphemeBreakFile.h"
 
 #include <gtest/gtest.h>

@@ -24,7 +24,7 @@ std::vector<std::string> clustersOf(std::string_view text, End endOf = clusterEn
 
 using Clusters = std::vector<std::string>;
 
-TEST(GraphemeClusters, KeepACarriageReturnWithItsLineFeedOnly) {
+TEST(GraphemeClusters, KeepACarriageReturnTogetherWithALineFeedOnly) {
   EXPECT_EQ(clustersOf("a\r\nb"), (Clusters{"a", "\r\n", "b"}));
   EXPECT_EQ(clustersOf("\r\r\n\n\r"), (Clusters{"\r", "\r\n", "\n", "\r"}));
 }
@@ -48,7 +48,7 @@ TEST(GraphemeClusters, KeepEmojiSequencesFlagsAndSyllablesTogether) {
   EXPECT_EQ(clustersOf("\u1100\u1161\u11A8\u1100"), (Clusters{"\u1100\u1161\u11A8", "\u1100"}));
 }
 
-TEST(GraphemeClusters, HaveTheSameEndsByTheShortWayAsByTheLongWay) {
+TEST(GraphemeClusters, EndAtTheSamePlaceWithAndWithoutTheAsciiShortcut) {
   RandomText random(3);
   for (int round = 0; round < 30000; ++round) {
     const std::string text = random.text(30);
@@ -56,7 +56,7 @@ TEST(GraphemeClusters, HaveTheSameEndsByTheShortWayAsByTheLongWay) {
   }
 }
 
-TEST(GraphemeClusters, ReachTheEndOfTheTextWithoutReadingBeyond) {
+TEST(GraphemeClusters, EndWithTheTextWithoutReadingPastIt) {
   const std::string text = "a\u0301";
   EXPECT_EQ(clusterEnd(std::string_view(text).substr(0, 1), 0), 1u);
   const std::string pair = "\r\n";
@@ -78,7 +78,7 @@ TEST(Scalars, AreReadForwardsAndBackwards) {
   EXPECT_EQ(position, text.size());
 }
 
-TEST(Scalars, JoinAnAsciiLetterBeforeThemWhereTheyAreMarks) {
+TEST(Scalars, JoinAnAsciiLetterBeforeThemIfTheyAreMarks) {
   EXPECT_TRUE(joinsAsciiBefore(U'\u0301'));
   EXPECT_TRUE(joinsAsciiBefore(U'\u200D'));
   EXPECT_TRUE(joinsAsciiBefore(U'\U000E0100')) << "a variation selector beyond the first plane";
@@ -86,7 +86,7 @@ TEST(Scalars, JoinAnAsciiLetterBeforeThemWhereTheyAreMarks) {
   EXPECT_FALSE(joinsAsciiBefore(U'\u0600'));
 }
 
-TEST(Scalars, JoinAnAsciiLetterAfterThemWhereTheyArePrepended) {
+TEST(Scalars, JoinAnAsciiLetterAfterThemIfTheyArePrepended) {
   EXPECT_TRUE(joinsAsciiAfter(U'\u0600'));
   EXPECT_TRUE(joinsAsciiAfter(U'\U000110BD')) << "a number sign beyond the first plane";
   EXPECT_FALSE(joinsAsciiAfter(U'\u0301'));
@@ -100,7 +100,7 @@ std::string encode(char32_t scalar) {
   return {static_cast<char>(0xF0 | scalar >> 18), continuation(12), continuation(6), continuation(0)};
 }
 
-TEST(Scalars, JoinAsciiExactlyWhereAClusterGoesOn) {
+TEST(Scalars, JoinAsciiExactlyWhereTheClusterContinues) {
   std::string text;
   for (char32_t scalar = 0x80; scalar < 0x20000; ++scalar) {
     if (scalar >= 0xD800 && scalar < 0xE000) continue;

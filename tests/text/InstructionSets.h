@@ -4,8 +4,8 @@
 
 namespace zolt {
 
-/// Calls `test` once for each vector instruction set that the scans were compiled for and this processor has, the
-/// portable one included, while that one is in use; a failure names it.
+/// Calls `test` once with each of the vector instruction sets that the scans were compiled for and this processor
+/// supports, the portable one included. A failure names the set.
 void withEveryInstructionSet(const std::function<void()>& test);
 
 }  // namespace zolt

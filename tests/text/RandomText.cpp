@@ -108,12 +108,12 @@ std::string RandomText::text(std::size_t limit) {
 std::vector<std::string_view> RandomText::chunks(std::string_view text) {
   std::vector<std::string_view> result;
   while (true) {
-    std::size_t cut = std::min(text.size(), 1 + below(12));
-    while (cut < text.size() && (static_cast<unsigned char>(text[cut]) & 0xC0) == 0x80) {
-      ++cut;
+    std::size_t end = std::min(text.size(), 1 + below(12));
+    while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) {
+      ++end;
     }
-    result.push_back(text.substr(0, cut));
-    text.remove_prefix(cut);
+    result.push_back(text.substr(0, end));
+    text.remove_prefix(end);
     if (text.empty()) return result;
   }
 }

@@ -14,7 +14,7 @@ TextAttributes with(const std::function<void(TextAttributes&)>& change) {
   return attributes;
 }
 
-// Attributes that all differ, each in one field from the plain ones.
+// The default attributes, and variations of them in one field each.
 std::vector<TextAttributes> differentOnes() {
   return {
       TextAttributes{},

@@ -36,7 +36,7 @@ TEST(Utf8Validation, AcceptsTheFirstAndTheLastScalarOfEachLength) {
   });
 }
 
-TEST(Utf8Validation, RefusesOverlongFormsSurrogatesAndWhatIsBeyondUnicode) {
+TEST(Utf8Validation, RejectsOverlongFormsSurrogatesAndCodePointsBeyondUnicode) {
   withEveryInstructionSet([] {
     for (const char* text : {"\x80",
                              "\xBF",
@@ -74,7 +74,7 @@ TEST(Utf8Validation, AgreesWithTheDefinitionOnAllStringsOfOneAndTwoBytes) {
   });
 }
 
-TEST(Utf8Validation, AgreesWithTheDefinitionOnStringsOfThreeAndFourBytesWithATellingLead) {
+TEST(Utf8Validation, AgreesWithTheDefinitionOnStringsOfThreeAndFourBytesForEveryKindOfLeadByte) {
   constexpr std::array kLeads{0x00, 0x7F, 0x80, 0xBF, 0xC1, 0xC2, 0xDF, 0xE0, 0xE1, 0xEC,
                               0xED, 0xEE, 0xEF, 0xF0, 0xF1, 0xF3, 0xF4, 0xF5, 0xFF};
   constexpr std::array kLasts{0x00, 0x7F, 0x80, 0x8F, 0x90, 0x9F, 0xA0, 0xBF, 0xC0, 0xE0, 0xF0, 0xFF};
@@ -94,15 +94,15 @@ TEST(Utf8Validation, AgreesWithTheDefinitionOnStringsOfThreeAndFourBytesWithATel
   });
 }
 
-TEST(Utf8Validation, FindsOneFalseSequenceAtEveryPlaceOfATextOfAnyLength) {
-  const std::array<std::string, 7> kFalse{"\x80",         "\xC2",     "\xE2\x82",        "\xED\xA0\x80",
-                                          "\xF0\x9F\x98", "\xC0\xAF", "\xF4\x90\x80\x80"};
+TEST(Utf8Validation, FindsOneInvalidSequenceAnywhereInATextOfAnyLength) {
+  const std::array<std::string, 7> kInvalid{"\x80",         "\xC2",     "\xE2\x82",        "\xED\xA0\x80",
+                                            "\xF0\x9F\x98", "\xC0\xAF", "\xF4\x90\x80\x80"};
   withEveryInstructionSet([&] {
     for (std::size_t length = 0; length <= 200; length += length < 70 ? 1 : 13) {
       for (std::size_t at = 0; at <= length; ++at) {
-        for (const std::string& wrong : kFalse) {
+        for (const std::string& invalid : kInvalid) {
           std::string text(length, 'a');
-          text.insert(at, wrong);
+          text.insert(at, invalid);
           ASSERT_FALSE(isValidUtf8(text)) << escaped(text);
         }
         std::string text(length, 'a');
@@ -139,8 +139,8 @@ TEST(Utf8Validation, AgreesWithTheDefinitionOnDamagedTextAtEveryAlignment) {
   });
 }
 
-TEST(Utf8Validation, ReadsNothingBeyondTheEnd) {
-  // What follows would make the text valid: the last sequence lacks its end inside the view only.
+TEST(Utf8Validation, ReadsNothingPastTheEnd) {
+  // The bytes after the view would complete the last sequence.
   const std::string text = std::string(61, 'a') + "\xE2\x82\xAC";
   for (std::size_t length = 62; length < 64; ++length) {
     EXPECT_FALSE(isValidUtf8(std::string_view(text).substr(0, length)));
