@@ -129,7 +129,7 @@ void measureHistory(const std::string& what, std::string_view sample, std::size_
   }
   storage.settle();
   const zolt::BlockStore::Usage usage = storage.usage();
-  if (usage.givenUpBlocks != 0) fail("history was given up: the disk is full");
+  if (usage.droppedBlocks != 0) fail("history was given up: the disk is full");
   const double bytes = static_cast<double>(usage.memoryBytes) + static_cast<double>(usage.fileBytes);
   zolt::bench::printRow("history of 1 GB of " + what + ": bytes a character",
                         bytes / static_cast<double>(storage.size()), "bytes", limit, true);

@@ -56,7 +56,7 @@ std::optional<std::string> decompressBlock(std::string_view frame) {
   const unsigned long long size = ZSTD_getFrameContentSize(frame.data(), frame.size());
   if (size == ZSTD_CONTENTSIZE_UNKNOWN || size == ZSTD_CONTENTSIZE_ERROR || size > kLargestBlock) return std::nullopt;
   std::string bytes(static_cast<std::size_t>(size), '\0');
-  // Made once a thread: it is larger than a block.
+  // One for each thread: it is larger than a block.
   thread_local const std::unique_ptr<ZSTD_DCtx, FreeDecompression> context(ZSTD_createDCtx());
   const std::size_t done = ZSTD_decompressDCtx(context.get(), bytes.data(), bytes.size(), frame.data(), frame.size());
   if (ZSTD_isError(done) != 0 || done != bytes.size()) return std::nullopt;
@@ -66,7 +66,7 @@ std::optional<std::string> decompressBlock(std::string_view frame) {
 BlockCipher::BlockCipher() {
   static_assert(overhead == crypto_aead_xchacha20poly1305_ietf_ABYTES);
   static_assert(sizeof m_key == crypto_aead_xchacha20poly1305_ietf_KEYBYTES);
-  if (sodium_init() < 0) fatalError("history: the system gives no random numbers");
+  if (sodium_init() < 0) fatalError("history: the system provides no random numbers");
   crypto_aead_xchacha20poly1305_ietf_keygen(m_key.data());
 }
 

@@ -8,12 +8,12 @@
 
 namespace zolt {
 
-/// `bytes` compressed: a zstd frame that knows its size. Any thread.
+/// Compresses `bytes` into a zstd frame that records its size. Any thread.
 std::string compressBlock(std::string_view bytes);
-/// The bytes again; nothing where it is no such frame, or one of more than 16 MiB. Any thread.
+/// Decompresses such a frame; nothing when it is damaged or holds more than 16 MiB. Any thread.
 std::optional<std::string> decompressBlock(std::string_view frame);
 
-/// Seals blocks with a key of its own, made at random, that never leaves the process. Any thread.
+/// Encrypts blocks with a random key that never leaves the process. Any thread.
 class BlockCipher {
  public:
   BlockCipher();
@@ -21,13 +21,13 @@ class BlockCipher {
   BlockCipher& operator=(const BlockCipher&) = delete;
   ~BlockCipher();
 
-  /// What a sealed block is longer than its plain bytes.
+  /// The bytes that sealing adds to a block.
   static constexpr std::size_t overhead = 16;
 
-  /// `bytes` encrypted and authenticated as block `number` (XChaCha20-Poly1305, the number as the nonce): a number is
-  /// used for one content only.
+  /// Encrypts and authenticates block `number` (XChaCha20-Poly1305). The number is the nonce, so it must never be used
+  /// for two different contents.
   std::string seal(std::uint64_t number, std::string_view bytes) const;
-  /// The bytes of block `number`; nothing where `sealed` was changed, or sealed with another number or key.
+  /// Decrypts block `number`; nothing when `sealed` was changed, or sealed under another number or key.
   std::optional<std::string> open(std::uint64_t number, std::string_view sealed) const;
 
  private:

@@ -13,16 +13,16 @@ namespace zolt {
 
 namespace {
 
-// Blocks that may wait for the worker before their owner has to compress as well, and what they may take: a block in
-// which every character has a style of its own is a hundred times as large as its text.
+// How many blocks, and how many bytes of them, may wait for the worker before the owner has to compress as well. Both
+// limits are needed: a block in which each character has a style of its own is a hundred times as large as its text.
 constexpr std::size_t kMaxWaiting = 64;
 constexpr std::size_t kMaxWaitingBytes = std::size_t{64} << 20;
-// What blocks may take to be left as they are.
+// The total size of the blocks that may stay uncompressed.
 constexpr std::size_t kHotBytes = std::size_t{8} << 20;
 
 }  // namespace
 
-// What the owner's thread and the worker share.
+// The state shared by the owner's thread and the worker.
 class BlockStore::State : public SteppedWork, public std::enable_shared_from_this<BlockStore::State> {
  public:
   explicit State(HistorySettings settings) : m_settings(std::move(settings)) {}
@@ -41,8 +41,8 @@ class BlockStore::State : public SteppedWork, public std::enable_shared_from_thi
     std::uint64_t offset = 0;
     std::uint32_t size = 0;
   };
-  struct GivenUp {};
-  using Place = std::variant<Plain, Packed, Spilled, GivenUp>;
+  struct Dropped {};
+  using Place = std::variant<Plain, Packed, Spilled, Dropped>;
   using Lock = std::unique_lock<std::mutex>;
 
   bool mayPack() const {
@@ -60,25 +60,25 @@ class BlockStore::State : public SteppedWork, public std::enable_shared_from_thi
   void schedule();
   void pack(Lock& lock);
   void spill(Lock& lock);
-  std::optional<std::uint64_t> writeSomewhere(std::string_view bytes, Lock& lock);
+  std::optional<std::uint64_t> writeOrReplace(std::string_view bytes, Lock& lock);
   bool writeAt(std::uint64_t offset, std::string_view bytes, Lock& lock);
-  bool giveUpOldestInFile();
+  bool dropOldestInFile();
 
   const HistorySettings m_settings;
   const BlockCipher m_cipher;
 
   mutable std::mutex m_mutex;
-  std::condition_variable m_settled;
+  std::condition_variable m_idle;
   std::deque<Place> m_places;
-  std::size_t m_nextToPack = 0;   // blocks before it are compressed, or are being
-  std::size_t m_nextToSpill = 0;  // blocks before it are in the file, or given up
+  std::size_t m_nextToPack = 0;   // blocks before this are compressed or being compressed
+  std::size_t m_nextToSpill = 0;  // blocks before this are in the file or were dropped
   std::size_t m_oldestInFile = 0;
   std::size_t m_memoryBytes = 0;
-  std::size_t m_plainBytes = 0;  // of them in blocks that nobody compresses yet
+  std::size_t m_plainBytes = 0;  // those of blocks whose compression has not begun
   std::shared_ptr<SpillFile> m_file;
   std::uint64_t m_fileEnd = 0;
-  // A stretch of the file whose blocks were given up. The oldest block in the file follows it, but for the jump from
-  // the file's end to its beginning.
+  // The part of the file whose blocks were dropped. The oldest block in the file follows it, unless it wraps around
+  // from the end of the file to the beginning.
   std::uint64_t m_freeBegin = 0;
   std::uint64_t m_freeEnd = 0;
   bool m_scheduled = false;
@@ -112,11 +112,11 @@ bool BlockStore::State::step() {
     }
   }
   m_scheduled = !m_closed && (mayPack() || maySpill());
-  if (!m_scheduled) m_settled.notify_all();
+  if (!m_scheduled) m_idle.notify_all();
   return m_scheduled;
 }
 
-// Compresses the oldest block that is not. Both threads do this, each a block of its own.
+// Compresses the oldest uncompressed block. Both threads do this, each with a block of its own.
 void BlockStore::State::pack(Lock& lock) {
   const std::size_t index = m_nextToPack++;
   const Plain plain = std::get<Plain>(m_places[index]);
@@ -130,25 +130,25 @@ void BlockStore::State::pack(Lock& lock) {
   schedule();
 }
 
-// Moves the oldest block in memory to the file. Only the worker does this.
+// Moves the oldest block in memory to the file. Only the worker calls this.
 void BlockStore::State::spill(Lock& lock) {
   const std::size_t index = m_nextToSpill;
   const Packed packed = std::get<Packed>(m_places[index]);
   lock.unlock();
   const std::string sealed = m_cipher.seal(index, *packed);
   lock.lock();
-  const std::optional<std::uint64_t> offset = writeSomewhere(sealed, lock);
+  const std::optional<std::uint64_t> offset = writeOrReplace(sealed, lock);
   if (offset) {
     m_places[index] = Spilled{.offset = *offset, .size = static_cast<std::uint32_t>(sealed.size())};
   } else {
-    m_places[index] = GivenUp{};
+    m_places[index] = Dropped{};
   }
   m_memoryBytes -= packed->size();
   ++m_nextToSpill;
 }
 
-// Where the bytes were written: at the end, or in place of the oldest blocks when the file can no longer grow.
-std::optional<std::uint64_t> BlockStore::State::writeSomewhere(std::string_view bytes, Lock& lock) {
+// Writes at the end of the file or, once it can no longer grow, over the oldest blocks. Returns the offset.
+std::optional<std::uint64_t> BlockStore::State::writeOrReplace(std::string_view bytes, Lock& lock) {
   if (!m_file) {
     lock.unlock();
     std::shared_ptr<SpillFile> opened = m_settings.openFile(m_settings.folder);
@@ -162,7 +162,7 @@ std::optional<std::uint64_t> BlockStore::State::writeSomewhere(std::string_view 
       m_fileEnd += bytes.size();
       return m_fileEnd - bytes.size();
     }
-    while (!fits() && giveUpOldestInFile()) {
+    while (!fits() && dropOldestInFile()) {
     }
   }
   if (!fits() || !writeAt(m_freeBegin, bytes, lock)) return std::nullopt;
@@ -178,13 +178,13 @@ bool BlockStore::State::writeAt(std::uint64_t offset, std::string_view bytes, Lo
   return written;
 }
 
-bool BlockStore::State::giveUpOldestInFile() {
+bool BlockStore::State::dropOldestInFile() {
   while (m_oldestInFile < m_nextToSpill && !std::holds_alternative<Spilled>(m_places[m_oldestInFile])) {
     ++m_oldestInFile;
   }
   if (m_oldestInFile == m_nextToSpill) return false;
   const Spilled oldest = std::get<Spilled>(m_places[m_oldestInFile]);
-  m_places[m_oldestInFile++] = GivenUp{};
+  m_places[m_oldestInFile++] = Dropped{};
   if (oldest.offset != m_freeEnd) m_freeBegin = oldest.offset;
   m_freeEnd = oldest.offset + oldest.size;
   return true;
@@ -201,7 +201,7 @@ std::optional<BlockStore::Content> BlockStore::State::read(std::size_t index) co
     bytes = decompressBlock(**packed);
   } else if (const Spilled* spilled = std::get_if<Spilled>(&place)) {
     std::string sealed;
-    // Given up and written over in this moment, it is not opened: another number was sealed there.
+    // If it was just dropped and overwritten, it does not open: what is there now was sealed under another number.
     if (!file->read(spilled->offset, spilled->size, sealed)) return std::nullopt;
     const std::optional<std::string> opened = m_cipher.open(index, sealed);
     if (opened) bytes = decompressBlock(*opened);
@@ -217,7 +217,7 @@ BlockStore::Usage BlockStore::State::usage() const {
   for (const Place& place : m_places) {
     usage.plainBlocks += std::holds_alternative<Plain>(place) ? 1 : 0;
     usage.compressedBlocks += std::holds_alternative<Packed>(place) ? 1 : 0;
-    usage.givenUpBlocks += std::holds_alternative<GivenUp>(place) ? 1 : 0;
+    usage.droppedBlocks += std::holds_alternative<Dropped>(place) ? 1 : 0;
     if (const Spilled* spilled = std::get_if<Spilled>(&place)) {
       ++usage.spilledBlocks;
       usage.fileBytes += spilled->size;
@@ -228,7 +228,7 @@ BlockStore::Usage BlockStore::State::usage() const {
 
 void BlockStore::State::settle() {
   Lock lock(m_mutex);
-  m_settled.wait(lock, [this] { return !m_scheduled; });
+  m_idle.wait(lock, [this] { return !m_scheduled; });
 }
 
 void BlockStore::State::close() {

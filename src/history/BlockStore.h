@@ -12,36 +12,36 @@
 
 namespace zolt {
 
-/// A block that has been filled and never changes again.
+/// A block that is full and will never change.
 class SealedBlock {
  public:
   virtual ~SealedBlock() = default;
-  /// Its bytes, from which its owner can make it again. Any thread.
+  /// A serialized form, from which its owner can restore it. Any thread.
   virtual std::string encoded() const = 0;
-  /// What it takes in memory. Any thread.
+  /// Its size in memory. Any thread.
   virtual std::size_t memoryBytes() const = 0;
 };
 
-/// How much history a terminal keeps where.
+/// Where a terminal keeps its history, and how much of it in memory.
 struct HistorySettings {
-  /// The most bytes of blocks in memory before the oldest move to a file.
+  /// Bytes of blocks in memory beyond which the oldest are moved to a file.
   std::size_t memoryBudget = std::size_t{32} << 20;
-  /// The latest blocks, which stay as they are: what is on screen, and a little more. Fewer where they are large.
+  /// How many of the latest blocks stay uncompressed: those on screen and a few more. Fewer when blocks are large.
   std::size_t hotBlocks = 16;
-  /// Where the file is made; empty: there is none, and everything stays in memory.
+  /// The folder for the file; when empty, there is none and everything stays in memory.
   std::string folder{};
-  /// Makes the file; called again for the next block where it gave none.
+  /// Opens the file. If it returns null, it is called again for the next block.
   std::function<std::unique_ptr<SpillFile>(const std::string& folder)> openFile = openSpillFile;
 };
 
 /// Keeps any number of sealed blocks in little memory.
 ///
-/// The latest stay as they are. Older ones are compressed (zstd, a fast level) by a thread that all stores share, and
-/// beyond the budget moved to an unlinked file, each encrypted and authenticated (XChaCha20-Poly1305) with a key that
-/// is never written anywhere. When the file takes no more, the oldest blocks are given up; nothing else is ever lost.
+/// The latest stay as they are. Older ones are compressed (zstd, a fast level) by a thread that all stores share and,
+/// beyond the budget, moved to an unlinked file, each encrypted and authenticated (XChaCha20-Poly1305) with a key that
+/// is never written anywhere. When the file can hold no more, the oldest blocks are dropped; nothing else is ever lost.
 ///
-/// A store belongs to one thread, which adds and reads; it never waits for the other, but when blocks come faster than
-/// they are compressed it compresses some itself, so that memory stays bounded.
+/// A store belongs to one thread, which adds and reads blocks and never waits for the worker. When blocks arrive faster
+/// than the worker compresses them, the owner compresses some itself, which keeps memory bounded.
 class BlockStore {
   class State;
 
@@ -51,17 +51,17 @@ class BlockStore {
   BlockStore& operator=(BlockStore&&) = delete;
   ~BlockStore();
 
-  /// Takes the next block; they are numbered from 0.
+  /// Appends a block. Blocks are numbered from 0.
   void add(std::shared_ptr<const SealedBlock> block);
 
   struct Content {
-    std::shared_ptr<const SealedBlock> block;  ///< as it was added, or null
-    std::string bytes;                         ///< else what `encoded()` gave
+    std::shared_ptr<const SealedBlock> block;  ///< the block as it was added, or null
+    std::string bytes;                         ///< otherwise what `encoded()` returned
   };
-  /// The block with number `index`, which has been added; nothing when it was given up or cannot be read any more.
+  /// Block number `index`, which must have been added; nothing when it was dropped or can no longer be read.
   std::optional<Content> read(std::size_t index) const { return reader().read(index); }
 
-  /// Reads the blocks of a store, also when the store itself is gone. Any thread.
+  /// Reads the blocks of a store, even after the store itself is gone. Any thread.
   class Reader {
    public:
     std::optional<Content> read(std::size_t index) const;
@@ -78,12 +78,12 @@ class BlockStore {
     std::size_t plainBlocks = 0;
     std::size_t compressedBlocks = 0;
     std::size_t spilledBlocks = 0;
-    std::size_t givenUpBlocks = 0;
-    std::size_t memoryBytes = 0;  ///< of the blocks in memory
-    std::uint64_t fileBytes = 0;  ///< of the blocks in the file
+    std::size_t droppedBlocks = 0;
+    std::size_t memoryBytes = 0;  ///< total size of the blocks in memory
+    std::uint64_t fileBytes = 0;  ///< total size of the blocks in the file
   };
   Usage usage() const;
-  /// Waits until nothing is left to compress or to move.
+  /// Waits until there is nothing left to compress or move.
   void settle();
 
  private:

@@ -19,7 +19,7 @@ enum class Section : std::uint8_t {
   ListedStyles = 8,
 };
 
-// The bits of a style's flags.
+// The flags of an encoded style.
 enum StyleFlag : std::uint8_t { Bold = 1, Italic = 2, Underlined = 4, Struck = 8, HasBackground = 16 };
 
 constexpr std::size_t kMaxNumberBytes = 10;
@@ -63,7 +63,7 @@ void putSection(std::string& out, Section section, std::string_view content) {
   out += content;
 }
 
-// Small numbers of either sign to small numbers without one.
+// Maps small signed numbers to small unsigned ones.
 std::uint32_t zigzag(std::int32_t number) {
   return (static_cast<std::uint32_t>(number) << 1) ^ static_cast<std::uint32_t>(number >> 31);
 }
@@ -72,7 +72,7 @@ std::int32_t unzigzag(std::uint32_t number) {
   return static_cast<std::int32_t>((number >> 1) ^ (0U - (number & 1)));
 }
 
-// Reads what was put; after a failure everything is 0 and `failed()`.
+// Reads what the functions above wrote. After an error everything reads as 0 and `failed()` is true.
 class Reader {
  public:
   explicit Reader(std::string_view bytes) : m_rest(bytes) {}
@@ -157,7 +157,7 @@ void readRuns(Reader reader, HistoryBlock& block, bool& valid) {
   while (!reader.atEnd()) {
     const std::uint64_t step = reader.number();
     const std::uint64_t style = reader.number();
-    // The lowest bit of the style's number tells whether a link follows.
+    // The lowest bit says whether a link follows.
     run.link = (style & 1) != 0 ? static_cast<std::uint32_t>(reader.number()) : 0;
     run.style = static_cast<std::uint16_t>(style >> 1);
     const bool inOrder = block.runs.empty() ? step == 0 : step > 0;
@@ -316,7 +316,7 @@ std::optional<HistoryBlock> decodeHistoryBlock(std::string_view bytes) {
   std::uint64_t before = 0;
   while (valid && !reader.atEnd()) {
     const std::uint64_t tag = reader.number();
-    // Each once and in order: what refers to the text has been held against the text that stays.
+    // Each at most once and in order, so that offsets are checked against the final text.
     valid = tag > before;
     before = tag;
     const std::string_view content = reader.bytes(reader.number());

@@ -11,28 +11,28 @@
 
 namespace zolt {
 
-/// What a shell's integration tells of its prompts and commands (the marks A to D of OSC 133).
+/// The marks of shell integration (A to D of OSC 133).
 enum class HistoryMarkKind : std::uint8_t { PromptStart, CommandStart, OutputStart, CommandEnd };
 
 /// A mark between two characters of a block.
 struct HistoryMark {
-  std::uint32_t offset = 0;  ///< of the byte that follows it, up to the size of the text (included)
+  std::uint32_t offset = 0;  ///< of the byte after it; equal to the size of the text at the end
   HistoryMarkKind kind = HistoryMarkKind::PromptStart;
   std::int32_t exitStatus = 0;  ///< of a CommandEnd
 
   friend bool operator==(const HistoryMark&, const HistoryMark&) = default;
 };
 
-/// Text from `begin` to where the next run begins, in one style and of one link.
+/// Text from `begin` to the start of the next run, with one style and one link.
 struct HistoryRun {
   std::uint32_t begin = 0;
-  std::uint16_t style = 0;  ///< an index into the block's styles, or the packed ones
-  std::uint32_t link = 0;   ///< the number that the terminal gave a link target; 0: none
+  std::uint16_t style = 0;  ///< an index into the block's styles or packed styles
+  std::uint32_t link = 0;   ///< the terminal's number for the link target, 0 for none
 
   friend bool operator==(const HistoryRun&, const HistoryRun&) = default;
 };
 
-/// A style of a full emulation, whose colours may be the palette's, as it packs it.
+/// A style of the full emulation in its packed form; colours may refer to the palette.
 struct PackedStyle {
   std::uint32_t foreground = 0;
   std::uint32_t background = 0;
@@ -42,22 +42,22 @@ struct PackedStyle {
   friend bool operator==(const PackedStyle&, const PackedStyle&) = default;
 };
 
-/// A piece of a terminal's history as it is kept: UTF-8 text with everything that belongs to it. The log display fills
-/// text, styles and runs; packed styles instead of those, wrapped lines, marks and links come from a full emulation.
+/// A block of a terminal's history: UTF-8 text with all that belongs to it. The log display uses text, styles and runs.
+/// The full emulation uses packed styles instead of styles, and adds soft wraps, marks and links.
 struct HistoryBlock {
   std::string text;
   std::vector<StyleCode> styles;
   std::vector<TextAttributes> listedStyles;  ///< those that do not fit a code
   std::vector<PackedStyle> packedStyles;
-  std::vector<HistoryRun> runs;          ///< in order; the first at 0 unless the text is empty
-  std::vector<std::uint32_t> softWraps;  ///< offsets where a row begins that goes on with the line before, ascending
+  std::vector<HistoryRun> runs;          ///< in order; the first begins at 0 unless the text is empty
+  std::vector<std::uint32_t> softWraps;  ///< offsets where a row starts that continues its line, ascending
   std::vector<HistoryMark> marks;        ///< in order
-  std::vector<std::string> links;        ///< the targets by number, the first is 1; none where they are kept elsewhere
+  std::vector<std::string> links;        ///< the targets, numbered from 1; empty when they are kept elsewhere
 
   friend bool operator==(const HistoryBlock&, const HistoryBlock&) = default;
 };
 
-/// Makes the bytes of a block from parts that lie elsewhere. Everything is added in the order of the text.
+/// Encodes a block from its parts, without copying them into a HistoryBlock. Add everything in the order of the text.
 class HistoryEncoder {
  public:
   void addStyles(const std::vector<StyleCode>& styles, const std::vector<TextAttributes>& listed);
@@ -82,12 +82,12 @@ class HistoryEncoder {
   std::uint32_t m_lastMark = 0;
 };
 
-/// The bytes of a block: sections of tag, length and content, numbers as differences in base 128.
+/// Encodes a block as sections of tag, length and content; offsets are stored as differences, in base 128.
 std::string encodeHistoryBlock(const HistoryBlock& block);
-/// The block, or nothing where the bytes are not those of one: any bytes are safe. Sections that it does not know are
-/// passed over, so that a later version may add some.
+/// Decodes a block; nothing when the bytes are invalid. Safe for any bytes. Unknown sections are skipped, so that later
+/// versions can add some.
 std::optional<HistoryBlock> decodeHistoryBlock(std::string_view bytes);
-/// Only the block's text, which lies in `bytes`; nothing where they are none.
+/// Only the text of an encoded block, as a view into `bytes`; nothing when they are invalid.
 std::optional<std::string_view> textOfHistoryBlock(std::string_view bytes);
 
 }  // namespace zolt

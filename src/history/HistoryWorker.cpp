@@ -11,7 +11,7 @@ HistoryWorker& HistoryWorker::shared() {
 }
 
 HistoryWorker::HistoryWorker() {
-  // The thread takes no signal: those of the process belong to its main thread.
+  // The thread blocks all signals: the main thread handles them.
   sigset_t all;
   sigset_t before;
   sigfillset(&all);
@@ -48,7 +48,7 @@ void HistoryWorker::run() {
     const bool more = work->step();
     lock.lock();
     if (more) m_queue.push_back(std::move(work));
-    // What nobody else holds any more goes here, without the lock.
+    // If this was the last reference, the destructor runs here, without the lock.
     lock.unlock();
     work.reset();
     lock.lock();

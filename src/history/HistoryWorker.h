@@ -8,24 +8,24 @@
 
 namespace zolt {
 
-/// Work that is done in steps of at most a few milliseconds, on the worker's thread.
+/// Work done in steps of a few milliseconds at most, on the worker's thread.
 class SteppedWork {
  public:
   virtual ~SteppedWork() = default;
-  /// Does the next step; false when there is none left for now.
+  /// Performs the next step; false when nothing is left for now.
   virtual bool step() = 0;
 };
 
-/// The thread that works for all histories of the process, step by step in turn.
+/// The thread that serves all histories of the process, one step each in turn.
 class HistoryWorker {
  public:
-  /// Started at the first use, stopped with the process.
+  /// Started on first use, stopped when the process ends.
   static HistoryWorker& shared();
 
   HistoryWorker();
   ~HistoryWorker();
 
-  /// Has `work` done until a step says that nothing is left. Any thread.
+  /// Schedules `work` until a step returns false. Any thread.
   void submit(std::shared_ptr<SteppedWork> work);
 
  private:

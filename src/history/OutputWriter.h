@@ -8,22 +8,22 @@
 
 namespace zolt {
 
-/// Turns the blocks of a text, in their order, into the bytes of a file: the text as it is stored, with a LF for each
-/// line end (LF, CR or CR LF), and with the styles where somebody knows how to write them.
+/// Converts the blocks of a text, in order, to the content of a file: the stored text with LF for each line end (LF, CR
+/// or CR LF), and with its styles if there is a function that encodes them.
 ///
-/// What was lost reads as it is shown: kHistoryLostNotice and blanks. Not synchronised: one thread at a time.
+/// Lost text is written as it is shown: kHistoryLostNotice and blanks. Not synchronised: one thread at a time.
 class OutputWriter {
  public:
-  /// Appends to `out` what makes the text that follows look like `to`, where until now it looked like `from`.
+  /// Appends to `out` what changes the style of the text that follows from `from` to `to`.
   using AppendStyle = void (*)(std::string& out, const TextAttributes& from, const TextAttributes& to);
 
   /// Without `appendStyle` the file is plain text.
   explicit OutputWriter(AppendStyle appendStyle = nullptr) : m_appendStyle(appendStyle) {}
 
-  /// Appends the bytes of the next block, number `index` of `text`, to `out`. A style is written where it changes and
-  /// only before text.
+  /// Appends the next block, number `index` of `text`, to `out`. A style is written only where it changes and text
+  /// follows.
   void append(const TextSnapshot& text, std::size_t index, std::string& out);
-  /// Appends what follows the last block: the way back to TextAttributes{}.
+  /// Appends what comes after the last block: the change back to TextAttributes{}.
   void finish(std::string& out);
 
  private:
@@ -33,7 +33,7 @@ class OutputWriter {
 
   AppendStyle m_appendStyle;
   TextAttributes m_style;
-  bool m_afterReturn = false;  // the last byte was a CR: a LF now is part of a line end that has been written
+  bool m_afterReturn = false;  // the last byte was a CR: a LF now belongs to a line end already written
 };
 
 }  // namespace zolt

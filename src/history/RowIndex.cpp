@@ -56,13 +56,13 @@ RowNumber RowIndex::exactRows(const TextBlock& block) const {
   return rows;
 }
 
-// Whether a block's rows can be told without its text.
-bool RowIndex::isExactFrom(const TextBlock::Summary& block) const {
+// Whether the summary alone gives the exact number of rows.
+bool RowIndex::isExact(const TextBlock::Summary& block) const {
   return block.longestLine <= m_columns || block.lineStarts <= 1;
 }
 
-// Exact where `isExactFrom`, else an estimate.
-RowNumber RowIndex::rowsFrom(const TextBlock::Summary& block) const {
+// Exact if `isExact`, otherwise an estimate.
+RowNumber RowIndex::estimatedRows(const TextBlock::Summary& block) const {
   RowNumber rows = 0;
   if (block.continuesALine()) rows += rowsUpTo(block.continuedEndColumn) - rowsUpTo(block.startColumn);
   const auto lines = static_cast<RowNumber>(block.lineStarts);
@@ -73,11 +73,11 @@ RowNumber RowIndex::rowsFrom(const TextBlock::Summary& block) const {
 
 void RowIndex::pushSealed(std::size_t block) {
   const TextBlock::Summary& summary = m_storage.summary(block);
-  const bool exact = isExactFrom(summary);
-  const RowNumber rows = rowsFrom(summary);
+  const bool exact = isExact(summary);
+  const RowNumber rows = estimatedRows(summary);
   const std::size_t index = m_sums.size();
   m_sealedRows += rows;
-  // The node at index covers the blocks up to it from the last larger power of two on.
+  // A node of a Fenwick tree is the sum of its own block and of its children.
   const std::size_t node = index + 1;
   RowNumber sum = rows;
   for (std::size_t child = 1; child < (node & -node); child *= 2) {
@@ -123,7 +123,7 @@ void RowIndex::makeExact(std::size_t block) {
   ++m_generation;
 }
 
-// Blocks whose text is lost are laid out otherwise than they were when they were counted.
+// Blocks whose text was lost have another layout than when they were counted.
 void RowIndex::countLostBlocks() {
   for (; m_lostSeen < m_storage.lostBlocks().size(); ++m_lostSeen) {
     const std::size_t block = m_storage.lostBlocks()[m_lostSeen];
@@ -184,7 +184,7 @@ RowIndex::Row RowIndex::locate(RowNumber row) {
   const BlockLayout& layout = layoutOf(index);
   const auto rowInBlock = static_cast<std::uint32_t>(row - before);
   if (rowInBlock >= layout.rowsBefore.back()) {
-    // An empty last line that has moved to the next block since the last sync.
+    // The empty last line has moved to a new block since the last sync.
     return {.begin = block.end(), .end = block.end(), .firstColumn = 0, .beginColumn = 0};
   }
   const auto after = std::upper_bound(layout.rowsBefore.begin(), layout.rowsBefore.end(), rowInBlock);
@@ -199,16 +199,16 @@ RowIndex::Row RowIndex::locate(RowNumber row) {
   result.beginColumn = begin.column;
   const LineColumn limit = result.firstColumn + m_columns;
   result.end = block.start() + block.placeAt(fragment, limit).offset;
-  // The row may go on in the blocks that follow, as far as they continue the line.
-  bool goesOn = fragmentIndex + 1 == block.fragmentCount() && fragment.contentEnd == fragment.end;
-  for (std::size_t next = index + 1; goesOn && next < m_storage.blockCount(); ++next) {
+  // The row may continue in the blocks that follow.
+  bool continues = fragmentIndex + 1 == block.fragmentCount() && fragment.contentEnd == fragment.end;
+  for (std::size_t next = index + 1; continues && next < m_storage.blockCount(); ++next) {
     if (!m_storage.summary(next).continuesALine()) break;
     const std::shared_ptr<const TextBlock> heldNext = m_storage.block(next);
     const TextBlock& follower = *heldNext;
     const TextBlock::Fragment continued = follower.fragment(0);
     if (continued.startColumn >= limit) break;
     result.end = follower.start() + follower.placeAt(continued, limit).offset;
-    goesOn = follower.fragmentCount() == 1 && continued.contentEnd == continued.end;
+    continues = follower.fragmentCount() == 1 && continued.contentEnd == continued.end;
   }
   return result;
 }
@@ -224,7 +224,8 @@ RowNumber RowIndex::rowAt(TextPosition position) {
   const TextBlock::Fragment fragment = block.fragment(fragmentIndex);
   const BlockLayout& layout = layoutOf(index);
   const RowNumber rowsInFragment = layout.rowsBefore[fragmentIndex + 1] - layout.rowsBefore[fragmentIndex];
-  // Row starts at or before the position's column; the end of a full last row starts no row of its own.
+  // Rows that start at or before the column of the position. The end of a line that exactly fills its last row starts
+  // no further row.
   const RowNumber started =
       std::min(rowsUpTo(block.columnAt(fragment, offset) + 1) - rowsUpTo(fragment.startColumn), rowsInFragment);
   return numberOfRow(index, layout.rowsBefore[fragmentIndex] + started - 1);
@@ -240,8 +241,8 @@ RowNumber RowIndex::roughRowAt(TextPosition position) const {
   return std::min(before + static_cast<RowNumber>(part * static_cast<double>(rows)), rowCount() - 1);
 }
 
-// The number of row `rowInBlock` of a block; -1 is the row before, which starts in an earlier block. That one is made
-// exact as well: else locate would do it, and find another row under the number.
+// The number of row `rowInBlock` of a block; -1 is the row before, which starts in an earlier block. That block is made
+// exact too, or `locate` would do so and then find a different row under this number.
 RowNumber RowIndex::numberOfRow(std::size_t block, RowNumber rowInBlock) {
   RowNumber row = sealedRowsBefore(block) + rowInBlock;
   while (rowInBlock < 0) {

@@ -13,60 +13,60 @@ using RowNumber = std::int64_t;
 
 /// Wraps the lines of a text storage at a number of columns and finds rows by number and by position.
 ///
-/// A line fills one row for each `columns()` columns it has, and at least one; rows break at the character. As columns
-/// do not depend on the width, a row is found without laying out what stands before it, in a line of any length.
+/// A line fills one row for each `columns()` columns it has, and at least one; rows wrap at the character. Since
+/// columns do not depend on the width, a row is found without laying out the text before it, however long the line.
 ///
-/// Counting the rows of a block whose lines wrap costs time, and its text may have to be fetched, so blocks that nobody
-/// has looked at may be counted by an estimate. `locate` counts exactly what it passes through; `refine` does the rest
-/// bit by bit. Each correction changes `generation()`, and row numbers from before it may be off. Not synchronised: one
-/// thread at a time.
+/// Counting the rows of a block whose lines wrap takes time, and its text may have to be decompressed, so the rows of
+/// blocks that were never looked at may be estimated. `locate` makes the blocks that it meets exact; `refine` does the
+/// rest gradually. Each correction changes `generation()`; row numbers obtained earlier may then be wrong. Not
+/// synchronised: one thread at a time.
 class RowIndex {
  public:
   struct Row {
-    TextPosition begin = 0;      ///< the first character whose column is in the row
-    TextPosition end = 0;        ///< after the last, the line end not included
-    LineColumn firstColumn = 0;  ///< the row shows this column of its line and the columns() - 1 after it
-    LineColumn beginColumn = 0;  ///< of `begin`; greater than firstColumn where a tab reaches over the row's start
+    TextPosition begin = 0;      ///< the first character whose column lies in the row
+    TextPosition end = 0;        ///< after the last one, without the line end
+    LineColumn firstColumn = 0;  ///< the row shows columns() columns of its line, from this one
+    LineColumn beginColumn = 0;  ///< of `begin`; greater than firstColumn when a tab extends into the row
   };
 
   /// `storage` must outlive the index.
   RowIndex(const TextStorage& storage, std::int64_t columns);
 
   std::int64_t columns() const { return static_cast<std::int64_t>(m_columns); }
-  /// Wraps at `columns`, 1 or more, from now on: a pass over the blocks, not over the text.
+  /// Wraps at `columns`, at least 1, from now on. Takes a pass over the blocks, not over the text.
   void setColumns(std::int64_t columns);
 
-  /// Takes over what was appended to the storage; everything below is as of the last call, but that the last row then
-  /// may end later now.
+  /// Takes in what was appended to the storage. Everything below is as of the last call, except that what was the last
+  /// row may have become longer.
   void sync();
 
   /// At least 1.
   RowNumber rowCount() const { return m_sealedRows + m_tailRows; }
-  /// The row with number `row`, from 0 to rowCount() (not included); a number outside is moved to the nearest row.
+  /// Row number `row`, clamped to 0 ... rowCount() - 1.
   Row locate(RowNumber row);
-  /// The number of the row that shows `position`; the last row for the end and whatever lies beyond.
+  /// The number of the row that shows `position`; the last row for the end and beyond.
   RowNumber rowAt(TextPosition position);
-  /// About that number, from 0 to rowCount() (not included), without looking at text.
+  /// An approximation of `rowAt`, less than rowCount(), that does not look at text.
   RowNumber roughRowAt(TextPosition position) const;
 
-  /// Grows with each correction of an estimate.
+  /// Incremented by each correction of an estimate.
   std::uint64_t generation() const { return m_generation; }
-  /// Counts up to `blocks` estimated blocks exactly; false when none is left.
+  /// Makes up to `blocks` estimated blocks exact; false when none is left.
   bool refine(std::size_t blocks);
 
  private:
-  /// Rows before each fragment of one block, and after the last.
+  /// The number of rows before each fragment of a block, and after the last.
   struct BlockLayout {
     std::size_t block = SIZE_MAX;
-    std::size_t size = 0;  // of the block when it was laid out: the last block grows
+    std::size_t size = 0;  // of the block when it was laid out, since the last block grows
     std::vector<std::uint32_t> rowsBefore;
   };
 
   RowNumber rowsUpTo(LineColumn column) const;
   RowNumber fragmentRows(const TextBlock& block, const TextBlock::Fragment& fragment) const;
   RowNumber exactRows(const TextBlock& block) const;
-  bool isExactFrom(const TextBlock::Summary& block) const;
-  RowNumber rowsFrom(const TextBlock::Summary& block) const;
+  bool isExact(const TextBlock::Summary& block) const;
+  RowNumber estimatedRows(const TextBlock::Summary& block) const;
   void pushSealed(std::size_t block);
   void makeExact(std::size_t block);
   void countLostBlocks();
@@ -88,7 +88,7 @@ class RowIndex {
   std::uint64_t m_generation = 0;
   std::size_t m_lostSeen = 0;            // of the storage's lost blocks
   std::size_t m_refineFrom = 0;          // blocks before this are exact
-  std::array<BlockLayout, 8> m_layouts;  // the latest looked at, replaced in turn
+  std::array<BlockLayout, 8> m_layouts;  // a cache, replaced in turn
   std::size_t m_nextLayout = 0;
 };
 

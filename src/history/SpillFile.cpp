@@ -50,7 +50,7 @@ class UnlinkedFile : public SpillFile {
 
 std::unique_ptr<SpillFile> openSpillFile(const std::string& folder) {
   std::error_code ignored;
-  // Nobody else's business, as the XDG base directories have it; one that is there already stays as it is.
+  // Mode 0700, as the XDG Base Directory Specification wants it; an existing folder keeps its mode.
   if (std::filesystem::create_directories(folder, ignored)) {
     std::filesystem::permissions(folder, std::filesystem::perms::owner_all, ignored);
   }

@@ -8,19 +8,19 @@
 
 namespace zolt {
 
-/// Where a terminal's cold history goes when memory is short: bytes at offsets. One thread writes, any may read.
+/// The file for history that does not fit the memory budget. One thread writes, any may read.
 class SpillFile {
  public:
   virtual ~SpillFile() = default;
 
-  /// Writes all of `bytes` at `offset`; false, and nothing may be relied on there, when the system takes not all of it.
+  /// Writes all of `bytes` at `offset`. False when that failed; the content there is undefined then.
   virtual bool write(std::uint64_t offset, std::string_view bytes) = 0;
-  /// Reads exactly `size` bytes; false when they are not to be had.
+  /// Reads exactly `size` bytes; false when that failed.
   virtual bool read(std::uint64_t offset, std::size_t size, std::string& bytes) const = 0;
 };
 
-/// A new file of mode 0600 in `folder`, which is made where it is missing. The file has no name: it is gone with the
-/// process however that ends, and no other process finds it. Null when the folder takes no file.
+/// Creates a file of mode 0600 in `folder`, which is created if missing. The file is unlinked at once: it disappears
+/// with the process, however that ends, and no other process can open it by name. Null when it cannot be created.
 std::unique_ptr<SpillFile> openSpillFile(const std::string& folder);
 
 }  // namespace zolt

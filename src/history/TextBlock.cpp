@@ -11,7 +11,7 @@ namespace zolt {
 
 TextBlock::TextBlock(TextPosition start, std::uint64_t firstLine, LineColumn startColumn)
     : m_summary{.start = start, .firstLine = firstLine, .startColumn = startColumn, .continuedEndColumn = startColumn},
-      m_bytes(new char[capacity + 1]) {  // one more than fits: the LF of a CR LF that would be torn apart
+      m_bytes(new char[capacity + 1]) {  // one extra: the LF of a CR LF that would be split
   if (startColumn == 0) addLineStart(0);
 }
 
@@ -34,7 +34,7 @@ TextBlock::Fragment TextBlock::fragment(std::size_t index) const {
       --fragment.contentEnd;
     }
   } else {
-    // Only a sealed block can end in a line end without a start after it.
+    // A line end at the end of the text has no line start after it in a sealed block.
     while (fragment.contentEnd > fragment.begin &&
            (m_bytes[fragment.contentEnd - 1] == '\n' || m_bytes[fragment.contentEnd - 1] == '\r')) {
       --fragment.contentEnd;
@@ -85,7 +85,7 @@ void TextBlock::append(std::string_view piece, TextLayout& layout) {
   m_summary.size += static_cast<std::uint32_t>(piece.size());
 }
 
-// Takes note of line ends and tabs in `piece`, which is about to be appended.
+// Records the line ends and tabs of `piece`, which is about to be appended.
 void TextBlock::layOut(std::string_view piece, TextLayout& layout) {
   std::size_t position = 0;
   while (position < piece.size()) {
@@ -171,12 +171,12 @@ std::shared_ptr<const TextBlock> TextBlock::decoded(const Summary& summary, std:
 std::shared_ptr<const TextBlock> TextBlock::lost(const Summary& summary, std::uint64_t lineEnds, LineColumn endColumn,
                                                  std::string_view notice) {
   const auto ends = static_cast<std::size_t>(lineEnds);
-  // The line that goes on in the next block has its columns here as well, as far as there are bytes for them.
+  // A line that continues in the next block keeps its columns, as far as there are bytes for them.
   const auto tail = static_cast<std::size_t>(std::min<LineColumn>(endColumn, summary.size - ends));
   std::size_t blanks = summary.size - ends - (ends == 0 ? 0 : tail);
   std::string text(notice.substr(0, blanks));
   blanks -= text.size();
-  // The other lines share the blanks, so that the block has about the rows that it had.
+  // The other lines share the blanks evenly, so that the block has about as many rows as before.
   for (std::size_t left = ends; left > 0; --left) {
     text.append(blanks / left, ' ').push_back('\n');
     blanks -= blanks / left;

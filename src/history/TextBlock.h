@@ -20,36 +20,36 @@ using LineColumn = std::uint64_t;
 
 inline constexpr LineColumn kTabStop = 8;
 
-/// The column after a tab that starts at `column`.
+/// The column after a tab at `column`.
 constexpr LineColumn afterTab(LineColumn column) {
   return (column / kTabStop + 1) * kTabStop;
 }
 
-/// Where laying out a text has come to.
+/// The state of laying out a text, at its end.
 struct TextLayout {
   LineColumn column = 0;       ///< of the next byte
   std::uint64_t lineEnds = 0;  ///< so far
-  bool endsInReturn = false;   ///< the last byte is a CR: a LF now is part of the same line end
+  bool endsInReturn = false;   ///< the last byte is a CR: a LF now belongs to the same line end
 };
 
-/// A piece of a text storage of bounded size, with what is needed to lay it out and paint it without its neighbours.
+/// A block of a text storage, of bounded size, with all that is needed to lay it out and paint it on its own.
 ///
-/// Lines may start before a block and go on after it. The part of one line that lies in one block is a fragment.
-/// Filled from the front by TextStorage; everything else only reads it, and once it is sealed any thread may.
+/// Lines may start before a block and continue after it. The part of a line within one block is a fragment. TextStorage
+/// alone appends to a block. Once it is sealed, any thread may read it.
 class TextBlock : public SealedBlock {
  public:
-  /// The most bytes in a block. Offsets fit 16 bits with room to spare.
+  /// The maximum number of bytes in a block. Offsets fit 16 bits with room to spare.
   static constexpr std::size_t capacity = 65280;
 
-  /// What is known of a block without its text.
+  /// What is known about a block without its text.
   struct Summary {
     TextPosition start = 0;
     std::uint64_t firstLine = 0;        ///< the number of the line that the first byte belongs to
     LineColumn startColumn = 0;         ///< of the first byte in its line
-    LineColumn continuedEndColumn = 0;  ///< the column after the first fragment's content, when it goes on with a line
-    LineColumn longestLine = 0;         ///< the columns of the longest line that starts here, as far as it lies here
+    LineColumn continuedEndColumn = 0;  ///< the column after the content of a first fragment that continues a line
+    LineColumn longestLine = 0;         ///< in columns, of the lines that start here, as far as they lie in the block
     std::uint32_t size = 0;             ///< bytes
-    std::uint32_t lineStarts = 0;       ///< lines that start here
+    std::uint32_t lineStarts = 0;       ///< number of lines that start here
     bool hasTabs = false;
 
     TextPosition end() const { return start + size; }
@@ -61,7 +61,7 @@ class TextBlock : public SealedBlock {
     std::size_t begin = 0;       ///< offset of its first byte
     std::size_t end = 0;         ///< offset after its last byte, a line end included
     std::size_t contentEnd = 0;  ///< as `end`, without the line end (LF, CR or CR LF)
-    LineColumn startColumn = 0;  ///< of its first byte in its line; 0 exactly where the line starts here
+    LineColumn startColumn = 0;  ///< of its first byte; 0 if and only if the line starts here
   };
 
   struct StyleRun {
@@ -80,21 +80,21 @@ class TextBlock : public SealedBlock {
 
   /// The number of the line that the first byte belongs to.
   std::uint64_t firstLine() const { return m_summary.firstLine; }
-  /// Offsets where lines start, in order. The last may equal `size()`: a line that has nothing in it yet.
+  /// Offsets where lines start, in order. The last may equal `size()`: a line that is still empty.
   const std::vector<std::uint16_t>& lineStarts() const { return m_lineStarts; }
 
-  /// Whether the first fragment goes on with a line that started in an earlier block.
+  /// Whether the first fragment continues a line that started in an earlier block.
   bool continuesALine() const { return m_summary.continuesALine(); }
   std::size_t fragmentCount() const { return m_lineStarts.size() + (continuesALine() ? 1 : 0); }
   Fragment fragment(std::size_t index) const;
-  /// The index of the fragment that holds `offset`; an offset at the end belongs to the last.
+  /// The index of the fragment that contains `offset`; the end belongs to the last one.
   std::size_t fragmentAt(std::size_t offset) const;
 
-  /// Whether columns have to be found by walking, because a tab takes more than one.
+  /// Whether columns must be found by walking the text, because it has tabs.
   bool hasTabs() const { return m_summary.hasTabs; }
-  /// The column that follows the fragment's content.
+  /// The column after the fragment's content.
   LineColumn endColumn(const Fragment& fragment) const { return columnAt(fragment, fragment.contentEnd); }
-  /// The column of `offset`, which lies in the fragment; a line end has the column after the content.
+  /// The column of `offset`, which lies in the fragment; for a line end, the column after the content.
   LineColumn columnAt(const Fragment& fragment, std::size_t offset) const;
   struct Place {
     std::size_t offset = 0;
@@ -103,9 +103,9 @@ class TextBlock : public SealedBlock {
   /// The first place in the fragment's content whose column is not less than `column`; its end when there is none.
   Place placeAt(const Fragment& fragment, LineColumn column) const;
 
-  /// The column after the first fragment's content, when it goes on with a line.
+  /// The column after the content of a first fragment that continues a line.
   LineColumn continuedEndColumn() const { return m_summary.continuedEndColumn; }
-  /// The columns of the longest line that starts in this block, as far as it lies in it.
+  /// In columns, the longest of the lines that start in this block, as far as they lie in it.
   LineColumn longestLine() const { return m_summary.longestLine; }
 
   const std::vector<StyleRun>& styleRuns() const { return m_runs; }
@@ -113,14 +113,14 @@ class TextBlock : public SealedBlock {
   /// The index of the style run that holds `offset` < size().
   std::size_t styleRunAt(std::size_t offset) const;
 
-  /// The block as it is now, for other threads.
+  /// A copy of the block as it is now, for other threads.
   std::shared_ptr<const TextBlock> copy() const;
 
   std::string encoded() const override;
-  /// The sealed block with this summary from what `encoded()` gave; null where the two do not belong together.
+  /// Restores the sealed block with this summary from what `encoded()` returned; null when the two do not match.
   static std::shared_ptr<const TextBlock> decoded(const Summary& summary, std::string_view bytes);
-  /// What stands in for a sealed block whose text is lost: `notice`, and as many bytes and line ends as there were.
-  /// `endColumn` is the column where the next block begins.
+  /// A replacement for a sealed block whose text was lost: `notice` and blanks, with the same number of bytes and line
+  /// ends. `endColumn` is the column where the next block begins.
   static std::shared_ptr<const TextBlock> lost(const Summary& summary, std::uint64_t lineEnds, LineColumn endColumn,
                                                std::string_view notice);
   std::size_t memoryBytes() const override;

@@ -11,16 +11,16 @@
 
 namespace zolt {
 
-/// Stands at the beginning of text that had to be given up.
+/// Shown at the beginning of text that had to be dropped.
 inline constexpr std::string_view kHistoryLostNotice = "[Zolt: this part of the history could not be kept]";
 
-/// Block `index` of a text as the store has it; null where it has it no more.
+/// Block `index` of a text from the store; null when the store no longer has it.
 std::shared_ptr<const TextBlock> keptBlock(const BlockStore::Reader& store, std::size_t index,
                                            const TextBlock::Summary& summary);
-/// What stands in for a block that the store has no more; `next` is of the block after it.
+/// The replacement for a block that the store no longer has; `next` is the summary of the block after it.
 std::shared_ptr<const TextBlock> lostBlock(const TextBlock::Summary& summary, const TextBlock::Summary& next);
 
-/// The text of a block, for as long as this is kept.
+/// Owns or shares the text of a block.
 class BlockText {
  public:
   std::string_view text() const {
@@ -31,23 +31,23 @@ class BlockText {
   friend class TextSnapshot;
 
   std::shared_ptr<const TextBlock> m_block;
-  std::string m_bytes;  // else the text lies here
+  std::string m_bytes;  // otherwise the text is part of these
   std::size_t m_begin = 0;
   std::size_t m_size = 0;
 };
 
-/// Consecutive blocks of a text storage as they were at one moment. Never changes, but that blocks may be lost; may
+/// Consecutive blocks of a text storage as they were at one moment. Nothing changes them, but blocks may be lost. May
 /// outlive the storage. Any thread.
 class TextSnapshot {
  public:
-  /// The number of the first block, and how many there are. Blocks keep the numbers that they have in the storage.
+  /// The numbers of the first block and of the one after the last. Blocks have the same numbers as in the storage.
   std::size_t firstBlock() const { return m_first; }
   std::size_t endBlock() const { return m_first + m_count; }
 
   const TextBlock::Summary& summary(std::size_t index) const { return m_summaries[index - m_first]; }
-  /// Block `index`, with its layout and styles.
+  /// Block `index`, with layout and styles.
   std::shared_ptr<const TextBlock> block(std::size_t index) const;
-  /// Its text alone, which costs less.
+  /// The text of block `index` alone, which is cheaper.
   BlockText text(std::size_t index) const;
 
  private:
@@ -64,8 +64,8 @@ class TextSnapshot {
   BlockStore::Reader m_store;
   std::size_t m_first;
   std::size_t m_count;
-  std::vector<TextBlock::Summary> m_summaries;  // of the block after the last, too, where there is one
-  std::shared_ptr<const TextBlock> m_last;      // the last one, where it still grew
+  std::vector<TextBlock::Summary> m_summaries;  // and of the block after the last, if there is one
+  std::shared_ptr<const TextBlock> m_last;      // a copy of the last block, if it was still growing
 };
 
 }  // namespace zolt

@@ -5,12 +5,12 @@
 
 namespace zolt {
 
-// Walks the runs of a string that is appended piece by piece.
+// The position in the runs of a string that is appended in pieces.
 class TextStorage::RunCursor {
  public:
   explicit RunCursor(const AttributedString& string) : m_string(string) {}
 
-  // Gives `block` the runs of the next `bytes` bytes, which are about to be appended to it.
+  // Copies the runs of the next `bytes` bytes, which are about to be appended to `block`.
   void copyTo(TextBlock& block, std::size_t bytes) {
     std::size_t offset = block.size();
     while (bytes > 0) {
@@ -40,7 +40,7 @@ TextStorage::TextStorage(HistorySettings settings)
 void TextStorage::append(const AttributedString& string) {
   RunCursor runs(string);
   for (std::string_view rest = string.text(); !rest.empty();) {
-    // The LF of a CR LF stays with its CR, in a full block as well.
+    // The LF of a CR LF stays with its CR, even if the block is full.
     const bool completesALineEnd = m_layout.endsInReturn && rest.front() == '\n';
     if (m_open->room() == 0 && !completesALineEnd) startBlock();
     const std::string_view piece = rest.substr(0, std::max<std::size_t>(m_open->room(), 1));
@@ -88,7 +88,7 @@ const TextBlock::Summary& TextStorage::summary(std::size_t index) const {
   return index == m_sealed.size() ? m_open->summary() : m_sealed[index];
 }
 
-// The last block for which `isBefore(block's summary)` holds, where it holds for the first ones, the very first too.
+// The last block whose summary satisfies `isBefore`, which must hold for the first block and then up to some block.
 template <class IsBefore>
 std::size_t TextStorage::lastBlock(IsBefore isBefore) const {
   if (isBefore(m_open->summary())) return m_sealed.size();
@@ -101,8 +101,7 @@ std::size_t TextStorage::blockAt(TextPosition position) const {
 }
 
 TextPosition TextStorage::lineStart(std::uint64_t line) const {
-  // The last block that starts at or before the line holds its start, unless the line starts exactly with a later
-  // block.
+  // The last block whose first line comes before this line, or starts with it.
   const std::size_t index = lastBlock([&](const TextBlock::Summary& block) {
     return block.firstLine < line || (block.firstLine == line && !block.continuesALine());
   });

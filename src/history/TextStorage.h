@@ -15,13 +15,13 @@
 
 namespace zolt {
 
-/// The text of a log: appended to, never changed, never shortened.
+/// The text of a log, which is only ever appended to.
 ///
-/// ASCII with LF, CR and TAB, one byte a character; a stored LF or CR ends a line, and a CR directly followed by a LF
-/// ends one. There is always one line more than line ends: the last may be empty. Appending costs constant time a byte,
-/// and looking up a position or a line logarithmic time, at any size. Full blocks go to a BlockStore, which keeps them
-/// in little memory; a block whose text it had to give up reads as kHistoryLostNotice and blanks, in as many lines and
-/// bytes as before, so that every position and line number stays as it is. Not synchronised: one thread at a time.
+/// ASCII with LF, CR and TAB. A line ends with LF, CR or CR LF. There is always one more line than there are line ends:
+/// the last may be empty. Appending takes constant time per byte, finding a position or a line logarithmic time. Full
+/// blocks go to a BlockStore, which keeps them in little memory. A block whose text was dropped there reads as
+/// kHistoryLostNotice and blanks, with as many lines and bytes as before, so that positions and line numbers stay
+/// valid. Not synchronised: one thread at a time.
 class TextStorage {
  public:
   explicit TextStorage(HistorySettings settings = {});
@@ -33,22 +33,22 @@ class TextStorage {
   bool empty() const { return size() == 0; }
   std::uint64_t lineCount() const { return m_layout.lineEnds + 1; }
 
-  /// Blocks in order, at least one; only the last still grows.
+  /// The number of blocks, at least 1. Only the last block still grows.
   std::size_t blockCount() const { return m_sealed.size() + 1; }
-  /// Block `index` < blockCount(), made again from the store where it is not at hand.
+  /// Block `index` < blockCount(), restored from the store if necessary.
   std::shared_ptr<const TextBlock> block(std::size_t index) const;
-  /// What is known of block `index` < blockCount() without that.
+  /// What is known about block `index` < blockCount() without its text.
   const TextBlock::Summary& summary(std::size_t index) const;
-  /// The blocks that were found to be lost, in the order of the finding: their layout is not as their summary says.
+  /// The blocks found to be lost, in the order of discovery. Their layout differs from their summary.
   const std::vector<std::size_t>& lostBlocks() const { return m_lost; }
-  /// The block that holds `position`, at most `size()`; the end belongs to the last block.
+  /// The block that contains `position` <= size(); the end belongs to the last block.
   std::size_t blockAt(TextPosition position) const;
 
   /// Where line `line` < lineCount() starts.
   TextPosition lineStart(std::uint64_t line) const;
-  /// The number of the line that `position` lies in; a line end belongs to the line that it ends.
+  /// The number of the line that contains `position`; a line end belongs to the line that it ends.
   std::uint64_t lineAt(TextPosition position) const;
-  /// Where line `line` ends, its line end not included.
+  /// Where line `line` ends, without its line end.
   TextPosition lineEnd(std::uint64_t line) const;
 
   /// The bytes from `begin` to `end` (not included), as stored.
@@ -57,7 +57,7 @@ class TextStorage {
   char at(TextPosition position) const;
 
   using RunVisitor = std::function<void(TextPosition begin, std::string_view text, const TextAttributes& attributes)>;
-  /// Visits the runs from `begin` to `end` (not included) in order, cut at block boundaries.
+  /// Visits the runs from `begin` to `end` (not included) in order, split at block boundaries.
   void forEachRun(TextPosition begin, TextPosition end, const RunVisitor& visit) const;
 
   /// The blocks from `first` to `end` (not included, at most blockCount()), for other threads.
@@ -66,7 +66,7 @@ class TextStorage {
   /// An estimate of the memory in use, in bytes.
   std::size_t memoryBytes() const;
   BlockStore::Usage usage() const { return m_store.usage(); }
-  /// Waits until the store has nothing left to compress or to move.
+  /// Waits until the store has nothing left to compress or move.
   void settle() { m_store.settle(); }
 
  private:
@@ -86,7 +86,7 @@ class TextStorage {
   std::vector<TextBlock::Summary> m_sealed;
   std::shared_ptr<TextBlock> m_open;            // the last block, which still grows
   TextLayout m_layout;                          // of the end
-  mutable std::array<CachedBlock, 16> m_cache;  // the latest looked at, replaced in turn
+  mutable std::array<CachedBlock, 16> m_cache;  // recently used blocks, replaced in turn
   mutable std::size_t m_nextCached = 0;
   mutable std::vector<std::size_t> m_lost;
 };

@@ -5,16 +5,16 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <atomic>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
-#include <map>
+#include <future>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "history/BlockCodec.h"
+#include "history/HistoryWorker.h"
 #include "history/TemporaryFolder.h"
 
 namespace zolt {
@@ -22,7 +22,7 @@ namespace {
 
 using test::TemporaryFolder;
 
-// A block of text that compresses badly, so that sizes add up.
+// Text that hardly compresses, so that sizes can be predicted.
 std::string textOf(std::size_t number, std::size_t size = 4096) {
   std::string text = "block " + std::to_string(number) + ":";
   for (std::uint64_t state = number * 2654435761U + 1; text.size() < size;) {
@@ -48,22 +48,22 @@ void add(BlockStore& store, std::size_t first, std::size_t count) {
   }
 }
 
-// What the store has of a block; nothing where it has given it up.
+// The text of a block; nothing if the store has dropped it.
 std::optional<std::string> read(const BlockStore& store, std::size_t number) {
   const auto content = store.read(number);
   if (!content) return std::nullopt;
   return content->block ? content->block->encoded() : content->bytes;
 }
 
-void expectAll(const BlockStore& store, std::size_t count) {
+void expectAll(const BlockStore& store, std::size_t count, std::size_t size = 4096) {
   for (std::size_t number = 0; number < count; ++number) {
-    ASSERT_EQ(read(store, number), textOf(number)) << number;
+    ASSERT_EQ(read(store, number), textOf(number, size)) << number;
   }
 }
 
-// A file in memory that takes as much as a test says.
+// A file in memory with the limits that a test sets.
 struct FakeDisk {
-  std::size_t capacity = SIZE_MAX;  // bytes that the file may have
+  std::size_t capacity = SIZE_MAX;  // maximum size of the file
   int failingWrite = -1;            // which write fails, counted from 0
   int writes = 0;
   std::string bytes;
@@ -94,7 +94,7 @@ HistorySettings onFakeDisk(const std::shared_ptr<FakeDisk>& disk, std::size_t bu
           }};
 }
 
-TEST(BlockStore, KeepsTheLatestAsTheyAreAndCompressesTheRest) {
+TEST(BlockStore, KeepsTheLatestUncompressedAndCompressesTheRest) {
   BlockStore store({.hotBlocks = 3});
   const auto block = std::make_shared<TextOnly>(std::string(50'000, 'y'));
   for (int i = 0; i < 10; ++i) {
@@ -104,13 +104,13 @@ TEST(BlockStore, KeepsTheLatestAsTheyAreAndCompressesTheRest) {
   const BlockStore::Usage usage = store.usage();
   EXPECT_EQ(usage.plainBlocks, 3U);
   EXPECT_EQ(usage.compressedBlocks, 7U);
-  EXPECT_LT(usage.memoryBytes, 3 * 50'000U + 7 * 500U) << "a hundredth for what repeats";
+  EXPECT_LT(usage.memoryBytes, 3 * 50'000U + 7 * 500U) << "repetitive text takes a hundredth";
   EXPECT_EQ(store.read(9)->block, block);
   EXPECT_EQ(store.read(0)->block, nullptr);
   EXPECT_EQ(store.read(0)->bytes, std::string(50'000, 'y'));
 }
 
-TEST(BlockStore, LeavesFewerAsTheyAreWhereTheyAreLarge) {
+TEST(BlockStore, KeepsFewerUncompressedWhenTheyAreLarge) {
   BlockStore store({.hotBlocks = 16});
   constexpr std::size_t kLarge = std::size_t{3} << 20;
   for (std::size_t number = 0; number < 10; ++number) {
@@ -139,14 +139,14 @@ TEST(BlockStore, MovesTheOldestToAFileBeyondItsBudget) {
   store.settle();
   const BlockStore::Usage usage = store.usage();
   EXPECT_LE(usage.memoryBytes, 40'000U);
-  EXPECT_GE(usage.memoryBytes, 30'000U) << "as much as it may";
+  EXPECT_GE(usage.memoryBytes, 30'000U) << "the budget is used";
   EXPECT_GT(usage.spilledBlocks, 80U);
-  EXPECT_EQ(usage.givenUpBlocks, 0U);
+  EXPECT_EQ(usage.droppedBlocks, 0U);
   EXPECT_GT(usage.fileBytes, 80 * 3000U);
   expectAll(store, 100);
 }
 
-// The open files of this process whose names are gone, below a folder.
+// The files below a folder that this process has open and that are unlinked.
 std::vector<std::filesystem::path> unlinkedFilesIn(const std::string& folder) {
   std::vector<std::filesystem::path> found;
   for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
@@ -157,7 +157,7 @@ std::vector<std::filesystem::path> unlinkedFilesIn(const std::string& folder) {
   return found;
 }
 
-TEST(BlockStore, WritesNothingThatAnybodyElseCouldRead) {
+TEST(BlockStore, WritesNothingThatAnotherProcessCouldRead) {
   const TemporaryFolder folder;
   const std::string secret(2000, 's');
   BlockStore store({.memoryBudget = 0, .hotBlocks = 0, .folder = folder.path() + "/made/for/it"});
@@ -165,7 +165,7 @@ TEST(BlockStore, WritesNothingThatAnybodyElseCouldRead) {
   store.add(std::make_shared<TextOnly>(secret + textOf(1)));
   store.settle();
   ASSERT_EQ(store.usage().spilledBlocks, 2U);
-  EXPECT_TRUE(std::filesystem::is_empty(folder.path() + "/made/for/it")) << "it has no name";
+  EXPECT_TRUE(std::filesystem::is_empty(folder.path() + "/made/for/it")) << "the file has no name";
   const auto files = unlinkedFilesIn(folder.path());
   ASSERT_EQ(files.size(), 1U);
   struct stat status {};
@@ -177,11 +177,12 @@ TEST(BlockStore, WritesNothingThatAnybodyElseCouldRead) {
   EXPECT_EQ(bytes.find("sss"), std::string::npos);
   EXPECT_EQ(bytes.find("block 1"), std::string::npos);
   const std::string packed = compressBlock(secret + textOf(1));
-  EXPECT_EQ(bytes.find(packed.substr(0, 8)), std::string::npos) << "nor is it merely compressed";
-  EXPECT_NE(bytes.substr(0, bytes.size() / 2), bytes.substr(bytes.size() / 2)) << "equal blocks differ";
+  EXPECT_EQ(bytes.find(packed.substr(0, 8)), std::string::npos) << "not merely compressed";
+  EXPECT_NE(bytes.substr(0, bytes.size() / 2), bytes.substr(bytes.size() / 2))
+      << "equal blocks are encrypted differently";
 }
 
-TEST(BlockStore, GoesOnWhereItsFolderIsRemoved) {
+TEST(BlockStore, KeepsWorkingWhenItsFolderIsRemoved) {
   const TemporaryFolder folder;
   const std::string cache = folder.path() + "/cache";
   BlockStore store({.memoryBudget = 10'000, .hotBlocks = 0, .folder = cache});
@@ -190,11 +191,11 @@ TEST(BlockStore, GoesOnWhereItsFolderIsRemoved) {
   std::filesystem::remove_all(cache);
   add(store, 20, 20);
   store.settle();
-  EXPECT_EQ(store.usage().givenUpBlocks, 0U);
+  EXPECT_EQ(store.usage().droppedBlocks, 0U);
   expectAll(store, 40);
 }
 
-TEST(BlockStore, GivesTheOldestUpWhereThereIsNoFile) {
+TEST(BlockStore, DropsTheOldestWhenNoFileCanBeOpened) {
   const auto disk = std::make_shared<FakeDisk>();
   bool available = false;
   HistorySettings settings = onFakeDisk(disk, 20'000);
@@ -202,19 +203,19 @@ TEST(BlockStore, GivesTheOldestUpWhereThereIsNoFile) {
   BlockStore store(settings);
   add(store, 0, 30);
   store.settle();
-  const std::size_t lost = store.usage().givenUpBlocks;
+  const std::size_t lost = store.usage().droppedBlocks;
   EXPECT_GT(lost, 15U);
   EXPECT_LE(store.usage().memoryBytes, 20'000U);
   available = true;
   add(store, 30, 30);
   store.settle();
-  EXPECT_EQ(store.usage().givenUpBlocks, lost) << "as soon as there is one nothing is lost";
+  EXPECT_EQ(store.usage().droppedBlocks, lost) << "nothing is lost once there is a file";
   for (std::size_t number = 0; number < 60; ++number) {
     EXPECT_EQ(read(store, number), number < lost ? std::nullopt : std::optional(textOf(number))) << number;
   }
 }
 
-TEST(BlockStore, GivesTheOldestUpForTheLatestOnAFullDisk) {
+TEST(BlockStore, DropsTheOldestForNewerOnesWhenTheDiskIsFull) {
   const auto disk = std::make_shared<FakeDisk>();
   disk->capacity = 100'000;
   BlockStore store(onFakeDisk(disk, 20'000));
@@ -224,19 +225,19 @@ TEST(BlockStore, GivesTheOldestUpForTheLatestOnAFullDisk) {
     const BlockStore::Usage usage = store.usage();
     EXPECT_LE(usage.memoryBytes, 20'000U);
     if (added >= 80) {
-      EXPECT_GT(usage.fileBytes, 70'000U) << "the room that there is, is used";
+      EXPECT_GT(usage.fileBytes, 70'000U) << "the room on the disk is used";
     }
-    // What is lost is older than all that is left.
+    // Only the oldest blocks are lost.
     for (std::size_t number = 0; number < added + 40; ++number) {
       const auto text = read(store, number);
-      EXPECT_EQ(text, number < usage.givenUpBlocks ? std::nullopt : std::optional(textOf(number))) << number;
+      EXPECT_EQ(text, number < usage.droppedBlocks ? std::nullopt : std::optional(textOf(number))) << number;
     }
   }
   disk->capacity = SIZE_MAX;
-  const std::size_t lost = store.usage().givenUpBlocks;
+  const std::size_t lost = store.usage().droppedBlocks;
   add(store, 400, 40);
   store.settle();
-  EXPECT_EQ(store.usage().givenUpBlocks, lost) << "with room again nothing more is lost";
+  EXPECT_EQ(store.usage().droppedBlocks, lost) << "nothing more is lost once there is room again";
 }
 
 TEST(BlockStore, LosesOnlyOldBlocksWhicheverWriteFails) {
@@ -246,17 +247,17 @@ TEST(BlockStore, LosesOnlyOldBlocksWhicheverWriteFails) {
     BlockStore store(onFakeDisk(disk, 10'000));
     add(store, 0, 40);
     store.settle();
-    const std::size_t lost = store.usage().givenUpBlocks;
+    const std::size_t lost = store.usage().droppedBlocks;
     EXPECT_LE(lost, 2U) << failing;
     EXPECT_EQ(lost > 0, failing < disk->writes) << failing;
     for (std::size_t number = 0; number < 40; ++number) {
       const auto text = read(store, number);
-      ASSERT_TRUE(!text || *text == textOf(number)) << "never anything else";
+      ASSERT_TRUE(!text || *text == textOf(number)) << "never another text";
     }
   }
 }
 
-TEST(SpillFile, SaysWhenTheSystemTakesNoMore) {
+TEST(SpillFile, ReportsAWriteThatDoesNotFit) {
   const TemporaryFolder folder;
   const auto file = openSpillFile(folder.path());
   ASSERT_TRUE(file);
@@ -267,7 +268,7 @@ TEST(SpillFile, SaysWhenTheSystemTakesNoMore) {
   ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
   const std::string bytes(6000, 'x');
   const bool first = file->write(0, bytes);
-  const bool second = file->write(6000, bytes);  // part of which fits
+  const bool second = file->write(6000, bytes);  // fits partly
   const bool third = file->write(10'000, bytes);
   ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
   std::signal(SIGXFSZ, ignored);
@@ -280,7 +281,7 @@ TEST(SpillFile, SaysWhenTheSystemTakesNoMore) {
   EXPECT_FALSE(file->read(9000, bytes.size(), read));
 }
 
-TEST(SpillFile, LiesInAFolderOfTheUsersOwn) {
+TEST(SpillFile, CreatesItsFolderForTheUserAlone) {
   const TemporaryFolder folder;
   const std::string made = folder.path() + "/caches/zolt";
   ASSERT_TRUE(openSpillFile(made));
@@ -290,7 +291,7 @@ TEST(SpillFile, LiesInAFolderOfTheUsersOwn) {
   EXPECT_TRUE(std::filesystem::is_empty(made));
 }
 
-TEST(BlockStore, ReadsNoBlockThatWasChangedInTheFile) {
+TEST(BlockStore, RejectsABlockThatWasChangedInTheFile) {
   const auto disk = std::make_shared<FakeDisk>();
   BlockStore store(onFakeDisk(disk, 0));
   add(store, 0, 3);
@@ -302,18 +303,59 @@ TEST(BlockStore, ReadsNoBlockThatWasChangedInTheFile) {
   EXPECT_EQ(read(store, 2), textOf(2));
 }
 
-TEST(BlockStore, BoundsWhatWaitsToBeCompressed) {
-  BlockStore store({.hotBlocks = 4});
-  std::size_t most = 0;
-  for (std::size_t number = 0; number < 2000; ++number) {
-    store.add(std::make_shared<TextOnly>(textOf(number, 300)));
-    if (number % 50 == 0) most = std::max(most, store.usage().plainBlocks);
+// Keeps the shared worker from doing anything else for as long as it exists.
+class BusyWorker {
+ public:
+  BusyWorker() {
+    HistoryWorker::shared().submit(m_work);
+    m_work->started.get_future().wait();
   }
-  EXPECT_LE(most, 4 + 64 + 1U);
-  expectAll(store, 0);
+  ~BusyWorker() { m_work->end.set_value(); }
+  BusyWorker(const BusyWorker&) = delete;
+  BusyWorker& operator=(const BusyWorker&) = delete;
+
+ private:
+  struct Work : SteppedWork {
+    std::promise<void> started;
+    std::promise<void> end;
+    bool step() override {
+      started.set_value();
+      end.get_future().wait();
+      return false;
+    }
+  };
+  std::shared_ptr<Work> m_work = std::make_shared<Work>();
+};
+
+TEST(BlockStore, LimitsHowManyBlocksWaitForTheWorker) {
+  constexpr std::size_t kSize = 300;
+  const BusyWorker busy;
+  BlockStore store({.hotBlocks = 4});
+  for (std::size_t number = 0; number < 200; ++number) {
+    store.add(std::make_shared<TextOnly>(textOf(number, kSize)));
+    ASSERT_EQ(store.usage().plainBlocks, std::min<std::size_t>(number + 1, 4 + 64));
+  }
+  expectAll(store, 200, kSize);
 }
 
-TEST(BlockStore, MayGoWhileItsBlocksAreBeingCompressed) {
+// A block whose styles take far more memory than its text.
+class ColorfulBlock : public TextOnly {
+ public:
+  explicit ColorfulBlock(std::size_t number) : TextOnly(textOf(number)) {}
+  std::size_t memoryBytes() const override { return std::size_t{10} << 20; }
+};
+
+TEST(BlockStore, LimitsHowManyBytesWaitForTheWorker) {
+  const BusyWorker busy;
+  BlockStore store({.hotBlocks = 4});
+  for (std::size_t number = 0; number < 20; ++number) {
+    store.add(std::make_shared<ColorfulBlock>(number));
+    ASSERT_EQ(store.usage().plainBlocks, std::min<std::size_t>(number + 1, 6)) << "64 MiB hold six of them";
+  }
+  expectAll(store, 20);
+}
+
+TEST(BlockStore, MayBeDestroyedWhileItsBlocksAreBeingCompressed) {
   for (int round = 0; round < 50; ++round) {
     BlockStore store({.memoryBudget = 1000, .hotBlocks = 0});
     add(store, 0, 30);
@@ -332,13 +374,22 @@ TEST(BlockCipher, OpensOnlyWhatItSealedUnderThatNumber) {
   EXPECT_EQ(cipher.open(3, ""), std::nullopt);
 }
 
-TEST(BlockCodec, RefusesWhatIsNoFrame) {
+TEST(BlockCodec, RejectsDamagedFrames) {
   EXPECT_EQ(decompressBlock(compressBlock("text")), "text");
   EXPECT_EQ(decompressBlock(compressBlock("")), "");
   EXPECT_EQ(decompressBlock(""), std::nullopt);
   EXPECT_EQ(decompressBlock("not a frame at all"), std::nullopt);
   const std::string frame = compressBlock(textOf(1));
   EXPECT_EQ(decompressBlock(frame.substr(0, frame.size() - 1)), std::nullopt);
+}
+
+TEST(BlockCodec, RejectsFramesOfMoreThanSixteenMebibytes) {
+  constexpr std::size_t kLimit = std::size_t{16} << 20;
+  const auto isAccepted = [](std::size_t size) {
+    return decompressBlock(compressBlock(std::string(size, 'x'))).has_value();
+  };
+  EXPECT_TRUE(isAccepted(kLimit));
+  EXPECT_FALSE(isAccepted(kLimit + 1));
 }
 
 }  // namespace

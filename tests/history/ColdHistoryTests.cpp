@@ -15,12 +15,12 @@ namespace {
 
 using test::TemporaryFolder;
 
-// Compressed at once, and moved to the file but for a little.
+// Compresses everything at once and moves nearly all of it to the file.
 HistorySettings coldIn(const TemporaryFolder& folder) {
   return {.memoryBudget = 20'000, .hotBlocks = 0, .folder = folder.path()};
 }
 
-// Settings with which everything is lost as soon as it is cold.
+// Loses everything as soon as it is cold.
 HistorySettings lossy() {
   return {.memoryBudget = 0, .hotBlocks = 2, .folder = "nowhere", .openFile = [](const std::string&) {
             return std::unique_ptr<SpillFile>();
@@ -34,13 +34,13 @@ TextAttributes styleOf(std::size_t number) {
   return style;
 }
 
-TEST(ColdHistory, EqualsAPlainListOfLinesUnderRandomUse) {
+TEST(ColdHistory, MatchesAPlainListOfLinesUnderRandomUse) {
   std::mt19937 random(3);
   for (int round = 0; round < 4; ++round) {
     const TemporaryFolder folder;
     TextStorage storage(coldIn(folder));
     std::vector<std::string> lines{""};
-    std::vector<TextAttributes> styles;  // of the lines' first characters
+    std::vector<TextAttributes> styles;  // of the first character of each line
     for (int step = 0; step < 4000; ++step) {
       std::string piece(random() % 400, static_cast<char>('a' + random() % 26));
       if (!piece.empty() && random() % 4 == 0) piece[piece.size() / 2] = '\t';
@@ -77,7 +77,7 @@ TEST(ColdHistory, EqualsAPlainListOfLinesUnderRandomUse) {
   }
 }
 
-TEST(ColdHistory, IsLaidOutAsTheTextThatWasAppended) {
+TEST(ColdHistory, HasTheLayoutOfTheTextThatWasAppended) {
   for (const NamedText& named : severalBlocksOfText()) {
     const TemporaryFolder folder;
     TextStorage cold(coldIn(folder));
@@ -97,7 +97,7 @@ TEST(ColdHistory, IsLaidOutAsTheTextThatWasAppended) {
   }
 }
 
-TEST(ColdHistory, StandsInForWhatIsLostWithoutMovingTheRest) {
+TEST(ColdHistory, ReplacesLostTextWithoutMovingTheRest) {
   for (const NamedText& named : severalBlocksOfText()) {
     std::string text;
     for (int i = 0; i < 3; ++i) {
@@ -108,13 +108,13 @@ TEST(ColdHistory, StandsInForWhatIsLostWithoutMovingTheRest) {
     naive.append(text);
     storage.append(AttributedString(text, TextAttributes()));
     storage.settle();
-    const std::size_t lost = storage.usage().givenUpBlocks;
+    const std::size_t lost = storage.usage().droppedBlocks;
     ASSERT_GT(lost, 2U) << named.name;
     const auto lines = naive.lines();
     ASSERT_EQ(storage.lineCount(), lines.size()) << named.name;
     const std::string shown = storage.text(0, storage.size());
     ASSERT_EQ(shown.size(), text.size());
-    const bool hasRoom = text.size() > lines.size();  // beside the line ends
+    const bool hasRoom = text.size() > lines.size();  // for more than the line ends
     EXPECT_EQ(shown.starts_with("[Zolt: this"), hasRoom) << named.name;
     const TextPosition kept = storage.summary(lost).start;
     EXPECT_EQ(shown.substr(kept), text.substr(kept)) << named.name;
@@ -138,7 +138,7 @@ TEST(ColdHistory, KeepsItsRowsInOrderWhenBlocksAreLost) {
       storage.append(AttributedString(text, TextAttributes()));
       index.sync();
       storage.settle();
-      storage.text(0, storage.size());  // finds out
+      storage.text(0, storage.size());  // notices the loss
       ASSERT_FALSE(storage.lostBlocks().empty());
       index.sync();
       while (index.refine(100)) {

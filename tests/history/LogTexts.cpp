@@ -76,11 +76,11 @@ std::vector<NamedText> severalBlocksOfText() {
       {"carriage returns only", std::string(kBytes, '\r')},
       {"pairs only", repeated("\r\n", kBytes)},
       {"mixed", mixed(30, kBytes)},
-      {"mixed otherwise", mixed(31, kBytes)},
+      {"mixed differently", mixed(31, kBytes)},
   };
 }
 
-std::vector<std::string> tellingEndings() {
+std::vector<std::string> boundaryEndings() {
   return {"aaaaaaaa", "\n", "\r",     "\r\n",     "\n\r",     "\r\r\n",  "\r\n\r\n", "\r\n\n",   "\r\r",
           "\n\n\n",   "\t", "\t\t\t", "\r\n\tab", "a\r\nb\t", "ab\n\tc", "\ta\r\n",  "abc\r\nd", "\ra\n"};
 }

@@ -9,12 +9,12 @@
 
 namespace zolt {
 
-/// A storage and the naive log beside it, given the same.
+/// A storage and a naive log with the same text.
 struct Log {
   TextStorage storage;
   NaiveLog naive;
 
-  /// Appends `text` in one call, or one call a byte.
+  /// Appends `text` in one call, or byte by byte.
   void append(std::string_view text);
   void appendByBytes(std::string_view text);
 };
@@ -22,14 +22,14 @@ struct Log {
 /// What a log is made of: short and long lines, tabs and line ends of every kind.
 extern const std::span<const Piece> logAlphabet;
 
-/// Named texts of several blocks: many short lines, one endless line, tabs only, line ends only, all of it mixed.
+/// Texts of several blocks: many short lines, one endless line, only tabs, only line ends, a mixture...
 struct NamedText {
   const char* name;
   std::string text;
 };
 std::vector<NamedText> severalBlocksOfText();
 
-/// Short texts to put at the end of a block so that they reach over it: every line end and tab.
-std::vector<std::string> tellingEndings();
+/// Short texts with all kinds of line ends and tabs, to be placed across block boundaries.
+std::vector<std::string> boundaryEndings();
 
 }  // namespace zolt

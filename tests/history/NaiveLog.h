@@ -9,10 +9,10 @@
 
 namespace zolt {
 
-/// A log as one string, laid out from scratch at each question: what TextStorage and RowIndex are held against.
+/// A log in one string, laid out from scratch on each call. The reference for TextStorage and RowIndex.
 class NaiveLog {
  public:
-  /// Half-open; `contentEnd` is where the line end begins, and `columns` the column that follows the content.
+  /// Half-open; `contentEnd` is where the line end begins, and `columns` the column after the content.
   struct Line {
     TextPosition begin = 0;
     TextPosition contentEnd = 0;
@@ -24,7 +24,7 @@ class NaiveLog {
 
   const std::string& text() const { return m_text; }
 
-  /// LF, CR and CR LF end a line; the last line is what follows the last line end.
+  /// Lines end with LF, CR or CR LF. The last line is whatever follows the last line end.
   std::vector<Line> lines() const;
 
  private:

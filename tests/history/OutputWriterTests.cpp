@@ -20,7 +20,7 @@ std::string written(const TextStorage& storage, OutputWriter writer = OutputWrit
   return out;
 }
 
-// Byte by byte: a CR is a line end, and so is a LF that no CR is before.
+// The expected text, byte by byte: CR becomes LF, and a LF after a CR is dropped.
 std::string withLineFeeds(std::string_view text) {
   std::string result;
   char before = 0;
@@ -32,15 +32,15 @@ std::string withLineFeeds(std::string_view text) {
   return result;
 }
 
-// Says where two long texts differ; to compare them line by line would take for ever.
+// Reports where two long texts differ. GoogleTest's own line by line difference takes minutes for such texts.
 testing::AssertionResult same(std::string_view actual, std::string_view expected) {
   if (actual == expected) return testing::AssertionSuccess();
   const auto at = static_cast<std::size_t>(std::ranges::mismatch(actual, expected).in1 - actual.begin());
   return testing::AssertionFailure() << actual.size() << " bytes instead of " << expected.size()
-                                     << ", different from byte " << at << " on: " << escaped(actual.substr(at, 40));
+                                     << ", different from byte " << at << ": " << escaped(actual.substr(at, 40));
 }
 
-// A style and its name.
+// Styles that differ in size, by which `appendName` names them.
 TextAttributes style(double size) {
   TextAttributes attributes;
   attributes.font.size = size;
@@ -72,8 +72,8 @@ TEST(OutputWriter, WritesTextOfManyBlocks) {
   }
 }
 
-TEST(OutputWriter, TakesALineEndForOneThatLiesInTwoRunsOrOnTheEdgeOfABlock) {
-  for (const std::string& ending : tellingEndings()) {
+TEST(OutputWriter, WritesOneLineFeedForALineEndSplitBetweenRunsOrBlocks) {
+  for (const std::string& ending : boundaryEndings()) {
     const std::string text = std::string(TextBlock::capacity - 1, 'x') + ending + "more";
     TextStorage storage;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -85,7 +85,7 @@ TEST(OutputWriter, TakesALineEndForOneThatLiesInTwoRunsOrOnTheEdgeOfABlock) {
   }
 }
 
-TEST(OutputWriter, TakesTheRestOfALineEndForNothingAlsoWhereTheSnapshotsAreTwo) {
+TEST(OutputWriter, WritesOneLineFeedForALineEndSplitBetweenSnapshots) {
   TextStorage first;
   first.append(AttributedString("a\r", TextAttributes()));
   TextStorage second;
@@ -97,7 +97,7 @@ TEST(OutputWriter, TakesTheRestOfALineEndForNothingAlsoWhereTheSnapshotsAreTwo) 
   EXPECT_EQ(out, "a\n\nb");
 }
 
-TEST(OutputWriter, WritesAStyleWhereItChangesAndTheWayBackAtTheEnd) {
+TEST(OutputWriter, WritesAStyleWhereItChangesAndTheDefaultAtTheEnd) {
   TextStorage storage;
   storage.append(AttributedString("plain", TextAttributes()));
   storage.append(AttributedString(" one", style(1)));
@@ -113,7 +113,7 @@ TEST(OutputWriter, WritesNoStyleTwiceForTextOfManyBlocks) {
   EXPECT_TRUE(same(written(storage, OutputWriter(appendName)), "<14-1>" + text + "<1-14>"));
 }
 
-TEST(OutputWriter, WritesNoStyleForWhatHasNoText) {
+TEST(OutputWriter, WritesNoStyleWithoutText) {
   TextStorage storage;
   storage.append(AttributedString("a\r", style(1)));
   storage.append(AttributedString("\n", style(2)));
@@ -121,7 +121,7 @@ TEST(OutputWriter, WritesNoStyleForWhatHasNoText) {
   EXPECT_EQ(written(storage, OutputWriter(appendName)), "<14-1>a\nb<1-14>");
 }
 
-TEST(OutputWriter, WritesWhatIsShownWhereTextIsLost) {
+TEST(OutputWriter, WritesTheReplacementForLostText) {
   TextStorage storage(
       {.memoryBudget = 0, .hotBlocks = 1, .folder = "nowhere", .openFile = [](const std::string&) { return nullptr; }});
   const std::string line = "a line that will be lost\n";
@@ -129,11 +129,11 @@ TEST(OutputWriter, WritesWhatIsShownWhereTextIsLost) {
     storage.append(AttributedString(line, style(1)));
   }
   storage.settle();
-  ASSERT_GT(storage.usage().givenUpBlocks, 0U);
+  ASSERT_GT(storage.usage().droppedBlocks, 0U);
   const std::string expected = withLineFeeds(storage.text(0, storage.size()));
   ASSERT_TRUE(expected.starts_with(kHistoryLostNotice));
   EXPECT_TRUE(same(written(storage), expected));
-  EXPECT_TRUE(written(storage, OutputWriter(appendName)).starts_with(kHistoryLostNotice)) << "in the initial style";
+  EXPECT_TRUE(written(storage, OutputWriter(appendName)).starts_with(kHistoryLostNotice)) << "in the default style";
 }
 
 }  // namespace

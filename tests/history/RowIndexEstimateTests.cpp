@@ -14,7 +14,7 @@ bool same(const RowIndex::Row& a, const RowIndex::Row& b) {
   return a.begin == b.begin && a.end == b.end && a.firstColumn == b.firstColumn && a.beginColumn == b.beginColumn;
 }
 
-// A log whose blocks are counted by estimates at first: they wrap, and have tabs or many lines.
+// A log whose blocks are estimated at first, since they have many lines and some of them wrap.
 Log wrappingLog(std::string_view piece, std::size_t blocks) {
   Log log;
   std::string text;
@@ -25,7 +25,7 @@ Log wrappingLog(std::string_view piece, std::size_t blocks) {
   return log;
 }
 
-TEST(RowIndexEstimates, AreCorrectedBitByBit) {
+TEST(RowIndexEstimates, AreCorrectedGradually) {
   const Log log = wrappingLog("name\tvalue\tand more than a few words\n", 6);
   RowIndex index(log.storage, 10);
   const std::uint64_t before = index.generation();
@@ -39,7 +39,7 @@ TEST(RowIndexEstimates, AreCorrectedBitByBit) {
   EXPECT_FALSE(index.refine(1));
 }
 
-TEST(RowIndexEstimates, AreNotNeededWhereNothingWraps) {
+TEST(RowIndexEstimates, AreNotNeededWhenNothingWraps) {
   const Log log = wrappingLog("short\tline\n", 4);
   RowIndex index(log.storage, 80);
   EXPECT_EQ(index.rowCount(), NaiveRows(log.naive, 80).count());
@@ -54,7 +54,7 @@ TEST(RowIndexEstimates, AgreeOnWhichRowShowsAPositionBeforeTheyAreCorrected) {
     for (const std::int64_t columns : {3, 10, 80, 70000, 140000}) {
       const NaiveRows rows(log.naive, columns);
       for (int sample = 0; sample < 40; ++sample) {
-        // A new index each time: every question makes some of the counts exact. Near a block's end rows reach over it.
+        // A new index each time, since every call makes some counts exact. Near block boundaries rows span two blocks.
         RowIndex index(log.storage, columns);
         TextPosition position = random.below(log.storage.size() + 1);
         if (sample % 2 == 0) position = (1 + random.below(4)) * kCapacity + random.below(40) - 20;
@@ -78,7 +78,7 @@ TEST(RowIndexEstimates, AgreeOnThePositionOfARowBeforeTheyAreCorrected) {
         const auto row = static_cast<RowNumber>(random.below(static_cast<std::size_t>(index.rowCount())));
         const RowIndex::Row located = index.locate(row);
         const std::uint64_t generation = index.generation();
-        // Row contents are exact, whatever their numbers are.
+        // The content of a row is exact, even while its number is not.
         const std::int64_t exact = rows.rowAt(located.begin);
         if (located.begin < located.end) {
           ASSERT_TRUE(same(located, rows[exact])) << named.name << ", row " << row;
@@ -87,17 +87,17 @@ TEST(RowIndexEstimates, AgreeOnThePositionOfARowBeforeTheyAreCorrected) {
           }
         }
         ASSERT_TRUE(same(index.locate(row), located)) << named.name << ", row " << row;
-        ASSERT_EQ(index.generation(), generation) << "asking for the same row again corrected something";
+        ASSERT_EQ(index.generation(), generation) << "locating the same row again corrected something";
       }
     }
   }
 }
 
-TEST(RowIndexEstimates, LeaveWhatStandsBeforeARowAlone) {
+TEST(RowIndexEstimates, DoNotAffectTheRowsAboveOneThatWasLocated) {
   const Log log = wrappingLog("name\tvalue\tand more than a few words\n", 6);
   const NaiveRows rows(log.naive, 10);
   RowIndex index(log.storage, 10);
-  // From the top on everything is exact as far as it was passed through.
+  // Going down from the top, everything above is exact.
   for (RowNumber row = 0; row < rows.count(); row += 97) {
     ASSERT_TRUE(same(index.locate(row), rows[row])) << row;
   }

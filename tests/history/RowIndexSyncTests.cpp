@@ -14,8 +14,8 @@ bool same(const RowIndex::Row& a, const RowIndex::Row& b) {
   return a.begin == b.begin && a.end == b.end && a.firstColumn == b.firstColumn && a.beginColumn == b.beginColumn;
 }
 
-// Every row and position of what `index` knows has the numbers that `rows` say, whatever was appended since.
-void expectRowsOfBefore(RowIndex& index, const NaiveRows& rows, TextPosition end) {
+// Expects `index` to agree with `rows` up to `end`, whatever was appended since the last sync.
+void expectRowsUpTo(RowIndex& index, const NaiveRows& rows, TextPosition end) {
   ASSERT_EQ(index.rowCount(), rows.count());
   const std::int64_t step = rows.count() / 1000 + 1;
   for (RowNumber row = rows.count() - 1; row >= 0; row -= step) {
@@ -26,7 +26,7 @@ void expectRowsOfBefore(RowIndex& index, const NaiveRows& rows, TextPosition end
   ASSERT_EQ(index.rowAt(end + 100 * kCapacity), rows.count() - 1);
 }
 
-TEST(RowIndexSync, LetsTheIndexAnswerAsOfTheLastTime) {
+TEST(RowIndexSync, KeepsTheIndexAnsweringAsOfTheLastSync) {
   RandomText random(52, logAlphabet);
   for (int round = 0; round < 40; ++round) {
     Log log;
@@ -39,7 +39,7 @@ TEST(RowIndexSync, LetsTheIndexAnswerAsOfTheLastTime) {
     log.append("\n");
     log.append(std::string(random.below(3 * kCapacity), 'x'));
     log.append("\n");
-    ASSERT_NO_FATAL_FAILURE(expectRowsOfBefore(index, rows, end)) << "round " << round;
+    ASSERT_NO_FATAL_FAILURE(expectRowsUpTo(index, rows, end)) << "round " << round;
     index.sync();
     while (index.refine(8)) {
     }
@@ -47,16 +47,16 @@ TEST(RowIndexSync, LetsTheIndexAnswerAsOfTheLastTime) {
   }
 }
 
-TEST(RowIndexSync, KeepsTheEmptyLineAfterAFullBlockUntilTheNextTime) {
+TEST(RowIndexSync, KeepsTheEmptyLineAfterAFullBlockUntilTheNextSync) {
   for (const char* lineEnd : {"\n", "\r", "\r\n"}) {
     Log log;
     std::string text(kCapacity, 'x');
     log.append(text.replace(kCapacity - std::string_view(lineEnd).size(), std::string::npos, lineEnd));
     RowIndex index(log.storage, 80);
     const NaiveRows rows(log.naive, 80);
-    log.append("x");  // begins a block, and the last line with it
+    log.append("x");  // starts a new block, where the last line now begins
     ASSERT_EQ(log.storage.blockCount(), 2u);
-    ASSERT_NO_FATAL_FAILURE(expectRowsOfBefore(index, rows, kCapacity)) << escaped(lineEnd);
+    ASSERT_NO_FATAL_FAILURE(expectRowsUpTo(index, rows, kCapacity)) << escaped(lineEnd);
   }
 }
 

@@ -16,7 +16,7 @@ std::string print(const RowIndex::Row& row) {
          std::to_string(row.firstColumn) + ", first at " + std::to_string(row.beginColumn);
 }
 
-// Compares rows and positions: all of them in small logs, else samples and everything around block ends.
+// Compares rows and positions: all of them in a small log, otherwise samples and everything near block boundaries.
 void expectSameRows(const Log& log, RowIndex& index, RandomText& random) {
   while (index.refine(2)) {
   }
@@ -44,7 +44,7 @@ void expectSameRows(const Log& log, RowIndex& index, RandomText& random) {
       ASSERT_NO_FATAL_FAILURE(expectRow(rows.rowAt(at)));
     }
   }
-  ASSERT_EQ(index.generation(), generation) << "there was nothing left to correct";
+  ASSERT_EQ(index.generation(), generation) << "nothing was left to correct";
 }
 
 void expectSameRows(const Log& log, std::int64_t columns) {
@@ -75,7 +75,7 @@ TEST(RowIndex, FillsARowForEachWidthOfColumnsAndAtLeastOne) {
   }
 }
 
-TEST(RowIndex, LetsATabReachOverRowsItDoesNotFit) {
+TEST(RowIndex, LetsATabExtendOverSeveralRows) {
   Log log;
   log.append("a\tb");
   RowIndex index(log.storage, 3);
@@ -87,7 +87,7 @@ TEST(RowIndex, LetsATabReachOverRowsItDoesNotFit) {
   }
 }
 
-TEST(RowIndex, MovesARowOutsideToTheNearest) {
+TEST(RowIndex, ClampsRowNumbers) {
   Log log;
   log.append("a\nb\nc");
   RowIndex index(log.storage, 80);
@@ -115,8 +115,8 @@ TEST(RowIndex, HasTheRowsOfTextsOfSeveralBlocks) {
   }
 }
 
-TEST(RowIndex, HasTheSameRowsWhateverStandsAtTheEndOfABlock) {
-  for (const std::string& ending : tellingEndings()) {
+TEST(RowIndex, HasTheSameRowsWhateverTextEndsABlock) {
+  for (const std::string& ending : boundaryEndings()) {
     for (std::size_t before = 0; before <= std::min<std::size_t>(ending.size(), 3); ++before) {
       for (const char* filler : {"x", "\n", "ab\tc\r\n"}) {
         Log log;
@@ -150,7 +150,7 @@ TEST(RowIndex, FollowsWhatIsAppended) {
   }
 }
 
-TEST(RowIndex, HasTheSameRowsAfterTheWidthWentAwayAndCameBack) {
+TEST(RowIndex, HasTheSameRowsAfterTheWidthChangesAndChangesBack) {
   RandomText random(42);
   for (const NamedText& named : severalBlocksOfText()) {
     Log log;
@@ -164,7 +164,7 @@ TEST(RowIndex, HasTheSameRowsAfterTheWidthWentAwayAndCameBack) {
   }
 }
 
-TEST(RowIndex, ChangesItsGenerationWithTheWidthOnly) {
+TEST(RowIndex, ChangesItsGenerationOnlyWithTheWidth) {
   Log log;
   log.append("some text\n");
   RowIndex index(log.storage, 80);

@@ -6,7 +6,7 @@
 
 namespace zolt::test {
 
-/// A folder that goes with the test.
+/// A temporary folder, removed with its content in the destructor.
 class TemporaryFolder {
  public:
   TemporaryFolder() : m_path((std::filesystem::temp_directory_path() / "history-test-XXXXXX").string()) {

@@ -23,14 +23,14 @@ std::string fragmentsOf(const TextBlock& block) {
   return picture;
 }
 
-TEST(TextBlock, IsCutIntoFragmentsAtLineEnds) {
+TEST(TextBlock, IsSplitIntoFragmentsAtLineEnds) {
   Log log;
   log.append("ab\nc\r\n\rd");
   EXPECT_EQ(fragmentsOf(*log.storage.block(0)), "0-2-3@0 3-4-6@0 6-6-7@0 7-8-8@0");
   EXPECT_FALSE(log.storage.block(0)->continuesALine());
 }
 
-TEST(TextBlock, GoesOnWithALineAtItsColumn) {
+TEST(TextBlock, ContinuesALineAtItsColumn) {
   Log log;
   log.append(std::string(kCapacity - 1, 'x'));
   log.append("\tab\nc");
@@ -42,7 +42,7 @@ TEST(TextBlock, GoesOnWithALineAtItsColumn) {
   EXPECT_EQ(second.longestLine(), 1u);
 }
 
-TEST(TextBlock, HasNoEmptyFragmentAtItsEndOnceTheNextHasBegun) {
+TEST(TextBlock, HasNoEmptyFragmentAtItsEndOnceTheNextBlockHasBegun) {
   Log log;
   log.append(std::string(kCapacity - 1, 'x'));
   log.append("\n");
@@ -67,7 +67,7 @@ TEST(TextBlock, GivesAWholeLineEndTheColumnAfterTheContent) {
   }
 }
 
-TEST(TextBlock, FindsTheFirstPlaceThatIsNotBeforeAColumn) {
+TEST(TextBlock, FindsTheFirstPlaceAtOrAfterAColumn) {
   Log log;
   log.append("a\tb\nx");
   const auto heldBlock = log.storage.block(0);

@@ -32,7 +32,7 @@ std::string linesOf(std::size_t count) {
   return text;
 }
 
-TEST(TextSnapshot, HasTheTextOfItsMomentWhateverIsAppendedLater) {
+TEST(TextSnapshot, KeepsItsTextWhateverIsAppendedLater) {
   TextStorage storage;
   std::string expected;
   for (int round = 0; round < 20; ++round) {
@@ -46,7 +46,7 @@ TEST(TextSnapshot, HasTheTextOfItsMomentWhateverIsAppendedLater) {
   }
 }
 
-TEST(TextSnapshot, IsReadByAnotherThreadWhileTheTextGoesOn) {
+TEST(TextSnapshot, CanBeReadByAnotherThreadWhileTheTextGrows) {
   const TemporaryFolder folder;
   TextStorage storage({.memoryBudget = 20'000, .hotBlocks = 1, .folder = folder.path()});
   const std::string text = linesOf(60'000);
@@ -85,19 +85,19 @@ TEST(TextSnapshot, OfTheMiddleHasItsBlocksUnderTheirNumbers) {
   EXPECT_EQ(textOf(snapshot), storage.text(storage.summary(2).start, storage.summary(4).start));
 }
 
-TEST(TextSnapshot, ReadsAsTheStorageDoesWhereTextIsLost) {
+TEST(TextSnapshot, ReadsTheSameAsTheStorageWhenTextIsLost) {
   for (const NamedText& named : severalBlocksOfText()) {
     TextStorage storage({.memoryBudget = 0, .hotBlocks = 1, .folder = "nowhere", .openFile = [](const std::string&) {
                            return std::unique_ptr<SpillFile>();
                          }});
     storage.append(AttributedString(named.text + named.text, TextAttributes()));
     storage.settle();
-    ASSERT_GT(storage.usage().givenUpBlocks, 0U);
+    ASSERT_GT(storage.usage().droppedBlocks, 0U);
     EXPECT_EQ(textOf(storage.snapshot(0, storage.blockCount())), storage.text(0, storage.size())) << named.name;
   }
 }
 
-TEST(HistoryBlock, GivesItsTextWithoutTheRest) {
+TEST(HistoryBlock, ProvidesItsTextWithoutTheRest) {
   HistoryBlock block;
   block.text = "some text";
   block.styles.emplace_back();

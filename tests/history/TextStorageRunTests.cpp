@@ -24,7 +24,7 @@ TextAttributes styleNumber(std::size_t number) {
   return style;
 }
 
-// A storage, and the style number of each byte that it was given.
+// A storage, and the style number of each byte appended to it.
 struct StyledLog {
   TextStorage storage;
   std::string text;
@@ -40,7 +40,7 @@ struct StyledLog {
   }
 };
 
-// Visits `begin` to `end` and compares text and style of every byte; gives the number of runs.
+// Visits `begin` to `end`, compares text and style of every byte, and returns the number of runs.
 std::size_t expectSameRuns(const StyledLog& log, TextPosition begin, TextPosition end) {
   TextPosition position = begin;
   std::size_t runs = 0;
@@ -69,7 +69,7 @@ TEST(TextStorageRuns, KeepTheStylesOfWhatWasAppended) {
   EXPECT_EQ(expectSameRuns(log, 4, 6), 1u);
 }
 
-TEST(TextStorageRuns, AreNoneOfNothing) {
+TEST(TextStorageRuns, AreAbsentFromAnEmptyRange) {
   StyledLog log;
   EXPECT_EQ(expectSameRuns(log, 0, 0), 0u);
   log.append("one", 1);
@@ -84,7 +84,7 @@ TEST(TextStorageRuns, OfOneStyleAreJoined) {
   EXPECT_EQ(expectSameRuns(log, 0, 7), 1u);
 }
 
-TEST(TextStorageRuns, AreCutWhereABlockEnds) {
+TEST(TextStorageRuns, AreSplitAtBlockBoundaries) {
   StyledLog log;
   log.append(std::string(2 * kCapacity + 10, 'x'), 7);
   EXPECT_EQ(expectSameRuns(log, 0, 2 * kCapacity + 10), 3u);

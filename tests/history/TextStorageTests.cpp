@@ -24,14 +24,14 @@ void expectSameLines(const Log& log) {
     ASSERT_EQ(storage.lineEnd(line), expected.contentEnd) << "line " << line;
     ASSERT_EQ(storage.lineAt(expected.begin), line);
     ASSERT_EQ(storage.lineAt(expected.contentEnd), line);
-    // The end of a line is the next one's, but for the last.
+    // A line's end is the start of the next one, except for the last line.
     const bool last = line + 1 == lines.size();
     ASSERT_EQ(storage.lineAt(last ? expected.end : expected.end - 1), line);
   }
   EXPECT_EQ(storage.text(0, storage.size()), text);
 }
 
-// Blocks follow each other without gaps, hold no more than they may, and never begin inside a CR LF pair.
+// Expects blocks without gaps, within their capacity, that never begin between CR and LF.
 void expectSoundBlocks(const TextStorage& storage) {
   TextPosition position = 0;
   for (std::size_t i = 0; i < storage.blockCount(); ++i) {
@@ -75,7 +75,7 @@ TEST(TextStorage, HasAnEmptyLineAfterTheLastLineEnd) {
   EXPECT_EQ(log.storage.lineAt(2), 1u);
 }
 
-TEST(TextStorage, TakesALineFeedThatComesLaterForPartOfTheSameLineEnd) {
+TEST(TextStorage, JoinsALaterLineFeedToItsCarriageReturn) {
   Log log;
   log.append("a\r");
   EXPECT_EQ(log.storage.lineCount(), 2u);
@@ -86,7 +86,7 @@ TEST(TextStorage, TakesALineFeedThatComesLaterForPartOfTheSameLineEnd) {
   expectSameLines(log);
 }
 
-TEST(TextStorage, TakesALineFeedForALineEndOfItsOwnOnceSomethingStandsBetween) {
+TEST(TextStorage, CountsALineFeedSeparatelyWhenTextSeparatesItFromTheCarriageReturn) {
   for (const char* between : {"x", "\t", "\r"}) {
     Log log;
     log.append("a\r");
@@ -105,7 +105,7 @@ TEST(TextStorage, AppendsNothingForAnEmptyString) {
   expectSameLines(log);
 }
 
-TEST(TextStorage, GivesAnyPieceOfItsText) {
+TEST(TextStorage, ReturnsAnyRangeOfItsText) {
   Log log;
   log.append(std::string(kCapacity - 2, 'x') + "abcdef");
   EXPECT_EQ(log.storage.text(kCapacity - 3, kCapacity + 3), "xabcde");
@@ -117,7 +117,7 @@ TEST(TextStorage, GivesAnyPieceOfItsText) {
   EXPECT_EQ(log.storage.blockAt(log.storage.size()), 1u);
 }
 
-TEST(TextStorage, CountsOneLineForAPairThatABlockEndWouldTearApart) {
+TEST(TextStorage, NeverSplitsACarriageReturnAndItsLineFeedBetweenBlocks) {
   Log log;
   log.append(std::string(kCapacity - 1, 'x') + "\r");
   EXPECT_EQ(log.storage.lineCount(), 2u);
@@ -127,8 +127,8 @@ TEST(TextStorage, CountsOneLineForAPairThatABlockEndWouldTearApart) {
   expectSameLines(log);
 }
 
-TEST(TextStorage, HasTheSameLinesWhateverStandsAtTheEndOfABlock) {
-  for (const std::string& ending : tellingEndings()) {
+TEST(TextStorage, HasTheSameLinesWhateverTextEndsABlock) {
+  for (const std::string& ending : boundaryEndings()) {
     for (std::size_t before = 0; before <= ending.size(); ++before) {
       for (const char first : {'x', '\n'}) {
         Log whole;
@@ -160,7 +160,7 @@ TEST(TextStorage, HasTheLinesOfTextsOfSeveralBlocks) {
   }
 }
 
-TEST(TextStorage, HasTheSameLinesHoweverItsTextComes) {
+TEST(TextStorage, HasTheSameLinesHoweverItsTextIsChunked) {
   RandomText random(32, logAlphabet);
   for (int round = 0; round < 60; ++round) {
     Log log;

@@ -92,7 +92,7 @@ TEST_F(LargeHistoryTest, SaysWhatItHadToGiveUpWhereItHasNoRoomForAFile) {
   ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
   show();
   appendNoise(60);
-  ASSERT_TRUE(waitFor([&] { return view->textStorage().usage().givenUpBlocks > 50; }));
+  ASSERT_TRUE(waitFor([&] { return view->textStorage().usage().droppedBlocks > 50; }));
   view->scrollTo(0);
   EXPECT_TRUE(visible().starts_with(kHistoryLostNotice)) << visible().substr(0, 200);
   append("still here");

@@ -265,7 +265,7 @@ TEST_F(OutputSaverTest, SavesTheNoticeWhereTextIsLost) {
                        }});
   storage.append(AttributedString(lines(100'000), TextAttributes()));
   storage.settle();
-  ASSERT_GT(storage.usage().givenUpBlocks, 0U);
+  ASSERT_GT(storage.usage().droppedBlocks, 0U);
   start(storage, target, OutputFormat::WithColours);
   ASSERT_TRUE(waitForEnd());
   EXPECT_EQ(finished, 1);
