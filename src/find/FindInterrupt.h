@@ -6,36 +6,37 @@
 
 namespace zolt {
 
-/// Lets a search be given up in the middle of a text. One thread at a time.
+/// Stops a search in the middle of a text. One thread at a time.
 class FindInterrupt {
  public:
-  /// Never given up.
+  /// Never stops the search.
   FindInterrupt() = default;
-  /// Given up as soon as `wanted`, which is asked now and then, says so.
-  explicit FindInterrupt(std::function<bool()> wanted) : m_wanted(std::move(wanted)) {}
+  /// Stops the search once `shouldStop`, which is called every now and then, returns true.
+  explicit FindInterrupt(std::function<bool()> shouldStop) : m_shouldStop(std::move(shouldStop)) {}
 
-  /// Steps of a search are the places where an expression is looked at; it is asked once in so long.
+  /// The shortest time between two calls of `shouldStop` from `checkSometimes`.
   static constexpr std::chrono::milliseconds interval{5};
 
-  /// Counts a step. True when the search is to be given up, and from then on.
-  bool stepAndAsk() {
-    if (!m_wanted || m_given) return m_given;
+  /// Whether the search must stop. Cheap enough to be called for each match.
+  bool checkSometimes() {
+    if (!m_shouldStop || m_hasStopped) return m_hasStopped;
     const auto now = std::chrono::steady_clock::now();
-    if (now - m_asked < interval) return false;
-    m_asked = now;
-    return ask();
+    if (now - m_lastCheck < interval) return false;
+    m_lastCheck = now;
+    return check();
   }
-  /// Asks at once.
-  bool ask() {
-    if (m_wanted && !m_given) m_given = m_wanted();
-    return m_given;
+  /// The same, always with a call of `shouldStop`.
+  bool check() {
+    if (m_shouldStop && !m_hasStopped) m_hasStopped = m_shouldStop();
+    return m_hasStopped;
   }
-  bool isGiven() const { return m_given; }
+  /// The outcome of the last check.
+  bool hasStopped() const { return m_hasStopped; }
 
  private:
-  std::function<bool()> m_wanted;
-  std::chrono::steady_clock::time_point m_asked;
-  bool m_given = false;
+  std::function<bool()> m_shouldStop;
+  std::chrono::steady_clock::time_point m_lastCheck;
+  bool m_hasStopped = false;
 };
 
 }  // namespace zolt

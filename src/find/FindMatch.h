@@ -13,7 +13,7 @@ struct FindMatch {
   bool operator==(const FindMatch&) const = default;
 };
 
-/// The same within a text at hand.
+/// The same in offsets into a string.
 struct FindRange {
   std::size_t begin = 0;
   std::size_t end = 0;

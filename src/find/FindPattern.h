@@ -12,22 +12,21 @@ namespace zolt {
 
 struct FindOptions {
   bool matchCase = false;
-  bool wholeWord = false;  ///< neither neighbour of a match belongs to a word (WordByte.h)
+  bool wholeWord = false;  ///< no word byte (WordByte.h) is adjacent to a match
   bool regularExpression = false;
 };
 
-/// What to look for, ready to be looked for by a FindScanner. Immutable and cheap to copy; any thread may use it.
+/// A compiled query for a FindScanner. Immutable and cheap to copy; any thread may use it.
 ///
-/// Text is compared as bytes where that is enough: case matters, or the query is ASCII. A query with other characters
-/// whose case does not matter follows Unicode's simple case folding, as regular expressions do; a query of ASCII does
-/// not: "k" does not find the Kelvin sign.
+/// Text is compared byte by byte if case matters or the query is ASCII, so "k" does not find the Kelvin sign. Any other
+/// query uses Unicode's simple case folding, as regular expressions do.
 class FindPattern {
  public:
-  /// Longer queries are refused.
+  /// The maximum length of a query.
   static constexpr std::size_t kQueryBytes = 4096;
 
-  /// The failure is a sentence for a person: the query is empty, too long, has a line break, or is no regular
-  /// expression in RE2's syntax (https://github.com/google/re2/wiki/Syntax).
+  /// Fails, with a sentence for the user, when the query is empty, too long, has a line break, or is not a valid
+  /// regular expression in RE2's syntax (https://github.com/google/re2/wiki/Syntax).
   static Result<FindPattern> compile(std::string_view query, FindOptions options);
 
   using Matcher = std::variant<PlainNeedle, LineExpression>;

@@ -7,9 +7,9 @@ namespace zolt {
 
 namespace {
 
-// As many as a scroll bar can show, and some.
+// More than a scroll bar can show.
 constexpr std::uint64_t kSpreadMatches = 4096;
-constexpr std::size_t kSpreadParts = 64;  // segments that are told in parts
+constexpr std::size_t kSpreadParts = 64;  // as many segments at most are shown in parts
 
 std::uint64_t partsWithMatches(const FindMatch& extent, const std::vector<FindMatch>& matches) {
   const std::uint64_t length = std::max<std::uint64_t>(extent.end - extent.begin, 1);
@@ -46,14 +46,14 @@ void FindResults::clear() {
 void FindResults::drop(Segment& segment) {
   if (!segment.kept) return;
   m_kept -= segment.matches.size();
-  std::vector<FindMatch>().swap(segment.matches);  // its memory too, which an assignment of {} would keep
+  std::vector<FindMatch>().swap(segment.matches);  // frees the memory, which an assignment of {} would keep
   segment.kept = false;
 }
 
 void FindResults::keepWithinLimit(std::size_t latest) {
   for (std::size_t looked = 0; m_kept > kKeptMatches && looked < m_segments.size(); ++looked) {
     m_nextDrop = (m_nextDrop + 1) % m_segments.size();
-    // Nothing is gained by dropping an empty one.
+    // Dropping an empty one would free nothing.
     if (m_nextDrop != latest && m_segments[m_nextDrop].count != 0) drop(m_segments[m_nextDrop]);
   }
 }
@@ -93,8 +93,8 @@ std::vector<FindMatch> FindResults::spread() const {
   return places;
 }
 
-// Nothing where the segment's matches are at hand.
-std::optional<FindResults::Step> FindResults::stepWithin(std::size_t segment) const {
+// A step to `segment` if it has to be searched first; nothing if its matches are available.
+std::optional<FindResults::Step> FindResults::stepToMissing(std::size_t segment) const {
   if (matchesIn(segment) != nullptr) return std::nullopt;
   return Step{.match = {}, .missing = segment};
 }
@@ -102,7 +102,7 @@ std::optional<FindResults::Step> FindResults::stepWithin(std::size_t segment) co
 FindResults::Step FindResults::lastBefore(std::size_t segment, std::uint64_t position) const {
   for (std::size_t i = segment + 1; i-- > 0;) {
     if (isKnown(i) && m_segments[i].count == 0) continue;
-    if (const auto missing = stepWithin(i)) return *missing;
+    if (const auto missing = stepToMissing(i)) return *missing;
     const std::vector<FindMatch>& matches = m_segments[i].matches;
     const auto after = std::ranges::lower_bound(matches, position, {}, &FindMatch::begin);
     if (after != matches.begin()) return {.match = *(after - 1), .missing = {}};
@@ -113,7 +113,7 @@ FindResults::Step FindResults::lastBefore(std::size_t segment, std::uint64_t pos
 FindResults::Step FindResults::firstFrom(std::size_t segment, std::uint64_t position, std::size_t segments) const {
   for (std::size_t i = segment; i < segments; ++i) {
     if (isKnown(i) && m_segments[i].count == 0) continue;
-    if (const auto missing = stepWithin(i)) return *missing;
+    if (const auto missing = stepToMissing(i)) return *missing;
     const std::vector<FindMatch>& matches = m_segments[i].matches;
     const auto found = std::ranges::lower_bound(matches, position, {}, &FindMatch::begin);
     if (found != matches.end()) return {.match = *found, .missing = {}};

@@ -8,8 +8,8 @@ namespace zolt {
 
 namespace {
 
-// Larger pieces are taken in parts: they stay in the cache, and memory stays bounded whatever is fed.
-constexpr std::size_t kTakenBytes = 64 << 10;
+// Larger chunks are processed in steps of this size, which fit the cache and keep memory bounded.
+constexpr std::size_t kStepBytes = 64 << 10;
 
 bool isWordWithin(std::string_view text, FindRange range) {
   return (range.begin == 0 || !isWordByte(text[range.begin - 1])) &&
@@ -21,14 +21,14 @@ bool isWordWithin(std::string_view text, FindRange range) {
 FindScanner::FindScanner(FindPattern pattern, std::uint64_t start, FindInterrupt* interrupt)
     : m_pattern(std::move(pattern)), m_interrupt(interrupt != nullptr ? interrupt : &m_never), m_position(start) {}
 
-void FindScanner::feed(std::string_view piece, std::vector<FindMatch>& matches) {
-  for (; !piece.empty() && !m_interrupt->isGiven(); piece.remove_prefix(std::min(piece.size(), kTakenBytes))) {
-    take(piece.substr(0, kTakenBytes), matches);
+void FindScanner::feed(std::string_view chunk, std::vector<FindMatch>& matches) {
+  for (; !chunk.empty() && !m_interrupt->hasStopped(); chunk.remove_prefix(std::min(chunk.size(), kStepBytes))) {
+    take(chunk.substr(0, kStepBytes), matches);
   }
 }
 
 void FindScanner::finish(std::vector<FindMatch>& matches) {
-  // A line end after the last line, or after the last line's end, changes nothing about either.
+  // One more line end completes the last line and adds no match.
   take("\n", matches);
 }
 
@@ -44,7 +44,7 @@ void FindScanner::take(std::string_view bytes, std::vector<FindMatch>& matches) 
 }
 
 void FindScanner::findPlain(const PlainNeedle& needle, std::vector<FindMatch>& matches) {
-  // A needle has no line end in it, so lines need not be known. A word's end is known with the byte after it.
+  // A needle contains no line end, so lines do not matter. A whole word is certain only with the byte after it.
   const std::size_t needed = needle.size() + (m_pattern.wholeWord() ? 1 : 0);
   if (m_text.size() < needed) return;
   const std::string_view text = std::string_view(m_text).substr(0, m_text.size() - needed + needle.size());
@@ -62,7 +62,7 @@ void FindScanner::findPlain(const PlainNeedle& needle, std::vector<FindMatch>& m
 }
 
 void FindScanner::findInLines(const LineExpression& expression, std::size_t fresh, std::vector<FindMatch>& matches) {
-  // CR ends a line as LF does, and the empty line that this makes of CR LF has nothing to find in it.
+  // CR ends a line, too. The empty line that this makes of CR LF has no matches.
   std::replace(m_text.begin() + static_cast<std::ptrdiff_t>(fresh), m_text.end(), '\r', '\n');
   const std::size_t firstEnd = std::min(m_text.find('\n', fresh), m_text.size());
   findInParts(expression, firstEnd, matches);
@@ -71,7 +71,7 @@ void FindScanner::findInLines(const LineExpression& expression, std::size_t fres
   if (!expression.needsOneLine()) {
     findInText(expression, {0, end}, end, end, matches);
   } else {
-    while (m_searched < end && !m_interrupt->isGiven()) {
+    while (m_searched < end && !m_interrupt->hasStopped()) {
       const std::size_t lineEnd = m_text.find('\n', m_searched);
       findInText(expression, {lineStart(), lineEnd}, lineEnd, lineEnd, matches);
       m_searched = lineEnd + 1;
@@ -80,11 +80,11 @@ void FindScanner::findInLines(const LineExpression& expression, std::size_t fres
   m_searched = end + 1;
 }
 
-// All of a long line but its last part. Where parts end depends on the line alone, not on how it came.
+// Searches all of a long line but its last part. Where the parts end depends on the line alone, not on the chunks.
 void FindScanner::findInParts(const LineExpression& expression, std::size_t lineEnd, std::vector<FindMatch>& matches) {
   while (lineEnd > m_searched && lineEnd - m_searched > kLongLineBytes) {
     const std::size_t end = m_searched + kLongLineBytes;
-    // What begins later is found again, and to its end, in the next part.
+    // A match that begins later is found in full in the next part.
     findInText(expression, {lineStart(), lineEnd}, end, end - kOverlapBytes, matches);
     m_searched = std::max(m_searched, end - kOverlapBytes);
   }
@@ -101,7 +101,7 @@ void FindScanner::findInText(const LineExpression& expression, FindRange text, s
   }
 }
 
-// Where the line begins that goes on at m_searched; of a line whose start is gone, the byte before.
+// The start of the line that contains m_searched or, if it is no longer held, the byte before m_searched.
 std::size_t FindScanner::lineStart() const {
   if (m_searched == 0) return 0;
   const std::size_t previousEnd = m_text.rfind('\n', m_searched - 1);

@@ -12,35 +12,34 @@
 
 namespace zolt {
 
-/// Finds a pattern in a text that comes in pieces, cut anywhere: within a match, a line, a character, or CR LF. How it
-/// was cut makes no difference to what is found. One thread at a time.
+/// Finds a pattern in a text that arrives in chunks. They may be split anywhere, even within a match, a line, a
+/// character or CR LF, without affecting the matches. One thread at a time.
 ///
-/// The text is bytes, meant to be UTF-8; lines end in LF, CR or CR LF. A match lies within one line. Matches do not
-/// overlap: the leftmost is taken first, and the next is looked for after it. A regular expression's empty matches are
-/// no matches.
+/// The text should be UTF-8, but may be any bytes. Lines end with LF, CR or CR LF, and a match lies within one line.
+/// Matches do not overlap: the search for the next one starts at the end of the last. Empty matches do not count.
 ///
-/// A regular expression is matched against whole lines, and against a line of more than kLongLineBytes in parts of that
-/// size that overlap by kOverlapBytes. There a match longer than the overlap may be cut off where a part ends, or be
-/// missed. So no more is held than such a part and 64 KiB, or than the query for plain text.
+/// A regular expression is matched against whole lines. A line longer than kLongLineBytes is searched in parts of that
+/// size that overlap by kOverlapBytes; a match longer than the overlap may then be truncated at the end of a part, or
+/// be missed. A scanner therefore holds at most one such part and 64 KiB or, for plain text, the length of the query.
 class FindScanner {
  public:
   static constexpr std::size_t kLongLineBytes = 64 << 10;
   static constexpr std::size_t kOverlapBytes = 16 << 10;
 
-  /// The first byte that is fed has the position `start`, and begins a line. Once `interrupt`, which must outlive the
-  /// scanner, is given, nothing more is found.
+  /// The first byte has the position `start` and begins a line. Nothing more is found once `interrupt`, which must
+  /// outlive the scanner, has stopped the search.
   explicit FindScanner(FindPattern pattern, std::uint64_t start = 0, FindInterrupt* interrupt = nullptr);
 
   FindScanner(const FindScanner&) = delete;
   FindScanner& operator=(const FindScanner&) = delete;
 
-  /// Takes the next piece and appends the matches that are certain by now to `matches`, in their order in the text.
-  void feed(std::string_view piece, std::vector<FindMatch>& matches);
+  /// Appends to `matches`, in order, those that are certain after this chunk of the text.
+  void feed(std::string_view chunk, std::vector<FindMatch>& matches);
 
-  /// The text is at its end: appends what is left to be found. Nothing may be fed afterwards.
+  /// Appends the remaining matches at the end of the text. Do not call `feed` afterwards.
   void finish(std::vector<FindMatch>& matches);
 
-  /// How many bytes of text wait for what follows them.
+  /// The number of bytes kept until more text arrives.
   std::size_t heldBytes() const { return m_text.size(); }
 
  private:
@@ -56,9 +55,9 @@ class FindScanner {
   FindPattern m_pattern;
   FindInterrupt m_never;
   FindInterrupt* m_interrupt;
-  std::string m_text;          // what is not searched yet, and the byte before it
+  std::string m_text;          // the text not searched yet, and the byte before it
   std::uint64_t m_position;    // of m_text's first byte
-  std::size_t m_searched = 0;  // in m_text: matches begin here or later
+  std::size_t m_searched = 0;  // an offset in m_text: the next match begins here or later
 };
 
 }  // namespace zolt

@@ -11,13 +11,13 @@ namespace {
 
 constexpr std::string_view kLineEnds = "\r\n";
 
-// The end of the block before a segment from where its last line begins, or all of it.
+// The last line of the block before a segment, or all of it.
 std::string_view lastLine(std::string_view text) {
   const std::size_t lineEnd = text.find_last_of(kLineEnds);
   return lineEnd == std::string_view::npos ? text : text.substr(lineEnd + 1);
 }
 
-// The beginning of the block after a segment to where its first line ends, or all of it.
+// The first line of the block after a segment, or all of it.
 std::string_view firstLine(std::string_view text) {
   return text.substr(0, text.find_first_of(kLineEnds));
 }
@@ -53,7 +53,7 @@ std::vector<FindMatch> findInSegment(const FindPattern& pattern, const TextSnaps
   }
   FindScanner scanner(pattern, begin - lead.size(), &interrupt);
   scanner.feed(lead, matches);
-  for (std::size_t block = first; block < end && !interrupt.ask(); ++block) {
+  for (std::size_t block = first; block < end && !interrupt.check(); ++block) {
     scanner.feed(snapshot.text(block).text(), matches);
   }
   if (end < snapshot.endBlock() && snapshot.summary(end).continuesALine()) {

@@ -10,23 +10,23 @@
 
 namespace zolt {
 
-/// A text is searched in segments of so many blocks: about a megabyte, which takes about a millisecond. Each is found
-/// in by itself, in any order, on any thread; what begins in it is its own.
+/// A text is searched in segments of this many blocks: about a megabyte, which takes about a millisecond. They can be
+/// searched in any order, on any thread. A match belongs to the segment in which it begins.
 inline constexpr std::size_t kSegmentBlocks = 16;
 
-/// The segments of a text, at least one; only the last two still change when text is appended.
+/// The number of segments of a text, at least 1. Appending to the text changes only the last two.
 std::size_t segmentCount(const TextStorage& text);
-/// The segment that holds `position`, at most `text.size()`.
+/// The segment that contains `position` <= text.size().
 std::size_t segmentAt(const TextStorage& text, TextPosition position);
 
-/// What has to be at hand to search the segments from `first` to `end` (not included).
+/// The part of the text needed to search the segments from `first` to `end` (not included).
 TextSnapshot snapshotOfSegments(const TextStorage& text, std::size_t first, std::size_t end);
 
-/// The matches that begin in `segment`, in order; part of them when `interrupt` was given meanwhile.
+/// The matches that begin in `segment`, in order, or some of them if `interrupt` stops the search.
 ///
-/// Its first line may have begun before it, and its last one may go on. As far as a block (65,280 bytes) to either side
-/// they are looked at, so that a line is searched as a whole; in longer lines, a match longer than that may be missed,
-/// and where matches could overlap the choice among them may change from one segment to the next.
+/// Its first line may have begun before it, and its last line may continue after it. They are searched up to one block
+/// (65,280 bytes) to either side. In longer lines a match longer than that may be missed, and a different one of
+/// several overlapping matches may be chosen than if the line were searched as a whole.
 std::vector<FindMatch> findInSegment(const FindPattern& pattern, const TextSnapshot& snapshot, std::size_t segment,
                                      FindInterrupt& interrupt);
 

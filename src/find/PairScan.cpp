@@ -1,4 +1,4 @@
-// Compiled once per vector instruction set by Highway; the best one is chosen at run time.
+// Highway compiles this file once for each vector instruction set and chooses the best one at run time.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "find/PairScan.cpp"
 #include <hwy/foreach_target.h>
@@ -41,7 +41,7 @@ std::size_t FirstPair(const std::uint8_t* text, std::size_t starts, const Needle
     if (found >= 0) return i + static_cast<std::size_t>(found);
     return i + lanes + static_cast<std::size_t>(hn::FindFirstTrue(d, high));
   }
-  // The last vector may look at some starts again: there is nothing at those.
+  // The last vector may overlap the one before, where there was no match.
   while (i < starts) {
     i = i + lanes <= starts ? i : starts - lanes;
     const auto found = hn::FindFirstTrue(d, both(i));

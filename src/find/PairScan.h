@@ -5,22 +5,20 @@
 
 namespace zolt {
 
-/// One byte of a needle, and how text is compared with it: (text | fold) == value.
+/// One byte of a needle. Text matches it if (text | fold) == value.
 struct NeedleByte {
   std::size_t offset = 0;  ///< from the needle's start
   std::uint8_t value = 0;
-  std::uint8_t fold =
-      0;  ///< 0x20 for an ASCII letter in either case (`value` is the small one then), 0 for the byte itself
+  std::uint8_t fold = 0;  ///< 0x20 for an ASCII letter in either case, with `value` in lower case; otherwise 0
 };
 
-/// Two bytes of a needle, the same one twice for a needle of one byte.
+/// Two bytes of a needle; the same byte twice if it has only one.
 struct NeedlePair {
   NeedleByte first, second;
 };
 
-/// The first of the starts `text` + 0 to `text` + `starts` (not included) where both bytes of the pair stand; `starts`
-/// when there is none. Reads from `text` on up to the pair's bytes of the last start, nothing after them. At the
-/// machine's widest vectors.
+/// The first offset below `starts` at which a needle matches in both bytes of the pair; `starts` if there is none. Uses
+/// the widest vectors of the machine. Reads nothing past the pair's bytes at the last offset.
 std::size_t firstPair(const char* text, std::size_t starts, const NeedlePair& pair);
 
 }  // namespace zolt

@@ -8,7 +8,7 @@ namespace zolt {
 
 namespace {
 
-// What logs are made of, most frequent first; everything else is rarer than all of it.
+// The bytes of logs, most frequent first. All others are rarer.
 constexpr std::string_view kFrequentBytes =
     " 0e1t2a3noi5s4rd:l-c6u789mp./hg=fTb\"yv,wSEIk_ROACNDL[]P()F'MUxB\n\tGjqWVzHY;@K+|{}<>XQJ*&%#?$!~Z\\^`";
 
@@ -17,7 +17,7 @@ constexpr std::array<unsigned char, 256> frequencies() {
   for (std::size_t i = 0; i < kFrequentBytes.size(); ++i) {
     result[static_cast<unsigned char>(kFrequentBytes[i])] = static_cast<unsigned char>(255 - i);
   }
-  // The bytes of text outside ASCII: continuations and lead bytes come in crowds where they come at all.
+  // Non-ASCII bytes: wherever there are any, there tend to be many.
   for (std::size_t byte = 0x80; byte < 0xF5; ++byte) {
     result[byte] = 100;
   }
@@ -26,7 +26,7 @@ constexpr std::array<unsigned char, 256> frequencies() {
 
 constexpr std::array<unsigned char, 256> kFrequency = frequencies();
 
-constexpr bool isSmallLetter(char c) {
+constexpr bool isLowerCase(char c) {
   return c >= 'a' && c <= 'z';
 }
 
@@ -48,7 +48,7 @@ PlainNeedle::PlainNeedle(std::string_view needle, LetterCase letterCase) : m_cas
 
 NeedleByte PlainNeedle::byteAt(std::size_t offset) const {
   const char c = m_needle[offset];
-  const bool either = m_case == LetterCase::AsciiFolded && isSmallLetter(c);
+  const bool either = m_case == LetterCase::AsciiFolded && isLowerCase(c);
   return {offset, static_cast<std::uint8_t>(c), static_cast<std::uint8_t>(either ? 0x20 : 0)};
 }
 
@@ -57,7 +57,7 @@ NeedlePair PlainNeedle::rarestPair() const {
   for (std::size_t i = 1; i < m_needle.size(); ++i) {
     if (frequency(byteAt(i)) < frequency(rarest)) rarest = byteAt(i);
   }
-  // The same byte elsewhere says little more, but more than none.
+  // A second occurrence of the rarest byte is better than no second byte.
   NeedleByte second = rarest;
   for (std::size_t i = 0; i < m_needle.size(); ++i) {
     const NeedleByte other = byteAt(i);
@@ -69,7 +69,7 @@ NeedlePair PlainNeedle::rarestPair() const {
   return {rarest, second};
 }
 
-bool PlainNeedle::standsAt(const char* text) const {
+bool PlainNeedle::matchesAt(const char* text) const {
   if (m_case == LetterCase::Exact) return std::memcmp(text, m_needle.data(), m_needle.size()) == 0;
   return std::ranges::equal(m_needle, std::string_view(text, m_needle.size()), {}, {}, folded);
 }
@@ -79,7 +79,7 @@ std::size_t PlainNeedle::find(std::string_view text, std::size_t from) const {
   const std::size_t end = text.size() - m_needle.size() + 1;
   for (std::size_t at = from; at < end; ++at) {
     at += firstPair(text.data() + at, end - at, m_pair);
-    if (at < end && standsAt(text.data() + at)) return at;
+    if (at < end && matchesAt(text.data() + at)) return at;
   }
   return std::string_view::npos;
 }

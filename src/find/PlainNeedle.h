@@ -10,10 +10,10 @@ namespace zolt {
 
 enum class LetterCase { Exact, AsciiFolded };
 
-/// A string of bytes to look for, as it is or with ASCII letters in either case. Immutable: any thread may use it.
+/// A string to find, either exactly or with ASCII letters in either case. Immutable: any thread may use it.
 ///
-/// Text is passed over by the needle's two rarest bytes, whole vectors at a time, and only where both stand is it
-/// compared. At worst, in text made for it, that is the needle's length for each byte of text.
+/// Text is scanned for the needle's two rarest bytes, a vector at a time, and compared only where both match. The worst
+/// case, in text made for the purpose, is a comparison of the whole needle for each byte of text.
 class PlainNeedle {
  public:
   /// `needle` is not empty.
@@ -21,16 +21,16 @@ class PlainNeedle {
 
   std::size_t size() const { return m_needle.size(); }
 
-  /// Where the needle first stands in `text`, at `from` or after it; npos when it does not.
+  /// The first occurrence in `text` at or after `from`; npos if there is none.
   std::size_t find(std::string_view text, std::size_t from) const;
 
  private:
   NeedleByte byteAt(std::size_t offset) const;
   NeedlePair rarestPair() const;
-  bool standsAt(const char* text) const;
+  bool matchesAt(const char* text) const;
 
   LetterCase m_case;
-  std::string m_needle;  // in small letters when folded
+  std::string m_needle;  // in lower case if folded
   NeedlePair m_pair;
 };
 

@@ -2,8 +2,8 @@
 
 namespace zolt {
 
-/// Whether a byte belongs to a word: ASCII letters, digits, the underscore, and every byte of a character that is not
-/// ASCII. Which of those are letters is not asked: a dash or a quotation mark outside ASCII counts as one.
+/// Whether a byte belongs to a word: ASCII letters and digits, the underscore, and all non-ASCII bytes. Even a
+/// non-ASCII dash or quotation mark thus counts as part of a word.
 constexpr bool isWordByte(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
          static_cast<unsigned char>(c) >= 0x80;

@@ -1,4 +1,4 @@
-// The scanner against a naive search, over random texts, queries, options and pieces.
+// Compares the scanner with a naive search for random texts, queries, options and chunks.
 #include <gtest/gtest.h>
 
 #include <random>
@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-// Few different bytes, so that queries are found, overlap themselves and are cut apart.
+// Few different bytes, so that there are many matches, overlapping and split ones among them.
 constexpr Piece kAlphabet[] = {{"a", 12}, {"b", 6},    {"A", 4},   {"B", 2},  {" ", 6},    {"_", 1},    {"-", 2},
                                {".", 2},  {"0", 2},    {"\n", 3},  {"\r", 2}, {"\r\n", 3}, {"ä", 2},    {"Ä", 2},
                                {"→", 1},  {"σ", 1},    {"ς", 1},   {"Σ", 1},  {"\0"sv, 1}, {"\xFF", 1}, {"\xC3", 1},
@@ -98,19 +98,19 @@ constexpr std::string_view kExpressions[] = {"a",
                                              "a{2}",
                                              "\\.a?"};
 
-std::vector<std::string_view> cutAnywhere(std::string_view text, RandomText& random) {
-  std::vector<std::string_view> pieces;
+std::vector<std::string_view> splitAnywhere(std::string_view text, RandomText& random) {
+  std::vector<std::string_view> chunks;
   const std::size_t limit = 1 + random.below(60);
   while (!text.empty()) {
     const std::size_t size = std::min(text.size(), random.below(limit + 1));
-    pieces.push_back(text.substr(0, size));
+    chunks.push_back(text.substr(0, size));
     text.remove_prefix(size);
   }
-  return pieces;
+  return chunks;
 }
 
-void agreesWithTheNaiveSearch(std::span<const std::string_view> queries, bool regularExpression, int rounds,
-                              std::uint64_t seed) {
+void expectMatchesOfTheNaiveSearch(std::span<const std::string_view> queries, bool regularExpression, int rounds,
+                                   std::uint64_t seed) {
   RandomText random(seed, kAlphabet);
   std::size_t matchCount = 0;
   for (int round = 0; round < rounds; ++round) {
@@ -119,27 +119,27 @@ void agreesWithTheNaiveSearch(std::span<const std::string_view> queries, bool re
     const FindOptions options{random.below(2) == 0, random.below(2) == 0, regularExpression};
     const auto expected = naiveFind(text, query, options);
     matchCount += expected.size();
-    const auto pieces = cutAnywhere(text, random);
-    ASSERT_EQ(findInPieces(pieces, query, options), expected)
+    const auto chunks = splitAnywhere(text, random);
+    ASSERT_EQ(findInChunks(chunks, query, options), expected)
         << "query " << escaped(query) << " in " << escaped(text) << (options.matchCase ? ", match case" : "")
-        << (options.wholeWord ? ", whole word" : "") << ", in " << pieces.size() << " pieces";
+        << (options.wholeWord ? ", whole word" : "") << ", in " << chunks.size() << " chunks";
     const std::string_view whole = text;
-    ASSERT_EQ(findInPieces(std::span(&whole, 1), query, options), expected)
-        << "query " << escaped(query) << " in one piece " << escaped(text);
+    ASSERT_EQ(findInChunks(std::span(&whole, 1), query, options), expected)
+        << "query " << escaped(query) << " in one chunk " << escaped(text);
   }
-  // A search for what is never there would prove little.
+  // The comparison would prove little with few matches.
   EXPECT_GT(matchCount, static_cast<std::size_t>(rounds));
 }
 
-TEST(FindModel, PlainQueriesAreFoundAsByTryingEveryPlace) {
-  withEveryInstructionSet([] { agreesWithTheNaiveSearch(kPlainQueries, false, 10000, 1); });
+TEST(FindModel, PlainQueriesHaveTheMatchesOfANaiveSearch) {
+  withEveryInstructionSet([] { expectMatchesOfTheNaiveSearch(kPlainQueries, false, 10000, 1); });
 }
 
-TEST(FindModel, RegularExpressionsAreFoundAsByTryingEveryPlaceOfEveryLine) {
-  agreesWithTheNaiveSearch(kExpressions, true, 12000, 2);
+TEST(FindModel, RegularExpressionsHaveTheMatchesOfANaiveSearch) {
+  expectMatchesOfTheNaiveSearch(kExpressions, true, 12000, 2);
 }
 
-TEST(FindModel, LongPlainTextIsFoundAsByTryingEveryPlace) {
+TEST(FindModel, LongTextHasTheMatchesOfANaiveSearch) {
   RandomText random(3, kAlphabet);
   std::string text;
   while (text.size() < 400'000) {
@@ -152,7 +152,7 @@ TEST(FindModel, LongPlainTextIsFoundAsByTryingEveryPlace) {
         const auto expected = naiveFind(text, query, options);
         ASSERT_GT(expected.size(), 3U) << query;
         for (const std::size_t size : {std::size_t{1}, std::size_t{1021}, std::size_t{65536}, text.size()}) {
-          ASSERT_EQ(findInPiecesOf(size, text, query, options), expected) << query << " in pieces of " << size;
+          ASSERT_EQ(findInChunksOf(size, text, query, options), expected) << query << " in chunks of " << size;
         }
       }
     }

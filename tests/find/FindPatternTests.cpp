@@ -14,19 +14,19 @@ std::string reasonAgainst(std::string_view query, FindOptions options = {}) {
   return pattern ? "" : pattern.reason();
 }
 
-TEST(FindPattern, RefusesAnEmptyQuery) {
-  EXPECT_EQ(reasonAgainst(""), "There is nothing to find.");
-  EXPECT_EQ(reasonAgainst("", kExpression), "There is nothing to find.");
+TEST(FindPattern, RejectsAnEmptyQuery) {
+  EXPECT_EQ(reasonAgainst(""), "There is no text to find.");
+  EXPECT_EQ(reasonAgainst("", kExpression), "There is no text to find.");
 }
 
-TEST(FindPattern, TakesQueriesOfFourKibibytesAndNoLonger) {
+TEST(FindPattern, AcceptsQueriesOfUpToFourKibibytes) {
   EXPECT_EQ(reasonAgainst(std::string(4096, 'x')), "");
   EXPECT_EQ(reasonAgainst(std::string(4096, 'x'), kExpression), "");
   EXPECT_EQ(reasonAgainst(std::string(4097, 'x')), "The text to find is longer than 4096 bytes.");
   EXPECT_EQ(reasonAgainst(std::string(4097, 'x'), kExpression), "The text to find is longer than 4096 bytes.");
 }
 
-TEST(FindPattern, TakesTheLongestQueryOfCharactersInEitherCase) {
+TEST(FindPattern, AcceptsTheLongestQueryOfLettersThatNeedCaseFolding) {
   std::string query;
   while (query.size() + 2 <= FindPattern::kQueryBytes) {
     query += "ß";
@@ -35,44 +35,44 @@ TEST(FindPattern, TakesTheLongestQueryOfCharactersInEitherCase) {
   EXPECT_EQ(reasonAgainst(query, {.wholeWord = true}), "");
 }
 
-TEST(FindPattern, RefusesALineBreakInTheQuery) {
+TEST(FindPattern, RejectsALineBreakInTheQuery) {
   for (const char* query : {"a\nb", "a\rb", "\r\n"}) {
-    const std::string reason = "The text to find has a line break, and a match never goes past the end of a line.";
+    const std::string reason = "The text to find has a line break, but a match never extends past the end of a line.";
     EXPECT_EQ(reasonAgainst(query), reason);
     EXPECT_EQ(reasonAgainst(query, kExpression), reason);
   }
 }
 
-TEST(FindPattern, SaysInASentenceWhatIsWrongWithARegularExpression) {
+TEST(FindPattern, ExplainsWhatIsWrongWithARegularExpression) {
   EXPECT_EQ(reasonAgainst("a[bc", kExpression), "The regular expression has no closing bracket: [bc");
   EXPECT_EQ(reasonAgainst("a(b", kExpression), "The regular expression has no closing parenthesis: a(b");
   EXPECT_EQ(reasonAgainst("a)b", kExpression), "The regular expression has no opening parenthesis: a)b");
-  EXPECT_EQ(reasonAgainst("a\\", kExpression), "The regular expression ends in a backslash.");
-  EXPECT_EQ(reasonAgainst("*a", kExpression), "The regular expression repeats nothing: *");
+  EXPECT_EQ(reasonAgainst("a\\", kExpression), "The regular expression ends with a backslash.");
+  EXPECT_EQ(reasonAgainst("*a", kExpression), "The regular expression has nothing to repeat: *");
   EXPECT_EQ(reasonAgainst("a**", kExpression), "The regular expression repeats a repetition: **");
-  EXPECT_EQ(reasonAgainst("a{2000}", kExpression), "The regular expression repeats too often: {2000}");
-  EXPECT_EQ(reasonAgainst("[z-a]", kExpression), "The regular expression has a range or class that is none: z-a");
+  EXPECT_EQ(reasonAgainst("a{2000}", kExpression), "The regular expression has too many repetitions: {2000}");
+  EXPECT_EQ(reasonAgainst("[z-a]", kExpression), "The regular expression has an invalid range or class: z-a");
   EXPECT_EQ(reasonAgainst("[[:word", kExpression), "The regular expression has no closing bracket: [[:word");
   EXPECT_EQ(reasonAgainst("[[:worth:]]", kExpression),
-            "The regular expression has a range or class that is none: [:worth:]");
+            "The regular expression has an invalid range or class: [:worth:]");
   EXPECT_EQ(reasonAgainst("\\y", kExpression), "The regular expression has an unknown escape: \\y");
-  EXPECT_EQ(reasonAgainst("(?=a)", kExpression), "The regular expression has an unknown kind of group: (?=");
-  EXPECT_EQ(reasonAgainst("(?P<a b>x)", kExpression), "The regular expression has a bad name of a group: (?P<a b>");
+  EXPECT_EQ(reasonAgainst("(?=a)", kExpression), "The regular expression has an unsupported kind of group: (?=");
+  EXPECT_EQ(reasonAgainst("(?P<a b>x)", kExpression), "The regular expression has an invalid group name: (?P<a b>");
   EXPECT_EQ(reasonAgainst("\xFF", kExpression), "The regular expression is not valid UTF-8.");
   EXPECT_EQ(reasonAgainst("\\pL{1000}", kExpression), "The regular expression is too large.");
 }
 
-TEST(FindPattern, ShowsNoMoreOfARegularExpressionThanFitsASentence) {
+TEST(FindPattern, ShortensTheRegularExpressionInAnExplanation) {
   const std::string reason = reasonAgainst('(' + std::string(2000, 'x'), kExpression);
   EXPECT_EQ(reason, "The regular expression has no closing parenthesis: (" + std::string(59, 'x') + "…");
 }
 
-TEST(FindPattern, DoesNotLetWholeWordsMendARegularExpression) {
+TEST(FindPattern, RejectsARegularExpressionThatTheWholeWordOptionWouldComplete) {
   EXPECT_EQ(reasonAgainst("a)(b", {.wholeWord = true, .regularExpression = true}),
             "The regular expression has no opening parenthesis: a)(b");
 }
 
-TEST(FindPattern, TakesAnyBytesAsPlainText) {
+TEST(FindPattern, AcceptsAnyBytesAsPlainText) {
   for (const char* query : {"[", "a(b", "\\", "*", "\xFF", "\xC3", "ä\xFF"}) {
     EXPECT_EQ(reasonAgainst(query), "") << query;
     EXPECT_EQ(reasonAgainst(query, {.matchCase = true}), "") << query;

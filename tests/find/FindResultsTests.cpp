@@ -39,7 +39,7 @@ TEST(FindResults, AreEmptyAtFirst) {
   EXPECT_EQ(results.matchesIn(3), nullptr);
 }
 
-TEST(FindResults, WalkFromMatchToMatchInBothDirections) {
+TEST(FindResults, LeadFromMatchToMatchInBothDirections) {
   const FindResults results = someResults();
   EXPECT_EQ(results.firstFrom(0, 0, 3).match, (FindMatch{5, 6}));
   EXPECT_EQ(results.firstFrom(0, 5, 3).match, (FindMatch{5, 6}));
@@ -52,7 +52,7 @@ TEST(FindResults, WalkFromMatchToMatchInBothDirections) {
   EXPECT_EQ(results.lastBefore(0, 50).match, (FindMatch{5, 6}));
 }
 
-TEST(FindResults, EndAWalkWhereThereIsNoMoreMatch) {
+TEST(FindResults, LeadNowhereAfterTheLastMatch) {
   const FindResults results = someResults();
   for (const FindResults::Step& step : {results.lastBefore(0, 5), results.firstFrom(2, 300, 3)}) {
     EXPECT_FALSE(step.match);
@@ -60,7 +60,7 @@ TEST(FindResults, EndAWalkWhereThereIsNoMoreMatch) {
   }
 }
 
-TEST(FindResults, StopAWalkAtTheFirstSegmentThatIsNotKnown) {
+TEST(FindResults, LeadToTheFirstSegmentThatIsNotKnown) {
   FindResults results;
   results.set(3, extentOf(3), matchesAt({310}));
   EXPECT_EQ(results.lastBefore(3, 310).missing, 2U);
@@ -68,7 +68,7 @@ TEST(FindResults, StopAWalkAtTheFirstSegmentThatIsNotKnown) {
   EXPECT_EQ(results.firstFrom(0, 0, 6).missing, 0U);
 }
 
-TEST(FindResults, ReplaceWhatWasKnownOfASegment) {
+TEST(FindResults, ReplaceTheMatchesOfASegment) {
   FindResults results = someResults();
   results.set(2, extentOf(2), matchesAt({250}));
   EXPECT_EQ(results.count(), 3U);
@@ -86,7 +86,7 @@ TEST(FindResults, NumberAMatchOnceEverythingBeforeItIsKnown) {
   EXPECT_EQ(results.countBefore(0, 5), 0U);
 }
 
-TEST(FindResults, KeepCountsAndForgetMatchesBeyondTheirLimit) {
+TEST(FindResults, KeepAllCountsButALimitedNumberOfMatches) {
   FindResults results;
   constexpr std::size_t kInSegment = FindResults::kKeptMatches / 4;
   for (std::uint64_t segment = 0; segment < 10; ++segment) {
@@ -122,12 +122,12 @@ TEST(FindResults, KeepTheLatestSegmentHoweverLargeItIs) {
   EXPECT_NE(results.matchesIn(1), nullptr);
 }
 
-TEST(FindResults, TellWhereMatchesAreOneByOneWhileThereAreFew) {
+TEST(FindResults, ListTheMatchesWhileThereAreFew) {
   EXPECT_EQ(someResults().spread(), matchesAt({5, 50, 200, 299}));
   EXPECT_TRUE(FindResults().spread().empty());
 }
 
-TEST(FindResults, TellThePartsOfSegmentsThatHaveMatchesWhenThereAreMany) {
+TEST(FindResults, ListThePartsOfSegmentsThatHaveMatchesWhenThereAreMany) {
   FindResults results;
   std::vector<FindMatch> matches;
   for (std::uint64_t i = 0; i < 5000; ++i) {
@@ -140,7 +140,7 @@ TEST(FindResults, TellThePartsOfSegmentsThatHaveMatchesWhenThereAreMany) {
   EXPECT_EQ(results.spread(), expected);
 }
 
-TEST(FindResults, TellWholeSegmentsWhenThoseAreManyToo) {
+TEST(FindResults, ListWholeSegmentsWhenThereAreManyOfThoseToo) {
   FindResults results;
   std::vector<FindMatch> matches(5000, FindMatch{1000, 1001});
   results.set(10, extentOf(10), matches);
@@ -148,7 +148,7 @@ TEST(FindResults, TellWholeSegmentsWhenThoseAreManyToo) {
   EXPECT_EQ(results.spread(), (std::vector<FindMatch>{extentOf(10), extentOf(80)}));
 }
 
-TEST(FindResults, EqualAPlainListUnderRandomUse) {
+TEST(FindResults, MatchAPlainListUnderRandomUse) {
   std::mt19937 random(11);
   for (int round = 0; round < 200; ++round) {
     constexpr std::size_t kSegments = 8;

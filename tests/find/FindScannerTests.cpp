@@ -19,7 +19,7 @@ constexpr FindOptions kExpression{.matchCase = true, .regularExpression = true};
 constexpr FindOptions kWordExpression{.wholeWord = true, .regularExpression = true};
 
 Matches foundAt(std::string_view text, std::string_view query, FindOptions options) {
-  return findInPieces(std::span(&text, 1), query, options);
+  return findInChunks(std::span(&text, 1), query, options);
 }
 
 TEST(FindScanner, TakesOfOverlappingMatchesTheLeftmostFirst) {
@@ -32,7 +32,7 @@ TEST(FindScanner, FindsAMatchThatIsCutAnywhere) {
   const std::string_view text = "some needle, and a needle";
   for (const FindOptions options : {kExact, kAnyCase, kWord, kExpression, kWordExpression}) {
     for (std::size_t size = 1; size <= text.size(); ++size) {
-      EXPECT_EQ(findInPiecesOf(size, text, "needle", options), (Matches{{5, 11}, {19, 25}})) << size;
+      EXPECT_EQ(findInChunksOf(size, text, "needle", options), (Matches{{5, 11}, {19, 25}})) << size;
     }
   }
 }
@@ -40,8 +40,8 @@ TEST(FindScanner, FindsAMatchThatIsCutAnywhere) {
 TEST(FindScanner, FindsAQueryLongerThanThePieces) {
   const std::string query(FindPattern::kQueryBytes, 'q');
   const std::string text = "qq." + query + 'q';
-  EXPECT_EQ(findInPiecesOf(7, text, query, kExact), (Matches{{3, 4099}}));
-  EXPECT_EQ(findInPiecesOf(7, text, query, kExpression), (Matches{{3, 4099}}));
+  EXPECT_EQ(findInChunksOf(7, text, query, kExact), (Matches{{3, 4099}}));
+  EXPECT_EQ(findInChunksOf(7, text, query, kExpression), (Matches{{3, 4099}}));
 }
 
 TEST(FindScanner, NeverMatchesPastTheEndOfALine) {
@@ -49,7 +49,7 @@ TEST(FindScanner, NeverMatchesPastTheEndOfALine) {
     const std::string text = std::string("ab") + lineEnd + "ab";
     for (const char* query : {"b\\s+a", "b[^x]+a", "(?s)b.+a", "b\\n?\\r?\\n?a", "b\\C+a", "b\\W+a"}) {
       for (std::size_t size = 1; size <= text.size(); ++size) {
-        EXPECT_EQ(findInPiecesOf(size, text, query, kExpression), Matches{}) << query;
+        EXPECT_EQ(findInChunksOf(size, text, query, kExpression), Matches{}) << query;
       }
     }
   }
@@ -59,12 +59,12 @@ TEST(FindScanner, EndsALineAtLineFeedCarriageReturnAndBoth) {
   const std::string_view text = "one\rtwo\nthree\r\nfour\n\rfive";
   for (std::size_t size = 1; size <= text.size(); ++size) {
     const Matches starts{{0, 1}, {4, 5}, {8, 9}, {15, 16}, {21, 22}};
-    EXPECT_EQ(findInPiecesOf(size, text, "^.", kExpression), starts);
-    EXPECT_EQ(findInPiecesOf(size, text, "(?-m)^.", kExpression), starts);
-    EXPECT_EQ(findInPiecesOf(size, text, "\\A.", kExpression), starts);
+    EXPECT_EQ(findInChunksOf(size, text, "^.", kExpression), starts);
+    EXPECT_EQ(findInChunksOf(size, text, "(?-m)^.", kExpression), starts);
+    EXPECT_EQ(findInChunksOf(size, text, "\\A.", kExpression), starts);
     const Matches ends{{2, 3}, {6, 7}, {12, 13}, {18, 19}, {24, 25}};
-    EXPECT_EQ(findInPiecesOf(size, text, ".$", kExpression), ends);
-    EXPECT_EQ(findInPiecesOf(size, text, ".\\z", kExpression), ends);
+    EXPECT_EQ(findInChunksOf(size, text, ".$", kExpression), ends);
+    EXPECT_EQ(findInChunksOf(size, text, ".\\z", kExpression), ends);
   }
 }
 
@@ -98,12 +98,12 @@ TEST(FindScanner, FindsWholeWordsBetweenBytesThatBelongToNone) {
   EXPECT_EQ(foundAt("cat\ncat\rcat\r\ncat", "cat", kWord), (Matches{{0, 3}, {4, 7}, {8, 11}, {13, 16}}));
 }
 
-TEST(FindScanner, FindsAWholeWordThatBeginsWithinARefusedMatch) {
+TEST(FindScanner, FindsAWholeWordThatBeginsWithinARejectedMatch) {
   EXPECT_EQ(foundAt("xa a a and so on", "a a", kWord), (Matches{{3, 6}}));
   EXPECT_EQ(foundAt("xa a a and so on", "a a", kWordExpression), (Matches{{3, 6}}));
 }
 
-TEST(FindScanner, PrefersTheWayToMatchAnExpressionThatEndsAWord) {
+TEST(FindScanner, PrefersTheAlternativeOfAnExpressionThatEndsAWord) {
   EXPECT_EQ(found("foobar foo", "foo|foobar", kWordExpression), (Texts{"foobar", "foo"}));
   EXPECT_EQ(found("foobar. foo", "(?:foo|foobar)\\.?", kWordExpression), (Texts{"foobar.", "foo"}));
   EXPECT_EQ(found("a b c", "\\w", kWordExpression), (Texts{"a", "b", "c"}));
@@ -129,7 +129,7 @@ TEST(FindScanner, CountsFromThePositionItIsGiven) {
   EXPECT_EQ(matches, (Matches{{start + 1, start + 2}, {start + 3, start + 4}}));
 }
 
-TEST(FindScanner, TellsAPlainMatchAtOnce) {
+TEST(FindScanner, ReportsAPlainMatchAtOnce) {
   FindScanner scanner(FindPattern::compile("abc", kExact).value());
   Matches matches;
   scanner.feed("xabc", matches);
@@ -141,8 +141,8 @@ TEST(FindScanner, FindsNothingInNoText) {
   EXPECT_EQ(foundAt("", "a*", kExpression), Matches{});
 }
 
-// One that tracks back would try two to the power of a million ways here, and this test would not end.
-TEST(FindScanner, GetsThroughExpressionsThatBacktrackingDoesNot) {
+// A backtracking engine would need time exponential in the length of this line.
+TEST(FindScanner, CopesWithExpressionsThatBacktrackingCannot) {
   const std::string line(FindScanner::kLongLineBytes - 1, 'a');
   EXPECT_EQ(foundAt(line + '\n', "(a+)+$", kExpression), (Matches{{0, line.size()}}));
   EXPECT_EQ(foundAt(line + "b\n", "(a+)+$", kExpression), Matches{});
@@ -150,7 +150,7 @@ TEST(FindScanner, GetsThroughExpressionsThatBacktrackingDoesNot) {
   EXPECT_EQ(foundAt(line + "b\n", "(.*)(.*)(.*)(.*)[^ab]", kExpression), Matches{});
 }
 
-TEST(FindScanner, GetsThroughALongWordThatIsNoWholeWordOfAnExpression) {
+TEST(FindScanner, CopesWithALongWordThatAnExpressionMatchesOnlyInPart) {
   const std::string line = '1' + std::string(FindScanner::kLongLineBytes - 10, 'a');
   EXPECT_EQ(foundAt(line + " a\n", "a+", kWordExpression), (Matches{{line.size() + 1, line.size() + 2}}));
 }

@@ -1,4 +1,4 @@
-// Searching a history segment by segment, against a naive search of the whole text.
+// Compares the search of a history, segment by segment, with a naive search of the whole text.
 #include "find/LogSearch.h"
 
 #include <gtest/gtest.h>
@@ -31,7 +31,7 @@ FindPattern patternOf(std::string_view query, FindOptions options = {.matchCase 
 
 constexpr std::size_t kSegmentBytes = kSegmentBlocks * TextBlock::capacity;
 
-TEST(LogSearch, FindsWhatANaiveSearchOfTheWholeTextFinds) {
+TEST(LogSearch, HasTheMatchesOfANaiveSearchOfTheWholeText) {
   struct Query {
     const char* text;
     FindOptions options;
@@ -59,7 +59,7 @@ TEST(LogSearch, FindsWhatANaiveSearchOfTheWholeTextFinds) {
   }
 }
 
-TEST(LogSearch, FindsAMatchThatLiesInTwoSegmentsOnceInTheFirst) {
+TEST(LogSearch, FindsAMatchAcrossTwoSegmentsOnceAndInTheFirst) {
   for (std::size_t shift = 0; shift <= 8; ++shift) {
     TextStorage storage;
     const std::string before(kSegmentBytes - shift, '.');
@@ -74,7 +74,7 @@ TEST(LogSearch, FindsAMatchThatLiesInTwoSegmentsOnceInTheFirst) {
   }
 }
 
-TEST(LogSearch, TakesTheStartOfALineForOneOnlyWhereALineStarts) {
+TEST(LogSearch, MatchesTheStartOfALineOnlyWhereALineStarts) {
   TextStorage storage;
   const std::string line(kSegmentBytes + kSegmentBytes / 2, 'x');
   storage.append(AttributedString(line + "\n" + line, TextAttributes()));
@@ -89,7 +89,7 @@ TEST(LogSearch, FindsEveryByteOfALineOfManySegments) {
   EXPECT_EQ(findInAll(storage, patternOf("xx")).size(), 3 * kSegmentBytes / 2);
 }
 
-TEST(LogSearch, TellsWhichSegmentHoldsAPosition) {
+TEST(LogSearch, KnowsTheSegmentOfAPosition) {
   TextStorage storage;
   EXPECT_EQ(segmentCount(storage), 1U);
   EXPECT_EQ(segmentAt(storage, 0), 0U);
@@ -99,20 +99,20 @@ TEST(LogSearch, TellsWhichSegmentHoldsAPosition) {
   EXPECT_EQ(segmentAt(storage, kSegmentBytes), 1U);
 }
 
-TEST(LogSearch, OfAnExpressionThatTakesTheSquareOfALineIsGivenUp) {
+TEST(LogSearch, CanBeStoppedWhileAnExpressionTakesQuadraticTime) {
   TextStorage storage;
   storage.append(AttributedString(std::string(kSegmentBytes, 'a'), TextAttributes()));
   const TextSnapshot snapshot = snapshotOfSegments(storage, 0, 1);
   for (const char* expression : {"a+b|a", "(a+b)?"}) {
     for (const bool wholeWord : {false, true}) {
-      int asked = 0;
-      FindInterrupt interrupt([&] { return ++asked > 4; });
+      int checks = 0;
+      FindInterrupt interrupt([&] { return ++checks > 4; });
       const FindPattern pattern = patternOf(expression, {.wholeWord = wholeWord, .regularExpression = true});
       const auto matches = findInSegment(pattern, snapshot, 0, interrupt);
       EXPECT_LT(matches.size(), kSegmentBytes) << expression;
-      EXPECT_EQ(asked == 5, interrupt.isGiven()) << expression;
+      EXPECT_EQ(checks == 5, interrupt.hasStopped()) << expression;
       if (!wholeWord) {
-        EXPECT_TRUE(interrupt.isGiven()) << expression;
+        EXPECT_TRUE(interrupt.hasStopped()) << expression;
       }
     }
   }

@@ -17,15 +17,15 @@ bool isWord(char c) {
   return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || (c & 0x80) != 0;
 }
 
-bool standsAsWord(std::string_view line, std::size_t begin, std::size_t end) {
+bool isWholeWord(std::string_view line, std::size_t begin, std::size_t end) {
   return (begin == 0 || !isWord(line[begin - 1])) && (end == line.size() || !isWord(line[end]));
 }
 
-char smallLetter(char c) {
+char lowerCase(char c) {
   return static_cast<char>(c & 0x80 ? c : std::tolower(c));
 }
 
-// Where a match that begins exactly at a place ends.
+// Where a match that begins at `begin` ends.
 using MatchAt = std::function<std::optional<std::size_t>(std::string_view line, std::size_t begin)>;
 
 MatchAt plain(std::string query, FindOptions options) {
@@ -33,21 +33,21 @@ MatchAt plain(std::string query, FindOptions options) {
     if (line.size() - begin < query.size()) return std::nullopt;
     for (std::size_t i = 0; i < query.size(); ++i) {
       const char theirs = line[begin + i];
-      const bool same = options.matchCase ? theirs == query[i] : smallLetter(theirs) == smallLetter(query[i]);
+      const bool same = options.matchCase ? theirs == query[i] : lowerCase(theirs) == lowerCase(query[i]);
       if (!same) return std::nullopt;
     }
     const std::size_t end = begin + query.size();
-    if (options.wholeWord && !standsAsWord(line, begin, end)) return std::nullopt;
+    if (options.wholeWord && !isWholeWord(line, begin, end)) return std::nullopt;
     return end;
   };
 }
 
-// One line is the whole text, and a match starts where it is told to: nothing here knows of several lines.
+// The line is the whole text, and matches are anchored: nothing here depends on multi-line modes.
 MatchAt expression(const std::string& query, FindOptions options) {
   RE2::Options engineOptions(RE2::Quiet);
   engineOptions.set_case_sensitive(options.matchCase);
   const auto engine = std::make_shared<RE2>(query, engineOptions);
-  // The end that the expression prefers of those where a word ends.
+  // Matches up to an end of a word, whichever the expression prefers.
   const bool openQuotation = query.starts_with("\\Q") && query.find("\\E") == std::string::npos;
   const auto word = std::make_shared<RE2>(
       "(?:(" + query + (openQuotation ? "\\E" : "") + "))(?:[\\x00-/:-@\\[-^`{-\\x7F]|\\z)", engineOptions);
@@ -64,7 +64,7 @@ MatchAt expression(const std::string& query, FindOptions options) {
 }  // namespace
 
 std::vector<FindMatch> naiveFind(std::string_view text, std::string_view query, FindOptions options) {
-  // Lead bytes of the letters that have two cases among the tests' queries.
+  // The lead bytes of the letters with two cases in the queries of the tests.
   const bool foreignLetters = query.find_first_of("\xC3\xCF\xCE") != std::string_view::npos;
   const bool quoted = !options.regularExpression && !options.matchCase && foreignLetters;
   const MatchAt matchAt = options.regularExpression ? expression(std::string(query), options)

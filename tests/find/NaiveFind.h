@@ -8,8 +8,8 @@
 
 namespace zolt {
 
-/// What is to be found, by trying every place of every line: slow, and too plain to be wrong. The query is one that
-/// FindPattern takes.
+/// The matches that FindScanner should find, by trying every place in every line: slow, but simple. The query must be
+/// valid.
 std::vector<FindMatch> naiveFind(std::string_view text, std::string_view query, FindOptions options);
 
 }  // namespace zolt

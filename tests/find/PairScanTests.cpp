@@ -9,15 +9,15 @@
 namespace zolt {
 namespace {
 
-// The buffers are of the exact size, so that the address sanitizer sees a read past them.
+// The buffers have exactly the necessary size, so that the address sanitizer detects any read past the end.
 
-TEST(PairScan, FindsTheFirstPairAtEveryPlaceInEveryLength) {
+TEST(PairScan, FindsTheFirstPairAnywhereInTextOfAnyLength) {
   const NeedlePair pair{{.offset = 3, .value = 'x', .fold = 0}, {.offset = 0, .value = 'y', .fold = 0x20}};
   withEveryInstructionSet([&] {
     for (std::size_t starts = 0; starts <= 300; ++starts) {
       for (std::size_t at = 0; at <= starts; ++at) {
         std::vector<char> text(starts + 3, '.');
-        // Halves of a pair are none, and what follows the first pair counts for nothing.
+        // Half a pair before the first pair and another pair after it must not matter.
         if (at > 5) text[at - 5] = 'y';
         if (at > 0) text[at - 1] = 'x';
         for (const std::size_t place : {starts - 1, at}) {
@@ -31,7 +31,7 @@ TEST(PairScan, FindsTheFirstPairAtEveryPlaceInEveryLength) {
   });
 }
 
-TEST(PairScan, TellsEveryByteValueApart) {
+TEST(PairScan, DistinguishesAllByteValues) {
   withEveryInstructionSet([] {
     for (unsigned wanted = 0; wanted < 256; ++wanted) {
       const NeedleByte byte{.offset = 0, .value = static_cast<std::uint8_t>(wanted), .fold = 0};

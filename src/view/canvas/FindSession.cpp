@@ -178,7 +178,7 @@ FindSession::Outcome FindSession::run(const Job& job) {
     FindInterrupt interrupt([&] { return *job.stop || threadTime() - before > kSegmentTime; });
     Found found{
         .segment = segment, .extent = {}, .matches = findInSegment(job.pattern, job.snapshot, segment, interrupt)};
-    if (interrupt.isGiven()) {
+    if (interrupt.hasStopped()) {
       outcome.tookTooLong = true;
       break;
     }
