@@ -62,6 +62,15 @@ TEST(FindPattern, ExplainsWhatIsWrongWithARegularExpression) {
   EXPECT_EQ(reasonAgainst("\\pL{1000}", kExpression), "The regular expression is too large.");
 }
 
+TEST(FindPattern, RejectsARegularExpressionThatTakesTooLongToMatch) {
+  std::string expression = "a{900}";
+  EXPECT_EQ(reasonAgainst(expression, kExpression), "");
+  for (int i = 0; i < 9; ++i) {
+    expression += "a{900}";
+  }
+  EXPECT_EQ(reasonAgainst(expression, kExpression), "The regular expression is too large.");
+}
+
 TEST(FindPattern, ShortensTheRegularExpressionInAnExplanation) {
   const std::string reason = reasonAgainst('(' + std::string(2000, 'x'), kExpression);
   EXPECT_EQ(reason, "The regular expression has no closing parenthesis: (" + std::string(59, 'x') + "…");

@@ -111,6 +111,16 @@ TEST_F(UpdaterControllerTest, AnUpdateRunsFromTheMenuToTheInstallerByItsButtons)
   EXPECT_EQ(downloadedFiles(), handedOver);
 }
 
+TEST_F(UpdaterControllerTest, MarkupInAVersionIsShownAsText) {
+  serveFeed(packageItem("1.2", "<sparkle:shortVersionString>&lt;b&gt;1.2&lt;/b&gt;</sparkle:shortVersionString>"));
+  start();
+  controller->checkForUpdates();
+  const UpdateWindow* offer = window("A new version of Zolt is available!");
+  ASSERT_TRUE(offer);
+  EXPECT_TRUE(text("text").startsWith(QLatin1String("Zolt <b>1.2</b> is now available")));
+  EXPECT_EQ(offer->findChild<QLabel*>(QStringLiteral("text"))->textFormat(), Qt::PlainText);
+}
+
 TEST_F(UpdaterControllerTest, ReturnInstalls) {
   serveFeed(packageItem("1.2"));
   servePackage();
