@@ -1,10 +1,11 @@
 #include "app/DisplayGuard.h"
 
 #include <QtGlobal>
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <utility>
+
+#include "base/Diagnostics.h"
 
 namespace zolt {
 
@@ -12,18 +13,16 @@ namespace {
 
 QtMessageHandler previousHandler = nullptr;
 
-const char* nameOr(const char* variable, const char* fallback) {
+std::string valueOf(const char* variable) {
   const char* value = std::getenv(variable);
-  return value != nullptr && *value != '\0' ? value : fallback;
+  return value != nullptr && *value != '\0' ? value : "not set";
 }
 
 // The toolkit reports a missing display as a fatal message and aborts after its handler returns: it does not return.
 void reportMissingDisplay(QtMsgType type, const QMessageLogContext& context, const QString& message) {
   if (type == QtFatalMsg) {
-    std::fprintf(stderr, "zolt: cannot open a display (DISPLAY=%s, WAYLAND_DISPLAY=%s, QT_QPA_PLATFORM=%s)\n",
-                 nameOr("DISPLAY", "not set"), nameOr("WAYLAND_DISPLAY", "not set"),
-                 nameOr("QT_QPA_PLATFORM", "not set"));
-    std::fflush(stderr);
+    printErrorLine("zolt: cannot open a display (DISPLAY=" + valueOf("DISPLAY") + ", WAYLAND_DISPLAY=" +
+                   valueOf("WAYLAND_DISPLAY") + ", QT_QPA_PLATFORM=" + valueOf("QT_QPA_PLATFORM") + ")");
     std::_Exit(EXIT_FAILURE);
   }
   // Warnings before that say the same at length.

@@ -11,6 +11,7 @@
 #include "app/DisplayGuard.h"
 #include "app/ProgramRun.h"
 #include "app/SingleInstance.h"
+#include "app/StandardStreams.h"
 #include "app/ZoltApp.h"
 #include "brew/BrewCommand.h"
 #include "desktop/DesktopPalette.h"
@@ -95,6 +96,8 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::
 }  // namespace
 
 int main(int argc, char** argv) {
+  zolt::openMissingStandardStreams();
+  zolt::printToolkitMessagesWithoutWaiting();
   // Whoever reads our standard output may stop reading; that is no reason to close the terminals.
   zolt::ignoreBrokenPipes();
   auto line = zolt::CommandLine::parse({argv + 1, argv + argc});

@@ -2,13 +2,15 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <string>
+
+#include "base/Diagnostics.h"
 
 namespace zolt {
 
 void fatalError(std::string_view reason) noexcept {
   std::fflush(stdout);
-  std::fprintf(stderr, "zolt: fatal: %.*s\n", static_cast<int>(reason.size()), reason.data());
-  std::fflush(stderr);
+  printErrorLine("zolt: fatal: " + std::string(reason));
   std::abort();
 }
 

@@ -4,7 +4,7 @@
 
 namespace zolt {
 
-/// Stops the program: writes "zolt: fatal: " and `reason` as one line to standard error, flushes and aborts.
+/// Stops the program: writes "zolt: fatal: " and `reason` as one line to standard error and aborts.
 ///
 /// For broken preconditions that cannot occur in normal use. Never returns and never unwinds; any thread may call it.
 [[noreturn]] void fatalError(std::string_view reason) noexcept;

@@ -1,0 +1,46 @@
+#include "app/StandardStreams.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <QString>
+#include <QtGlobal>
+#include <array>
+#include <cerrno>
+
+#include "base/Diagnostics.h"
+
+namespace zolt {
+
+namespace {
+
+struct Stream {
+  int descriptor;
+  int access;
+};
+
+// In ascending order: the system gives the lowest number that is free.
+constexpr std::array kStreams{
+    Stream{STDIN_FILENO, O_RDONLY},
+    Stream{STDOUT_FILENO, O_WRONLY},
+    Stream{STDERR_FILENO, O_WRONLY},
+};
+
+void printMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+  printErrorLine(qFormatLogMessage(type, context, message).toStdString());
+}
+
+}  // namespace
+
+void openMissingStandardStreams() {
+  for (const Stream& stream : kStreams) {
+    const bool isMissing = fcntl(stream.descriptor, F_GETFD) < 0 && errno == EBADF;
+    if (isMissing) static_cast<void>(open("/dev/null", stream.access));
+  }
+}
+
+void printToolkitMessagesWithoutWaiting() {
+  qInstallMessageHandler(printMessage);
+}
+
+}  // namespace zolt
