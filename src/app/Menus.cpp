@@ -73,35 +73,36 @@ constexpr Item separator(const char* menu) {
   return {menu, "", Does::Separate, "", none};
 }
 
-// The application menu of macOS is filled with the items that have a role; elsewhere they stand where they are.
+// The application menu of macOS is filled with the items that have a role; elsewhere they stay where they are. Items
+// have mnemonics, for an open menu has the keyboard; titles have none, for Alt belongs to the program in the terminal.
 constexpr std::array kItems{
-    Item{"&File", "&New Window", Does::SendAction, "newWindow", command<Qt::Key_N>},
-    Item{"&File", "New &Tab", Does::SendAction, "newTab", command<Qt::Key_T>},
-    separator("&File"),
-    Item{"&File", "Save &Output As...", Does::SendAction, "saveOutputAs", command<Qt::Key_S>},
-    separator("&File"),
-    Item{"&File", "&Close Window", Does::Close, "", command<Qt::Key_W>},
-    separator("&File"),
-    Item{"&File", "&Quit", Does::SendAction, "quit", command<Qt::Key_Q>, QAction::QuitRole},
-    Item{"&Edit", "&Copy", Does::SendAction, "copy", command<Qt::Key_C>},
-    Item{"&Edit", "&Paste", Does::SendAction, "paste", command<Qt::Key_V>},
-    Item{"&Edit", "Select &All", Does::SendAction, "selectAll", command<Qt::Key_A>},
-    separator("&Edit"),
-    Item{"&Edit", "&Find...", Does::SendAction, "find", command<Qt::Key_F>},
-    Item{"&Edit", "Find Ne&xt", Does::SendAction, "findNext", command<Qt::Key_G>},
-    Item{"&Edit", "Find Pre&vious", Does::SendAction, "findPrevious", findPreviousShortcuts},
-    Item{"&Edit", "Use Se&lection for Find", Does::SendAction, "findSelection", findSelectionShortcuts},
-    separator("&Edit"),
-    Item{"&Edit", "Pr&eferences...", Does::SendAction, "showPreferences", preferencesShortcuts,
+    Item{"File", "&New Window", Does::SendAction, "newWindow", command<Qt::Key_N>},
+    Item{"File", "New &Tab", Does::SendAction, "newTab", command<Qt::Key_T>},
+    separator("File"),
+    Item{"File", "Save &Output As...", Does::SendAction, "saveOutputAs", command<Qt::Key_S>},
+    separator("File"),
+    Item{"File", "&Close Window", Does::Close, "", command<Qt::Key_W>},
+    separator("File"),
+    Item{"File", "&Quit", Does::SendAction, "quit", command<Qt::Key_Q>, QAction::QuitRole},
+    Item{"Edit", "&Copy", Does::SendAction, "copy", command<Qt::Key_C>},
+    Item{"Edit", "&Paste", Does::SendAction, "paste", command<Qt::Key_V>},
+    Item{"Edit", "Select &All", Does::SendAction, "selectAll", command<Qt::Key_A>},
+    separator("Edit"),
+    Item{"Edit", "&Find...", Does::SendAction, "find", command<Qt::Key_F>},
+    Item{"Edit", "Find Ne&xt", Does::SendAction, "findNext", command<Qt::Key_G>},
+    Item{"Edit", "Find Pre&vious", Does::SendAction, "findPrevious", findPreviousShortcuts},
+    Item{"Edit", "Use Se&lection for Find", Does::SendAction, "findSelection", findSelectionShortcuts},
+    separator("Edit"),
+    Item{"Edit", "Pr&eferences...", Does::SendAction, "showPreferences", preferencesShortcuts,
          QAction::PreferencesRole},
-    Item{"&Terminal", "&Clear Screen", Does::PostNotification, clearTerminal, command<Qt::Key_K>},
-    Item{"&Terminal", "Toggle Homebrew &Sidebar", Does::PostNotification, toggleBrewSidebar,
+    Item{"Terminal", "&Clear Screen", Does::PostNotification, clearTerminal, command<Qt::Key_K>},
+    Item{"Terminal", "Toggle Homebrew &Sidebar", Does::PostNotification, toggleBrewSidebar,
          command<Qt::Key_B, Qt::ShiftModifier>},
-    Item{"&Window", "&Minimize", Does::Minimize, "", command<Qt::Key_M>},
-    Item{"&Window", "&Full Screen", Does::ToggleFullScreen, "", fullScreenShortcuts},
-    separator("&Window"),
-    Item{"&Help", "&About Zolt", Does::SendAction, "showAbout", none, QAction::AboutRole},
-    Item{"&Help", "Check for &Updates...", Does::SendAction, "checkForUpdates", none, QAction::ApplicationSpecificRole},
+    Item{"Window", "&Minimize", Does::Minimize, "", command<Qt::Key_M>},
+    Item{"Window", "&Full Screen", Does::ToggleFullScreen, "", fullScreenShortcuts},
+    separator("Window"),
+    Item{"Help", "&About Zolt", Does::SendAction, "showAbout", none, QAction::AboutRole},
+    Item{"Help", "Check for &Updates...", Does::SendAction, "checkForUpdates", none, QAction::ApplicationSpecificRole},
 };
 
 void perform(const Item& item, QWidget& window, const MenuContext& context) {
@@ -195,7 +196,7 @@ QList<QMenu*> makeMenus(QWidget& window, const MenuContext& context) {
 void addMenuShortcuts(QWidget& window, const MenuContext& context) {
   for (const Item& item : kItems) {
     // The widgets of such a window have their own ways to copy and paste.
-    if (std::string_view(item.menu) == "&Edit" && item.role == QAction::NoRole) continue;
+    if (std::string_view(item.menu) == "Edit" && item.role == QAction::NoRole) continue;
     // Nor is such a window ever as large as the screen.
     if (item.does == Does::ToggleFullScreen) continue;
     if (!item.shortcuts().isEmpty()) window.addAction(makeAction(item, window, context, &window));

@@ -2,9 +2,9 @@
 
 #include <QApplication>
 #include <QLabel>
-#include <QMenuBar>
 
 #include "app/AboutWindow.h"
+#include "app/TerminalMenuBar.h"
 #include "desktop/DesktopPalette.h"
 
 namespace zolt {
@@ -58,13 +58,14 @@ std::vector<TerminalWindow*> ZoltApp::windowsOnScreen() const {
 }
 
 void ZoltApp::prepareWindow(TerminalWindow& window) {
-  QMenuBar* bar = window.menuBar();
+  auto* bar = new TerminalMenuBar(&window);
   bar->setPalette(barPalette());
   const QList<QMenu*> menus = makeMenus(window, m_menus);
   for (QMenu* menu : menus) {
     bar->addMenu(menu);
   }
   bar->setCornerWidget(makeSubtitle(window.subtitle(), bar));
+  window.setMenuBar(bar);
 }
 
 void ZoltApp::showPreferences() {
