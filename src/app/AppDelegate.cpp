@@ -7,10 +7,27 @@
 
 namespace zolt {
 
-AppDelegate::AppDelegate(Config& config, UserDefaults& defaults, std::function<void(TerminalWindow&)> prepareWindow)
+namespace {
+
+// Shows a window with the desktop's leave to come to the front. The toolkit reads the token from the environment, at
+// that moment and nowhere else.
+void showWithToken(TerminalWindow& window, const std::string& token) {
+  constexpr const char* kVariable = "XDG_ACTIVATION_TOKEN";
+  const bool wasSet = qEnvironmentVariableIsSet(kVariable);
+  const QByteArray before = qgetenv(kVariable);
+  qputenv(kVariable, QByteArray::fromStdString(token));
+  window.makeKeyAndOrderFront();
+  wasSet ? qputenv(kVariable, before) : qunsetenv(kVariable);
+}
+
+}  // namespace
+
+AppDelegate::AppDelegate(Config& config, UserDefaults& defaults, std::function<void(TerminalWindow&)> prepareWindow,
+                         Environment environment)
     : m_config(config),
       m_defaults(defaults),
       m_prepareWindow(std::move(prepareWindow)),
+      m_environment(std::move(environment)),
       m_updaterController(std::make_unique<UpdaterController>(true, defaults)) {}
 
 AppDelegate::~AppDelegate() = default;
@@ -26,7 +43,11 @@ void AppDelegate::newWindow() {
 
 TerminalWindow& AppDelegate::openWindow(const TerminalLaunch& launch) {
   auto window = createTerminalWindow(launch);
-  window->makeKeyAndOrderFront();
+  if (launch.activationToken.empty()) {
+    window->makeKeyAndOrderFront();
+  } else {
+    showWithToken(*window, launch.activationToken);
+  }
   m_windows.push_back(std::move(window));
   return *m_windows.back();
 }
@@ -34,12 +55,13 @@ TerminalWindow& AppDelegate::openWindow(const TerminalLaunch& launch) {
 std::unique_ptr<TerminalWindow> AppDelegate::createTerminalWindow(const TerminalLaunch& launch) {
   // Started first: while the shell gets ready, the window is built, and shows its prompt with its first frame.
   auto started = std::make_shared<std::unique_ptr<TerminalController>>(std::make_unique<TerminalController>(
-      launch.shell, launch.restart, terminalSizeOfNewWindow(), launch.workingDirectory));
+      launch.shell, launch.restart, terminalSizeOfNewWindow(), launch.workingDirectory, m_environment));
   auto rootView =
       std::make_unique<ContentView>([started](const TerminalSize&) { return std::move(*started); }, m_defaults);
-  auto window = std::make_unique<TerminalWindow>(QStringLiteral("Zolt"),
-                                                 QString::fromStdString(ShellManager::shared().defaultShell().name),
-                                                 std::make_unique<TerminalWindowController>(std::move(rootView)));
+  const Shell& shell = launch.shell ? *launch.shell : ShellManager::shared().defaultShell();
+  auto window =
+      std::make_unique<TerminalWindow>(QStringLiteral("Zolt"), QString::fromStdString(shell.name),
+                                       std::make_unique<TerminalWindowController>(std::move(rootView), m_environment));
   m_prepareWindow(*window);
   return window;
 }

@@ -8,16 +8,18 @@
 #include <vector>
 
 #include "app/TerminalWindow.h"
+#include "platform/Environment.h"
 #include "settings/Config.h"
 #include "updates/views/UpdaterController.h"
 
 namespace zolt {
 
-/// What runs in a terminal's window: the default shell unless told otherwise.
+/// A terminal window that is asked for. It runs the default shell unless told otherwise.
 struct TerminalLaunch {
   std::optional<Shell> shell;
   TerminalController::Restart restart = TerminalController::Restart::AfterFailure;
-  std::string workingDirectory;  ///< this process's when empty
+  std::string workingDirectory;   ///< this process's when empty
+  std::string activationToken{};  ///< lets the window come to the front (XDG Activation); empty without
 };
 
 /// Opens the terminal windows and keeps them, also when they are closed, until the application ends. Performs the
@@ -27,8 +29,10 @@ class AppDelegate : public QObject {
 
  public:
   /// `prepareWindow` gives each new window what the application attaches to it, before it is first shown. `config` and
-  /// `defaults` must outlive the delegate. The update service is started as soon as the delegate exists.
-  AppDelegate(Config& config, UserDefaults& defaults, std::function<void(TerminalWindow&)> prepareWindow);
+  /// `defaults` must outlive the delegate. Every shell inherits `environment`. The update service is started as soon as
+  /// the delegate exists.
+  AppDelegate(Config& config, UserDefaults& defaults, std::function<void(TerminalWindow&)> prepareWindow,
+              Environment environment = processEnvironment());
   ~AppDelegate() override;
 
   /// Loads the settings and opens the first window.
@@ -57,6 +61,7 @@ class AppDelegate : public QObject {
   Config& m_config;
   UserDefaults& m_defaults;
   std::function<void(TerminalWindow&)> m_prepareWindow;
+  Environment m_environment;
   std::vector<std::unique_ptr<TerminalWindow>> m_windows;
   std::unique_ptr<UpdaterController> m_updaterController;
 };

@@ -3,8 +3,9 @@
 #include <QApplication>
 #include <chrono>
 #include <csignal>
-#include <cstdio>
+#include <filesystem>
 
+#include "base/Diagnostics.h"
 #include "platform/MainQueue.h"
 
 namespace zolt {
@@ -17,13 +18,19 @@ constexpr std::chrono::milliseconds kDrainPoll{1};
 // What the program left in the terminal is read in no time; a process that it left behind may go on printing for ever.
 constexpr std::chrono::seconds kDrainLimit{5};
 
+// What people call a program: the last component of its path.
+std::string nameOf(const std::string& program) {
+  const std::string name = std::filesystem::path(program).filename().string();
+  return name.empty() ? program : name;
+}
+
 }  // namespace
 
 Shell shellForProgram(const std::vector<std::string>& program) {
   // sh finds the program and becomes it: its status, signals and error message are the ones people know.
   std::vector<std::string> args{"-c", "exec \"$0\" \"$@\""};
   args.insert(args.end(), program.begin(), program.end());
-  return Shell{.name = program.front(), .executable = "/bin/sh", .args = std::move(args), .icon = "terminal"};
+  return Shell{.name = nameOf(program.front()), .executable = "/bin/sh", .args = std::move(args), .icon = "terminal"};
 }
 
 ProgramRun::ProgramRun(TerminalWindow& window, std::optional<std::string> screenshotFile)
@@ -60,7 +67,7 @@ void ProgramRun::finish() {
   if (m_screenshotFile) {
     const QString file = QString::fromStdString(*m_screenshotFile);
     if (!m_window.grab().save(file, "PNG")) {
-      std::fprintf(stderr, "zolt: cannot write %s\n", m_screenshotFile->c_str());
+      printErrorLine("zolt: cannot write " + *m_screenshotFile);
       m_exitStatus = EXIT_FAILURE;
     }
   }

@@ -4,13 +4,14 @@
 
 namespace zolt {
 
-TerminalWindowController::TerminalWindowController(std::unique_ptr<ContentView> rootView)
-    : m_ownedRootView(std::move(rootView)), m_rootView(m_ownedRootView.get()) {}
+TerminalWindowController::TerminalWindowController(std::unique_ptr<ContentView> rootView, Environment environment)
+    : m_ownedRootView(std::move(rootView)), m_rootView(m_ownedRootView.get()), m_environment(std::move(environment)) {}
 
 TerminalWindowController::~TerminalWindowController() = default;
 
 void TerminalWindowController::addTab() {
-  m_terminals.push_back(std::make_unique<TerminalController>(std::nullopt));
+  m_terminals.push_back(std::make_unique<TerminalController>(std::nullopt, TerminalController::Restart::AfterFailure,
+                                                             TerminalSize{}, std::string{}, m_environment));
 }
 
 }  // namespace zolt

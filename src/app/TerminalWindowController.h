@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "platform/Environment.h"
 #include "view/ContentView.h"
 
 namespace zolt {
@@ -13,8 +14,9 @@ class TerminalWindowController : public QObject {
   Q_OBJECT
 
  public:
-  /// Takes over `rootView`, for as long as no window does.
-  explicit TerminalWindowController(std::unique_ptr<ContentView> rootView);
+  /// Takes over `rootView`, for as long as no window does. Shells of further terminals inherit `environment`.
+  explicit TerminalWindowController(std::unique_ptr<ContentView> rootView,
+                                    Environment environment = processEnvironment());
   ~TerminalWindowController() override;
 
   ContentView& rootView() { return *m_rootView; }
@@ -31,6 +33,7 @@ class TerminalWindowController : public QObject {
  private:
   std::unique_ptr<ContentView> m_ownedRootView;
   ContentView* m_rootView;
+  Environment m_environment;
   std::vector<std::unique_ptr<TerminalController>> m_terminals;
   TerminalController* m_currentTerminal = nullptr;
 };

@@ -37,11 +37,11 @@ void bringToFront(QWidget& window) {
 
 }  // namespace
 
-ZoltApp::ZoltApp(Config& config, UserDefaults& defaults)
+ZoltApp::ZoltApp(Config& config, UserDefaults& defaults, Environment environment)
     : m_config(config),
       m_defaults(defaults),
-      m_appDelegate(
-          std::make_unique<AppDelegate>(config, defaults, [this](TerminalWindow& window) { prepareWindow(window); })),
+      m_appDelegate(std::make_unique<AppDelegate>(
+          config, defaults, [this](TerminalWindow& window) { prepareWindow(window); }, std::move(environment))),
       m_actions({m_appDelegate.get(), this, QCoreApplication::instance()}),
       m_menus{.actions = m_actions, .windows = [this] { return windowsOnScreen(); }} {
   QApplication::setQuitOnLastWindowClosed(AppDelegate::applicationShouldTerminateAfterLastWindowClosed());

@@ -18,8 +18,8 @@ class ZoltApp : public QObject {
   Q_OBJECT
 
  public:
-  /// Over the user's own settings; `defaults` and `config` must outlive the application.
-  ZoltApp(Config& config, UserDefaults& defaults);
+  /// `defaults` and `config` must outlive the application. Every shell inherits `environment`.
+  ZoltApp(Config& config, UserDefaults& defaults, Environment environment = processEnvironment());
   ~ZoltApp() override;
 
   AppDelegate& appDelegate() { return *m_appDelegate; }

@@ -37,22 +37,17 @@ std::string currentDirectory() {
   return std::filesystem::current_path(ignored).string();
 }
 
-// The desktop's leave for the next window to come to the front (XDG Activation): read by the toolkit when it shows one.
-void useActivationToken(const std::string& token) {
-  if (token.empty()) return;
-  qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(token));
-}
-
-// A request from another start: a window where that was.
+// What another start asks for: a window in the folder that it was started in.
 void open(zolt::AppDelegate& delegate, const zolt::OpenRequest& request) {
   std::error_code ignored;
   const bool exists = std::filesystem::is_directory(request.workingDirectory, ignored);
-  useActivationToken(request.activationToken);
-  delegate.openWindow({.shell = std::nullopt, .workingDirectory = exists ? request.workingDirectory : ""});
-  qunsetenv("XDG_ACTIVATION_TOKEN");
+  delegate.openWindow({.shell = std::nullopt,
+                       .workingDirectory = exists ? request.workingDirectory : "",
+                       .activationToken = request.activationToken});
 }
 
-int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::SingleInstance& instance) {
+int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::SingleInstance& instance,
+                   const zolt::Environment& environment) {
   zolt::DisplayGuard guard;
   QApplication application(argc, argv);
   guard.release();
@@ -60,7 +55,7 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::
   QApplication::setApplicationVersion(QStringLiteral(ZOLT_VERSION));
   QGuiApplication::setDesktopFileName(QStringLiteral("zolt"));
 
-  zolt::ZoltApp zoltApp(zolt::Config::shared(), zolt::UserDefaults::standard());
+  zolt::ZoltApp zoltApp(zolt::Config::shared(), zolt::UserDefaults::standard(), environment);
   zolt::AppDelegate& delegate = zoltApp.appDelegate();
   const zolt::TerminationSignals signals([] { QApplication::quit(); });
 
@@ -98,6 +93,8 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::
 int main(int argc, char** argv) {
   zolt::openMissingStandardStreams();
   zolt::printToolkitMessagesWithoutWaiting();
+  // What the shells inherit: the toolkit takes variables away that it has read (DESKTOP_STARTUP_ID).
+  const zolt::Environment environment = zolt::processEnvironment();
   // Whoever reads our standard output may stop reading; that is no reason to close the terminals.
   zolt::ignoreBrokenPipes();
   auto line = zolt::CommandLine::parse({argv + 1, argv + argc});
@@ -129,7 +126,7 @@ int main(int argc, char** argv) {
 
   // Qt reads argv as well and knows options of its own: it gets none of ours.
   int ownArguments = 1;
-  const int status = runApplication(ownArguments, argv, options, instance);
+  const int status = runApplication(ownArguments, argv, options, instance, environment);
   zolt::endBrewCommands(kEndGrace);
   zolt::ChildProcess::endRemaining(kEndGrace);
   return status;

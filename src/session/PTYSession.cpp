@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "base/Diagnostics.h"
-#include "platform/Environment.h"
 #include "platform/MainQueue.h"
 
 namespace zolt {
@@ -25,8 +24,7 @@ constexpr std::array<std::pair<const char*, const char*>, 4> kTerminalVariables{
     {"COLORTERM", "truecolor"},
 }};
 
-Environment shellEnvironment() {
-  Environment environment = processEnvironment();
+Environment withTerminalVariables(Environment environment) {
   for (const auto& [name, value] : kTerminalVariables) {
     environment[name] = value;
   }
@@ -61,7 +59,7 @@ bool PTYSession::start(const Shell& shell) {
   const auto process = std::make_shared<ChildProcess>(ChildProcess::Request{
       .executable = shell.executable,
       .arguments = shell.args.empty() ? std::vector<std::string>{"-l"} : shell.args,
-      .environment = shellEnvironment(),
+      .environment = withTerminalVariables(environment),
       .workingDirectory = workingDirectory,
       .standardInput = stream,
       .standardOutput = stream,

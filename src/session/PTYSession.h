@@ -9,6 +9,7 @@
 
 #include "base/TerminalSize.h"
 #include "platform/ChildProcess.h"
+#include "platform/Environment.h"
 #include "platform/FileHandle.h"
 #include "platform/PseudoTerminal.h"
 #include "session/Shell.h"
@@ -59,6 +60,8 @@ class PTYSession : public QObject {
   ExitHandler onExit;
   /// Where the next shell starts; in this process's folder when empty.
   std::string workingDirectory;
+  /// What the next shell inherits; the variables that name the terminal are set on top of it.
+  Environment environment = processEnvironment();
 
   /// How the last shell that ended did so.
   ChildProcess::Reason terminationReason() const;

@@ -17,13 +17,14 @@ constexpr std::chrono::milliseconds kRestartDelay{500};
 }  // namespace
 
 TerminalController::TerminalController(std::optional<Shell> shell, Restart restart, const TerminalSize& size,
-                                       std::string workingDirectory)
+                                       std::string workingDirectory, Environment environment)
     : m_ptySession(std::make_unique<PTYSession>()),
       m_restart(restart),
       m_shell(shell ? *std::move(shell) : ShellManager::shared().defaultShell()),
       m_screenBuffer(std::make_unique<TerminalScreenBuffer>()) {
   m_screenBuffer->resize(24, 80);
   m_ptySession->workingDirectory = std::move(workingDirectory);
+  m_ptySession->environment = std::move(environment);
   m_ptySession->resize(size);
   setupBindings();
   startSession();

@@ -29,9 +29,11 @@ class TerminalController : public QObject {
   enum class Restart { AfterFailure, Never };
 
   /// Runs `shell`, or the catalogue's default at this moment, on a terminal of `size`; without one its size is unknown
-  /// to the shell until `resize`. It starts in `workingDirectory`, or in this process's when that is empty.
+  /// to the shell until `resize`. It starts in `workingDirectory`, or in this process's when that is empty, and
+  /// inherits `environment`, as it does each time it is started again.
   explicit TerminalController(std::optional<Shell> shell, Restart restart = Restart::AfterFailure,
-                              const TerminalSize& size = {}, std::string workingDirectory = {});
+                              const TerminalSize& size = {}, std::string workingDirectory = {},
+                              Environment environment = processEnvironment());
   ~TerminalController() override;
 
   const QUuid& id() const { return m_id; }
