@@ -1,6 +1,5 @@
 #include "session/TerminalController.h"
 
-#include <chrono>
 #include <utility>
 
 #include "base/Diagnostics.h"
@@ -9,12 +8,6 @@
 #include "text/GraphemeClusters.h"
 
 namespace zolt {
-
-namespace {
-
-constexpr std::chrono::milliseconds kRestartDelay{500};
-
-}  // namespace
 
 TerminalController::TerminalController(std::optional<Shell> shell, Restart restart, const TerminalSize& size,
                                        std::string workingDirectory, Environment environment)
@@ -64,7 +57,7 @@ void TerminalController::handleExit(std::int32_t code) {
   printLine("Terminal exited with code: " + std::to_string(code));
   Q_EMIT shellEnded(code);
   if (code == 0 || m_restart == Restart::Never) return;
-  MainQueue::after(MainQueue::Owner(this), kRestartDelay, [this] { startSession(); });
+  MainQueue::after(MainQueue::Owner(this), restartDelay, [this] { startSession(); });
 }
 
 void TerminalController::sendInput(std::string_view text) {

@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QUuid>
+#include <chrono>
 #include <cstdint>
 #include <deque>
 #include <memory>
@@ -27,6 +28,8 @@ class TerminalController : public QObject {
 
  public:
   enum class Restart { AfterFailure, Never };
+  /// From the end of a shell that failed to its restart.
+  static constexpr std::chrono::milliseconds restartDelay{500};
 
   /// Runs `shell`, or the catalogue's default at this moment, on a terminal of `size`; without one its size is unknown
   /// to the shell until `resize`. It starts in `workingDirectory`, or in this process's when that is empty, and

@@ -13,6 +13,7 @@
 
 #include "platform/Environment.h"
 #include "session/ControllerProbe.h"
+#include "session/SessionProbe.h"
 #include "session/TerminalController.h"
 #include "support/ProcessFacts.h"
 
@@ -123,10 +124,13 @@ TEST_P(RealShellTest, StaysEndedAfterExit0) {
   type("exit 0");
   ASSERT_TRUE(probe().hasEnded());
   EXPECT_EQ(probe().statuses, Statuses{0});
+  // The shell's last words may arrive after its end was noticed.
+  ASSERT_TRUE(waitFor([this] { return terminal().ptySession().isDrained(); }));
+  ASSERT_TRUE(test::SessionProbe::deliversWhatWasSubmitted());
   const std::string lastScreen = test::gridText(terminal());
-  runLoopFor(std::chrono::milliseconds(800));
+  runLoopFor(TerminalController::restartDelay + std::chrono::milliseconds(100));
   EXPECT_FALSE(terminal().ptySession().isRunning());
-  EXPECT_TRUE(test::childProcesses().empty());
+  EXPECT_TRUE(waitFor([] { return test::childProcesses().empty(); }));
   EXPECT_EQ(test::gridText(terminal()), lastScreen);
 }
 

@@ -4,11 +4,13 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "platform/MainQueue.h"
 #include "session/PTYSession.h"
 #include "support/WaitFor.h"
 
@@ -49,6 +51,12 @@ class SessionProbe {
   bool ends(std::size_t times = 1) const {
     return waitFor([&] { return exits.size() >= times; });
   }
+  /// Runs the loop until everything has run that is in the main queue now.
+  static bool deliversWhatWasSubmitted() {
+    auto reached = std::make_shared<bool>(false);
+    MainQueue::async([reached] { *reached = true; });
+    return waitFor([&] { return *reached; });
+  }
   /// All that a shell prints until it ends.
   std::string outputOf(const Shell& shell) {
     output.clear();
@@ -56,7 +64,7 @@ class SessionProbe {
     EXPECT_TRUE(session.start(shell));
     EXPECT_TRUE(ends(before + 1));
     EXPECT_TRUE(waitFor([this] { return session.isDrained(); }));
-    runLoopFor(std::chrono::milliseconds(5));
+    EXPECT_TRUE(deliversWhatWasSubmitted());
     return output;
   }
 };

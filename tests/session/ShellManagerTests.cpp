@@ -32,7 +32,7 @@ class Catalogue {
   std::string names() const {
     std::string text;
     for (const Shell& shell : m_manager.availableShells()) {
-      text += (text.empty() ? "" : " ") + shell.name;
+      text += (&shell == m_manager.availableShells().data() ? "" : " ") + shell.name;
     }
     return text;
   }
@@ -112,6 +112,15 @@ TEST(ShellManager, OffersShUnprobedAndALoginShellUnprobed) {
   EXPECT_EQ(catalogue.names(), "Tcsh Sh");
   EXPECT_EQ(catalogue->defaultShell().executable, "/nonexistent/tcsh");
   EXPECT_TRUE(catalogue->defaultShell().args.empty());
+}
+
+TEST(ShellManager, TakesAnEmptyLoginShellForOneThatIsSet) {
+  const Catalogue catalogue({.installed = kSystemShells, .login = ""});
+  EXPECT_EQ(catalogue.names(), " Zsh Bash Sh");
+  EXPECT_EQ(catalogue.shell(0).name, "");
+  EXPECT_EQ(catalogue.shell(0).executable, "");
+  EXPECT_EQ(catalogue.shell(0).icon, "terminal");
+  EXPECT_EQ(catalogue->defaultShell(), catalogue.shell(0));
 }
 
 TEST(ShellManager, CapitalisesTheLastComponentOfTheLoginShell) {

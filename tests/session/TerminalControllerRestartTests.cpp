@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/MainQueue.h"
 #include "session/ControllerProbe.h"
 #include "session/SessionProbe.h"
 #include "session/TerminalController.h"
@@ -43,9 +44,10 @@ class CountedShell {
   std::string m_path = m_folder.path().toStdString() + "/starts";
 };
 
-// Longer than the pause before a restart.
+// Until after a restart that is to come now would have come: timers of one thread fire in the order of their times,
+// however late they are.
 void waitPastARestart() {
-  runLoopFor(800ms);
+  runLoopFor(TerminalController::restartDelay + 100ms);
 }
 
 TEST(TerminalControllerRestart, FollowsAFailingExitAfterHalfASecond) {
@@ -58,6 +60,36 @@ TEST(TerminalControllerRestart, FollowsAFailingExitAfterHalfASecond) {
   EXPECT_GE(std::chrono::steady_clock::now() - probe.times.front(), 500ms);
   EXPECT_TRUE(probe.gridShows("waiting"));
   EXPECT_EQ(shell.starts(), 2);
+}
+
+// A timer a little longer is set when each shell ends: however slow the machine is, the restart comes before it. Three
+// shells, for the rare case that this process is stopped between setting the two.
+TEST(TerminalControllerRestart, DoesNotFollowLater) {
+  EXPECT_EQ(TerminalController::restartDelay, 500ms);
+  int timers = 0;
+  int restartsInTime = 0;
+  int changes = 0;
+  ControllerProbe probe(test::script("exit 3"));
+  QObject::connect(&*probe, &TerminalController::objectWillChange, [&] { ++changes; });
+  QObject::connect(&*probe, &TerminalController::shellEnded, [&] {
+    MainQueue::after(MainQueue::Owner(&*probe), TerminalController::restartDelay + 200ms, [&, before = changes] {
+      ++timers;
+      if (changes > before) ++restartsInTime;
+    });
+  });
+  ASSERT_TRUE(waitFor([&] { return timers >= 3; }));
+  EXPECT_GE(restartsInTime, 1);
+}
+
+TEST(TerminalControllerRestart, AnnouncesTheTitle) {
+  ControllerProbe probe(test::script("exit 3"));
+  ASSERT_TRUE(probe.hasEnded());
+  runLoopFor(20ms);  // what the output has to announce
+  bool isRunning = false;
+  const auto connection = QObject::connect(&*probe, &TerminalController::objectWillChange,
+                                           [&] { isRunning = isRunning || probe->ptySession().isRunning(); });
+  EXPECT_TRUE(waitFor([&] { return isRunning; }));
+  QObject::disconnect(connection);
 }
 
 TEST(TerminalControllerRestart, GoesOnWithoutLimit) {
