@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QEvent>
 #include <QTemporaryDir>
 #include <QTest>
+#include <functional>
 #include <memory>
 
 #include "app/AppDelegate.h"
@@ -11,6 +13,22 @@
 #include "support/WaitFor.h"
 
 namespace zolt::test {
+
+/// Calls `action` for each event of one type that the watched object gets.
+class OnEvent : public QObject {
+ public:
+  OnEvent(QEvent::Type type, std::function<void()> action, QObject* parent)
+      : QObject(parent), m_type(type), m_action(std::move(action)) {}
+
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == m_type) m_action();
+    return false;
+  }
+
+ private:
+  QEvent::Type m_type;
+  std::function<void()> m_action;
+};
 
 /// A delegate with settings of its own, in a temporary folder.
 class AppDelegateTest : public testing::Test {

@@ -2,6 +2,7 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QMenuBar>
+#include <QTcpServer>
 
 #include "AppFixture.h"
 #include "app/ZoltApp.h"
@@ -144,6 +145,55 @@ TEST_F(MenuTest, LeaveControlAloneToTheShell) {
   press(Qt::Key_W, Qt::ControlModifier);
   EXPECT_EQ(app.appDelegate().windows().size(), 1U);
   EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(MenuTest, AreOpenedByF10WithTheirFirstItemChosen) {
+  press(Qt::Key_F10, Qt::NoModifier);
+  ASSERT_TRUE(menu("File")->isVisible());
+  EXPECT_EQ(menu("File")->activeAction(), item("File", "New Window"));
+  QTest::keyClick(menu("File"), Qt::Key_T);
+  EXPECT_FALSE(menu("File")->isVisible());
+  EXPECT_EQ(window->contentViewController().terminals().size(), 1U) << "its letters choose its items";
+}
+
+TEST_F(MenuTest, GiveTheKeyboardBackWhenTheyAreLeft) {
+  QWidget* terminal = QApplication::focusWidget();
+  press(Qt::Key_F10, Qt::NoModifier);
+  QTest::keyClick(menu("File"), Qt::Key_Escape);
+  EXPECT_FALSE(menu("File")->isVisible());
+  EXPECT_EQ(QApplication::focusWidget(), terminal);
+}
+
+TEST_F(MenuTest, LeaveAltToTheProgramInTheTerminal) {
+  open({"hex"});
+  QWidget* terminal = QApplication::focusWidget();
+  const TerminalNSTextView& view = window->contentViewController().rootView().textView();
+  const auto shown = [&] { return view.textStorage().text(0, view.textStorage().size()); };
+  ASSERT_TRUE(test::waitFor([&] { return shown().find("ready") != std::string::npos; }));
+  QTest::keyClick(terminal, Qt::Key_Alt);
+  EXPECT_EQ(QApplication::focusWidget(), terminal);
+  for (const char letter : {'f', 'e', 't', 'w', 'h'}) {
+    QTest::keyClick(QApplication::focusWidget(), letter, Qt::AltModifier);
+  }
+  EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+  EXPECT_TRUE(test::waitFor([&] { return shown().ends_with(" 66 65 74 77 68"); })) << shown();
+}
+
+TEST_F(MenuTest, DimAnItemWhoseActionNobodyPerformsNow) {
+  QTcpServer feed;  // accepts the connection and never answers: the check stays under way
+  ASSERT_TRUE(feed.listen(QHostAddress::LocalHost));
+  defaults.setString("SUFeedURL", "https://127.0.0.1:" + std::to_string(feed.serverPort()) + "/feed.xml");
+  defaults.setString("SUPublicEDKey", QByteArray(32, 'k').toBase64().toStdString());
+  const auto isEnabledInTheOpenMenu = [this] {
+    Q_EMIT menu("Help")->aboutToShow();
+    const bool enabled = item("Help", "Check for Updates...")->isEnabled();
+    Q_EMIT menu("Help")->aboutToHide();
+    return enabled;
+  };
+  EXPECT_TRUE(isEnabledInTheOpenMenu());
+  item("Help", "Check for Updates...")->trigger();
+  EXPECT_FALSE(isEnabledInTheOpenMenu());
+  EXPECT_TRUE(item("Help", "Check for Updates...")->isEnabled()) << "shortcuts work while the menu is closed";
 }
 
 TEST_F(MenuTest, ListTheWindowsOnScreen) {
