@@ -37,7 +37,7 @@ class AppDelegate : public QObject {
 
   /// Loads the settings and opens the first window.
   void applicationDidFinishLaunching(const TerminalLaunch& first = {});
-  /// No: an application without windows goes on, deliberately, and opens one when it is asked to.
+  /// Always false, deliberately: the application keeps running without windows and opens one on request.
   static bool applicationShouldTerminateAfterLastWindowClosed() { return false; }
 
   Q_INVOKABLE void newWindow();
@@ -45,13 +45,13 @@ class AppDelegate : public QObject {
   Q_INVOKABLE void newTab();
   /// Asks the update service to check now; it shows an interface of its own.
   Q_INVOKABLE void checkForUpdates();
-  /// Whether an action would do something now: no check while another is under way.
+  /// Whether an action is available now: no update check while another is in progress.
   Q_INVOKABLE bool validate(const QByteArray& action) const;
 
   /// Opens a window in front of the others.
   TerminalWindow& openWindow(const TerminalLaunch& launch);
 
-  /// Every window there was, in the order in which they were opened; none is ever removed.
+  /// Every window ever opened, in order; none is removed.
   const std::vector<std::unique_ptr<TerminalWindow>>& windows() const { return m_windows; }
   UpdaterController& updaterController() { return *m_updaterController; }
 

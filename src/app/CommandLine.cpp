@@ -7,7 +7,7 @@ namespace zolt {
 
 namespace {
 
-// A word of the user's as it can stand in a message of one line.
+// A command-line word made safe for a one-line message.
 std::string onOneLine(std::string word) {
   std::ranges::replace_if(
       word, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, '?');
@@ -43,7 +43,7 @@ const std::array kOptions{
              line.screenshotFile = values.front();
              return {};
            }},
-    Option{"--new-instance", Takes::Nothing, "", "start a Zolt of its own, also where one is running",
+    Option{"--new-instance", Takes::Nothing, "", "start a separate instance even if one is running",
            [](CommandLine& line, const std::vector<std::string>&) -> Result<void> {
              line.newInstance = true;
              return {};

@@ -15,7 +15,7 @@ struct CommandLine {
   Action action = Action::Run;
   std::optional<std::string> workingDirectory;
   std::optional<std::string> screenshotFile;
-  bool newInstance = false;          ///< also where one runs already
+  bool newInstance = false;          ///< even if an instance is running
   std::vector<std::string> program;  ///< of -e, with its arguments; empty without
 
   /// Reads the arguments without the program's own name. A failure is one line for the user.

@@ -23,7 +23,7 @@ QList<QKeySequence> none() {
   return {};
 }
 
-// Control+comma is nobody's in a shell, and what people know.
+// No shell uses Control+comma, and people know it from other applications.
 QList<QKeySequence> preferencesShortcuts() {
 #ifdef Q_OS_MACOS
   return commandShortcuts(Qt::Key_Comma);
@@ -32,7 +32,7 @@ QList<QKeySequence> preferencesShortcuts() {
 #endif
 }
 
-// Where the command key is Ctrl+Shift, Shift can say nothing more: there people know the letter beside.
+// Where the command key is Ctrl+Shift, Shift cannot be added to it: the neighbouring letter is used instead.
 QList<QKeySequence> findPreviousShortcuts() {
 #ifdef Q_OS_MACOS
   return commandShortcuts(Qt::Key_G, Qt::ShiftModifier);
@@ -138,7 +138,8 @@ QAction* makeAction(const Item& item, QWidget& window, const MenuContext& contex
   return action;
 }
 
-// Items are looked at when their menu opens; a shortcut is never cut off, for its responder decides by itself.
+// Items are validated when their menu opens. While it is closed they stay enabled, because a disabled action would take
+// its shortcut with it; the responder decides for itself then.
 void validateItems(QMenu& menu, const MenuContext& context) {
   for (const Item& item : kItems) {
     if (item.does != Does::SendAction) continue;
@@ -195,7 +196,7 @@ QList<QMenu*> makeMenus(QWidget& window, const MenuContext& context) {
 
 void addMenuShortcuts(QWidget& window, const MenuContext& context) {
   for (const Item& item : kItems) {
-    // The widgets of such a window have their own ways to copy and paste.
+    // The widgets of such a window handle copy and paste themselves.
     if (std::string_view(item.menu) == "Edit" && item.role == QAction::NoRole) continue;
     // Nor is such a window ever as large as the screen.
     if (item.does == Does::ToggleFullScreen) continue;

@@ -113,7 +113,7 @@ void OutputSaving::cancel() {
   end();
 }
 
-// The saver stays until it has ended: on a slow disk a cancelled one may take a while, and nobody waits for it.
+// The saver lives until it has ended: on a slow disk a cancelled one may take a while, and nothing waits for it.
 void OutputSaving::end() {
   m_panelTimer.stop();
   m_saver->disconnect(this);

@@ -15,24 +15,24 @@ namespace zolt {
 /// "Zolt Output 2026-11-21 at 10.43.txt"
 QString proposedOutputName(const QDateTime& time);
 
-/// Saves the output of one window's terminal: asks where to and how, shows how far it is where that takes a moment,
-/// and says what went wrong. Main thread.
+/// Saves the output of a window's terminal: asks for a file and a format, shows progress when saving takes a while, and
+/// reports errors. Main thread.
 class OutputSaving : public QObject {
   Q_OBJECT
 
  public:
-  /// A saving that takes no longer than this shows nothing.
+  /// No progress is shown for a save that takes no longer than this.
   static constexpr std::chrono::milliseconds panelDelay{300};
 
   /// `content` must outlive it.
   explicit OutputSaving(ContentView& content);
   ~OutputSaving() override;
 
-  /// Opens the dialog; while a saving is under way, gives the keyboard to its panel instead.
+  /// Opens the dialog; while a save is in progress, moves the focus to its panel instead.
   void ask();
   /// Saves the output that is there now. One at a time.
   void save(const QString& file, OutputFormat format);
-  /// Ends what is under way, the dialog included.
+  /// Cancels a save in progress and closes the dialog.
   void cancel();
   bool isSaving() const { return m_saver != nullptr; }
 
@@ -44,7 +44,7 @@ class OutputSaving : public QObject {
 
   ContentView& m_content;
   QPointer<QFileDialog> m_dialog;  // a child of the window, while it is open
-  QPointer<OutputSaver> m_saver;   // a child, until it has ended; null once it is no business of the user's any more
+  QPointer<OutputSaver> m_saver;   // a child until it has ended; null once cancelled
   QPointer<SavePanel> m_panel;     // a child of what the terminal lies in
   QTimer m_panelTimer;
 };

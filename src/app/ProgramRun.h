@@ -21,8 +21,8 @@ class ProgramRun : public QObject {
  public:
   ProgramRun(TerminalWindow& window, std::optional<std::string> screenshotFile);
 
-  /// What the application is to end with now. When the window is closed before the program has ended: that of a program
-  /// that was hung up.
+  /// The application's exit status at this point. Until the program has ended it is that of a program killed by SIGHUP,
+  /// for when the window is closed first.
   int exitStatus() const { return m_exitStatus; }
 
  private:

@@ -186,7 +186,7 @@ bool SingleInstance::serve(std::function<void(const OpenRequest& request)> open)
         }
         const std::string line = connection->readLine(kRequestLimitBytes).toStdString();
         if (const auto request = OpenRequest::decoded(line)) {
-          // Whoever gave up waiting has opened a window of their own by now.
+          // A client that gave up waiting has opened its own window by now.
           connection->write(kAnswer.data(), static_cast<qint64>(kAnswer.size()));
           if (connection->flush() && connection->state() == QLocalSocket::ConnectedState) open(*request);
         }

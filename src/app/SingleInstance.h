@@ -12,13 +12,13 @@
 
 namespace zolt {
 
-/// What a second start asks of the instance that runs already.
+/// What a second start asks of the running instance.
 struct OpenRequest {
   std::string workingDirectory;
   std::string activationToken;  ///< the desktop's leave to come to the front; empty without
 
   std::string encoded() const;
-  /// Nothing for what is no request, or not of this kind.
+  /// Nothing if `text` is not a valid request.
   static std::optional<OpenRequest> decoded(std::string_view text);
 };
 
@@ -34,7 +34,7 @@ class SingleInstance {
 
   /// Names of the files for the display that the environment names, in `runtimeFolder`.
   explicit SingleInstance(const std::string& runtimeFolder);
-  /// Takes socket and lock file away, where they are this process's.
+  /// Removes the socket and the lock file if this process holds the lock.
   ~SingleInstance();
   SingleInstance(const SingleInstance&) = delete;
   SingleInstance& operator=(const SingleInstance&) = delete;

@@ -45,7 +45,7 @@ TerminalWindow::TerminalWindow(const QString& title, const QString& subtitle,
       m_saving(std::make_unique<OutputSaving>(m_controller->rootView())) {
   setWindowTitle(title);
   setUnifiedTitleAndToolBarOnMac(true);
-  setContextMenuPolicy(Qt::NoContextMenu);  // nobody is to hide the tool bar, nor find one to show
+  setContextMenuPolicy(Qt::NoContextMenu);  // it would offer to hide or show the tool bar
   auto* toolBar = new QToolBar(this);
   toolBar->setObjectName(QStringLiteral("mainToolbar"));
   toolBar->setMovable(false);

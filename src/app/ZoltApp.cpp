@@ -21,7 +21,7 @@ QLabel* makeSubtitle(const QString& text, QWidget* parent) {
   return label;
 }
 
-// The bar belongs to the terminal below it, and is as black.
+// The bar belongs to the terminal below it, and is black like it.
 QPalette barPalette() {
   QPalette palette = darkPalette();
   palette.setColor(QPalette::Window, Qt::black);

@@ -24,7 +24,7 @@
 namespace {
 
 constexpr int kUsageStatus = 2;
-// Shells that do not listen, and Homebrew's tool cleaning up, have so long after the windows are gone.
+// How long shells that ignore SIGTERM, and brew cleaning up, may take once the windows are gone.
 constexpr std::chrono::milliseconds kEndGrace{1000};
 
 int usageError(const std::string& reason) {
@@ -76,7 +76,7 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::
   }
   if (instance.isFirst()) instance.serve([&delegate](const zolt::OpenRequest& request) { open(delegate, request); });
 
-  // What the first frame does without.
+  // Not needed for the first frame.
   std::unique_ptr<zolt::DesktopPalette> palette;
   zolt::MainQueue::async(zolt::MainQueue::Owner(&application), [&palette] {
     palette = std::make_unique<zolt::DesktopPalette>();

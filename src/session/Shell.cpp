@@ -43,7 +43,7 @@ std::string Shell::encoded() const {
   object["executable"] = executable;
   object["args"] = args;
   object["icon"] = icon;
-  // Paths are bytes; what of them is no UTF-8 is replaced rather than refused.
+  // Paths are bytes: whatever is not valid UTF-8 is replaced, not refused.
   return object.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
 }
 
@@ -52,7 +52,7 @@ Result<Shell> Shell::decode(std::string_view json) {
     const auto object = nlohmann::json::parse(json);
     const auto idText = object.at("id").get<std::string>();
     const QUuid id = QUuid::fromString(QString::fromStdString(idText));
-    // The null UUID is one; it also stands for a text that is none. Braces and the like are not taken.
+    // The null UUID is valid, but is also what malformed text parses to. Only the form without braces is accepted.
     if (standardForm(id) != QString::fromStdString(idText).toUpper()) return Failure{"\"id\" is no UUID: " + idText};
     return Shell{.id = id,
                  .name = object.at("name").get<std::string>(),
