@@ -1,33 +1,99 @@
 #include "settings/Config.h"
 
 #include <algorithm>
+#include <map>
+#include <type_traits>
 
 namespace zolt {
 
 namespace {
 
-template <class Cases>
-auto caseOf(const Cases& cases, std::string_view text) {
-  const auto found = std::ranges::find(cases, text, [](const auto& each) { return each.second; });
+template <class Case>
+std::string_view nameOf(Case value) {
+  return std::ranges::find(Config::casesOf(value), value, [](const auto& each) { return each.first; })->second;
+}
+
+template <class Case>
+std::optional<Case> caseNamed(std::string_view name) {
+  const auto& cases = Config::casesOf(Case());
+  const auto found = std::ranges::find(cases, name, [](const auto& each) { return each.second; });
   return found == cases.end() ? std::nullopt : std::optional(found->first);
+}
+
+// One a type: how a stored value becomes the setting's. An unknown case changes nothing.
+template <class Case>
+requires std::is_enum_v<Case>
+void load(const UserDefaults& defaults, Config::Published<Case>& setting) {
+  const std::string name = defaults.stringForKey(setting.row().key).value_or("");
+  if (const auto stored = caseNamed<Case>(name)) setting = *stored;
+}
+
+template <class Number>
+void assignNumber(Config::Published<Number>& setting, Number stored) {
+  setting = stored;
+  if (setting.value() == 0) setting = setting.row().initial;
+}
+
+void load(const UserDefaults& defaults, Config::Published<double>& setting) {
+  assignNumber(setting, defaults.doubleForKey(setting.row().key));
+}
+
+void load(const UserDefaults& defaults, Config::Published<std::int64_t>& setting) {
+  assignNumber(setting, defaults.integerForKey(setting.row().key));
+}
+
+void load(const UserDefaults& defaults, Config::Published<bool>& setting) {
+  setting = defaults.boolForKey(setting.row().key);
+}
+
+void load(const UserDefaults& defaults, Config::Published<std::string>& setting) {
+  setting = defaults.stringForKey(setting.row().key).value_or(setting.row().initial);
+}
+
+// One a type: how a value is stored.
+template <class Case>
+requires std::is_enum_v<Case>
+void store(UserDefaults& defaults, const char* key, Case value) {
+  defaults.setString(key, std::string(nameOf(value)));
+}
+
+void store(UserDefaults& defaults, const char* key, double value) {
+  defaults.setDouble(key, value);
+}
+
+void store(UserDefaults& defaults, const char* key, std::int64_t value) {
+  defaults.setInteger(key, value);
+}
+
+void store(UserDefaults& defaults, const char* key, bool value) {
+  defaults.setBool(key, value);
+}
+
+void store(UserDefaults& defaults, const char* key, const std::string& value) {
+  defaults.setString(key, value);
+}
+
+template <class T>
+bool isStored(const Config::Published<T>& setting) {
+  return setting.row().saving != Config::Saving::Never;
 }
 
 }  // namespace
 
 std::string_view rawValue(Config::ColorScheme scheme) {
-  return std::ranges::find(Config::colorSchemes, scheme, [](const auto& each) { return each.first; })->second;
+  return nameOf(scheme);
 }
 
 std::string_view rawValue(Config::CursorStyle style) {
-  return std::ranges::find(Config::cursorStyles, style, [](const auto& each) { return each.first; })->second;
+  return nameOf(style);
 }
 
 std::optional<Config::ColorScheme> colorSchemeOf(std::string_view rawValue) {
-  return caseOf(Config::colorSchemes, rawValue);
+  return caseNamed<Config::ColorScheme>(rawValue);
 }
 
 std::optional<Config::CursorStyle> cursorStyleOf(std::string_view rawValue) {
-  return caseOf(Config::cursorStyles, rawValue);
+  return caseNamed<Config::CursorStyle>(rawValue);
 }
 
 Config::Config(UserDefaults& defaults) : m_defaults(defaults) {}
@@ -39,28 +105,32 @@ Config& Config::shared() {
 }
 
 void Config::setupDefaults() {
-  if (const auto stored = colorSchemeOf(m_defaults.stringForKey("theme").value_or(""))) theme = *stored;
-  fontSize = m_defaults.doubleForKey("fontSize");
-  if (fontSize == 0.0) fontSize = 14.0;
-  fontFamily = m_defaults.stringForKey("fontFamily").value_or("SF Mono");
-  if (const auto stored = cursorStyleOf(m_defaults.stringForKey("cursorStyle").value_or(""))) cursorStyle = *stored;
-  cursorBlink = m_defaults.boolForKey("cursorBlink");
-  scrollbackLines = m_defaults.integerForKey("scrollbackLines");
-  if (scrollbackLines == 0) scrollbackLines = 10000;
-  opacity = m_defaults.doubleForKey("opacity");
-  if (opacity == 0.0) opacity = 1.0;
-  blurBackground = m_defaults.boolForKey("blurBackground");
+  const auto loadOne = [this](auto* setting) {
+    if (isStored(*setting)) load(m_defaults, *setting);
+  };
+  for (const Setting& each : m_settings) {
+    std::visit(loadOne, each);
+  }
 }
 
 void Config::save() {
-  m_defaults.setString("theme", std::string(rawValue(theme)));
-  m_defaults.setDouble("fontSize", fontSize);
-  m_defaults.setString("fontFamily", fontFamily);
-  m_defaults.setString("cursorStyle", std::string(rawValue(cursorStyle)));
-  m_defaults.setBool("cursorBlink", cursorBlink);
-  m_defaults.setInteger("scrollbackLines", scrollbackLines);
-  m_defaults.setDouble("opacity", opacity);
-  m_defaults.setBool("blurBackground", blurBackground);
+  const auto saveOne = [this](const auto* setting) {
+    if (isStored(*setting)) store(m_defaults, setting->row().key, setting->value());
+  };
+  for (const Setting& each : m_settings) {
+    std::visit(saveOne, each);
+  }
+}
+
+void Config::assignDefaults() {
+  std::map<int, Setting> byPosition;
+  for (const Setting& each : m_settings) {
+    byPosition.emplace(std::visit([](const auto* setting) { return setting->row().resetPosition; }, each), each);
+  }
+  byPosition.erase(0);  // the settings that a reset leaves alone
+  for (const auto& [position, each] : byPosition) {
+    std::visit([](auto* setting) { *setting = setting->row().initial; }, each);
+  }
 }
 
 }  // namespace zolt

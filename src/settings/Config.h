@@ -7,14 +7,18 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <variant>
+#include <vector>
 
 #include "platform/UserDefaults.h"
 
 namespace zolt {
 
-/// The store of the terminal's appearance settings, as the preferences show and edit them. Observable; main thread.
+/// The store of the terminal's appearance settings, which the preferences show and edit. Observable; main thread.
 ///
-/// Values change in memory and reach the user's settings only with `save`. Nothing but the preferences reads them.
+/// Each property is one row of the settings table: declaring it is all that loading, saving, resetting and
+/// `zolt-inspect defaults` need. Values change in memory and reach the user's settings only with `save`. Nothing but
+/// the preferences reads them.
 class Config : public QObject {
   Q_OBJECT
 
@@ -27,14 +31,43 @@ class Config : public QObject {
       {{ColorScheme::Dark, "Dark"}, {ColorScheme::Light, "Light"}, {ColorScheme::System, "System"}}};
   static constexpr std::array<std::pair<CursorStyle, std::string_view>, 3> cursorStyles{
       {{CursorStyle::Block, "Block"}, {CursorStyle::Line, "Line"}, {CursorStyle::Bar, "Bar"}}};
+  static constexpr const auto& casesOf(ColorScheme) { return colorSchemes; }
+  static constexpr const auto& casesOf(CursorStyle) { return cursorStyles; }
 
-  /// A value that announces each assignment, also that of an equal value, before it takes it.
+  /// What saves a changed value.
+  enum class Saving {
+    OnChange,    ///< the change itself: all values are saved
+    WithOthers,  ///< the next save, whatever caused it
+    Never,       ///< nothing: the value lasts as long as the process
+  };
+
+  /// What a slider offers, both ends included; it limits no stored value.
+  struct Range {
+    double first = 0;
+    double last = 0;
+    double step = 0;  ///< 0: continuous
+  };
+
+  template <class T>
+  struct Row {
+    const char* key;    ///< in the stored settings, and the name of the control
+    const char* label;  ///< in the preferences
+    T initial;  ///< also stands in for a missing text and for a number that is absent or 0; what a reset restores
+    Saving saving = Saving::WithOthers;
+    int resetPosition = 0;  ///< counted from 1; 0: a reset leaves the value alone
+    Range range{};
+  };
+
+  /// A setting. It announces each assignment before it takes effect, even of an equal value.
   template <class T>
   class Published {
    public:
-    Published(Config& owner, T initial) : m_owner(owner), m_value(std::move(initial)) {}
+    Published(Config& owner, const Row<T>& row) : m_owner(owner), m_row(row), m_value(row.initial) {
+      owner.m_settings.push_back(this);
+    }
     Published(const Published&) = delete;
 
+    const Row<T>& row() const { return m_row; }
     const T& value() const { return m_value; }
     operator const T&() const { return m_value; }
     Published& operator=(T value) {
@@ -46,8 +79,12 @@ class Config : public QObject {
 
    private:
     Config& m_owner;
+    Row<T> m_row;
     T m_value;
   };
+
+  using Setting = std::variant<Published<ColorScheme>*, Published<CursorStyle>*, Published<double>*,
+                               Published<std::int64_t>*, Published<bool>*, Published<std::string>*>;
 
   /// The initial values; `defaults`, which must outlive the store, is not read.
   explicit Config(UserDefaults& defaults);
@@ -55,29 +92,78 @@ class Config : public QObject {
   /// The process's one store, over the user's own settings; made on first use.
   static Config& shared();
 
-  /// Reads the stored values. No defaults are registered: a flag that is absent reads as false, deliberately also where
-  /// it is true until then.
-  void setupDefaults();
-  /// Writes every value but the line spacing, which is deliberately one of this run alone.
-  void save();
+  /// Every setting, in the order of the table, in which they are loaded and saved.
+  const std::vector<Setting>& settings() const { return m_settings; }
 
-  Published<ColorScheme> theme{*this, ColorScheme::Dark};
-  Published<double> fontSize{*this, 14.0};
-  Published<std::string> fontFamily{*this, "SF Mono"};
-  Published<double> lineSpacing{*this, 1.2};
-  Published<CursorStyle> cursorStyle{*this, CursorStyle::Block};
-  Published<bool> cursorBlink{*this, true};
-  Published<std::int64_t> scrollbackLines{*this, 10000};
-  Published<double> opacity{*this, 1.0};
-  Published<bool> blurBackground{*this, false};
+  /// Reads the stored values. No defaults are registered: an absent flag deliberately reads as false, whatever its
+  /// initial value.
+  void setupDefaults();
+  /// Writes every value that is ever stored, changed or not.
+  void save();
+  /// Assigns the initial values in the order of a reset; saves nothing.
+  void assignDefaults();
+
+ private:
+  // Before the settings, which enter themselves here.
+  UserDefaults& m_defaults;
+  std::vector<Setting> m_settings;
+
+ public:
+  // The settings table, one row a setting.
+  Published<ColorScheme> theme{*this,
+                               {.key = "theme",
+                                .label = "Color Scheme",
+                                .initial = ColorScheme::Dark,
+                                .saving = Saving::OnChange,
+                                .resetPosition = 3}};
+  Published<double> fontSize{*this,
+                             {.key = "fontSize",
+                              .label = "Size",
+                              .initial = 14.0,
+                              .saving = Saving::OnChange,
+                              .resetPosition = 1,
+                              .range = {.first = 8, .last = 72, .step = 1}}};
+  Published<std::string> fontFamily{
+      *this, {.key = "fontFamily", .label = "Font Family", .initial = "SF Mono", .resetPosition = 2}};
+  // Deliberately a value of this run alone.
+  Published<double> lineSpacing{*this,
+                                {.key = "lineSpacing",
+                                 .label = "Line Spacing",
+                                 .initial = 1.2,
+                                 .saving = Saving::Never,
+                                 .range = {.first = 1.0, .last = 2.0, .step = 0.1}}};
+  Published<CursorStyle> cursorStyle{
+      *this, {.key = "cursorStyle", .label = "Style", .initial = CursorStyle::Block, .resetPosition = 4}};
+  Published<bool> cursorBlink{
+      *this,
+      {.key = "cursorBlink", .label = "Blink cursor", .initial = true, .saving = Saving::OnChange, .resetPosition = 5}};
+  Published<std::int64_t> scrollbackLines{
+      *this, {.key = "scrollbackLines", .label = "Scrollback Lines", .initial = 10000, .resetPosition = 6}};
+  Published<double> opacity{*this,
+                            {.key = "opacity",
+                             .label = "Opacity",
+                             .initial = 1.0,
+                             .saving = Saving::OnChange,
+                             .resetPosition = 7,
+                             .range = {.first = 0.3, .last = 1.0}}};
+  Published<bool> blurBackground{
+      *this, {.key = "blurBackground", .label = "Blur background", .initial = false, .resetPosition = 8}};
 
  Q_SIGNALS:
   /// Before a property takes a value.
   void objectWillChange();
-
- private:
-  UserDefaults& m_defaults;
 };
+
+/// A text setting that its view binds directly to the stored value; the store above neither reads nor writes it.
+struct BoundText {
+  const char* key;
+  const char* absent;  ///< the value when nothing is stored
+};
+inline constexpr BoundText kStartupShell{.key = "startupShell", .absent = ""};
+inline constexpr BoundText kStartupCommand{.key = "startupCommand", .absent = ""};
+inline constexpr BoundText kSelectedTheme{.key = "selectedTheme", .absent = "Dark"};
+/// Where the preferences were left: "x,y".
+inline constexpr BoundText kPreferencesPlace{.key = "preferencesPlace", .absent = ""};
 
 /// The raw value of a case: what is stored, and its label.
 std::string_view rawValue(Config::ColorScheme scheme);

@@ -184,6 +184,43 @@ TEST_F(ConfigTest, StartsEachRunWithTheSameLineSpacing) {
   EXPECT_EQ(next.lineSpacing, 1.2);
 }
 
+TEST_F(ConfigTest, HasOneRowForEachSettingInTheirOrder) {
+  std::vector<std::string> keys;
+  std::vector<int> positions;
+  for (const Config::Setting& each : config.settings()) {
+    std::visit(
+        [&](const auto* setting) {
+          keys.emplace_back(setting->row().key);
+          positions.push_back(setting->row().resetPosition);
+        },
+        each);
+  }
+  EXPECT_EQ(keys, (std::vector<std::string>{"theme", "fontSize", "fontFamily", "lineSpacing", "cursorStyle",
+                                            "cursorBlink", "scrollbackLines", "opacity", "blurBackground"}));
+  EXPECT_EQ(positions, (std::vector<int>{3, 1, 2, 0, 4, 5, 6, 7, 8}));
+}
+
+TEST_F(ConfigTest, AssignsItsDefaultsInTheirOrderAndSavesNothing) {
+  config.theme = ColorScheme::Light;
+  config.fontSize = 9;
+  config.fontFamily = "Other";
+  config.lineSpacing = 1.7;
+  config.cursorBlink = false;
+  std::vector<std::string> seen;
+  QObject::connect(&config, &Config::objectWillChange, &config, [&] {
+    seen.push_back(std::string(rawValue(config.theme)) + " " + std::to_string(static_cast<int>(config.fontSize)) + " " +
+                   config.fontFamily.value());
+  });
+  config.assignDefaults();
+  ASSERT_EQ(seen.size(), 8U);
+  seen.resize(4);
+  EXPECT_EQ(seen, (std::vector<std::string>{"Light 9 Other", "Light 14 Other", "Light 14 SF Mono", "Dark 14 SF Mono"}));
+  EXPECT_TRUE(config.cursorBlink);
+  EXPECT_EQ(config.lineSpacing, 1.7);
+  defaults.synchronize();
+  EXPECT_EQ(defaults.stringForKey("theme"), std::nullopt);
+}
+
 TEST_F(ConfigTest, LeavesKeysOfOthersAlone) {
   defaults.setString("startupShell", "/bin/zsh");
   defaults.setString("selectedTheme", "Other");

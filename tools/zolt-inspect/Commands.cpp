@@ -8,10 +8,11 @@
 #include <nlohmann/json.hpp>
 #include <string_view>
 #include <system_error>
+#include <type_traits>
+#include <variant>
 
 #include "emulation/ANSIParser.h"
 #include "emulation/TerminalScreenBuffer.h"
-#include "platform/StoredString.h"
 #include "session/ShellManager.h"
 #include "settings/Config.h"
 #include "text/GraphemeClusters.h"
@@ -123,23 +124,28 @@ Result<int> shells(const Request& request, std::ostream& out) {
   return 0;
 }
 
+// A case by its raw value, any other setting as it is.
+template <class T>
+Json jsonOf(const T& value) {
+  if constexpr (std::is_enum_v<T>) {
+    return rawValue(value);
+  } else {
+    return value;
+  }
+}
+
 Result<int> defaults(const Request& request, std::ostream& out) {
   if (!request.arguments.empty()) return Failure{"defaults takes no arguments"};
   Config& config = Config::shared();
   config.setupDefaults();
-  UserDefaults& stored = UserDefaults::standard();
-  const Json settings{{"theme", rawValue(config.theme)},
-                      {"fontSize", config.fontSize.value()},
-                      {"fontFamily", config.fontFamily.value()},
-                      {"lineSpacing", config.lineSpacing.value()},
-                      {"cursorStyle", rawValue(config.cursorStyle)},
-                      {"cursorBlink", config.cursorBlink.value()},
-                      {"scrollbackLines", config.scrollbackLines.value()},
-                      {"opacity", config.opacity.value()},
-                      {"blurBackground", config.blurBackground.value()},
-                      {"startupShell", StoredString(stored, "startupShell", "").value()},
-                      {"startupCommand", StoredString(stored, "startupCommand", "").value()},
-                      {"selectedTheme", StoredString(stored, "selectedTheme", "Dark").value()}};
+  const UserDefaults& stored = UserDefaults::standard();
+  Json settings;
+  for (const Config::Setting& each : config.settings()) {
+    std::visit([&](const auto* setting) { settings[setting->row().key] = jsonOf(setting->value()); }, each);
+  }
+  for (const BoundText& each : {kStartupShell, kStartupCommand, kSelectedTheme}) {
+    settings[each.key] = stored.stringForKey(each.key).value_or(each.absent);
+  }
   out << settings.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
   return 0;
 }

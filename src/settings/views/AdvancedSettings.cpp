@@ -16,11 +16,11 @@ AdvancedSettings::AdvancedSettings(Config& config, QWidget* parent) : GroupedFor
   setObjectName(QStringLiteral("advanced"));
   addSection(QStringLiteral("Terminal"));
   auto* lines = new NumberField;
-  lines->setObjectName(QStringLiteral("scrollbackLines"));
+  lines->setObjectName(QLatin1String(m_config.scrollbackLines.row().key));
   lines->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   lines->setFixedWidth(kNumberWidth + 2 * KeyboardFocus::margin);
   lines->setNumber(m_config.scrollbackLines);
-  addRow(QStringLiteral("Scrollback Lines"), lines);
+  addRow(QLatin1String(m_config.scrollbackLines.row().label), lines);
   addFixedSwitches(*this, {{"Use alternate screen buffer", "useAlternateScreenBuffer", true},
                            {"Enable mouse reporting", "enableMouseReporting", true}});
 
@@ -37,10 +37,10 @@ AdvancedSettings::AdvancedSettings(Config& config, QWidget* parent) : GroupedFor
   reset->setObjectName(QStringLiteral("resetToDefaults"));
   addLeadingRow(reset);
 
-  // The number is deliberately not saved when it is edited: it reaches the disk with the next save of something else.
+  // An edited number is deliberately not saved: it reaches the disk with the next save of something else.
   connect(lines, &NumberField::chosen, this, [this](std::int64_t number) { m_config.scrollbackLines = number; });
   connect(reset, &QAbstractButton::clicked, this, &AdvancedSettings::resetDefaults);
-  // The notice of a change comes before the change; several make one refresh.
+  // A change is announced before it takes effect; several make one refresh.
   m_refresh.setSingleShot(true);
   m_refresh.setInterval(0);
   connect(&m_refresh, &QTimer::timeout, lines, [this, lines] { lines->setNumber(m_config.scrollbackLines); });
@@ -48,16 +48,9 @@ AdvancedSettings::AdvancedSettings(Config& config, QWidget* parent) : GroupedFor
 }
 
 void AdvancedSettings::resetDefaults() {
-  // The line spacing and the general tab's settings stay as they are, deliberately; and the cursor blinks, though it
+  // The line spacing and the general tab's settings deliberately stay as they are; and the cursor blinks, though it
   // does not where nothing is stored.
-  m_config.fontSize = 14.0;
-  m_config.fontFamily = "SF Mono";
-  m_config.theme = Config::ColorScheme::Dark;
-  m_config.cursorStyle = Config::CursorStyle::Block;
-  m_config.cursorBlink = true;
-  m_config.scrollbackLines = 10000;
-  m_config.opacity = 1.0;
-  m_config.blurBackground = false;
+  m_config.assignDefaults();
   m_config.save();
 }
 

@@ -9,7 +9,7 @@ namespace zolt {
 
 class NumberField;
 
-/// The advanced tab: the length of the history, fixed switches, and the way back to the defaults.
+/// The advanced tab: scrollback length, fixed switches and the reset to defaults.
 class AdvancedSettings : public GroupedForm {
   Q_OBJECT
 

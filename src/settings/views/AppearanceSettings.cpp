@@ -1,6 +1,9 @@
 #include "settings/views/AppearanceSettings.h"
 
 #include <QSignalBlocker>
+#include <algorithm>
+#include <cmath>
+#include <type_traits>
 
 #include "controls/SecondaryLabel.h"
 #include "controls/SegmentedPicker.h"
@@ -12,108 +15,118 @@ namespace zolt {
 
 namespace {
 
-constexpr SliderScale kFontSizes{.partsOfOne = 1, .first = 8, .last = 72, .keyStep = 1};
-constexpr SliderScale kLineSpacings{.partsOfOne = 10, .first = 10, .last = 20, .keyStep = 1};
-// As good as continuous: finer than any screen.
-constexpr SliderScale kOpacities{.partsOfOne = 10000, .first = 3000, .last = 10000, .keyStep = 100};
+// The parts of 1 that stand for a continuous range: finer than any screen.
+constexpr int kContinuousParts = 10000;
+constexpr int kContinuousKeyStep = 100;
 
-template <class Cases>
-SegmentedPicker* makePicker(const Cases& cases, Config::Published<typename Cases::value_type::first_type>& value) {
+SliderScale scaleOf(const Config::Range& range) {
+  const bool isContinuous = range.step == 0;
+  const int parts = isContinuous ? kContinuousParts : static_cast<int>(std::lround(1 / range.step));
+  return {.partsOfOne = parts,
+          .first = static_cast<int>(std::lround(range.first * parts)),
+          .last = static_cast<int>(std::lround(range.last * parts)),
+          .keyStep = isContinuous ? kContinuousKeyStep : 1};
+}
+
+// Each of these makes the control that edits, or only shows, a setting of one type; `showValue` puts a value into it.
+
+template <class Case>
+requires std::is_enum_v<Case> SegmentedPicker* makeControl(Config::Published<Case>& setting) {
   QStringList labels;
-  for (const auto& each : cases) {
-    labels.append(QString::fromUtf8(each.second.data(), static_cast<qsizetype>(each.second.size())));
+  for (const auto& [value, label] : Config::casesOf(Case())) {
+    labels.append(QString::fromUtf8(label.data(), static_cast<qsizetype>(label.size())));
   }
   auto* picker = new SegmentedPicker(labels);
   QObject::connect(picker, &SegmentedPicker::picked, picker,
-                   [&cases, &value](int index) { value = cases[static_cast<std::size_t>(index)].first; });
+                   [&setting](int index) { setting = Config::casesOf(Case())[static_cast<std::size_t>(index)].first; });
   return picker;
 }
 
-SliderRow* makeSlider(const SliderScale& scale, SliderRow::Text text, Config::Published<double>& value) {
-  auto* row = new SliderRow(scale, text);
-  QObject::connect(row, &SliderRow::chosen, row, [&value](double chosen) { value = chosen; });
+template <class Case>
+void showValue(SegmentedPicker& picker, Case value) {
+  const auto& cases = Config::casesOf(value);
+  const auto found = std::ranges::find(cases, value, [](const auto& each) { return each.first; });
+  picker.setCurrentIndex(static_cast<int>(found - cases.begin()));
+}
+
+SliderRow* makeControl(Config::Published<double>& setting, SliderRow::Text text) {
+  auto* row = new SliderRow(scaleOf(setting.row().range), text);
+  QObject::connect(row, &SliderRow::chosen, row, [&setting](double chosen) { setting = chosen; });
   return row;
 }
 
-Switch* makeSwitch(Config::Published<bool>& value) {
+void showValue(SliderRow& row, double value) {
+  row.setValue(value);
+}
+
+Switch* makeControl(Config::Published<bool>& setting) {
   auto* control = new Switch;
-  QObject::connect(control, &Switch::toggled, control, [&value](bool isOn) { value = isOn; });
+  QObject::connect(control, &Switch::toggled, control, [&setting](bool isOn) { setting = isOn; });
   return control;
 }
 
-template <class Cases, class Case>
-int indexOf(const Cases& cases, Case value) {
-  int index = 0;
-  while (cases[static_cast<std::size_t>(index)].first != value) {
-    ++index;
-  }
-  return index;
-}
-
-void showOn(Switch& control, bool isOn) {
+void showValue(Switch& control, bool isOn) {
   const QSignalBlocker silent(control);
   control.setChecked(isOn);
 }
 
+SecondaryLabel* makeControl(Config::Published<std::string>&) {
+  auto* label = new SecondaryLabel(QString());
+  label->setContentsMargins(0, 0, KeyboardFocus::margin, 0);
+  return label;
+}
+
+void showValue(SecondaryLabel& label, const std::string& value) {
+  label.setText(QString::fromStdString(value));
+}
+
 }  // namespace
 
-AppearanceSettings::AppearanceSettings(Config& config, QWidget* parent)
-    : GroupedForm(parent), m_config(config), m_seen(watched()) {
+AppearanceSettings::AppearanceSettings(Config& config, QWidget* parent) : GroupedForm(parent), m_config(config) {
   setObjectName(QStringLiteral("appearance"));
-  buildRows();
-  showValues();
-  // The notice of a change comes before the change; several make one refresh.
+  addSection(QStringLiteral("Theme"));
+  addSetting(m_config.theme);
+
+  addSection(QStringLiteral("Font"));
+  addSetting(m_config.fontFamily);
+  addSetting(m_config.fontSize, pointsText);
+  addSetting(m_config.lineSpacing, decimalText);
+
+  addSection(QStringLiteral("Cursor"));
+  addSetting(m_config.cursorStyle);
+  addSetting(m_config.cursorBlink);
+
+  addSection(QStringLiteral("Window"));
+  addSetting(m_config.opacity, percentText);
+  addSetting(m_config.blurBackground);
+
+  // A change is announced before it takes effect; several make one refresh.
   m_refresh.setSingleShot(true);
   m_refresh.setInterval(0);
   connect(&m_refresh, &QTimer::timeout, this, &AppearanceSettings::refresh);
   connect(&m_config, &Config::objectWillChange, &m_refresh, qOverload<>(&QTimer::start));
 }
 
-void AppearanceSettings::buildRows() {
-  const auto row = [this](const char* label, const char* name, auto* control) {
-    control->setObjectName(QLatin1String(name));
-    addRow(QLatin1String(label), control);
-    return control;
-  };
-  addSection(QStringLiteral("Theme"));
-  m_theme = row("Color Scheme", "theme", makePicker(Config::colorSchemes, m_config.theme));
-
-  addSection(QStringLiteral("Font"));
-  m_fontFamily = row("Font Family", "fontFamily", new SecondaryLabel(QString()));
-  m_fontFamily->setContentsMargins(0, 0, KeyboardFocus::margin, 0);
-  m_fontSize = row("Size", "fontSize", makeSlider(kFontSizes, pointsText, m_config.fontSize));
-  m_lineSpacing = row("Line Spacing", "lineSpacing", makeSlider(kLineSpacings, decimalText, m_config.lineSpacing));
-
-  addSection(QStringLiteral("Cursor"));
-  m_cursorStyle = row("Style", "cursorStyle", makePicker(Config::cursorStyles, m_config.cursorStyle));
-  m_cursorBlink = row("Blink cursor", "cursorBlink", makeSwitch(m_config.cursorBlink));
-
-  addSection(QStringLiteral("Window"));
-  m_opacity = row("Opacity", "opacity", makeSlider(kOpacities, percentText, m_config.opacity));
-  m_blurBackground = row("Blur background", "blurBackground", makeSwitch(m_config.blurBackground));
-}
-
-AppearanceSettings::Watched AppearanceSettings::watched() const {
-  return {m_config.theme, m_config.fontSize, m_config.cursorBlink, m_config.opacity};
-}
-
-void AppearanceSettings::showValues() {
-  m_theme->setCurrentIndex(indexOf(Config::colorSchemes, m_config.theme.value()));
-  m_fontFamily->setText(QString::fromStdString(m_config.fontFamily));
-  m_fontSize->setValue(m_config.fontSize);
-  m_lineSpacing->setValue(m_config.lineSpacing);
-  m_cursorStyle->setCurrentIndex(indexOf(Config::cursorStyles, m_config.cursorStyle.value()));
-  showOn(*m_cursorBlink, m_config.cursorBlink);
-  m_opacity->setValue(m_config.opacity);
-  showOn(*m_blurBackground, m_config.blurBackground);
+template <class T, class... Text>
+void AppearanceSettings::addSetting(Config::Published<T>& setting, Text... text) {
+  auto* control = makeControl(setting, text...);
+  control->setObjectName(QLatin1String(setting.row().key));
+  addRow(QLatin1String(setting.row().label), control);
+  showValue(*control, setting.value());
+  m_rows.push_back([&setting, control, seen = setting.value()]() mutable {
+    showValue(*control, setting.value());
+    const bool hasChanged = setting.value() != seen;
+    seen = setting.value();
+    return hasChanged && setting.row().saving == Config::Saving::OnChange;
+  });
 }
 
 void AppearanceSettings::refresh() {
-  showValues();
-  const Watched now = watched();
-  if (now == m_seen) return;
-  m_seen = now;
-  m_config.save();
+  bool isToSave = false;
+  for (const auto& showAgain : m_rows) {
+    isToSave |= showAgain();
+  }
+  if (isToSave) m_config.save();
 }
 
 }  // namespace zolt

@@ -1,21 +1,18 @@
 #pragma once
 
 #include <QTimer>
+#include <functional>
+#include <vector>
 
 #include "settings/Config.h"
 #include "settings/views/GroupedForm.h"
 
 namespace zolt {
 
-class SecondaryLabel;
-class SegmentedPicker;
-class SliderRow;
-class Switch;
-
-/// The appearance tab: the looks that the store keeps.
+/// The appearance tab: theme, font, cursor and window settings of the store.
 ///
-/// A change of the theme, the font size, the blinking or the opacity, wherever it was made, has the store saved, once
-/// for all changes of one turn of the event loop. The other values are deliberately saved only along with one of those.
+/// A change of a setting that saves on change, wherever it was made, saves the store, once for all changes of one turn
+/// of the event loop. The other values are deliberately saved only along with one of those.
 class AppearanceSettings : public GroupedForm {
   Q_OBJECT
 
@@ -24,31 +21,15 @@ class AppearanceSettings : public GroupedForm {
   explicit AppearanceSettings(Config& config, QWidget* parent = nullptr);
 
  private:
-  // What is watched for changes that save.
-  struct Watched {
-    Config::ColorScheme theme;
-    double fontSize;
-    bool cursorBlink;
-    double opacity;
-    bool operator==(const Watched&) const = default;
-  };
-
-  Watched watched() const;
-  void buildRows();
-  void showValues();
+  /// Adds a row with the control that fits the setting's type; a slider also needs the text of its value.
+  template <class T, class... Text>
+  void addSetting(Config::Published<T>& setting, Text... text);
   void refresh();
 
   Config& m_config;
-  Watched m_seen;
   QTimer m_refresh;
-  SegmentedPicker* m_theme = nullptr;
-  SecondaryLabel* m_fontFamily = nullptr;
-  SliderRow* m_fontSize = nullptr;
-  SliderRow* m_lineSpacing = nullptr;
-  SegmentedPicker* m_cursorStyle = nullptr;
-  Switch* m_cursorBlink = nullptr;
-  SliderRow* m_opacity = nullptr;
-  Switch* m_blurBackground = nullptr;
+  // One a row: shows the current value, and returns whether it changed since the last call in a way that saves.
+  std::vector<std::function<bool()>> m_rows;
 };
 
 }  // namespace zolt

@@ -3,6 +3,7 @@
 #include <QSignalBlocker>
 
 #include "controls/TextField.h"
+#include "settings/Config.h"
 #include "settings/views/FixedSwitches.h"
 #include "settings/views/ShellPicker.h"
 
@@ -10,7 +11,7 @@ namespace zolt {
 
 namespace {
 
-// A field that shows a stored text and stores each change of its own.
+// Keeps a field and a stored text equal, in both directions.
 void bind(TextField& field, StoredString& stored) {
   const auto show = [&field, &stored] {
     const QString value = QString::fromStdString(stored.value());
@@ -28,15 +29,15 @@ void bind(TextField& field, StoredString& stored) {
 
 GeneralSettings::GeneralSettings(UserDefaults& defaults, ShellManager& shells, QWidget* parent)
     : GroupedForm(parent),
-      m_startupShell(defaults, "startupShell", ""),
-      m_startupCommand(defaults, "startupCommand", "") {
+      m_startupShell(defaults, kStartupShell.key, kStartupShell.absent),
+      m_startupCommand(defaults, kStartupCommand.key, kStartupCommand.absent) {
   setObjectName(QStringLiteral("general"));
   addSection(QStringLiteral("Shell"));
   auto* shell = new ShellPicker(m_startupShell, shells);
-  shell->setObjectName(QStringLiteral("startupShell"));
+  shell->setObjectName(QLatin1String(kStartupShell.key));
   addRow(QStringLiteral("Default Shell"), shell);
   auto* command = new TextField;
-  command->setObjectName(QStringLiteral("startupCommand"));
+  command->setObjectName(QLatin1String(kStartupCommand.key));
   command->setToolTip(QStringLiteral("Command to run when terminal starts (optional)"));
   bind(*command, m_startupCommand);
   addRow(QStringLiteral("Startup Command"), command);

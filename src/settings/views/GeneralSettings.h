@@ -6,7 +6,7 @@
 
 namespace zolt {
 
-/// The general tab: two settings that are stored at once, and fixed switches.
+/// The general tab: two settings that are stored as they are edited, and fixed switches.
 class GeneralSettings : public GroupedForm {
   Q_OBJECT
 
