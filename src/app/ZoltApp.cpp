@@ -2,6 +2,9 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QMenuBar>
+#include <QStyle>
+#include <QStyleOptionMenuItem>
 
 #include "app/AboutWindow.h"
 #include "app/TerminalMenuBar.h"
@@ -14,6 +17,12 @@ namespace {
 // A small label at the end of the menu bar.
 QLabel* makeSubtitle(const QString& text, QWidget* parent) {
   auto* label = new QLabel(text, parent);
+  label->setFont(parent->font());
+  // As tall as a menu's title, so that both stand on one baseline: a menu bar puts a corner widget at its top.
+  QStyleOptionMenuItem title;
+  title.initFrom(parent);
+  const QSize size = label->fontMetrics().size(Qt::TextShowMnemonic, text);
+  label->setFixedHeight(parent->style()->sizeFromContents(QStyle::CT_MenuBarItem, &title, size, parent).height());
   label->setObjectName(QStringLiteral("subtitle"));
   label->setForegroundRole(QPalette::PlaceholderText);
   label->setContentsMargins(0, 0, 10, 0);

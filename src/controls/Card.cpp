@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 
 #include "controls/ControlColors.h"
+#include "controls/Hairline.h"
 
 namespace zolt {
 
@@ -36,7 +37,7 @@ void Card::paintEvent(QPaintEvent*) {
   drawCard(painter, rect(), colors, colors.hairline);
   for (int i = 1; i < m_rows->count(); ++i) {
     const int top = m_rows->itemAt(i)->geometry().top();
-    painter.fillRect(QRect(inset, top, width() - 2 * inset, 1), colors.hairline);
+    drawHairline(painter, QRect(inset, top, width() - 2 * inset, 1), colors.hairline);
   }
 }
 

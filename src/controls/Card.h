@@ -12,17 +12,17 @@ struct ControlColors;
 /// Fills `area` with the rounded surface of a card.
 void drawCard(QPainter& painter, const QRect& area, const ControlColors& colors, const QColor& border);
 
-/// The rounded background of a section of a form: its rows one below the other, with a hairline between them.
+/// The rounded background of a section of a form: rows from top to bottom, separated by hairlines.
 class Card : public QWidget {
   Q_OBJECT
 
  public:
-  /// Of a row's content from the card's edge, in logical pixels.
+  /// From the card's edge to a row's content, in logical pixels.
   static constexpr int inset = 14;
 
   explicit Card(QWidget* parent = nullptr);
 
-  /// Adds a row below the others; the card owns it from now on.
+  /// Adds a row at the bottom; the card takes ownership.
   void add(QWidget* row);
 
  protected:

@@ -55,17 +55,17 @@ ControlColors::ControlColors(const QPalette& palette) {
   text = palette.color(QPalette::WindowText);
   const QColor base = palette.color(QPalette::Base);
   const bool isDark = luminance(window) < luminance(text);
-  // On a dark desktop what is nearer is lighter; there Base is usually darker than the window.
+  // On a dark desktop raised surfaces are lighter, but Base is usually darker than the window.
   const bool baseStandsOut = luminance(base) > luminance(window) && contrastRatio(window, base) > 1.03;
   card = baseStandsOut ? base : mixed(window, text, isDark ? 0.06 : 0.04);
   hairline = mixed(card, text, isDark ? 0.13 : 0.1);
   secondary =
       readable(over(card, palette.color(QPalette::PlaceholderText)), {card, window, mixed(card, text, 0.1)}, text);
-  // The same where a control is disabled: that is shown by its being fainter.
+  // The active accent even for a disabled control, which shows its state by opacity.
   accent = palette.color(QPalette::Active, QPalette::Highlight);
   accentText = readable(accent, {card, window, mixed(window, accent, 0.16)}, text);
   off = mixed(card, text, isDark ? 0.28 : 0.24);
-  // A well on a dark card, and as good as the card's own on a light one.
+  // Sunken on a dark card, almost the card's own colour on a light one.
   field = isDark ? mixed(card, base, 0.4) : mixed(card, text, 0.015);
   destructive = readable(QColor::fromRgb(isDark ? kRedOnDark : kRedOnLight), {field}, text);
   fieldBorder = mixed(card, text, isDark ? 0.24 : 0.22);

@@ -14,7 +14,7 @@ constexpr QSize kPadding{14, 5};
 }  // namespace
 
 DestructiveButton::DestructiveButton(const QString& text, QWidget* parent) : QPushButton(text, parent) {
-  // One that is clicked takes the focus, so that a field that was being edited is finished before.
+  // Takes the focus on a click, which first commits a field that is being edited.
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }

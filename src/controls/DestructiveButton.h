@@ -6,7 +6,7 @@
 
 namespace zolt {
 
-/// A button in a form that throws something away: its text is red.
+/// A button for a destructive action: its text is red.
 class DestructiveButton : public QPushButton {
   Q_OBJECT
 

@@ -13,7 +13,7 @@ bool isKeyboardReason(Qt::FocusReason reason) {
   return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
 }
 
-// Not for its window: those come with Control, Alt or Super.
+// Keys with Control, Alt or Super are shortcuts of the window.
 static bool isForTheWidget(const QKeyEvent& event) {
   switch (event.key()) {
     case Qt::Key_Control:
@@ -40,7 +40,7 @@ bool KeyboardFocus::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
     case QEvent::FocusIn: {
       const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-      // A window or a menu that gives the focus back changes nothing about how it came.
+      // Focus that a window or menu gives back leaves the ring as it was.
       if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) show(isKeyboardReason(reason));
       break;
     }

@@ -8,19 +8,19 @@ class QWidget;
 
 namespace zolt {
 
-/// Whether a widget has the keyboard's focus in a way that is to be shown: it came by the keyboard, or the keyboard was
-/// used since. Focus that came by a mouse click stays unseen. A member of its widget, which it repaints. Main thread.
+/// Decides whether a widget shows its focus ring: only if the focus came from the keyboard, or a key was pressed since.
+/// A mouse click shows none. A member of its widget, which it repaints. Main thread.
 class KeyboardFocus : public QObject {
   Q_OBJECT
 
  public:
-  /// How far outside a control its ring is drawn, in logical pixels: the margin that a control leaves around itself.
+  /// The margin that a control leaves around itself for its ring, in logical pixels.
   static constexpr int margin = 3;
 
   explicit KeyboardFocus(QWidget& widget);
 
   bool isShown() const { return m_shown; }
-  /// The ring around `shape`, rounded by `radius`, when it is shown.
+  /// Draws the ring around `shape`, with corners of `radius`, if it is shown.
   void drawRing(QPainter& painter, const QRectF& shape, double radius) const;
 
  protected:
@@ -33,7 +33,7 @@ class KeyboardFocus : public QObject {
   bool m_shown = false;
 };
 
-/// Whether focus that came for this reason came by the keyboard.
+/// Whether a focus change for this reason came from the keyboard.
 bool isKeyboardReason(Qt::FocusReason reason);
 
 }  // namespace zolt

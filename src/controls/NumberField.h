@@ -6,19 +6,19 @@
 
 namespace zolt {
 
-/// A field for a whole number. What is typed counts when it is finished, by Return or by leaving the field; a text that
-/// is no number is then replaced by the number that was shown before. Escape takes back what is not finished.
+/// A field for a whole number. Return or leaving the field commits what was typed; text that is not a number reverts to
+/// the previous number, and so does Escape.
 class NumberField : public TextField {
   Q_OBJECT
 
  public:
   explicit NumberField(QWidget* parent = nullptr);
 
-  /// Shows a number; `chosen` is not emitted. What the user is typing just then stays.
+  /// Shows a number without emitting `chosen`. Text that is being edited stays.
   void setNumber(std::int64_t number);
 
  Q_SIGNALS:
-  /// After the user gave another number than the one shown before.
+  /// The user committed a different number.
   void chosen(std::int64_t number);
 
  protected:

@@ -4,8 +4,7 @@ class QButtonGroup;
 
 namespace zolt {
 
-/// Makes the checked button of an exclusive group the only one of it at which the Tab key stops, from now on; the arrow
-/// keys go from there to the others.
+/// Keeps the checked button of an exclusive group its only tab stop; the arrow keys reach the others.
 void keepOneTabStop(QButtonGroup& group);
 
 }  // namespace zolt

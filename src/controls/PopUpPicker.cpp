@@ -1,18 +1,19 @@
 #include "controls/PopUpPicker.h"
 
+#include <QAbstractItemView>
 #include <QPainter>
 #include <QPainterPath>
 #include <QWheelEvent>
 
 #include "controls/ControlColors.h"
+#include "controls/ControlMetrics.h"
 
 namespace zolt {
 
 namespace {
 
 constexpr int kRadius = 6;
-constexpr int kPadding = 10;
-constexpr int kArrows = 24;  // the width kept for them
+constexpr int kArrows = 24;  // width reserved for the arrows
 constexpr int kAboveAndBelow = 5;
 constexpr QSizeF kArrow{6.4, 3.2};
 constexpr double kArrowGap = 2.4;  // from the middle to each arrow's foot
@@ -45,8 +46,16 @@ QSize PopUpPicker::minimumSizeHint() const {
   return {100, sizeHint().height()};
 }
 
+void PopUpPicker::showPopup() {
+  QComboBox::showPopup();
+  // The style makes the list as wide as the widget, including the margin for the focus ring.
+  QWidget& list = *view()->window();
+  const int left = mapToGlobal(QPoint(KeyboardFocus::margin, 0)).x();
+  list.setGeometry(left, list.y(), width() - 2 * KeyboardFocus::margin, list.height());
+}
+
 void PopUpPicker::wheelEvent(QWheelEvent* event) {
-  // The wheel scrolls the form; it changes no setting on the way.
+  // The wheel is for scrolling the form: it must not change a setting under the pointer.
   event->ignore();
 }
 
@@ -66,7 +75,8 @@ void PopUpPicker::paintEvent(QPaintEvent*) {
   painter.setBrush(Qt::NoBrush);
   painter.drawPath(arrowsAt(arrows.center()));
 
-  QRectF inside = shape.adjusted(kPadding, 0, -kPadding, 0);
+  constexpr int kTextEdge = KeyboardFocus::margin + kControlTextInset;
+  QRectF inside = QRectF(rect()).adjusted(kTextEdge, 0, -kTextEdge, 0);
   mirrored ? inside.setLeft(arrows.right()) : inside.setRight(arrows.left());
   painter.setPen(colors.text);
   painter.drawText(inside, static_cast<int>(Qt::AlignLeading | Qt::AlignVCenter) | Qt::TextSingleLine,

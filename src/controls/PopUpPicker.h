@@ -6,7 +6,7 @@
 
 namespace zolt {
 
-/// A choice from a menu that pops up. Blank while nothing is chosen.
+/// A choice from a pop-up list. Blank while nothing is selected.
 class PopUpPicker : public QComboBox {
   Q_OBJECT
 
@@ -15,6 +15,7 @@ class PopUpPicker : public QComboBox {
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
+  void showPopup() override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;

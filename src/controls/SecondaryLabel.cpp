@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "controls/ControlColors.h"
+#include "controls/ToolTipText.h"
 
 namespace zolt {
 
@@ -24,9 +25,10 @@ QSize SecondaryLabel::minimumSizeHint() const {
 }
 
 bool SecondaryLabel::event(QEvent* event) {
-  const bool isCut = fontMetrics().horizontalAdvance(text()) > contentsRect().width();
-  if (event->type() != QEvent::ToolTip || !isCut) return QLabel::event(event);
-  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text(), this);
+  if (event->type() != QEvent::ToolTip) return QLabel::event(event);
+  const bool isElided = fontMetrics().horizontalAdvance(text()) > contentsRect().width();
+  if (!isElided) return QLabel::event(event);
+  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), toolTipText({text()}, QToolTip::font()), this);
   return true;
 }
 

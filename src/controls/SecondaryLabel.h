@@ -4,8 +4,7 @@
 
 namespace zolt {
 
-/// One line of plain text in the secondary colour of its palette; cut short where it does not fit, and then whole in
-/// its tooltip.
+/// One line of plain text in the secondary colour. Text that does not fit is elided, and shown in full in a tooltip.
 class SecondaryLabel : public QLabel {
   Q_OBJECT
 

@@ -12,7 +12,7 @@ namespace zolt {
 namespace {
 
 constexpr int kTrackRadius = 7;
-constexpr int kInset = 2;  // of the chosen segment in its track
+constexpr int kInset = 2;  // of the selected segment in its track
 constexpr QSize kPadding{12, 5};
 
 }  // namespace

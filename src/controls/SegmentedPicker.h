@@ -24,8 +24,7 @@ class Segment : public QAbstractButton {
   KeyboardFocus m_focus{*this};
 };
 
-/// A few choices side by side in one rounded track, of which one is chosen. By keyboard it is one stop, within which
-/// the arrow keys move the choice.
+/// Mutually exclusive choices side by side in a rounded track. It is one tab stop; the arrow keys move the selection.
 class SegmentedPicker : public QWidget {
   Q_OBJECT
 
@@ -33,12 +32,12 @@ class SegmentedPicker : public QWidget {
   explicit SegmentedPicker(const QStringList& labels, QWidget* parent = nullptr);
 
   int currentIndex() const { return m_group.checkedId(); }
-  /// Shows a choice; `picked` is not emitted.
+  /// Selects a segment without emitting `picked`.
   void setCurrentIndex(int index);
   Segment* segment(int index) const { return static_cast<Segment*>(m_group.button(index)); }
 
  Q_SIGNALS:
-  /// After the user chose another segment.
+  /// The user selected another segment.
   void picked(int index);
 
  protected:

@@ -27,6 +27,8 @@ Slider::Slider(const SliderScale& scale, QWidget* parent) : QSlider(Qt::Horizont
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   connect(this, &QSlider::valueChanged, this, &Slider::chosen);
+  connect(this, &QSlider::sliderPressed, this, qOverload<>(&QWidget::update));
+  connect(this, &QSlider::sliderReleased, this, qOverload<>(&QWidget::update));
   connect(this, &QSlider::actionTriggered, this, [this](int action) {
     if (action != SliderMove) Q_EMIT chosen(sliderPosition());
   });
@@ -74,7 +76,7 @@ void Slider::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void Slider::wheelEvent(QWheelEvent* event) {
-  // The wheel scrolls the form; it changes no setting on the way.
+  // The wheel is for scrolling the form: it must not change a setting under the pointer.
   event->ignore();
 }
 

@@ -7,7 +7,7 @@
 
 namespace zolt {
 
-/// A horizontal slider: a round knob on a thin track that is filled up to it. A click beside the knob brings it there.
+/// A horizontal slider: a round knob on a thin track, filled up to the knob. A click on the track moves the knob there.
 class Slider : public QSlider {
   Q_OBJECT
 
@@ -20,7 +20,7 @@ class Slider : public QSlider {
   QPointF knobCenter() const;
 
  Q_SIGNALS:
-  /// The user put the knob at `position`, or used it where it was already: its value may be another, beyond the end.
+  /// The user moved the knob to `position`, or used it where it already was: the value shown may lie beyond the end.
   void chosen(int position);
 
  protected:
@@ -35,7 +35,7 @@ class Slider : public QSlider {
   void moveKnobTo(double x);
 
   KeyboardFocus m_focus{*this};
-  double m_grip = 0;  // where on the knob it is held, from its middle
+  double m_grip = 0;  // from the knob's centre to the pointer that holds it
 };
 
 }  // namespace zolt

@@ -8,8 +8,8 @@
 
 namespace zolt {
 
-/// A slider and the text of its value, 50 wide, side by side. It shows whatever value it is given, also one that no
-/// position of the slider stands for, and gives back only what the user chose.
+/// A slider beside the text of its value, 50 pixels wide. It shows any value, even one that no position of the slider
+/// stands for, and emits only what the user chose.
 class SliderRow : public QWidget {
   Q_OBJECT
 
@@ -18,13 +18,13 @@ class SliderRow : public QWidget {
 
   SliderRow(const SliderScale& scale, Text text, QWidget* parent = nullptr);
 
-  /// Shows a value; `chosen` is not emitted.
+  /// Shows a value without emitting `chosen`.
   void setValue(double value);
   Slider& slider() { return *m_slider; }
   QString valueText() const { return m_text->text(); }
 
  Q_SIGNALS:
-  /// After the user chose another value than the one shown.
+  /// The user chose a value other than the one shown.
   void chosen(double value);
 
  private:

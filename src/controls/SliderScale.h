@@ -2,18 +2,18 @@
 
 namespace zolt {
 
-/// The values that a slider can take: whole multiples of one part of 1, from a first to a last one.
+/// The values of a slider: multiples of a fraction of 1, from first to last.
 ///
-/// Each value is the double nearest to its decimal fraction, so that the ends and the steps are what they are called.
+/// Each value is the double nearest to its decimal fraction: ends and steps are exact.
 struct SliderScale {
   int partsOfOne;  ///< 10: tenths
   int first;       ///< in parts
   int last;        ///< in parts, included
-  int keyStep;     ///< what an arrow key moves, in parts
+  int keyStep;     ///< the step of an arrow key, in parts
 
-  /// The value at a position, which is counted in parts.
+  /// The value at a position, given in parts.
   double valueAt(int position) const { return static_cast<double>(position) / partsOfOne; }
-  /// The position nearest to any value; the ends for what lies outside, the first one for what is not a number.
+  /// The position nearest to a value; the nearer end for a value out of range, the first for NaN.
   int positionOf(double value) const;
 };
 

@@ -7,14 +7,14 @@
 
 namespace zolt {
 
-/// A knob in a track that is on or off: `toggled` tells of a change. The accent colour shows that it is on.
+/// An on/off switch: a knob in a track, which has the accent colour when it is on. `toggled` reports changes.
 class Switch : public QAbstractButton {
   Q_OBJECT
 
  public:
   enum class Kind {
     Movable,
-    Fixed,  ///< shows its value and looks alive, but nothing that the user does moves it
+    Fixed,  ///< looks enabled, but ignores the user
   };
 
   explicit Switch(Kind kind = Kind::Movable, QWidget* parent = nullptr);
@@ -33,7 +33,7 @@ class Switch : public QAbstractButton {
 
   Kind m_kind;
   KeyboardFocus m_focus{*this};
-  QVariantAnimation m_knob;  // where it is: 0 off, 1 on
+  QVariantAnimation m_knob;  // its position: 0 off, 1 on
 };
 
 }  // namespace zolt

@@ -3,21 +3,23 @@
 #include <QPainter>
 
 #include "controls/ControlColors.h"
+#include "controls/ControlMetrics.h"
 
 namespace zolt {
 
 namespace {
 
 constexpr int kRadius = 6;
-constexpr int kPadding = 7;
+constexpr int kInsideQt = 2;  // what the base class itself leaves on each side of the text
 constexpr int kAboveAndBelow = 5;
 
 }  // namespace
 
 TextField::TextField(QWidget* parent) : QLineEdit(parent) {
   setFrame(false);
-  setTextMargins(kPadding + KeyboardFocus::margin, 0, kPadding + KeyboardFocus::margin, 0);
-  // The style fills what is inside with this role; here the field paints its own.
+  constexpr int kTextMargin = KeyboardFocus::margin + kControlTextInset - kInsideQt;
+  setTextMargins(kTextMargin, 0, kTextMargin, 0);
+  // The style would fill the inside with this role; the field paints its own background.
   QPalette own;
   own.setColor(QPalette::Base, Qt::transparent);
   setPalette(own);

@@ -16,7 +16,7 @@ constexpr char kPath[] = "/org/freedesktop/portal/desktop";
 constexpr char kInterface[] = "org.freedesktop.portal.Settings";
 constexpr char kGroup[] = "org.freedesktop.appearance";
 constexpr char kKey[] = "color-scheme";
-// Version 2 of the interface; version 1 has only the older method, which wraps its value once more.
+// Version 2 of the interface; version 1 has only the older method, which wraps its value in one more variant.
 constexpr char kReadOne[] = "ReadOne";
 constexpr char kRead[] = "Read";
 
@@ -24,7 +24,7 @@ QString latin(const char* text) {
   return QString::fromLatin1(text);
 }
 
-// Without an address the library would start a bus of its own.
+// Without an address the library would launch a bus.
 bool hasSessionBus() {
   return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
          QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
@@ -44,8 +44,8 @@ ColorScheme::ColorScheme(QObject* parent) : QObject(parent) {
   if (QDBusConnection::sessionBus().isConnected()) ask(kReadOne);
 }
 
-// Not before the first answer: a connection that is just being made does not find out who owns the portal's name, and
-// then takes its signals for somebody else's.
+// Not before the first answer: a connection that is still being set up cannot resolve the owner of the portal's name,
+// and would then ignore its signals.
 void ColorScheme::follow() {
   QDBusConnection::sessionBus().connect(latin(kService), latin(kPath), latin(kInterface),
                                         QStringLiteral("SettingChanged"), this,
@@ -73,7 +73,7 @@ void ColorScheme::settingChanged(const QString& group, const QString& key, const
 }
 
 void ColorScheme::take(const QVariant& value) {
-  // 0 no preference, 1 dark, 2 light; what is unknown counts as none.
+  // 0 no preference, 1 dark, 2 light; any other value counts as no preference.
   const uint number = unwrapped(value).toUInt();
   m_preference = number == 1 ? Preference::Dark : number == 2 ? Preference::Light : Preference::None;
   Q_EMIT changed(*m_preference);

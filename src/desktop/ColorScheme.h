@@ -6,10 +6,10 @@
 
 namespace zolt {
 
-/// The colour scheme that the user prefers on this desktop, as its settings portal tells it: the key "color-scheme" of
+/// The desktop's preferred colour scheme, as reported by its settings portal: the key "color-scheme" of
 /// "org.freedesktop.appearance" (XDG Desktop Portal, Settings interface). Main thread.
 ///
-/// The portal is asked without waiting for it; where there is none, nothing is ever announced.
+/// The portal is queried asynchronously; without a portal nothing is ever emitted.
 class ColorScheme : public QObject {
   Q_OBJECT
 
@@ -18,7 +18,7 @@ class ColorScheme : public QObject {
 
   explicit ColorScheme(QObject* parent = nullptr);
 
-  /// What was last heard; nothing so far.
+  /// The last answer; nothing before the first.
   std::optional<Preference> preference() const { return m_preference; }
 
  Q_SIGNALS:

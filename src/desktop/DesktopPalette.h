@@ -6,16 +6,16 @@
 
 namespace zolt {
 
-/// Whether a palette shows light text on a dark ground.
+/// Whether a palette has light text on a dark background.
 bool isDark(const QPalette& palette);
 
 /// Complete palettes for a dark and a light desktop. Text and secondary text have a contrast of at least 4.5 to 1 on
-/// every ground that they stand on (WCAG 2.1, 1.4.3).
+/// every background they appear on (WCAG 2.1, 1.4.3).
 QPalette darkPalette();
 QPalette lightPalette();
 
-/// Keeps the application's palette in step with the desktop's colour scheme: where the toolkit's own palette is of the
-/// other kind than the desktop prefers, one of ours takes its place. Made after the application. Main thread.
+/// Keeps the application's palette in step with the desktop's colour scheme: if the toolkit's own palette is dark where
+/// the desktop prefers light, or the reverse, ours replaces it. Create it after the QApplication. Main thread.
 class DesktopPalette : public QObject {
   Q_OBJECT
 

@@ -55,7 +55,7 @@ class SymbolEngine : public QIconEngine {
   QIconEngine* clone() const override { return new SymbolEngine(*this); }
 
  private:
-  // The drawing as large as fits, in the middle; only its coverage counts, its own colour does not.
+  // The drawing scaled to fit and centred; only its alpha is used, not its colour.
   QImage tinted(const QSize& pixels, QIcon::Mode mode) const {
     QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);

@@ -7,14 +7,14 @@
 
 namespace zolt {
 
-/// The drawing called `name` as an icon of any size and pixel ratio.
+/// The drawing `name` as an icon, for any size and device pixel ratio.
 ///
-/// Without a colour it is drawn in the application palette's text colour of the moment it is painted, so it follows a
-/// change of theme by itself; with one, always in that. Where it is disabled, it is drawn fainter. A name may come from
-/// data (a shell names its icon): an unknown one gives a null icon. Main thread.
+/// Without a colour it is painted in the application palette's current text colour, and so follows theme changes. In
+/// disabled mode it is fainter. Names may come from data (a shell names its icon): an unknown one gives a null icon.
+/// Main thread.
 QIcon symbol(const QString& name, const QColor& color = {});
 
-/// The name of every drawing, in alphabetical order.
+/// The names of all drawings, sorted.
 QStringList symbolNames();
 
 }  // namespace zolt

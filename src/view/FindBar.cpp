@@ -15,7 +15,7 @@ namespace zolt {
 
 namespace {
 
-constexpr int kDistance = 8;  // from the edges of what it lies on
+constexpr int kDistance = 8;  // from the edges of the view below
 constexpr int kPadding = 6;
 constexpr int kSpacing = 2;
 constexpr int kFieldWidth = 190;

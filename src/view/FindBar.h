@@ -12,8 +12,7 @@
 
 namespace zolt {
 
-/// The find bar: a field for the query, its options, and buttons to walk through the matches. It shows what it is given
-/// and reports what the user does; it searches nothing itself. Main thread.
+/// The find bar: a field, options and buttons. It only shows state and emits what the user asks for. Main thread.
 class FindBar : public QWidget {
   Q_OBJECT
 
@@ -23,24 +22,24 @@ class FindBar : public QWidget {
   QString query() const { return m_query->text(); }
   FindOptions options() const;
 
-  /// What has been found: the number of the current match, if known, and how many there are.
+  /// The number of the current match, if known, and the number of matches so far.
   struct Progress {
     std::optional<std::uint64_t> current;
     std::uint64_t count = 0;
     bool searching = false;
   };
   void showProgress(const Progress& progress);
-  /// Why the query cannot be searched for; empty when it can.
+  /// Shows why the search cannot run, such as an invalid expression; an empty sentence hides the message.
   void showProblem(const QString& sentence);
   void showNothing();
 
-  /// Where the bar lies on the view: at its right, near this edge.
+  /// The edge of the view at which the bar floats, on the right.
   enum class Edge { Top, Bottom };
-  /// Puts the bar at that edge of `area`: as wide as it needs to be, and no wider than fits.
+  /// Moves the bar to that edge of `area`, as wide as it needs and `area` allows.
   void placeIn(const QRect& area, Edge edge);
-  /// Where the bar would lie at that edge.
+  /// The bar's geometry if it were at that edge.
   QRect geometryAt(Edge edge) const;
-  /// Takes the keyboard, with `query` in the field unless it is empty, all of it selected.
+  /// Takes the focus, with the whole field selected; a `query` that is not empty replaces the field's text.
   void takeKeyboard(const QString& query);
 
  Q_SIGNALS:

@@ -82,6 +82,28 @@ TEST(BrewRow, DrawsANameWithoutADescriptionAlone) {
       << "and nothing else right of the icon";
 }
 
+TEST(BrewRow, SetsTheIconOfANameAloneInTheMiddleOfItsLetters) {
+  for (const double points : {8.0, 12.0, 24.0}) {
+    QFont font = QApplication::font();
+    font.setPointSizeF(points);
+    const auto drawn = [&](const char* name) {
+      const BrewPackage each = package(name, nullptr, nullptr);
+      QImage picture(kWidth, BrewPackageRow::height(font, false), QImage::Format_RGB32);
+      picture.fill(Qt::white);
+      QPainter painter(&picture);
+      BrewPackageRow{.package = each, .type = Type::Formula}.paint(painter, picture.rect(), font, QPalette(), false);
+      return picture;
+    };
+    const QImage nameless = drawn("");
+    QImage empty(nameless.size(), nameless.format());
+    empty.fill(Qt::white);
+    const QRect icon = differenceOf(nameless, empty);
+    const QRect letters = differenceOf(drawn("HHH"), nameless);
+    ASSERT_FALSE(icon.isEmpty() || letters.isEmpty());
+    EXPECT_NEAR(icon.top() + icon.bottom(), letters.top() + letters.bottom(), 3) << points;
+  }
+}
+
 TEST(BrewRow, DrawsNothingAtTheRightWithoutAVersion) {
   const BrewPackage unknown = package("wget", "Retriever", nullptr);
   const QRect right(kWidth / 2, 0, kWidth / 2, emptyPicture(unknown).height());

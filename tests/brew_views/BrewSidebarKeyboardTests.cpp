@@ -88,9 +88,10 @@ TEST_F(BrewSidebarKeyboardTest, TellsTheWholeTextAsPlainText) {
   write("info/app.txt", "Desc: " + std::string(900'000, 'x') + "\n");
   showSettled();
   const auto tip = [&](int row) { return list()->model()->index(row, 0).data(Qt::ToolTipRole).toString(); };
-  EXPECT_EQ(tip(1), QStringLiteral("<p>foo<br>&lt;b&gt;bold&lt;/b&gt; &amp; &lt;img src=x&gt;<br>1.2.3</p>"));
-  EXPECT_LT(tip(3).size(), 600);
-  EXPECT_TRUE(tip(3).startsWith(QStringLiteral("<p>app<br>xxx"))) << tip(3).left(50).toStdString();
+  EXPECT_TRUE(tip(1).endsWith(QStringLiteral(">foo<br>&lt;b&gt;bold&lt;/b&gt; &amp; &lt;img src=x&gt;<br>1.2.3</p>")))
+      << tip(1).toStdString();
+  EXPECT_LT(tip(3).size(), 1000);
+  EXPECT_TRUE(tip(3).contains(QStringLiteral(">app<br>xxx"))) << tip(3).left(80).toStdString();
   EXPECT_FALSE(tip(0).contains(QLatin1Char('<'))) << "a header has none";
 }
 

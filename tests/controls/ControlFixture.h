@@ -7,7 +7,9 @@
 #include <QTest>
 #include <QWidget>
 #include <QWindow>
+#include <algorithm>
 
+#include "controls/ControlColors.h"
 #include "support/WaitFor.h"
 
 namespace zolt::test {
@@ -35,6 +37,17 @@ inline void shown(QWidget& widget) {
 /// What a screen reader does to a button.
 inline void act(QAbstractButton& button, const QString& action) {
   QAccessible::queryAccessibleInterface(&button)->actionInterface()->doAction(action);
+}
+
+/// The highest contrast with `background` of any pixel: that of a text's colour, where the picture shows a text.
+inline double strongestContrast(const QImage& image, const QColor& background) {
+  double strongest = 1;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      strongest = std::max(strongest, contrastRatio(image.pixelColor(x, y), background));
+    }
+  }
+  return strongest;
 }
 
 }  // namespace zolt::test

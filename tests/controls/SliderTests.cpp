@@ -77,6 +77,32 @@ TEST_F(SliderTest, AKnobHeldAtItsEdgeMovesByAsMuchAsTheMouse) {
   EXPECT_NEAR(slider().knobCenter().x(), before.x() + 50, 3);
 }
 
+// Counts how often a widget is painted.
+class PaintCounter : public QObject {
+ public:
+  int count = 0;
+  bool eventFilter(QObject*, QEvent* event) override {
+    count += event->type() == QEvent::Paint ? 1 : 0;
+    return false;
+  }
+};
+
+TEST_F(SliderTest, TheKnobIsTintedForAsLongAsItIsHeld) {
+  row->setValue(40);
+  const auto knobColor = [&] { return slider().grab().toImage().pixelColor(knob()); };
+  EXPECT_EQ(knobColor(), QColor(Qt::white));
+  PaintCounter paints;
+  slider().installEventFilter(&paints);
+  QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, inWindow(knob()));
+  EXPECT_TRUE(test::waitFor([&] { return paints.count > 0; })) << "on the screen, too";
+  EXPECT_NE(knobColor(), QColor(Qt::white));
+  test::runLoopFor(std::chrono::milliseconds(50));
+  paints.count = 0;
+  QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, inWindow(knob()));
+  EXPECT_TRUE(test::waitFor([&] { return paints.count > 0; })) << "on the screen, too";
+  EXPECT_EQ(knobColor(), QColor(Qt::white));
+}
+
 TEST_F(SliderTest, AClickOnTheKnobChangesNothing) {
   for (const double value : {13.5, 100.0, 14.0}) {
     row->setValue(value);

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "controls/ControlColors.h"
 #include "controls/SecondaryLabel.h"
 #include "controls/SegmentedPicker.h"
 #include "controls/SliderRow.h"
@@ -53,6 +54,22 @@ TEST_F(AppearanceSettingsTest, ShowsTheValuesOfTheStore) {
   EXPECT_FALSE(find<Switch>("cursorBlink").isChecked());
   EXPECT_EQ(text("opacity"), QStringLiteral("100%"));
   EXPECT_FALSE(find<Switch>("blurBackground").isChecked());
+}
+
+TEST_F(AppearanceSettingsTest, ShowsTheFamilyAndTheValuesInTheSecondaryColour) {
+  std::vector<QWidget*> texts{&find<QLabel>("fontFamily")};
+  for (const char* name : {"fontSize", "lineSpacing", "opacity"}) {
+    texts.push_back(find<SliderRow>(name).findChild<QLabel*>(QStringLiteral("value")));
+  }
+  for (QWidget* text : texts) {
+    const ControlColors colors(text->palette());
+    form().ensureWidgetVisible(text);
+    turn();
+    const QImage image = window->grab(QRect(text->mapTo(window.get(), QPoint()), text->size())).toImage();
+    const double strongest = test::strongestContrast(image, colors.card);
+    EXPECT_GT(strongest, 2) << text->objectName().toStdString();
+    EXPECT_LE(strongest, contrastRatio(colors.secondary, colors.card) + 0.05) << text->objectName().toStdString();
+  }
 }
 
 TEST_F(AppearanceSettingsTest, HasTheSegmentsInOrder) {

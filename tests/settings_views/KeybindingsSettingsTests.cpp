@@ -72,6 +72,22 @@ TEST_F(KeybindingsSettingsTest, PaintsAShortcutInAFixedPitchOnAFaintRoundedBackg
   EXPECT_NEAR(painted.blue(), faint.blue(), 2);
 }
 
+TEST_F(KeybindingsSettingsTest, WritesAShortcutInTheSecondaryColourAndItsActionInTheTextColour) {
+  for (KeybindingRow* row : rows()) {
+    form().ensureWidgetVisible(row);
+    turn();
+    const auto strongest = [&](QWidget* part) {
+      const QRect area(part->mapTo(window.get(), QPoint()), part->size());
+      return test::strongestContrast(window->grab(area).toImage(), ControlColors(row->palette()).card);
+    };
+    const ControlColors colors(row->palette());
+    const double secondary = contrastRatio(colors.secondary, colors.card);
+    EXPECT_GT(strongest(row->findChild<ShortcutText*>()), 2);
+    EXPECT_LE(strongest(row->findChild<ShortcutText*>()), secondary + 0.05);
+    EXPECT_GT(strongest(row->findChild<QLabel*>()), secondary + 0.5);
+  }
+}
+
 TEST_F(KeybindingsSettingsTest, ShowsItsFixedSwitchesAndKeepsThemSo) {
   for (const char* name : {"optionSendsMeta", "commandActsAsMeta"}) {
     Switch& control = find<Switch>(name);

@@ -21,8 +21,16 @@ namespace zolt::test {
 
 enum Tab { General, Appearance, Keys, Advanced };
 
+/// What the preferences show, over settings in a file of its own.
+struct PreferencesData {
+  QTemporaryDir folder;
+  UserDefaults defaults{folder.filePath(QStringLiteral("zolt.ini")).toStdString()};
+  Config config{defaults};
+  ShellManager shells{{}, [](const std::string& path) { return path != "/usr/local/bin/fish"; }};
+};
+
 /// The preferences window over settings in a file of its own.
-class PreferencesTest : public testing::Test {
+class PreferencesTest : public testing::Test, protected PreferencesData {
  protected:
   void SetUp() override {
     ASSERT_TRUE(folder.isValid());
@@ -66,13 +74,9 @@ class PreferencesTest : public testing::Test {
   }
   QString file() const { return folder.filePath(QStringLiteral("zolt.ini")); }
 
-  QTemporaryDir folder;
-  UserDefaults defaults{file().toStdString()};
-  Config config{defaults};
-  ShellManager shells{{}, [](const std::string& path) { return path != "/usr/local/bin/fish"; }};
-  std::unique_ptr<PreferencesWindow> window;
   int saves = 0;
   std::vector<std::string> written;
+  std::unique_ptr<PreferencesWindow> window;  // the last: it may write when it goes
 
  private:
   int copies = 0;

@@ -148,6 +148,38 @@ TEST_F(PreferencesWindowTest, EscapeHidesItFromEveryControl) {
   }
 }
 
+TEST_F(PreferencesWindowTest, OpensWhereItWasLeft) {
+  const QPoint left = window->pos() + QPoint(37, 21);
+  window->move(left);
+  turn();
+  window->close();
+  EXPECT_EQ(fileContent()["preferencesPlace"], std::to_string(left.x()) + "," + std::to_string(left.y()));
+  window->move(left + QPoint(5, 5));  // as a window manager may on hiding
+  window->show();
+  EXPECT_EQ(window->pos(), left);
+  PreferencesWindow next(config, defaults, shells);
+  next.show();
+  EXPECT_EQ(next.pos(), left);
+}
+
+TEST_F(PreferencesWindowTest, RemembersWhereItWasWhenTheApplicationEnds) {
+  const QPoint left = window->pos() + QPoint(12, 34);
+  window->move(left);
+  turn();
+  window.reset();
+  EXPECT_EQ(fileContent()["preferencesPlace"], std::to_string(left.x()) + "," + std::to_string(left.y()));
+}
+
+TEST_F(PreferencesWindowTest, OpensWhereTheDesktopPutsItWhenItsScreenIsGone) {
+  const QPoint usual = window->pos();
+  for (const char* stored : {"900000,900000", "-900000,0", "anything"}) {
+    defaults.setString("preferencesPlace", stored);
+    PreferencesWindow next(config, defaults, shells);
+    next.show();
+    EXPECT_EQ(next.pos(), usual) << stored;
+  }
+}
+
 TEST_F(PreferencesWindowTest, OpeningAndClosingStoresNothing) {
   for (int index = 0; index < 4; ++index) {
     window->view().setSelectedTab(index);

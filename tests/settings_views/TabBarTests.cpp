@@ -1,7 +1,8 @@
 #include <QSignalSpy>
 
-#include "controls/ControlFixture.h"
+#include "brew_views/SymbolLikeness.h"
 #include "settings/views/PreferencesTabBar.h"
+#include "settings_views/PreferencesFixture.h"
 
 namespace zolt {
 namespace {
@@ -21,6 +22,21 @@ TEST(TabButtons, AreNamedPageTabsToAScreenReader) {
   test::act(*second, QAccessibleActionInterface::pressAction());
   ASSERT_EQ(selected.count(), 1);
   EXPECT_EQ(selected.at(0).at(0), 1);
+}
+
+TEST(TabButtons, ShowTheirOwnSymbols) {
+  const std::pair<const char*, const char*> symbols[] = {
+      {"General", "gear"}, {"Appearance", "paintbrush"}, {"Keys", "keyboard"}, {"Advanced", "wrench.and.screwdriver"}};
+  test::PreferencesData data;
+  PreferencesView view({}, data.config, data.defaults, data.shells);
+  view.resize(600, 450);
+  view.setSelectedTab(0);
+  for (const auto& [label, name] : symbols) {
+    TabButton& tab = *view.findChild<TabButton*>(QLatin1String(label));
+    const int top = KeyboardFocus::margin + 6;
+    const QImage image = tab.grab(QRect((tab.width() - 24) / 2, top, 24, 24)).toImage();
+    EXPECT_EQ(test::symbolMostLike(image), QLatin1String(name)) << label;
+  }
 }
 
 }  // namespace

@@ -1,33 +1,27 @@
 #include "brew/views/BrewListModel.h"
 
 #include <QStringList>
+#include <QToolTip>
 #include <algorithm>
 
 #include "brew/views/BrewPackageRow.h"
+#include "controls/ToolTipText.h"
 
 namespace zolt {
 
 namespace {
 
-// Beyond this nobody reads on, and laying it out would take long: a line may have any length.
-constexpr qsizetype kLongestTip = 500;
-
-// Identity is by id: what was loaded again is new.
+// Compared by id: a package that was loaded again counts as new.
 bool showSame(const BrewSection& one, const BrewSection& other) {
   return one.header == other.header && one.type == other.type &&
          std::ranges::equal(one.packages, other.packages, {}, &BrewPackage::id, &BrewPackage::id);
 }
 
-// Wrapped, and never taken for markup.
 QString toolTipOf(const BrewPackage& package) {
   QStringList lines{package.name};
   if (package.description) lines << *package.description;
   if (package.installedVersion) lines << *package.installedVersion;
-  for (QString& line : lines) {
-    if (line.size() > kLongestTip) line = line.left(kLongestTip) + QChar(0x2026);
-    line = line.toHtmlEscaped();
-  }
-  return QStringLiteral("<p>%1</p>").arg(lines.join(QStringLiteral("<br>")));
+  return toolTipText(lines, QToolTip::font());
 }
 
 }  // namespace

@@ -13,17 +13,17 @@ namespace zolt {
 struct BrewSection {
   QString header;
   std::vector<BrewPackage> packages;
-  std::optional<BrewPackageType> type;  ///< of all of its rows; each package's own without
+  std::optional<BrewPackageType> type;  ///< of all its rows; without, each package's own
 };
 
-/// The rows of the sidebar's list, headers among them. Replaced whole: packages of a reload are new ones.
+/// The rows of the sidebar's list, including headers. Replaced as a whole: a reload brings new packages.
 class BrewListModel : public QAbstractListModel {
   Q_OBJECT
 
  public:
   using QAbstractListModel::QAbstractListModel;
 
-  /// False, and nothing happens, when the very packages are shown already.
+  /// False, without any change, if exactly these packages are already shown.
   bool setSections(std::vector<BrewSection> sections);
 
   int rowCount(const QModelIndex& parent = {}) const override;

@@ -6,6 +6,7 @@
 #include <QPixmapCache>
 #include <QStringList>
 #include <algorithm>
+#include <cmath>
 
 #include "controls/ControlColors.h"
 #include "symbols/Symbol.h"
@@ -19,13 +20,13 @@ constexpr int kMargin = 13;
 constexpr int kIconSize = 18;
 constexpr int kSpacing = 8;
 constexpr double kCaptionScale = 0.85;
-// The most of a row that a version takes, however long it is: the name matters more.
+// The largest part of a row that a version may take: the name matters more.
 constexpr double kVersionShare = 0.4;
 
 constexpr QColor kCaskColor(0x34, 0xA8, 0x53);
 constexpr QColor kFormulaColor(0x3B, 0x82, 0xF6);
 
-// Drawn once a kind, ground and pixel ratio: a list may have thousands of rows.
+// Cached by symbol, colour and pixel ratio: a list may have thousands of rows.
 QPixmap iconOf(BrewPackageType type, double ratio, bool selected, const QColor& text) {
   const bool cask = type == BrewPackageType::Cask;
   const QString name = cask ? QStringLiteral("app") : QStringLiteral("cube");
@@ -51,7 +52,17 @@ QFont captionFont(const QFont& body) {
   return font;
 }
 
-// More than any row shows: a line may have any length, and is measured whole.
+// Centred on both lines; beside a name alone, centred on its capital letters, wherever the font has them in a line.
+int iconTop(const QRect& room, const QFont& body, bool hasDescription) {
+  const int middle = room.top() + (room.height() - kIconSize) / 2;
+  if (hasDescription) return middle;
+  const QFontMetrics metrics(nameFont(body));
+  const int baseline = room.top() + (room.height() - metrics.height()) / 2 + metrics.ascent();
+  const int letters = static_cast<int>(std::lround(baseline - (metrics.capHeight() + kIconSize) / 2.0));
+  return std::clamp(letters, room.top(), room.top() + room.height() - kIconSize);
+}
+
+// More than any row shows. A text may have any length, and measuring all of it would take long.
 constexpr qsizetype kLongestShown = 1000;
 
 void drawElided(QPainter& painter, const QRect& rect, const QFont& font, const QString& whole) {
@@ -76,7 +87,7 @@ void BrewPackageRow::paint(QPainter& painter, const QRect& rect, const QFont& fo
   const QColor secondary = selected ? text : colors.secondary;
   QRect room = rect.adjusted(kMargin, kVerticalPadding, -kMargin, -kVerticalPadding);
 
-  const QRect iconRect(room.left(), room.center().y() - kIconSize / 2, kIconSize, kIconSize);
+  const QRect iconRect(room.left(), iconTop(room, font, package.description.has_value()), kIconSize, kIconSize);
   painter.drawPixmap(iconRect, iconOf(type, painter.device()->devicePixelRatioF(), selected, text));
   room.setLeft(iconRect.right() + kSpacing);
 

@@ -48,7 +48,7 @@ void BrewRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
   painter->save();
   if (package == nullptr) {
     painter->setFont(headerFont(option.font));
-    // A header cannot be chosen, and is no less readable for that.
+    // A header is not selectable, but must not be greyed out.
     QPalette palette = option.palette;
     palette.setCurrentColorGroup(QPalette::Active);
     painter->setPen(ControlColors(palette).secondary);

@@ -17,7 +17,7 @@ class BrewRowDelegate : public QAbstractItemDelegate {
  private:
   void measure(const QFont& font) const;
 
-  // Rows are measured once a font: a list may have thousands.
+  // Measured once per font: a list may have thousands of rows.
   mutable QFont m_measured;
   mutable int m_headerHeight = 0;
   mutable int m_shortHeight = 0;

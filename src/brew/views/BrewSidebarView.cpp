@@ -12,6 +12,7 @@
 #include "brew/views/BrewRowDelegate.h"
 #include "brew/views/SymbolView.h"
 #include "controls/ControlColors.h"
+#include "controls/Hairline.h"
 #include "controls/ThinScrollBar.h"
 #include "platform/MainQueue.h"
 #include "symbols/Symbol.h"
@@ -21,7 +22,7 @@ namespace zolt {
 namespace {
 
 constexpr int kPadding = 10;
-constexpr int kMargin = 13;  // where a field's border is, inside the room for its focus ring
+constexpr int kMargin = 13;  // to a field's border, which is inside the margin for its focus ring
 constexpr int kHeaderIcon = 18;
 constexpr int kPlaceholderIcon = 40;
 constexpr QColor kMugColor(0xE8, 0x87, 0x1E);
@@ -32,7 +33,7 @@ QFont scaled(QFont font, double factor, QFont::Weight weight) {
   return font;
 }
 
-// On a ground of its own, with a line above.
+// Has its own background, with a hairline on top.
 class StatusBar : public QWidget {
  public:
   using QWidget::QWidget;
@@ -41,7 +42,7 @@ class StatusBar : public QWidget {
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
     painter.fillRect(rect(), palette().color(QPalette::AlternateBase));
-    painter.fillRect(0, 0, width(), 1, ControlColors(palette()).hairline);
+    drawHairline(painter, QRect(0, 0, width(), 1), ControlColors(palette()).hairline);
   }
 };
 
@@ -86,7 +87,7 @@ BrewSidebarView::BrewSidebarView(BrewManager& manager, QWidget* parent)
   m_list->viewport()->setAutoFillBackground(false);
   connect(m_list, &QWidget::customContextMenuRequested, this, &BrewSidebarView::showContextMenu);
   m_list->setVerticalScrollBar(new ThinScrollBar(ThinScrollBar::Ground::Window, m_list));
-  // For keyboards without a key for menus.
+  // For keyboards without a Menu key.
   for (const QKeySequence& keys :
        {QKeySequence(Qt::Key_Return), QKeySequence(Qt::Key_Enter), QKeySequence(Qt::SHIFT | Qt::Key_F10)}) {
     auto* shortcut = new QShortcut(keys, m_list, nullptr, nullptr, Qt::WidgetShortcut);
@@ -168,7 +169,7 @@ QWidget* BrewSidebarView::makeStatusBar() {
 }
 
 void BrewSidebarView::searchTextChanged(const QString& text) {
-  // Typed elsewhere it starts no search, and neither does coming here with it.
+  // Typing in another tab starts no search, and neither does switching to this one afterwards.
   if (m_selectedTab != Search) return;
   m_manager.search(text);
   redraw();
@@ -200,7 +201,7 @@ void BrewSidebarView::redraw() {
   m_pages->setCurrentIndex(m_selectedTab == Search && m_search->text().isEmpty() ? 1 : 0);
   const int offset = m_list->verticalScrollBar()->value();
   if (!m_model->setSections(sections())) return;
-  // What was loaded again stays where it was; the best of new results are on top.
+  // A reload keeps the scroll position; new results are shown from the top, best first.
   m_list->verticalScrollBar()->setValue(m_selectedTab == Search ? 0 : offset);
 }
 
@@ -210,7 +211,7 @@ void BrewSidebarView::addContextActions(QMenu& menu, const BrewPackage& package)
     menu.addAction(tr("Upgrade All"), this, [this] { m_manager.upgradeAll(); });
   } else if (m_selectedTab == Search) {
     menu.addAction(tr("Install"), this, [this, package] { m_manager.install(package); });
-    // What it prints is shown nowhere, deliberately.
+    // Its output is deliberately thrown away.
     menu.addAction(tr("Info"), this, [this, package] {
       m_manager.runBrewCommand({QStringLiteral("info"), package.name}, [](const std::optional<QString>&) {});
     });

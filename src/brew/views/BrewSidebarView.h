@@ -13,13 +13,13 @@
 
 namespace zolt {
 
-/// The Homebrew sidebar: what is installed, what is outdated, a search, a line of status. It shows what the manager
-/// publishes and forwards what the user asks for. Main thread.
+/// The Homebrew sidebar: installed and outdated packages, a search, a status line. It shows what the manager publishes
+/// and forwards what the user asks for. Main thread.
 class BrewSidebarView : public QWidget {
   Q_OBJECT
 
  public:
-  /// Of the process's one manager, which then comes into being.
+  /// Over the process's shared manager, which this creates on first use.
   explicit BrewSidebarView(QWidget* parent = nullptr);
   /// `manager` must outlive the view.
   explicit BrewSidebarView(BrewManager& manager, QWidget* parent = nullptr);
@@ -31,7 +31,7 @@ class BrewSidebarView : public QWidget {
   QWidget* makePlaceholder();
   QWidget* makeStatusBar();
   void searchTextChanged(const QString& text);
-  /// Shows what the manager has now, in a later turn of the event loop; changes until then count as one.
+  /// Redraws in a later turn of the event loop, once for all changes until then.
   void redrawLater();
   void redraw();
   std::vector<BrewSection> sections() const;

@@ -6,12 +6,12 @@
 
 namespace zolt {
 
-/// A symbol standing by itself, drawn anew for the palette and the pixel ratio of the moment. Main thread.
+/// A symbol on its own, which follows the palette and the pixel ratio. Main thread.
 class SymbolView : public QWidget {
   Q_OBJECT
 
  public:
-  /// `size`: the side of its square, in logical pixels. Without a colour it is as faint as a placeholder's text.
+  /// `size` is in logical pixels, for both sides. Without a colour it has the palette's placeholder colour.
   SymbolView(QString name, int size, const QColor& color, QWidget* parent);
 
  protected:

@@ -7,7 +7,7 @@
 
 namespace zolt {
 
-/// A switch that is shown with a value that nothing changes and nothing stores.
+/// A switch with a fixed value, which nothing changes or stores.
 struct FixedSwitch {
   const char* label;
   const char* objectName;
@@ -15,7 +15,7 @@ struct FixedSwitch {
   bool isEnabled = true;
 };
 
-/// A row for each.
+/// Adds a row for each.
 inline void addFixedSwitches(GroupedForm& form, std::initializer_list<FixedSwitch> switches) {
   for (const FixedSwitch& each : switches) {
     auto* control = new Switch(Switch::Kind::Fixed);

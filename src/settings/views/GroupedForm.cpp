@@ -30,7 +30,7 @@ constexpr int kViewMargin = 14;      // kept around a control that is scrolled i
 QWidget* makeRow(QHBoxLayout*& layout) {
   auto* row = new QWidget;
   layout = new QHBoxLayout(row);
-  // A control has room for its focus ring around it; what is seen of it ends at the inset.
+  // A control includes the margin for its focus ring; its visible part ends at the inset.
   layout->setContentsMargins(kInset, 0, kInset - KeyboardFocus::margin, 0);
   layout->setSpacing(kRowGap);
   return row;
@@ -42,7 +42,7 @@ GroupedForm::GroupedForm(QWidget* parent) : QScrollArea(parent) {
   setFrameShape(QFrame::NoFrame);
   setWidgetResizable(true);
   setFocusPolicy(Qt::NoFocus);
-  // Its place stays reserved, so that all forms have the same grid whether they scroll or not.
+  // Always there, so that every form has the same grid whether it scrolls or not.
   setVerticalScrollBar(new ThinScrollBar(ThinScrollBar::Ground::Window, this));
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   auto* content = new QWidget;

@@ -10,24 +10,23 @@ namespace zolt {
 
 class Card;
 
-/// A scrolling column of sections, each a title over a rounded card of rows. All rows of all sections share one grid:
-/// labels at the leading edge; controls at the trailing one, those that stretch in one column of their own.
+/// A scrolling column of sections, each a title above a rounded card of rows. All rows share one grid: labels at the
+/// leading edge, controls at the trailing edge, and controls that stretch in a column of equal width.
 ///
-/// A control that the keyboard reaches is scrolled into view.
+/// A control that gets the focus from the keyboard is scrolled into view.
 class GroupedForm : public QScrollArea {
   Q_OBJECT
 
  public:
   explicit GroupedForm(QWidget* parent = nullptr);
 
-  /// Begins a section, to which the rows that follow belong. An empty title takes no room.
+  /// Begins a section: later rows belong to it. An empty title takes no space.
   void addSection(const QString& title);
-  /// A row of a label and its control, which the form owns from now on. It must have its state: a control that is
-  /// disabled has a label that looks so.
+  /// Adds a labelled control, and takes ownership. Disable a control before adding it: its label is disabled with it.
   QLabel* addRow(const QString& label, QWidget* control);
-  /// A row of one widget over the whole width.
+  /// Adds a widget that takes the whole width.
   void addWideRow(QWidget* content);
-  /// A row of one widget at the leading edge.
+  /// Adds a widget at the leading edge.
   void addLeadingRow(QWidget* content);
 
  protected:

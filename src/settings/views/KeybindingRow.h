@@ -7,7 +7,7 @@
 
 namespace zolt {
 
-/// The text of a key combination in a fixed pitch, on a rounded background of its own colour made faint.
+/// A key combination in a fixed-pitch font, on a rounded background in a faint tint of its text colour.
 class ShortcutText : public SecondaryLabel {
   Q_OBJECT
 
@@ -18,7 +18,7 @@ class ShortcutText : public SecondaryLabel {
   void paintEvent(QPaintEvent* event) override;
 };
 
-/// A command's name and, at the other edge, its key combination as it is shown.
+/// A command's name and, at the trailing edge, its key combination.
 class KeybindingRow : public QWidget {
   Q_OBJECT
 

@@ -4,7 +4,7 @@
 
 namespace zolt {
 
-/// The keys tab: a table of key combinations to look at, and fixed switches.
+/// The keys tab: a read-only table of key combinations, and fixed switches.
 class KeybindingsSettings : public GroupedForm {
   Q_OBJECT
 

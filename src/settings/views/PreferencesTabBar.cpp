@@ -7,6 +7,7 @@
 
 #include "controls/ButtonAccessible.h"
 #include "controls/ControlColors.h"
+#include "controls/Hairline.h"
 #include "controls/OneTabStop.h"
 #include "symbols/Symbol.h"
 
@@ -94,13 +95,13 @@ void PreferencesTabBar::setCurrentIndex(int index) {
   const QAbstractButton* before = m_group.checkedButton();
   const bool hadFocus = before != nullptr && before->hasFocus();
   tab->setChecked(true);
-  // The keyboard stays with the tab that is shown.
+  // The focus moves along with the selection.
   if (hadFocus) tab->setFocus(Qt::OtherFocusReason);
 }
 
 void PreferencesTabBar::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  painter.fillRect(QRect(0, height() - 1, width(), 1), ControlColors(palette()).hairline);
+  drawHairline(painter, QRect(0, height() - 1, width(), 1), ControlColors(palette()).hairline);
 }
 
 }  // namespace zolt

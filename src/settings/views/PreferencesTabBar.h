@@ -25,22 +25,22 @@ class TabButton : public QAbstractButton {
   KeyboardFocus m_focus{*this};
 };
 
-/// The tabs of a window, side by side in its middle, the selected one highlighted. By keyboard it is one stop, within
-/// which the arrow keys move the selection.
+/// The tabs of a window, side by side and centred, the selected one highlighted. It is one tab stop; the arrow keys
+/// move the selection.
 class PreferencesTabBar : public QWidget {
   Q_OBJECT
 
  public:
   explicit PreferencesTabBar(QWidget* parent = nullptr);
 
-  /// Adds a tab behind the others; `shortcut` selects it from anywhere in the window.
+  /// Appends a tab; `shortcut` selects it from anywhere in the window.
   TabButton* addTab(const QString& label, const QString& symbolName, const QKeySequence& shortcut);
   int count() const { return static_cast<int>(m_group.buttons().size()); }
-  /// Shows a selection; `selected` is not emitted.
+  /// Selects a tab without emitting `selected`.
   void setCurrentIndex(int index);
 
  Q_SIGNALS:
-  /// After the user clicked a tab or used its shortcut.
+  /// The user clicked a tab or pressed its shortcut.
   void selected(int index);
 
  protected:

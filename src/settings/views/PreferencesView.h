@@ -18,14 +18,14 @@ class PreferencesView : public QWidget {
   Q_OBJECT
 
  public:
-  /// `tabs` is kept and not shown: the tabs have names of their own. What is shown must outlive the view.
+  /// `tabs` is kept but not shown: the tabs have their own labels. The other arguments must outlive the view.
   PreferencesView(QStringList tabs, Config& config, UserDefaults& defaults, ShellManager& shells,
                   QWidget* parent = nullptr);
 
   const QStringList& tabs() const { return m_tabs; }
-  /// The index of the tab that is shown; 0, the general one, at first.
+  /// The index of the current tab; initially 0, the general one.
   int selectedTab() const;
-  /// Shows the tab at `index`; one that there is not changes nothing.
+  /// Shows the tab at `index`; ignores an index out of range.
   void setSelectedTab(int index);
 
  private:

@@ -1,7 +1,12 @@
 #include "settings/views/PreferencesWindow.h"
 
+#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QVBoxLayout>
+#include <vector>
+
+#include "settings/views/WindowPlace.h"
 
 namespace zolt {
 
@@ -12,7 +17,8 @@ constexpr QSize kSize{600, 450};
 }  // namespace
 
 PreferencesWindow::PreferencesWindow(Config& config, UserDefaults& defaults, ShellManager& shells)
-    : m_view(new PreferencesView(
+    : m_defaults(defaults),
+      m_view(new PreferencesView(
           {QStringLiteral("General"), QStringLiteral("Appearance"), QStringLiteral("Keys"), QStringLiteral("Advanced")},
           config, defaults, shells, this)) {
   setObjectName(QStringLiteral("preferences"));
@@ -21,6 +27,40 @@ PreferencesWindow::PreferencesWindow(Config& config, UserDefaults& defaults, She
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(m_view);
+}
+
+PreferencesWindow::~PreferencesWindow() {
+  if (isVisible()) storePlace();
+}
+
+void PreferencesWindow::setVisible(bool visible) {
+  if (visible && !isVisible()) moveToStoredPlace();
+  QWidget::setVisible(visible);
+}
+
+void PreferencesWindow::moveToStoredPlace() {
+  const auto stored = placeOf(m_defaults.stringForKey(kPreferencesPlace.key).value_or(kPreferencesPlace.absent));
+  if (!stored) return;
+  std::vector<QRect> screens;
+  for (const QScreen* screen : QGuiApplication::screens()) {
+    screens.push_back(screen->availableGeometry());
+  }
+  if (const auto place = placeOnScreens(*stored, size(), screens)) move(*place);
+}
+
+// Only after the user moved it: where the desktop placed it is not worth remembering.
+void PreferencesWindow::storePlace() {
+  if (pos() != m_openedAt) m_defaults.setString(kPreferencesPlace.key, placeText(pos()));
+}
+
+void PreferencesWindow::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (!event->spontaneous()) m_openedAt = pos();
+}
+
+void PreferencesWindow::hideEvent(QHideEvent* event) {
+  if (!event->spontaneous()) storePlace();
+  QWidget::hideEvent(event);
 }
 
 void PreferencesWindow::keyPressEvent(QKeyEvent* event) {

@@ -1,26 +1,38 @@
 #pragma once
 
+#include <QPoint>
 #include <QWidget>
 
 #include "settings/views/PreferencesView.h"
 
 namespace zolt {
 
-/// The preferences' own window. Closing it, also by Escape, hides it: it keeps its tab for as long as it exists.
+/// The preferences window. Closing it, or pressing Escape, only hides it: it keeps its tab as long as it exists.
+///
+/// It opens where the user left it, even after a restart, unless that screen is gone.
 class PreferencesWindow : public QWidget {
   Q_OBJECT
 
  public:
-  /// What is shown must outlive the window.
+  /// The arguments must outlive the window.
   PreferencesWindow(Config& config, UserDefaults& defaults, ShellManager& shells);
+  ~PreferencesWindow() override;
 
   PreferencesView& view() { return *m_view; }
+  void setVisible(bool visible) override;
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
 
  private:
+  void moveToStoredPlace();
+  void storePlace();
+
+  UserDefaults& m_defaults;
   PreferencesView* m_view;
+  QPoint m_openedAt;
 };
 
 }  // namespace zolt

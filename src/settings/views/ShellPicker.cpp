@@ -6,7 +6,7 @@ namespace zolt {
 
 ShellPicker::ShellPicker(StoredString& choice, ShellManager& shells, QWidget* parent)
     : PopUpPicker(parent), m_choice(choice), m_shells(shells) {
-  // The notice of a change comes before the change; several make one refresh.
+  // A change is announced before it takes effect; several make one refresh.
   m_refresh.setSingleShot(true);
   m_refresh.setInterval(0);
   connect(&m_refresh, &QTimer::timeout, this, &ShellPicker::refresh);

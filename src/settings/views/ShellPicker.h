@@ -8,8 +8,8 @@
 
 namespace zolt {
 
-/// Chooses one shell of the catalogue, by its executable's path. A stored path that is not in the catalogue is left as
-/// it is and shown as no choice.
+/// Selects a shell of the catalogue by the path of its executable. A stored path that is not in the catalogue is kept
+/// and shows as blank.
 class ShellPicker : public PopUpPicker {
   Q_OBJECT
 

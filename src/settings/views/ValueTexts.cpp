@@ -6,7 +6,7 @@
 namespace zolt {
 
 std::int64_t truncated(double value) {
-  // 2 to the 63rd: the first double above the range; its negative is the range's lower end.
+  // 2^63: the first double above the range; its negative is the lower end of the range.
   constexpr double kLimit = 9223372036854775808.0;
   if (std::isnan(value)) return 0;
   if (value >= kLimit) return std::numeric_limits<std::int64_t>::max();

@@ -5,16 +5,15 @@
 
 namespace zolt {
 
-/// A number without its fraction; the nearest end of the type's range for what lies outside, 0 for what is not a
-/// number.
+/// Drops the fraction of a number. Saturates at the ends of the type's range; 0 for NaN.
 std::int64_t truncated(double value);
 
 /// "14pt"; the fraction is dropped.
 QString pointsText(double value);
 /// With one decimal: "1.2".
 QString decimalText(double value);
-/// "57%"; the fraction is dropped, after the multiplication: 0.57 times 100 is a little less than 57, and deliberately
-/// shown as "56%".
+/// "50%"; the fraction is dropped after the multiplication. Deliberately, 0.57 shows as "56%": times 100 it is a little
+/// less than 57.
 QString percentText(double value);
 
 }  // namespace zolt
