@@ -158,7 +158,7 @@ int main(int argc, char** argv) {
   zolt::bench::writeFile(file, text);
   zolt::TextStorage history;
   history.append(zolt::AttributedString(text, zolt::TextAttributes{}));
-  history.settle();
+  history.waitUntilIdle();
   for (const Search& search : kSearches) {
     measure(search, text, history, file);
   }

@@ -39,7 +39,7 @@ constexpr auto kPause = 100ms;
 constexpr auto kLongestJitter = 50ms;
 constexpr auto kKeyHeld = 5ms;
 // Between two reads of the pixels, so that the X server and the program have the processors to themselves.
-constexpr auto kBetweenLooks = 40us;
+constexpr auto kPollInterval = 40us;
 constexpr auto kStill = 300ms;
 constexpr char kKeys[] = {'x', 'o'};
 
@@ -100,7 +100,7 @@ Change typeAndWatch(XDisplay& display, Program& program, const Area& watched) {
   double seen = pressed;
   int looks = 0;
   for (bool changed = false; !changed;) {
-    std::this_thread::sleep_for(kBetweenLooks);
+    std::this_thread::sleep_for(kPollInterval);
     changed = display.pixels(watched) != before;
     seen = zolt::bench::now();
     ++looks;

@@ -127,7 +127,7 @@ void measureHistory(const std::string& what, std::string_view sample, std::size_
   for (std::size_t at = 0; storage.size() < total; at = (at + kChunk) % sample.size()) {
     storage.append(zolt::AttributedString(sample.substr(at, kChunk), zolt::TextAttributes{}));
   }
-  storage.settle();
+  storage.waitUntilIdle();
   const zolt::BlockStore::Usage usage = storage.usage();
   if (usage.droppedBlocks != 0) fail("history was given up: the disk is full");
   const double bytes = static_cast<double>(usage.memoryBytes) + static_cast<double>(usage.fileBytes);

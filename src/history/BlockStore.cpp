@@ -30,7 +30,7 @@ class BlockStore::State : public SteppedWork, public std::enable_shared_from_thi
   void add(std::shared_ptr<const SealedBlock> block);
   std::optional<Content> read(std::size_t index) const;
   Usage usage() const;
-  void settle();
+  void waitUntilIdle();
   void close();
   bool step() override;
 
@@ -226,7 +226,7 @@ BlockStore::Usage BlockStore::State::usage() const {
   return usage;
 }
 
-void BlockStore::State::settle() {
+void BlockStore::State::waitUntilIdle() {
   Lock lock(m_mutex);
   m_idle.wait(lock, [this] { return !m_scheduled; });
 }
@@ -254,8 +254,8 @@ BlockStore::Usage BlockStore::usage() const {
   return m_state->usage();
 }
 
-void BlockStore::settle() {
-  m_state->settle();
+void BlockStore::waitUntilIdle() {
+  m_state->waitUntilIdle();
 }
 
 }  // namespace zolt

@@ -84,7 +84,7 @@ class BlockStore {
   };
   Usage usage() const;
   /// Waits until there is nothing left to compress or move.
-  void settle();
+  void waitUntilIdle();
 
  private:
   std::shared_ptr<State> m_state;

@@ -67,7 +67,7 @@ class TextStorage {
   std::size_t memoryBytes() const;
   BlockStore::Usage usage() const { return m_store.usage(); }
   /// Waits until the store has nothing left to compress or move.
-  void settle() { m_store.settle(); }
+  void waitUntilIdle() { m_store.waitUntilIdle(); }
 
  private:
   class RunCursor;

@@ -109,45 +109,19 @@ class Config : public QObject {
   std::vector<Setting> m_settings;
 
  public:
-  // The settings table, one row a setting.
-  Published<ColorScheme> theme{*this,
-                               {.key = "theme",
-                                .label = "Color Scheme",
-                                .initial = ColorScheme::Dark,
-                                .saving = Saving::OnChange,
-                                .resetPosition = 3}};
-  Published<double> fontSize{*this,
-                             {.key = "fontSize",
-                              .label = "Size",
-                              .initial = 14.0,
-                              .saving = Saving::OnChange,
-                              .resetPosition = 1,
-                              .range = {.first = 8, .last = 72, .step = 1}}};
-  Published<std::string> fontFamily{
-      *this, {.key = "fontFamily", .label = "Font Family", .initial = "SF Mono", .resetPosition = 2}};
-  // Deliberately a value of this run alone.
-  Published<double> lineSpacing{*this,
-                                {.key = "lineSpacing",
-                                 .label = "Line Spacing",
-                                 .initial = 1.2,
-                                 .saving = Saving::Never,
-                                 .range = {.first = 1.0, .last = 2.0, .step = 0.1}}};
-  Published<CursorStyle> cursorStyle{
-      *this, {.key = "cursorStyle", .label = "Style", .initial = CursorStyle::Block, .resetPosition = 4}};
-  Published<bool> cursorBlink{
-      *this,
-      {.key = "cursorBlink", .label = "Blink cursor", .initial = true, .saving = Saving::OnChange, .resetPosition = 5}};
-  Published<std::int64_t> scrollbackLines{
-      *this, {.key = "scrollbackLines", .label = "Scrollback Lines", .initial = 10000, .resetPosition = 6}};
-  Published<double> opacity{*this,
-                            {.key = "opacity",
-                             .label = "Opacity",
-                             .initial = 1.0,
-                             .saving = Saving::OnChange,
-                             .resetPosition = 7,
-                             .range = {.first = 0.3, .last = 1.0}}};
-  Published<bool> blurBackground{
-      *this, {.key = "blurBackground", .label = "Blur background", .initial = false, .resetPosition = 8}};
+  // The settings table, one row a setting: key, label, initial value, saving, place in a reset, range. The line spacing
+  // is deliberately a value of this run alone.
+  // clang-format off
+  Published<ColorScheme>  theme{          *this, {"theme",           "Color Scheme",     ColorScheme::Dark,  Saving::OnChange,   3}};
+  Published<double>       fontSize{       *this, {"fontSize",        "Size",             14.0,               Saving::OnChange,   1, {8, 72, 1}}};
+  Published<std::string>  fontFamily{     *this, {"fontFamily",      "Font Family",      "SF Mono",          Saving::WithOthers, 2}};
+  Published<double>       lineSpacing{    *this, {"lineSpacing",     "Line Spacing",     1.2,                Saving::Never,      0, {1.0, 2.0, 0.1}}};
+  Published<CursorStyle>  cursorStyle{    *this, {"cursorStyle",     "Style",            CursorStyle::Block, Saving::WithOthers, 4}};
+  Published<bool>         cursorBlink{    *this, {"cursorBlink",     "Blink cursor",     true,               Saving::OnChange,   5}};
+  Published<std::int64_t> scrollbackLines{*this, {"scrollbackLines", "Scrollback Lines", 10000,              Saving::WithOthers, 6}};
+  Published<double>       opacity{        *this, {"opacity",         "Opacity",          1.0,                Saving::OnChange,   7, {0.3, 1.0}}};
+  Published<bool>         blurBackground{ *this, {"blurBackground",  "Blur background",  false,              Saving::WithOthers, 8}};
+  // clang-format on
 
  Q_SIGNALS:
   /// Before a property takes a value.

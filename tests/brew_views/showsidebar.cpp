@@ -21,16 +21,16 @@ int main(int argc, char** argv) {
   sidebar.resize(250, 600);
   sidebar.show();
   QTest::mouseClick(sidebar.findChild<zolt::SegmentedPicker*>()->segment(QByteArray(argv[1]).toInt()), Qt::LeftButton);
-  const auto settles = [&] {
+  const auto isAtRest = [&] {
     zolt::test::runLoopFor(std::chrono::milliseconds(100));
-    const bool settled =
+    const bool atRest =
         zolt::test::waitFor([&] { return zolt::test::childProcesses().empty() && !manager.isLoading(); });
     zolt::test::runLoopFor(std::chrono::milliseconds(200));
-    return settled;
+    return atRest;
   };
-  if (!settles()) return 1;
+  if (!isAtRest()) return 1;
   QTest::keyClicks(sidebar.findChild<QLineEdit*>(), QString::fromUtf8(argv[2]));
-  const bool settled = settles();
+  const bool atRest = isAtRest();
   if (QWidget* field = QApplication::focusWidget()) field->clearFocus();
-  return settled && sidebar.grab().save(QString::fromLocal8Bit(argv[5])) ? 0 : 1;
+  return atRest && sidebar.grab().save(QString::fromLocal8Bit(argv[5])) ? 0 : 1;
 }

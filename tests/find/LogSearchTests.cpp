@@ -50,7 +50,7 @@ TEST(LogSearch, HasTheMatchesOfANaiveSearchOfTheWholeText) {
     }
     TextStorage storage({.hotBlocks = 2});
     storage.append(AttributedString(text, TextAttributes()));
-    storage.settle();
+    storage.waitUntilIdle();
     ASSERT_EQ(segmentCount(storage), 3U);
     for (const Query& query : kQueries) {
       ASSERT_EQ(findInAll(storage, patternOf(query.text, query.options)), naiveFind(text, query.text, query.options))

@@ -100,7 +100,7 @@ TEST(BlockStore, KeepsTheLatestUncompressedAndCompressesTheRest) {
   for (int i = 0; i < 10; ++i) {
     store.add(block);
   }
-  store.settle();
+  store.waitUntilIdle();
   const BlockStore::Usage usage = store.usage();
   EXPECT_EQ(usage.plainBlocks, 3U);
   EXPECT_EQ(usage.compressedBlocks, 7U);
@@ -116,7 +116,7 @@ TEST(BlockStore, KeepsFewerUncompressedWhenTheyAreLarge) {
   for (std::size_t number = 0; number < 10; ++number) {
     store.add(std::make_shared<TextOnly>(std::string(kLarge, static_cast<char>('a' + number))));
   }
-  store.settle();
+  store.waitUntilIdle();
   EXPECT_EQ(store.usage().plainBlocks, 2U);
   EXPECT_LT(store.usage().memoryBytes, 3 * kLarge);
   for (std::size_t number = 0; number < 10; ++number) {
@@ -127,7 +127,7 @@ TEST(BlockStore, KeepsFewerUncompressedWhenTheyAreLarge) {
 TEST(BlockStore, StaysInMemoryWithoutAFolder) {
   BlockStore store({.memoryBudget = 1, .hotBlocks = 0});
   add(store, 0, 50);
-  store.settle();
+  store.waitUntilIdle();
   EXPECT_EQ(store.usage().compressedBlocks, 50U);
   expectAll(store, 50);
 }
@@ -136,7 +136,7 @@ TEST(BlockStore, MovesTheOldestToAFileBeyondItsBudget) {
   const TemporaryFolder folder;
   BlockStore store({.memoryBudget = 40'000, .hotBlocks = 2, .folder = folder.path()});
   add(store, 0, 100);
-  store.settle();
+  store.waitUntilIdle();
   const BlockStore::Usage usage = store.usage();
   EXPECT_LE(usage.memoryBytes, 40'000U);
   EXPECT_GE(usage.memoryBytes, 30'000U) << "the budget is used";
@@ -163,7 +163,7 @@ TEST(BlockStore, WritesNothingThatAnotherProcessCouldRead) {
   BlockStore store({.memoryBudget = 0, .hotBlocks = 0, .folder = folder.path() + "/made/for/it"});
   store.add(std::make_shared<TextOnly>(secret + textOf(1)));
   store.add(std::make_shared<TextOnly>(secret + textOf(1)));
-  store.settle();
+  store.waitUntilIdle();
   ASSERT_EQ(store.usage().spilledBlocks, 2U);
   EXPECT_TRUE(std::filesystem::is_empty(folder.path() + "/made/for/it")) << "the file has no name";
   const auto files = unlinkedFilesIn(folder.path());
@@ -187,10 +187,10 @@ TEST(BlockStore, KeepsWorkingWhenItsFolderIsRemoved) {
   const std::string cache = folder.path() + "/cache";
   BlockStore store({.memoryBudget = 10'000, .hotBlocks = 0, .folder = cache});
   add(store, 0, 20);
-  store.settle();
+  store.waitUntilIdle();
   std::filesystem::remove_all(cache);
   add(store, 20, 20);
-  store.settle();
+  store.waitUntilIdle();
   EXPECT_EQ(store.usage().droppedBlocks, 0U);
   expectAll(store, 40);
 }
@@ -202,13 +202,13 @@ TEST(BlockStore, DropsTheOldestWhenNoFileCanBeOpened) {
   settings.openFile = [&](const std::string&) { return available ? std::make_unique<FakeFile>(disk) : nullptr; };
   BlockStore store(settings);
   add(store, 0, 30);
-  store.settle();
+  store.waitUntilIdle();
   const std::size_t lost = store.usage().droppedBlocks;
   EXPECT_GT(lost, 15U);
   EXPECT_LE(store.usage().memoryBytes, 20'000U);
   available = true;
   add(store, 30, 30);
-  store.settle();
+  store.waitUntilIdle();
   EXPECT_EQ(store.usage().droppedBlocks, lost) << "nothing is lost once there is a file";
   for (std::size_t number = 0; number < 60; ++number) {
     EXPECT_EQ(read(store, number), number < lost ? std::nullopt : std::optional(textOf(number))) << number;
@@ -221,7 +221,7 @@ TEST(BlockStore, DropsTheOldestForNewerOnesWhenTheDiskIsFull) {
   BlockStore store(onFakeDisk(disk, 20'000));
   for (std::size_t added = 0; added < 400; added += 40) {
     add(store, added, 40);
-    store.settle();
+    store.waitUntilIdle();
     const BlockStore::Usage usage = store.usage();
     EXPECT_LE(usage.memoryBytes, 20'000U);
     if (added >= 80) {
@@ -236,7 +236,7 @@ TEST(BlockStore, DropsTheOldestForNewerOnesWhenTheDiskIsFull) {
   disk->capacity = SIZE_MAX;
   const std::size_t lost = store.usage().droppedBlocks;
   add(store, 400, 40);
-  store.settle();
+  store.waitUntilIdle();
   EXPECT_EQ(store.usage().droppedBlocks, lost) << "nothing more is lost once there is room again";
 }
 
@@ -246,7 +246,7 @@ TEST(BlockStore, LosesOnlyOldBlocksWhicheverWriteFails) {
     disk->failingWrite = failing;
     BlockStore store(onFakeDisk(disk, 10'000));
     add(store, 0, 40);
-    store.settle();
+    store.waitUntilIdle();
     const std::size_t lost = store.usage().droppedBlocks;
     EXPECT_LE(lost, 2U) << failing;
     EXPECT_EQ(lost > 0, failing < disk->writes) << failing;
@@ -295,7 +295,7 @@ TEST(BlockStore, RejectsABlockThatWasChangedInTheFile) {
   const auto disk = std::make_shared<FakeDisk>();
   BlockStore store(onFakeDisk(disk, 0));
   add(store, 0, 3);
-  store.settle();
+  store.waitUntilIdle();
   const std::size_t sealed = disk->bytes.size() / 3;
   disk->bytes[sealed + 100] ^= 1;
   EXPECT_EQ(read(store, 0), textOf(0));

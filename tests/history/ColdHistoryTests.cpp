@@ -57,7 +57,7 @@ TEST(ColdHistory, MatchesAPlainListOfLinesUnderRandomUse) {
         styles[line] = style;
       }
       storage.append(AttributedString(piece, style));
-      if (random() % 500 == 0) storage.settle();
+      if (random() % 500 == 0) storage.waitUntilIdle();
       if (random() % 20 != 0) continue;
       const std::size_t line = random() % lines.size();
       ASSERT_EQ(storage.text(storage.lineStart(line), storage.lineEnd(line)), lines[line]);
@@ -67,7 +67,7 @@ TEST(ColdHistory, MatchesAPlainListOfLinesUnderRandomUse) {
                            ASSERT_EQ(attributes, styles[line]);
                          });
     }
-    storage.settle();
+    storage.waitUntilIdle();
     EXPECT_GT(storage.usage().spilledBlocks, 5U);
     EXPECT_TRUE(storage.lostBlocks().empty());
     ASSERT_EQ(storage.lineCount(), lines.size());
@@ -84,7 +84,7 @@ TEST(ColdHistory, HasTheLayoutOfTheTextThatWasAppended) {
     TextStorage warm;
     cold.append(AttributedString(named.text, TextAttributes()));
     warm.append(AttributedString(named.text, TextAttributes()));
-    cold.settle();
+    cold.waitUntilIdle();
     ASSERT_GT(cold.usage().compressedBlocks + cold.usage().spilledBlocks, 0U);
     ASSERT_EQ(cold.blockCount(), warm.blockCount());
     for (std::size_t i = 0; i < warm.blockCount(); ++i) {
@@ -107,7 +107,7 @@ TEST(ColdHistory, ReplacesLostTextWithoutMovingTheRest) {
     NaiveLog naive;
     naive.append(text);
     storage.append(AttributedString(text, TextAttributes()));
-    storage.settle();
+    storage.waitUntilIdle();
     const std::size_t lost = storage.usage().droppedBlocks;
     ASSERT_GT(lost, 2U) << named.name;
     const auto lines = naive.lines();
@@ -137,7 +137,7 @@ TEST(ColdHistory, KeepsItsRowsInOrderWhenBlocksAreLost) {
       RowIndex index(storage, columns);
       storage.append(AttributedString(text, TextAttributes()));
       index.sync();
-      storage.settle();
+      storage.waitUntilIdle();
       storage.text(0, storage.size());  // notices the loss
       ASSERT_FALSE(storage.lostBlocks().empty());
       index.sync();
@@ -167,7 +167,7 @@ TEST(ColdHistory, TakesLittleMemory) {
     std::ranges::copy(number, line.begin() + static_cast<std::ptrdiff_t>(line.find("request ")) + 8);
     storage.append(AttributedString(line, TextAttributes()));
   }
-  storage.settle();
+  storage.waitUntilIdle();
   EXPECT_LT(storage.memoryBytes(), 2'500'000U) << "of " << storage.size();
   EXPECT_GT(storage.size(), 30'000'000U);
   EXPECT_LT(static_cast<double>(storage.usage().fileBytes), 0.35 * static_cast<double>(storage.size()));

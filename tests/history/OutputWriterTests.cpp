@@ -128,7 +128,7 @@ TEST(OutputWriter, WritesTheReplacementForLostText) {
   for (int i = 0; i < 20000; ++i) {
     storage.append(AttributedString(line, style(1)));
   }
-  storage.settle();
+  storage.waitUntilIdle();
   ASSERT_GT(storage.usage().droppedBlocks, 0U);
   const std::string expected = withLineFeeds(storage.text(0, storage.size()));
   ASSERT_TRUE(expected.starts_with(kHistoryLostNotice));

@@ -59,7 +59,7 @@ TEST(TextSnapshot, CanBeReadByAnotherThreadWhileTheTextGrows) {
   }
   reader.join();
   EXPECT_EQ(read, text);
-  storage.settle();
+  storage.waitUntilIdle();
   EXPECT_GT(storage.usage().spilledBlocks, 0U);
   EXPECT_EQ(textOf(snapshot), text);
 }
@@ -91,7 +91,7 @@ TEST(TextSnapshot, ReadsTheSameAsTheStorageWhenTextIsLost) {
                            return std::unique_ptr<SpillFile>();
                          }});
     storage.append(AttributedString(named.text + named.text, TextAttributes()));
-    storage.settle();
+    storage.waitUntilIdle();
     ASSERT_GT(storage.usage().droppedBlocks, 0U);
     EXPECT_EQ(textOf(storage.snapshot(0, storage.blockCount())), storage.text(0, storage.size())) << named.name;
   }

@@ -161,7 +161,7 @@ TEST_F(OutputSaverTest, SavesTheOutputOfItsMoment) {
   TextStorage storage = gatedStorage();
   const std::string text = lines(200'000);
   storage.append(AttributedString(text, TextAttributes()));
-  storage.settle();
+  storage.waitUntilIdle();
   gate->letPass(3);
   start(storage, target);
   ASSERT_TRUE(waitFor([this] { return gate->arrived() == 4; }));
@@ -177,7 +177,7 @@ TEST_F(OutputSaverTest, ReportsItsProgressOnceAnInterval) {
   test::ManualClock clock;
   TextStorage storage = gatedStorage();
   storage.append(AttributedString(lines(500'000), TextAttributes()));
-  storage.settle();
+  storage.waitUntilIdle();
   gate->letPass(20);
   saver = std::make_unique<OutputSaver>(all(storage), OutputFormat::PlainText, target, nullptr, WorkerQueue::utility(),
                                         clock);
@@ -207,7 +207,7 @@ TEST_F(OutputSaverTest, IsCancelledInTheMiddleAndLeavesTheFileAsItWas) {
   put("before");
   TextStorage storage = gatedStorage();
   storage.append(AttributedString(lines(500'000), TextAttributes()));
-  storage.settle();
+  storage.waitUntilIdle();
   gate->letPass(20);
   start(storage, target);
   ASSERT_TRUE(waitFor([this] { return gate->arrived() == 21; }));
@@ -241,7 +241,7 @@ TEST_F(OutputSaverTest, IsCancelledBeforeItHasBegun) {
 TEST_F(OutputSaverTest, LeavesNoTemporaryFileWhenItGoes) {
   TextStorage storage = gatedStorage();
   storage.append(AttributedString(lines(2'000'000), TextAttributes()));
-  storage.settle();
+  storage.waitUntilIdle();
   start(storage, target);
   ASSERT_TRUE(waitFor([this] { return !names().isEmpty(); }));
   saver.reset();
@@ -251,7 +251,7 @@ TEST_F(OutputSaverTest, LeavesNoTemporaryFileWhenItGoes) {
 TEST_F(OutputSaverTest, DoesNotWaitForEverWhenItGoes) {
   TextStorage storage = gatedStorage();
   storage.append(AttributedString(lines(200'000), TextAttributes()));
-  storage.settle();
+  storage.waitUntilIdle();
   gate->letPass(3);
   start(storage, target);
   ASSERT_TRUE(waitFor([this] { return gate->arrived() == 4; }));
@@ -264,7 +264,7 @@ TEST_F(OutputSaverTest, SavesTheNoticeWhereTextIsLost) {
                          return std::unique_ptr<SpillFile>();
                        }});
   storage.append(AttributedString(lines(100'000), TextAttributes()));
-  storage.settle();
+  storage.waitUntilIdle();
   ASSERT_GT(storage.usage().droppedBlocks, 0U);
   start(storage, target, OutputFormat::WithColours);
   ASSERT_TRUE(waitForEnd());

@@ -24,7 +24,7 @@ std::string visible(std::string_view bytes) {
   return text;
 }
 
-void describeLooks(const Screen& screen, int row, std::ostream& out) {
+void describeStyles(const Screen& screen, int row, std::ostream& out) {
   const std::span<const Cell> cells = screen.grid().row(row);
   for (std::size_t begin = 0; begin < cells.size();) {
     std::size_t end = begin + 1;
@@ -70,7 +70,7 @@ std::string recordingPicture(Terminal& terminal) {
   }
   out << '\n';
   for (int row = 0; row < screen.rows(); ++row) {
-    describeLooks(screen, row, out);
+    describeStyles(screen, row, out);
   }
   return out.str();
 }

@@ -74,7 +74,7 @@ class Scrollback {
 
   std::size_t memoryBytes() const;
   /// Waits until all stored blocks are compressed.
-  void waitForCompression() { m_store->settle(); }
+  void waitForCompression() { m_store->waitUntilIdle(); }
 
  private:
   // Text at which a block is full. One row more always fits.
