@@ -1,6 +1,9 @@
 #include "app/TerminalMenuBar.h"
 
 #include <QAction>
+#include <QActionEvent>
+#include <QKeyEvent>
+#include <QMenu>
 #include <QProxyStyle>
 
 namespace zolt {
@@ -32,6 +35,21 @@ TerminalMenuBar::TerminalMenuBar(QWidget* window) : QMenuBar(window) {
   connect(open, &QAction::triggered, this, &TerminalMenuBar::openFirstMenu);
   window->addAction(open);
 #endif
+}
+
+void TerminalMenuBar::actionEvent(QActionEvent* event) {
+  QMenuBar::actionEvent(event);
+  QMenu* menu = event->action()->menu();
+  if (event->type() == QEvent::ActionAdded && menu != nullptr) menu->installEventFilter(this);
+}
+
+// An open menu has the keyboard, shortcuts included.
+bool TerminalMenuBar::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F10) {
+    static_cast<QMenu*>(watched)->close();
+    return true;
+  }
+  return QMenuBar::eventFilter(watched, event);
 }
 
 void TerminalMenuBar::openFirstMenu() {

@@ -4,14 +4,18 @@
 
 namespace zolt {
 
-/// The menu bar of a terminal's window. F10 and the mouse open its menus; Alt does nothing to it, because Alt belongs
-/// to the program in the terminal.
+/// The menu bar of a terminal's window. F10 and the mouse open its menus, and F10 closes them; Alt does nothing to it,
+/// because Alt belongs to the program in the terminal.
 class TerminalMenuBar : public QMenuBar {
   Q_OBJECT
 
  public:
   /// Gives `window` the shortcut.
   explicit TerminalMenuBar(QWidget* window);
+
+ protected:
+  void actionEvent(QActionEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void openFirstMenu();

@@ -2,7 +2,7 @@
 
 #include <QApplication>
 #include <QLabel>
-#include <QMenuBar>
+#include <QPainter>
 #include <QStyle>
 #include <QStyleOptionMenuItem>
 
@@ -14,21 +14,31 @@ namespace zolt {
 
 namespace {
 
-// A small label at the end of the menu bar.
-QLabel* makeSubtitle(const QString& text, QWidget* parent) {
-  auto* label = new QLabel(text, parent);
-  label->setFont(parent->font());
-  // As tall as a menu's title, so that both stand on one baseline: a menu bar puts a corner widget at its top.
-  QStyleOptionMenuItem title;
-  title.initFrom(parent);
-  const QSize size = label->fontMetrics().size(Qt::TextShowMnemonic, text);
-  label->setFixedHeight(parent->style()->sizeFromContents(QStyle::CT_MenuBarItem, &title, size, parent).height());
-  label->setObjectName(QStringLiteral("subtitle"));
-  label->setForegroundRole(QPalette::PlaceholderText);
-  label->setContentsMargins(0, 0, 10, 0);
-  label->setAlignment(Qt::AlignCenter);
-  return label;
-}
+// A text at the end of the menu bar, drawn by the style as it draws a menu's title: both stand on one baseline.
+class Subtitle : public QLabel {
+ public:
+  Subtitle(const QString& text, QWidget* bar) : QLabel(text, bar) {
+    setObjectName(QStringLiteral("subtitle"));
+    setFont(bar->font());
+    QStyleOptionMenuItem title;
+    title.initFrom(bar);
+    const QSize size = fontMetrics().size(Qt::TextShowMnemonic, text);
+    setFixedHeight(bar->style()->sizeFromContents(QStyle::CT_MenuBarItem, &title, size, bar).height());
+    setContentsMargins(0, 0, 10, 0);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QStyleOptionMenuItem title;
+    title.initFrom(this);
+    title.rect = contentsRect();
+    title.menuItemType = QStyleOptionMenuItem::Normal;
+    title.text = text();
+    title.palette.setColor(QPalette::ButtonText, palette().color(QPalette::PlaceholderText));
+    QPainter painter(this);
+    parentWidget()->style()->drawControl(QStyle::CE_MenuBarItem, &title, &painter, this);
+  }
+};
 
 // The bar belongs to the terminal below it, and is black like it.
 QPalette barPalette() {
@@ -73,7 +83,7 @@ void ZoltApp::prepareWindow(TerminalWindow& window) {
   for (QMenu* menu : menus) {
     bar->addMenu(menu);
   }
-  bar->setCornerWidget(makeSubtitle(window.subtitle(), bar));
+  bar->setCornerWidget(new Subtitle(window.subtitle(), bar));
   window.setMenuBar(bar);
 }
 

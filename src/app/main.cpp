@@ -13,6 +13,7 @@
 #include "app/SingleInstance.h"
 #include "app/StandardStreams.h"
 #include "app/ZoltApp.h"
+#include "base/Diagnostics.h"
 #include "brew/BrewCommand.h"
 #include "desktop/DesktopPalette.h"
 #include "platform/ChildProcess.h"
@@ -28,7 +29,7 @@ constexpr int kUsageStatus = 2;
 constexpr std::chrono::milliseconds kEndGrace{1000};
 
 int usageError(const std::string& reason) {
-  std::fprintf(stderr, "zolt: %s\n", reason.c_str());
+  zolt::printErrorLine("zolt: " + reason);
   return kUsageStatus;
 }
 

@@ -2,6 +2,8 @@
 
 #include <QPainter>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
 
 #include "controls/ControlColors.h"
 #include "controls/Hairline.h"
@@ -15,11 +17,20 @@ constexpr int kRadius = 9;
 }  // namespace
 
 void drawCard(QPainter& painter, const QRect& area, const ControlColors& colors, const QColor& border) {
+  painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(border);
+  // In device pixels, whole ones, so that all four edges are as thick as a hairline at fractional scales too.
+  const QTransform toDevice = painter.deviceTransform();
+  painter.setWorldTransform(toDevice.inverted(), true);
+  const QRectF exact = toDevice.mapRect(QRectF(area));
+  const QRectF edges(QPointF(std::round(exact.left()), std::round(exact.top())),
+                     QPointF(std::round(exact.right()), std::round(exact.bottom())));
+  const double thickness = std::max(std::floor(toDevice.m22()), 1.0);
+  painter.setPen(QPen(border, thickness));
   painter.setBrush(colors.card);
-  painter.drawRoundedRect(QRectF(area).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
-  painter.setRenderHint(QPainter::Antialiasing, false);
+  const double radius = kRadius * toDevice.m22();
+  painter.drawRoundedRect(edges.adjusted(thickness / 2, thickness / 2, -thickness / 2, -thickness / 2), radius, radius);
+  painter.restore();
 }
 
 Card::Card(QWidget* parent) : QWidget(parent), m_rows(new QVBoxLayout(this)) {

@@ -1,7 +1,6 @@
 #include "settings/Config.h"
 
 #include <algorithm>
-#include <map>
 #include <type_traits>
 
 namespace zolt {
@@ -123,12 +122,13 @@ void Config::save() {
 }
 
 void Config::assignDefaults() {
-  std::map<int, Setting> byPosition;
-  for (const Setting& each : m_settings) {
-    byPosition.emplace(std::visit([](const auto* setting) { return setting->row().resetPosition; }, each), each);
-  }
-  byPosition.erase(0);  // the settings that a reset leaves alone
-  for (const auto& [position, each] : byPosition) {
+  const auto positionOf = [](const Setting& each) {
+    return std::visit([](const auto* setting) { return setting->row().resetPosition; }, each);
+  };
+  std::vector<Setting> inOrder = m_settings;
+  std::erase_if(inOrder, [&](const Setting& each) { return positionOf(each) == 0; });
+  std::ranges::stable_sort(inOrder, {}, positionOf);
+  for (const Setting& each : inOrder) {
     std::visit([](auto* setting) { *setting = setting->row().initial; }, each);
   }
 }

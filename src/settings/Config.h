@@ -51,7 +51,8 @@ class Config : public QObject {
   template <class T>
   struct Row {
     const char* key;    ///< in the stored settings, and the name of the control
-    const char* label;  ///< in the preferences
+    const char* label;    ///< in the preferences
+    const char* section;  ///< that shows it there
     T initial;  ///< also stands in for a missing text and for a number that is absent or 0; what a reset restores
     Saving saving = Saving::WithOthers;
     int resetPosition = 0;  ///< counted from 1; 0: a reset leaves the value alone
@@ -109,18 +110,18 @@ class Config : public QObject {
   std::vector<Setting> m_settings;
 
  public:
-  // The settings table, one row a setting: key, label, initial value, saving, place in a reset, range. The line spacing
-  // is deliberately a value of this run alone.
+  // The settings table, one row a setting: key, label, section, initial value, saving, place in a
+  // reset, range. The line spacing is deliberately a value of this run alone.
   // clang-format off
-  Published<ColorScheme>  theme{          *this, {"theme",           "Color Scheme",     ColorScheme::Dark,  Saving::OnChange,   3}};
-  Published<double>       fontSize{       *this, {"fontSize",        "Size",             14.0,               Saving::OnChange,   1, {8, 72, 1}}};
-  Published<std::string>  fontFamily{     *this, {"fontFamily",      "Font Family",      "SF Mono",          Saving::WithOthers, 2}};
-  Published<double>       lineSpacing{    *this, {"lineSpacing",     "Line Spacing",     1.2,                Saving::Never,      0, {1.0, 2.0, 0.1}}};
-  Published<CursorStyle>  cursorStyle{    *this, {"cursorStyle",     "Style",            CursorStyle::Block, Saving::WithOthers, 4}};
-  Published<bool>         cursorBlink{    *this, {"cursorBlink",     "Blink cursor",     true,               Saving::OnChange,   5}};
-  Published<std::int64_t> scrollbackLines{*this, {"scrollbackLines", "Scrollback Lines", 10000,              Saving::WithOthers, 6}};
-  Published<double>       opacity{        *this, {"opacity",         "Opacity",          1.0,                Saving::OnChange,   7, {0.3, 1.0}}};
-  Published<bool>         blurBackground{ *this, {"blurBackground",  "Blur background",  false,              Saving::WithOthers, 8}};
+  Published<ColorScheme>  theme{          *this, {"theme",           "Color Scheme",     "Theme",    ColorScheme::Dark,  Saving::OnChange,   3}};
+  Published<double>       fontSize{       *this, {"fontSize",        "Size",             "Font",     14.0,               Saving::OnChange,   1, {8, 72, 1}}};
+  Published<std::string>  fontFamily{     *this, {"fontFamily",      "Font Family",      "Font",     "SF Mono",          Saving::WithOthers, 2}};
+  Published<double>       lineSpacing{    *this, {"lineSpacing",     "Line Spacing",     "Font",     1.2,                Saving::Never,      0, {1.0, 2.0, 0.1}}};
+  Published<CursorStyle>  cursorStyle{    *this, {"cursorStyle",     "Style",            "Cursor",   CursorStyle::Block, Saving::WithOthers, 4}};
+  Published<bool>         cursorBlink{    *this, {"cursorBlink",     "Blink cursor",     "Cursor",   true,               Saving::OnChange,   5}};
+  Published<std::int64_t> scrollbackLines{*this, {"scrollbackLines", "Scrollback Lines", "Terminal", 10000,              Saving::WithOthers, 6}};
+  Published<double>       opacity{        *this, {"opacity",         "Opacity",          "Window",   1.0,                Saving::OnChange,   7, {0.3, 1.0}}};
+  Published<bool>         blurBackground{ *this, {"blurBackground",  "Blur background",  "Window",   false,              Saving::WithOthers, 8}};
   // clang-format on
 
  Q_SIGNALS:

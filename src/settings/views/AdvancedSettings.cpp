@@ -14,7 +14,7 @@ constexpr int kNumberWidth = 100;
 
 AdvancedSettings::AdvancedSettings(Config& config, QWidget* parent) : GroupedForm(parent), m_config(config) {
   setObjectName(QStringLiteral("advanced"));
-  addSection(QStringLiteral("Terminal"));
+  addSection(QLatin1String(m_config.scrollbackLines.row().section));
   auto* lines = new NumberField;
   lines->setObjectName(QLatin1String(m_config.scrollbackLines.row().key));
   lines->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);

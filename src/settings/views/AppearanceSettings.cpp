@@ -84,19 +84,12 @@ void showValue(SecondaryLabel& label, const std::string& value) {
 
 AppearanceSettings::AppearanceSettings(Config& config, QWidget* parent) : GroupedForm(parent), m_config(config) {
   setObjectName(QStringLiteral("appearance"));
-  addSection(QStringLiteral("Theme"));
   addSetting(m_config.theme);
-
-  addSection(QStringLiteral("Font"));
   addSetting(m_config.fontFamily);
   addSetting(m_config.fontSize, pointsText);
   addSetting(m_config.lineSpacing, decimalText);
-
-  addSection(QStringLiteral("Cursor"));
   addSetting(m_config.cursorStyle);
   addSetting(m_config.cursorBlink);
-
-  addSection(QStringLiteral("Window"));
   addSetting(m_config.opacity, percentText);
   addSetting(m_config.blurBackground);
 
@@ -109,6 +102,10 @@ AppearanceSettings::AppearanceSettings(Config& config, QWidget* parent) : Groupe
 
 template <class T, class... Text>
 void AppearanceSettings::addSetting(Config::Published<T>& setting, Text... text) {
+  if (const QString section = QLatin1String(setting.row().section); section != m_section) {
+    addSection(section);
+    m_section = section;
+  }
   auto* control = makeControl(setting, text...);
   control->setObjectName(QLatin1String(setting.row().key));
   addRow(QLatin1String(setting.row().label), control);

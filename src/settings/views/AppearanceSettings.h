@@ -21,12 +21,13 @@ class AppearanceSettings : public GroupedForm {
   explicit AppearanceSettings(Config& config, QWidget* parent = nullptr);
 
  private:
-  /// Adds a row with the control that fits the setting's type; a slider also needs the text of its value.
+  /// Adds a row, below its section's title, with the control that fits the setting's type; a slider also needs the text of its value.
   template <class T, class... Text>
   void addSetting(Config::Published<T>& setting, Text... text);
   void refresh();
 
   Config& m_config;
+  QString m_section;  // of the last row
   QTimer m_refresh;
   // One a row: shows the current value, and returns whether it changed since the last call in a way that saves.
   std::vector<std::function<bool()>> m_rows;

@@ -18,10 +18,9 @@ namespace zolt {
 /// thread.
 class SizeNotifier {
  public:
-  /// How long a size must hold to be at rest. The steps of a drag are a frame or two apart, also where the window
-  /// manager waits for the window to be painted, so this bridges slow frames too; and an answer within about a tenth of
-  /// a second still feels immediate.
-  static constexpr std::chrono::milliseconds restInterval{120};
+  /// How long a size must hold to be at rest. The steps of a drag are a frame or two apart; this also bridges slow
+  /// frames and a hand that hesitates. The text is wrapped anew at once, so only the program waits.
+  static constexpr std::chrono::milliseconds restInterval{250};
 
   SizeNotifier(std::function<void(const TerminalSize&)> notify, Clock& clock = Clock::steady());
 
