@@ -1,6 +1,6 @@
 #include "settings/views/KeybindingsSettings.h"
 
-#include <QFontInfo>
+#include <QFontMetrics>
 #include <QLayout>
 
 #include "controls/ControlColors.h"
@@ -59,7 +59,8 @@ TEST_F(KeybindingsSettingsTest, PutsEightPixelsBetweenRowsAndTheShortcutAtTheOth
 
 TEST_F(KeybindingsSettingsTest, PaintsAShortcutInAFixedPitchOnAFaintRoundedBackground) {
   auto* shortcut = rows()[2]->findChild<ShortcutText*>();
-  EXPECT_TRUE(QFontInfo(shortcut->font()).fixedPitch());
+  const QFontMetrics metrics(shortcut->font());
+  EXPECT_EQ(metrics.horizontalAdvance(QStringLiteral("iii")), metrics.horizontalAdvance(QStringLiteral("WWW")));
   EXPECT_DOUBLE_EQ(shortcut->font().pointSizeF(), window->font().pointSizeF());
   EXPECT_EQ(shortcut->contentsMargins(), QMargins(8, 2, 8, 2));
   const ControlColors colors(shortcut->palette());

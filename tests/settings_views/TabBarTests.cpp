@@ -33,6 +33,7 @@ TEST(TabButtons, ShowTheirOwnSymbols) {
   view.setSelectedTab(0);
   for (const auto& [label, name] : symbols) {
     TabButton& tab = *view.findChild<TabButton*>(QLatin1String(label));
+    tab.resize(tab.sizeHint());
     const int top = KeyboardFocus::margin + 6;
     const QImage image = tab.grab(QRect((tab.width() - 24) / 2, top, 24, 24)).toImage();
     EXPECT_EQ(test::symbolMostLike(image), QLatin1String(name)) << label;

@@ -55,7 +55,17 @@ void PreferencesWindow::storePlace() {
 
 void PreferencesWindow::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
-  if (!event->spontaneous()) m_openedAt = pos();
+  if (event->spontaneous()) return;
+  m_openedAt = pos();
+  m_isPlaced = false;
+}
+
+void PreferencesWindow::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  // Only now has the window manager placed the window, frame and all.
+  if (event->type() != QEvent::ActivationChange || !isActiveWindow() || m_isPlaced) return;
+  m_openedAt = pos();
+  m_isPlaced = true;
 }
 
 void PreferencesWindow::hideEvent(QHideEvent* event) {

@@ -25,6 +25,7 @@ class PreferencesWindow : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
   void showEvent(QShowEvent* event) override;
   void hideEvent(QHideEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   void moveToStoredPlace();
@@ -33,6 +34,7 @@ class PreferencesWindow : public QWidget {
   UserDefaults& m_defaults;
   PreferencesView* m_view;
   QPoint m_openedAt;
+  bool m_isPlaced = false;
 };
 
 }  // namespace zolt
