@@ -1,6 +1,6 @@
 // brew TOOL FOLDER: a refresh of the Homebrew manager with 50 + 50 details, as a multiple of the time that the same 103
-// processes take when they are spawned by a bare loop with the same concurrency; and how long the main thread is held
-// up.
+// processes take when they are spawned by a bare loop with the same concurrency; and how long the main thread, and so a
+// key, waits meanwhile: for details that cost nothing, and for details that keep a processor busy as the real ones do.
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -27,51 +27,68 @@ namespace {
 
 constexpr int kPackages = 50;
 constexpr int kPairs = 11;
+constexpr int kBusyRefreshes = 5;
 
 using Commands = std::vector<std::vector<std::string>>;
 
-// All at once, their output read when they have ended.
-void runAll(const std::string& tool, Commands commands) {
-  struct Child {
-    pid_t pid;
-    int reader;
-  };
-  std::vector<Child> children;
-  for (std::vector<std::string>& command : commands) {
-    std::vector<char*> arguments{const_cast<char*>(tool.c_str())};
-    for (std::string& word : command) {
-      arguments.push_back(word.data());
-    }
-    arguments.push_back(nullptr);
-    int ends[2];
-    if (pipe2(ends, O_CLOEXEC) != 0) std::exit(1);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, ends[1], STDERR_FILENO);
-    pid_t pid = 0;
-    if (posix_spawn(&pid, tool.c_str(), &actions, nullptr, arguments.data(), environ) != 0) std::exit(1);
-    posix_spawn_file_actions_destroy(&actions);
-    close(ends[1]);
-    children.push_back({.pid = pid, .reader = ends[0]});
+struct Child {
+  pid_t pid;
+  int reader;
+};
+
+Child start(const std::string& tool, std::vector<std::string>& command) {
+  std::vector<char*> arguments{const_cast<char*>(tool.c_str())};
+  for (std::string& word : command) {
+    arguments.push_back(word.data());
   }
-  for (const Child& child : children) {
-    waitpid(child.pid, nullptr, 0);
-    char buffer[4096];
-    while (read(child.reader, buffer, sizeof buffer) > 0) {
+  arguments.push_back(nullptr);
+  int ends[2];
+  if (pipe2(ends, O_CLOEXEC) != 0) std::exit(1);
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
+  posix_spawn_file_actions_adddup2(&actions, ends[1], STDERR_FILENO);
+  pid_t pid = 0;
+  if (posix_spawn(&pid, tool.c_str(), &actions, nullptr, arguments.data(), environ) != 0) std::exit(1);
+  posix_spawn_file_actions_destroy(&actions);
+  close(ends[1]);
+  return {.pid = pid, .reader = ends[0]};
+}
+
+void finish(const Child& child) {
+  char buffer[4096];
+  while (read(child.reader, buffer, sizeof buffer) > 0) {
+  }
+  close(child.reader);
+}
+
+// At most `atOnce` beside each other, the output of each read when it has ended.
+void runAll(const std::string& tool, Commands commands, std::size_t atOnce) {
+  std::vector<Child> running;
+  for (std::vector<std::string>& command : commands) {
+    while (running.size() == atOnce) {
+      const pid_t ended = waitpid(-1, nullptr, 0);
+      const auto child = std::ranges::find(running, ended, &Child::pid);
+      if (child == running.end()) continue;
+      finish(*child);
+      running.erase(child);
     }
-    close(child.reader);
+    running.push_back(start(tool, command));
+  }
+  for (const Child& child : running) {
+    waitpid(child.pid, nullptr, 0);
+    finish(child);
   }
 }
 
 void bareLoop(const std::string& tool) {
-  runAll(tool, {{"list", "--formula"}, {"list", "--cask"}, {"outdated", "--json"}});
+  runAll(tool, {{"list", "--formula"}, {"list", "--cask"}, {"outdated", "--json"}}, 3);
   Commands details;
   for (int i = 0; i < kPackages; ++i) {
     details.push_back({"info", "--formula", "formula" + std::to_string(i)});
     details.push_back({"info", "--cask", "cask" + std::to_string(i)});
   }
-  runAll(tool, details);
+  runAll(tool, details, static_cast<std::size_t>(zolt::BrewManager::detailsAtOnce()));
 }
 
 void writeNames(const std::string& file, const std::string& prefix) {
@@ -151,4 +168,13 @@ int main(int argc, char** argv) {
   char fact[64];
   std::snprintf(fact, sizeof fact, "%.1f ms", heldUp.cpuMs);
   zolt::bench::printFact("  of which it worked itself", fact);
+  setenv("FAKEBREW_MODE_info", "works", 1);
+  std::vector<double> waits;
+  for (int i = 0; i < kBusyRefreshes; ++i) {
+    HeldUp busy;
+    refresh(manager, busy);
+    waits.push_back(busy.wallMs);
+  }
+  zolt::bench::printRow("brew: a key's longest wait while busy details load", zolt::bench::median(waits), "ms", 10,
+                        true);
 }

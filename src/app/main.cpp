@@ -25,7 +25,7 @@
 namespace {
 
 constexpr int kUsageStatus = 2;
-// How long shells that ignore SIGTERM, and brew cleaning up, may take once the windows are gone.
+// How long shells that ignore SIGTERM may take once the windows are gone.
 constexpr std::chrono::milliseconds kEndGrace{1000};
 
 int usageError(const std::string& reason) {
@@ -83,7 +83,7 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::
     palette = std::make_unique<zolt::DesktopPalette>();
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/zolt/zolt.svg")));
   });
-  QObject::connect(&application, &QCoreApplication::aboutToQuit, &application, &zolt::interruptBrewCommands);
+  QObject::connect(&application, &QCoreApplication::aboutToQuit, &application, &zolt::endBrewCommands);
   const int status = QApplication::exec();
   zolt::TerminationSignals::ignoreFromNow();
   return run && (closed || status == 0) ? run->exitStatus() : status;
@@ -128,7 +128,6 @@ int main(int argc, char** argv) {
   // Qt reads argv as well and knows options of its own: it gets none of ours.
   int ownArguments = 1;
   const int status = runApplication(ownArguments, argv, options, instance, environment);
-  zolt::endBrewCommands(kEndGrace);
   zolt::ChildProcess::endRemaining(kEndGrace);
   return status;
 }

@@ -1,23 +1,23 @@
 #include "brew/BrewCommand.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <chrono>
-#include <condition_variable>
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <mutex>
+#include <utility>
 
 #include "platform/ChildProcess.h"
+#include "platform/ControllingTerminal.h"
 #include "platform/Descriptor.h"
 #include "platform/Pipe.h"
+#include "platform/ProcessLeash.h"
 
 namespace zolt {
 
@@ -26,20 +26,24 @@ namespace {
 // A user's pipes may together hold 64 MiB by default (pipe(7), pipe-user-pages-soft); beyond that new ones hold next to
 // nothing. The more commands run, the less each takes for itself, and all of them stay below that.
 constexpr std::size_t kPipeShareBytes = 16 * 1024 * 1024;
-constexpr std::size_t kUsualLargestPipeBytes = 1024 * 1024;
-constexpr int kPollMs = 100;
-constexpr std::chrono::milliseconds kGraceAtExit{200};
-constexpr std::chrono::milliseconds kGraceAfterKill{1000};
+constexpr std::size_t kUsualMaxPipeBytes = 1024 * 1024;
+
+// The commands that change what is installed; all others only read.
+constexpr std::array kWritingCommands{"install", "upgrade"};
+
+bool isWriting(const std::vector<std::string>& arguments) {
+  return !arguments.empty() && std::ranges::find(kWritingCommands, arguments.front()) != kWritingCommands.end();
+}
 
 using Process = std::shared_ptr<ChildProcess>;
 
 // The commands that run, or have left something behind that still holds their pipe.
 struct Running {
   std::mutex mutex;
-  std::condition_variable changed;
-  std::vector<Process> processes;
+  std::size_t readingCount = 0;
+  ProcessLeash readingGroup;
+  std::vector<Process> writing;
   bool isEnding = false;
-  bool isOver = false;  // nobody waits for output any more
 
   // Lives as long as the process: workers may outlive main().
   static Running& shared() {
@@ -48,52 +52,29 @@ struct Running {
   }
 };
 
-// An exit that goes past the event loop's end, as when the display is gone.
-void endAtExit() {
-  static const int registered = std::atexit([] { endBrewCommands(kGraceAtExit); });
-  (void)registered;
-}
-
-// False when it was not launched: it could not be, or the application is ending.
-bool launch(const Process& process) {
-  Running& running = Running::shared();
-  endAtExit();
-  const std::lock_guard lock(running.mutex);
-  if (running.isEnding || !process->launch()) return false;
-  running.processes.push_back(process);
-  return true;
-}
-
-void forget(const Process& process) {
-  Running& running = Running::shared();
-  {
-    const std::lock_guard lock(running.mutex);
-    std::erase(running.processes, process);
-  }
-  process->release();
-  running.changed.notify_all();
+// Once a process, before its first command.
+void prepareProcess() {
+  static const int prepared = [] {
+    leaveControllingTerminal();
+    return std::atexit(endBrewCommands);
+  }();
+  static_cast<void>(prepared);
 }
 
 // What the system lets one pipe hold.
-std::size_t largestPipeBytes() {
-  static const std::size_t largest = [] {
-    std::size_t bytes = 0;
-    std::ifstream("/proc/sys/fs/pipe-max-size") >> bytes;
-    return bytes > 0 ? bytes : kUsualLargestPipeBytes;
+std::size_t maxPipeBytes() {
+  static const std::size_t bytes = [] {
+    std::size_t allowed = 0;
+    std::ifstream("/proc/sys/fs/pipe-max-size") >> allowed;
+    return allowed > 0 ? allowed : kUsualMaxPipeBytes;
   }();
-  return largest;
+  return bytes;
 }
 
 std::size_t pipeBytesNow() {
   Running& running = Running::shared();
   const std::lock_guard lock(running.mutex);
-  return std::min(largestPipeBytes(), kPipeShareBytes / (running.processes.size() + 1));
-}
-
-bool isOver() {
-  Running& running = Running::shared();
-  const std::lock_guard lock(running.mutex);
-  return running.isOver;
+  return std::min(maxPipeBytes(), kPipeShareBytes / (running.readingCount + running.writing.size() + 1));
 }
 
 // To the end of file: that is when the last one that the command left behind has closed it, too.
@@ -101,11 +82,6 @@ QByteArray readToEnd(int descriptor) {
   QByteArray content;
   std::array<char, 64 * 1024> buffer;
   while (true) {
-    pollfd waited{.fd = descriptor, .events = POLLIN, .revents = 0};
-    if (poll(&waited, 1, kPollMs) == 0) {
-      if (isOver()) return content;
-      continue;
-    }
     const ssize_t got = read(descriptor, buffer.data(), buffer.size());
     if (got < 0 && errno == EINTR) continue;
     if (got <= 0) return content;
@@ -113,52 +89,109 @@ QByteArray readToEnd(int descriptor) {
   }
 }
 
+// Holds the reading end of a command's pipe and, once this process is gone, reads it empty: neither a broken pipe nor a
+// full one then stops an installation half-way. Its own life pipe, closed with this object, tells it.
+class PipeHeir {
+ public:
+  explicit PipeHeir(const Pipe& inherited) {
+    auto life = makePipe();
+    if (!life) return;
+    ChildProcess heir({
+        .executable = "/bin/sh",
+        .arguments = {"-c", "trap '' INT TERM HUP; read -r _; exec cat <&1 >/dev/null 2>&1"},
+        .environment = processEnvironment(),
+        .workingDirectory = "/",
+        .standardInput = life.value().reader.get(),
+        .standardOutput = inherited.reader.get(),
+        .standardError = inherited.reader.get(),
+        .group = ChildProcess::kOwnGroup,
+    });
+    if (heir.launch()) m_life = std::move(life.value().writer);
+  }
+
+ private:
+  Descriptor m_life;
+};
+
+// One that only reads ends with this process, whatever ends that.
+std::optional<QByteArray> outputOfReading(ChildProcess::Request request, Pipe& pipe) {
+  Running& running = Running::shared();
+  std::optional<ChildProcess> process;
+  {
+    const std::lock_guard lock(running.mutex);
+    if (running.isEnding) return std::nullopt;
+    const auto group = running.readingGroup.group();
+    if (!group) return std::nullopt;
+    request.group = group.value();
+    process.emplace(std::move(request));
+    if (!process->launch()) return std::nullopt;
+    ++running.readingCount;
+  }
+  pipe.writer.reset();
+  process->waitUntilExit();
+  QByteArray output = readToEnd(pipe.reader.get());
+  const std::lock_guard lock(running.mutex);
+  --running.readingCount;
+  return output;
+}
+
+// One that writes is interrupted by an orderly end, and finishes where this process is killed.
+std::optional<QByteArray> outputOfWriting(ChildProcess::Request request, Pipe& pipe) {
+  Running& running = Running::shared();
+  request.group = ChildProcess::kOwnGroup;
+  request.keepsGroup = true;
+  const auto process = std::make_shared<ChildProcess>(std::move(request));
+  const PipeHeir heir(pipe);
+  {
+    const std::lock_guard lock(running.mutex);
+    if (running.isEnding || !process->launch()) return std::nullopt;
+    running.writing.push_back(process);
+  }
+  pipe.writer.reset();
+  process->waitUntilExit();
+  QByteArray output = readToEnd(pipe.reader.get());
+  const std::lock_guard lock(running.mutex);
+  std::erase(running.writing, process);
+  process->release();
+  return output;
+}
+
 }  // namespace
 
 std::optional<QByteArray> outputOfBrewCommand(const std::string& executable, const std::vector<std::string>& arguments,
                                               const Environment& environment) {
+  prepareProcess();
   auto pipe = makePipe();
   if (!pipe) return std::nullopt;
   enlargePipe(pipe.value(), pipeBytesNow());
   const Descriptor nothing(open("/dev/null", O_RDONLY | O_CLOEXEC));
-  const auto process = std::make_shared<ChildProcess>(ChildProcess::Request{
+  ChildProcess::Request request{
       .executable = executable,
       .arguments = arguments,
       .environment = environment,
       .standardInput = nothing.get(),
       .standardOutput = pipe.value().writer.get(),
       .standardError = pipe.value().writer.get(),
-      .terminal = ChildProcess::Terminal::Detached,
-      .keepsGroup = true,
-  });
-  if (!launch(process)) return std::nullopt;
-  pipe.value().writer.reset();
-  process->waitUntilExit();
-  QByteArray output = readToEnd(pipe.value().reader.get());
-  forget(process);
-  return output;
+  };
+  return isWriting(arguments) ? outputOfWriting(std::move(request), pipe.value())
+                              : outputOfReading(std::move(request), pipe.value());
 }
 
-void interruptBrewCommands() {
+void endBrewCommands() {
   Running& running = Running::shared();
   const std::lock_guard lock(running.mutex);
-  running.isEnding = true;
-  for (const Process& process : running.processes) {
+  // A second interrupt would end the tool in the middle of its clean-up.
+  if (std::exchange(running.isEnding, true)) return;
+  for (const Process& process : running.writing) {
     process->sendSignalToGroup(SIGINT);
+    // One that was stopped by a question to a terminal hears nothing else.
+    process->sendSignalToGroup(SIGCONT);
   }
-}
-
-void endBrewCommands(std::chrono::milliseconds grace) {
-  Running& running = Running::shared();
-  interruptBrewCommands();
-  std::unique_lock lock(running.mutex);
-  running.changed.wait_for(lock, grace, [&] { return running.processes.empty(); });
-  // Under the lock: none of them gives its group up meanwhile.
-  for (const Process& process : running.processes) {
-    process->sendSignalToGroup(SIGKILL);
+  if (running.readingCount > 0) {
+    running.readingGroup.letGo();
+  } else {
+    running.readingGroup.kill();
   }
-  running.isOver = true;
-  running.changed.wait_for(lock, kGraceAfterKill, [&] { return running.processes.empty(); });
 }
 
 }  // namespace zolt

@@ -1,5 +1,6 @@
 #include "brew/BrewManager.h"
 
+#include <QThread>
 #include <algorithm>
 #include <utility>
 
@@ -39,6 +40,10 @@ BrewManager::BrewManager(std::vector<std::string> candidates, WorkerQueue& queue
   refresh();
 }
 
+int BrewManager::detailsAtOnce() {
+  return std::clamp(QThread::idealThreadCount(), 2, 4);
+}
+
 BrewManager& BrewManager::shared() {
   // Lives as long as the process: sidebars of all windows share it.
   // A queue of its own: commands that hang, one for each key that was typed, keep nobody else waiting.
@@ -48,9 +53,14 @@ BrewManager& BrewManager::shared() {
 }
 
 void BrewManager::runBrewCommand(const QStringList& arguments, Completion completion) {
+  run(arguments, m_queue, std::move(completion));
+}
+
+template <class Queue>
+void BrewManager::run(const QStringList& arguments, Queue& queue, Completion completion) {
   const MainQueue::Owner self(this);
-  m_queue.async([self, candidates = m_candidates, words = wordsOf(arguments), environment = processEnvironment(),
-                 completion = std::move(completion)] {
+  queue.async([self, candidates = m_candidates, words = wordsOf(arguments), environment = processEnvironment(),
+               completion = std::move(completion)] {
     if (!self) return;
     const auto output = outputOfBrewCommand(brewPath(candidates), words, environment);
     std::optional<QString> text = output ? textOfBrewOutput(*output) : std::nullopt;
@@ -77,25 +87,27 @@ void BrewManager::checkOutdated() {
 void BrewManager::loadInstalledPackages() {
   publish(m_isLoading, true);
   setStatus(QStringLiteral("Loading installed packages..."));
+  // Each refresh has its own: one whose commands hang keeps no other waiting.
+  const auto details = std::make_shared<NarrowQueue>(m_queue, detailsAtOnce());
   for (const BrewPackageType type : {BrewPackageType::Formula, BrewPackageType::Cask}) {
     runBrewCommand({QStringLiteral("list"), flagOf(type)},
-                   [this, self = MainQueue::Owner(this), type](const std::optional<QString>& output) {
-                     if (self) loadPackageDetails(output ? linesOf(*output) : QStringList(), type);
+                   [this, self = MainQueue::Owner(this), type, details](const std::optional<QString>& output) {
+                     if (self) loadPackageDetails(output ? linesOf(*output) : QStringList(), type, *details);
                    });
   }
 }
 
-void BrewManager::loadPackageDetails(const QStringList& names, BrewPackageType type) {
+void BrewManager::loadPackageDetails(const QStringList& names, BrewPackageType type, NarrowQueue& queue) {
   const auto packages = std::make_shared<std::vector<BrewPackage>>();
   const auto group = std::make_shared<TaskGroup>();
   const QStringList wanted = names.mid(0, kMaxDetails);
   for (const QString& name : wanted) {
     group->enter();
-    runBrewCommand({QStringLiteral("info"), flagOf(type), name},
-                   [packages, group, name, type](const std::optional<QString>& output) {
-                     if (output) packages->push_back(packageOfInfo(name, type, *output));
-                     group->leave();
-                   });
+    run({QStringLiteral("info"), flagOf(type), name}, queue,
+        [packages, group, name, type](const std::optional<QString>& output) {
+          if (output) packages->push_back(packageOfInfo(name, type, *output));
+          group->leave();
+        });
   }
   group->notify([this, self = MainQueue::Owner(this), packages, type] {
     if (self) publishDetails(std::move(*packages), type);

@@ -9,37 +9,42 @@
 #include <vector>
 
 #include "brew/BrewPackage.h"
+#include "platform/NarrowQueue.h"
 #include "platform/WorkerQueue.h"
 
 namespace zolt {
 
-/// Runs Homebrew's command-line tool and publishes what it says: lists of packages, one line of status, a busy flag.
+/// Runs Homebrew's command-line tool and publishes the results: lists of packages, a one-line status, a busy flag.
 ///
-/// Observable; main thread, but for the commands, which run beside each other on the worker queue. Nothing guards
-/// against operations that overlap: what is published later wins. An operation whose manager is gone by the time its
-/// command ends does nothing.
+/// Observable. Main thread only; the commands themselves run concurrently on the worker queue. Overlapping operations
+/// are not prevented: the later result wins. An operation does nothing if its manager is gone when its command ends.
 class BrewManager : public QObject {
   Q_OBJECT
 
  public:
-  /// The text of a command's output, trimmed; nothing when it could not be launched or its output is not UTF-8.
+  /// A command's output as trimmed text; absent when it could not be launched or its output is not UTF-8.
   using Completion = std::function<void(const std::optional<QString>& output)>;
 
-  /// Runs the first of `candidates` that is executable, or the bare word "brew" where none is, and refreshes at once.
+  /// Uses the first of `candidates` that is executable, or the bare word "brew" if none is, and refreshes at once.
   /// `queue` must outlive the manager.
   BrewManager(std::vector<std::string> candidates, WorkerQueue& queue);
 
-  /// The process's one manager, of the tool's two usual places, made on first use.
+  /// The process-wide manager for the tool's two usual locations, created on first use.
   static BrewManager& shared();
 
-  /// Loads everything anew: the installed packages with their details, and the check for outdated ones.
+  /// How many details of one refresh are asked for at once. Each keeps a processor busy, so more than there are
+  /// processors gain nothing, and a hundred at once hold up the window whatever their priority.
+  static int detailsAtOnce();
+
+  /// Reloads everything: the installed packages with their details, and the check for outdated packages.
   void refresh();
-  /// Only says when it is complete: what it prints is not read, deliberately, and `outdatedPackages` stays empty.
+  /// Reports only that the check is complete: its output is not parsed, deliberately, and `outdatedPackages` stays
+  /// empty.
   void checkOutdated();
-  /// Searches for `query` as it stands; an empty one empties the results at once.
+  /// Searches for `query` exactly as given; an empty query clears the results at once.
   void search(const QString& query);
   void install(const BrewPackage& package);
-  /// By name alone, whatever the package's type, deliberately.
+  /// By name alone, regardless of the package's type, deliberately.
   void upgrade(const BrewPackage& package);
   void upgradeAll();
 
@@ -47,7 +52,7 @@ class BrewManager : public QObject {
   /// command is started.
   void runBrewCommand(const QStringList& arguments, Completion completion);
 
-  /// In the order in which their details came.
+  /// In the order in which their details arrived.
   const std::vector<BrewPackage>& installedFormulae() const { return m_installedFormulae; }
   const std::vector<BrewPackage>& installedCasks() const { return m_installedCasks; }
   const std::vector<BrewPackage>& outdatedPackages() const { return m_outdatedPackages; }
@@ -67,8 +72,10 @@ class BrewManager : public QObject {
   }
   void setStatus(const QString& text) { publish(m_status, text); }
 
+  template <class Queue>
+  void run(const QStringList& arguments, Queue& queue, Completion completion);
   void loadInstalledPackages();
-  void loadPackageDetails(const QStringList& names, BrewPackageType type);
+  void loadPackageDetails(const QStringList& names, BrewPackageType type, NarrowQueue& queue);
   void publishDetails(std::vector<BrewPackage> packages, BrewPackageType type);
   /// A completion that refreshes, whatever the output.
   Completion refreshing();

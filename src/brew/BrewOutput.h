@@ -10,20 +10,20 @@
 
 namespace zolt {
 
-/// What the output of Homebrew's tool says. Pure.
+/// Parsers for the output of Homebrew's tool. Pure functions.
 
-/// The output as text, without white space and newlines at its ends; nothing when it is not valid UTF-8 as a whole.
+/// The output as text, with white space and newlines trimmed from both ends; absent unless all of it is valid UTF-8.
 std::optional<QString> textOfBrewOutput(const QByteArray& bytes);
 
-/// The lines that are not empty, as they stand.
+/// The non-empty lines, unchanged.
 QStringList linesOf(const QString& text);
 
-/// The package called `name` as "brew info" tells of it: its description is the rest of the first line that begins with
-/// "Desc: ", its installed version the last word of the first line that begins with "Installed", deliberately also
-/// where that is the line's only word.
+/// The package called `name` as "brew info" describes it: its description is the rest of the first line that begins
+/// with "Desc: ", its installed version the last word of the first line that begins with "Installed", deliberately even
+/// if that is the only word.
 BrewPackage packageOfInfo(const QString& name, BrewPackageType type, const QString& text);
 
-/// A package for each line of "brew search", headings and messages included, deliberately; a cask where the line begins
+/// A package for each line of "brew search", deliberately including headings and messages; a cask if the line begins
 /// with "homebrew/cask".
 std::vector<BrewPackage> packagesOfSearch(const QString& text);
 

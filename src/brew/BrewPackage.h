@@ -12,14 +12,14 @@ enum class BrewPackageType {
   Cask,     ///< an application
 };
 
-/// One Homebrew package, as the tool's output told of it. A value; two describe the same package only by their id,
-/// which is new for every value that is built from output.
+/// One Homebrew package, built from the tool's output. A value. Two values are the same package only if their ids are
+/// equal, and every value built from output has a new id.
 struct BrewPackage {
   QUuid id;
-  QString name;                        ///< as on the tool's command line; of a search result the whole line
+  QString name;                        ///< as used on the command line; for a search result, the whole line
   std::optional<QString> description;  ///< one line
   std::optional<QString> installedVersion;
-  std::optional<QString> latestVersion;  ///< nothing fills it
+  std::optional<QString> latestVersion;  ///< never set
   BrewPackageType type = BrewPackageType::Formula;
 };
 

@@ -49,8 +49,10 @@ struct ChildProcess::State {
     const std::lock_guard lock(mutex);
     if (!running && !keepsGroup) return;
     // In the moment before the child leads its group there is none; then the signal is for it alone.
-    if (request.terminal == Terminal::None || kill(-pid, signal) != 0) kill(pid, signal);
+    if (!leadsGroup() || kill(-pid, signal) != 0) kill(pid, signal);
   }
+
+  bool leadsGroup() const { return request.terminal == Terminal::Controlling || request.group == kOwnGroup; }
 
   void waitUntilExit() {
     std::unique_lock lock(mutex);
@@ -122,6 +124,10 @@ class SpawnPlan {
   SpawnPlan& operator=(const SpawnPlan&) = delete;
 
   void leadSession() { m_flags |= POSIX_SPAWN_SETSID; }
+  void joinGroup(pid_t group) {
+    posix_spawnattr_setpgroup(&m_attributes, group);
+    m_flags |= POSIX_SPAWN_SETPGROUP;
+  }
   // A session leader without a terminal gets the first one that it opens.
   void openAsStandardInput(const char* path) {
     posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, path, O_RDWR, 0);
@@ -200,8 +206,8 @@ Result<void> ChildProcess::launch() {
     if (failure != 0) return Failure{errorText(failure)};
     plan.leadSession();
     plan.openAsStandardInput(terminalName.data());
-  } else if (request.terminal == Terminal::Detached) {
-    plan.leadSession();
+  } else if (request.group) {
+    plan.joinGroup(*request.group);
   }
   for (int i = 0; i < 3; ++i) {
     if (streams[static_cast<std::size_t>(i)] >= 0) plan.duplicate(streams[static_cast<std::size_t>(i)], i);

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,16 +14,19 @@
 
 namespace zolt {
 
-/// One child process: configured, launched once, told when it ends.
+/// One child process: configured, launched once, and waited for in the background.
 ///
 /// The child gets its three standard streams and no other descriptor, an empty signal mask and default dispositions. It
-/// is always reaped, also when this object is gone by then, one that keeps its group only after `release`. All members
-/// may be called from any thread.
+/// is always reaped, even if this object is gone by then; a child that keeps its group is reaped after `release`. All
+/// members may be called from any thread.
 class ChildProcess {
  public:
   /// None: the child shares the caller's session. Controlling: it leads one of its own, and its standard input is that
-  /// session's terminal. Detached: it leads one of its own without a terminal, and so a process group of its own.
-  enum class Terminal { None, Controlling, Detached };
+  /// session's terminal.
+  enum class Terminal { None, Controlling };
+
+  /// A process group that the child itself leads.
+  static constexpr pid_t kOwnGroup = 0;
 
   struct Request {
     std::string executable;              ///< a path; PATH is not searched
@@ -33,8 +37,11 @@ class ChildProcess {
     int standardOutput = -1;
     int standardError = -1;
     Terminal terminal = Terminal::None;
-    /// Keeps the process group that a child leads within reach after the child's own end, until `release`: what the
-    /// child left behind can then be signalled, and its number belongs to nobody else.
+    /// The process group in the caller's session to be in, the caller's own when absent. The leader of a session leads
+    /// a group anyway.
+    std::optional<pid_t> group{};
+    /// Reserves the number of the process group that the child leads until `release`, even after the child has ended:
+    /// processes that it left behind can then still be signalled.
     bool keepsGroup = false;
   };
 
@@ -68,14 +75,14 @@ class ChildProcess {
   void waitUntilExit();
   /// As above, up to `longest`; false when it still runs then.
   bool waitUntilExit(std::chrono::milliseconds longest);
-  /// Gives the kept group up; the child is reaped as soon as it has ended.
+  /// Gives up the kept group; the child is reaped as soon as it has ended.
   void release();
   /// Kills the child, with its process group where it leads one, if it still runs after `grace`. Needs the main loop,
   /// or `endRemaining`.
   void killAfter(std::chrono::milliseconds grace);
 
-  /// Waits up to `grace` for the children that `killAfter` was called for and kills those that are left: the last thing
-  /// that a program does.
+  /// Waits up to `grace` for the children that `killAfter` was called for and kills those that remain. For the very end
+  /// of a program.
   static void endRemaining(std::chrono::milliseconds grace);
 
  private:

@@ -13,12 +13,12 @@ namespace zolt {
 
 class DescriptorMonitor;
 
-/// An immutable buffer of bytes; copies share it. While a buffer that came from a FileHandle lives, it counts as under
-/// way from that handle. Any thread.
+/// An immutable buffer of bytes; copies share it. As long as a buffer that came from a FileHandle exists, it counts as
+/// in flight from that handle. Any thread.
 class Bytes {
  public:
   Bytes() = default;
-  /// A buffer of its own, counted nowhere.
+  /// A buffer that came from no handle and is not counted.
   explicit Bytes(std::string content);
 
   bool empty() const { return view().empty(); }
@@ -33,15 +33,16 @@ class Bytes {
 
 /// Owns one descriptor, reads from it in the background and writes to it without ever blocking.
 ///
-/// Releasing the handle stops the reading and closes the descriptor. What was accepted for writing and not yet taken by
-/// the system is then lost. Made and used on one thread, but for `availableData`, which the readability handler calls.
+/// Releasing the handle stops the reading and closes the descriptor. Bytes accepted for writing that the system has not
+/// taken yet are then lost. Created and used on one thread, except `availableData`, which the readability handler
+/// calls.
 class FileHandle {
  public:
-  /// The most bytes that one `availableData` gives.
+  /// The maximum number of bytes that one call of `availableData` returns.
   static constexpr std::size_t readLimitBytes = 256 * 1024;
-  /// Reading waits while buffers of this many bytes or more are under way, until half of them are gone.
+  /// Reading pauses when this many bytes are in flight, until no more than half of them are.
   static constexpr std::size_t inFlightLimitBytes = 4 * 1024 * 1024;
-  /// The most bytes that wait to be written.
+  /// The maximum number of bytes that may wait to be written.
   static constexpr std::size_t writeLimitBytes = 64 * 1024 * 1024;
 
   using ReadabilityHandler = std::function<void(FileHandle& handle)>;
@@ -56,8 +57,8 @@ class FileHandle {
 
   int descriptor() const;
 
-  /// Calls `handler` on a background thread each time the descriptor is readable, once more at the end of file, and not
-  /// any more after that. An empty function stops the calls; when this returns none is under way.
+  /// Calls `handler` on a background thread each time the descriptor is readable, one last time at the end of
+  /// file. An empty function stops the calls; when this returns, none is in progress.
   void setReadabilityHandler(ReadabilityHandler handler);
 
   /// The bytes that are available now, at most `readLimitBytes`; empty when there are none and at the end of file.
@@ -67,11 +68,11 @@ class FileHandle {
   bool isDrained() const;
 
   /// Writes `data` in order after everything written before. What the system does not take at once is kept and written
-  /// when it can be; the failure of that reaches the write-failure handler. A failure here names what became of the
-  /// rest.
+  /// later; if that fails, the write-failure handler is called. A failure here means that some of `data` was not
+  /// accepted.
   Result<void> write(std::string_view data);
 
-  /// Calls `handler`, on a background thread, when bytes kept for later could not be written and are lost.
+  /// Calls `handler`, on a background thread, when bytes that were kept for later are lost because writing failed.
   void setWriteFailureHandler(WriteFailureHandler handler);
 
  private:

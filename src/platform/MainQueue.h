@@ -11,8 +11,8 @@ namespace zolt {
 ///
 /// Any thread may submit; the tasks run in the event loop of the thread of the QCoreApplication. A long run of tasks
 /// gives way to input and painting after a few milliseconds and goes on in the next turn of the loop. A task that has
-/// an owner holds it weakly and is dropped, unrun, when the owner is gone by then. A task must not run an event loop of its
-/// own: the queue waits for it.
+/// an owner holds it weakly and is dropped if the owner is gone by then. A task must not run a nested event loop: the
+/// rest of the queue would wait for it.
 class MainQueue {
  public:
   using Task = std::function<void()>;

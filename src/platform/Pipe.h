@@ -13,18 +13,18 @@ struct Pipe {
   Descriptor writer;
 };
 
-/// A pipe whose ends are closed in every child.
+/// A pipe with close-on-exec set on both ends.
 Result<Pipe> makePipe();
 
-/// Makes a pipe hold `wantedBytes`, or the most below that which the system allows. Returns what it holds, in bytes; 0
-/// where that cannot be known.
+/// Sets a pipe's capacity to `wantedBytes`, or to as much as the system allows. Returns the capacity in bytes, or 0 if
+/// it is unknown.
 std::size_t enlargePipe(const Pipe& pipe, std::size_t wantedBytes);
 
 /// Marks a descriptor as closed in every child that executes a program.
 void setCloseOnExec(int descriptor);
 
-/// From now on a write to a pipe or socket whose reader has gone fails with an error; by default it would end this
-/// process (SIGPIPE). Children get the default back. Any thread, any number of times.
+/// From now on a write to a pipe or socket whose reader has gone fails with an error; by default SIGPIPE would end
+/// this process. Children get the default disposition. Any thread, any number of times.
 void ignoreBrokenPipes();
 
 /// The system's text for an error number ("No such file or directory").

@@ -6,16 +6,16 @@
 
 namespace zolt {
 
-/// Turns requests to end (SIGTERM, SIGINT, SIGHUP) into a call on the main thread, so that the program can end in
-/// order.
+/// Turns requests to end (SIGTERM, SIGINT, SIGHUP) into a call on the main thread, so that the program can shut down in
+/// an orderly way.
 ///
-/// One per process, for as long as it lives; then the signals do what they did before, if not ignored. A second request
-/// while the first is being followed ends the process at once.
+/// One per process. Its destructor restores the default dispositions; a signal that was ignored stays ignored. A second
+/// request during the shutdown ends the process at once.
 class TerminationSignals {
  public:
   explicit TerminationSignals(std::function<void()> end);
   ~TerminationSignals();
-  /// From now on these signals do nothing: what is left of the end takes a bounded time and is not to be torn.
+  /// From now on these signals are ignored: the rest of the shutdown takes a bounded time and must not be interrupted.
   static void ignoreFromNow();
   TerminationSignals(const TerminationSignals&) = delete;
   TerminationSignals& operator=(const TerminationSignals&) = delete;

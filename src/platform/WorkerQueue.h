@@ -8,11 +8,11 @@
 
 namespace zolt {
 
-/// A concurrent queue for background work of low priority, that of the child processes started there included. Any
+/// A concurrent queue for background work of low priority; child processes started by its tasks inherit that. Any
 /// thread may submit.
 ///
-/// Tasks start in the order in which they were submitted and run beside each other, at most `threads` at once. The
-/// destructor waits for those that run and drops those that have not started.
+/// Tasks start in the order in which they were submitted and run concurrently, at most `threads` at once. The
+/// destructor waits for running tasks and drops those that have not started.
 class WorkerQueue {
  public:
   using Task = std::function<void()>;
@@ -22,9 +22,9 @@ class WorkerQueue {
   WorkerQueue(const WorkerQueue&) = delete;
   WorkerQueue& operator=(const WorkerQueue&) = delete;
 
-  /// As many as tasks that mostly wait for child processes want.
+  /// Enough for tasks that spend most of their time waiting for child processes.
   static constexpr int utilityThreads = 128;
-  /// The process-wide queue, of so many threads.
+  /// The process-wide queue, with `utilityThreads` threads.
   static WorkerQueue& utility();
 
   void async(Task task);
@@ -37,9 +37,9 @@ class WorkerQueue {
   QThreadPool m_pool;
 };
 
-/// Counts pieces of work under way, so that something can happen when the last of them is done.
+/// Counts pieces of work in progress, so that something can happen when the last of them is done.
 ///
-/// Any thread may enter, leave and wait. `notify` runs its task once, on the main queue, when the count next is 0.
+/// Any thread may enter, leave and wait. `notify` runs its task once, on the main queue, when the count next reaches 0.
 class TaskGroup {
  public:
   void enter();

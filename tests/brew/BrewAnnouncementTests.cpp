@@ -55,13 +55,13 @@ class Trace {
 using BrewAnnouncementTest = test::OneAtATime;
 
 TEST_F(BrewAnnouncementTest, ComesBeforeEachChangeOfARefreshInItsOrder) {
-  makeSettledManager();
+  makeIdleManager();
   write("list-formula.txt", "wget\n");
   write("list-cask.txt", "some-app\n");
   Trace trace(*manager);
   manager->refresh();
   EXPECT_EQ(trace.changes(), (Changes{"as before", "loading", "status Loading installed packages..."}));
-  ASSERT_TRUE(waitUntilSettled());
+  ASSERT_TRUE(waitUntilIdle());
   EXPECT_EQ(trace.changes(), (Changes{"as before", "loading", "status Loading installed packages...",
                                       "status Outdated check complete", "formulae wget", "not loading",
                                       "status Loaded 1 formulae", "casks some-app", "status Loaded 1 casks"}));
@@ -69,7 +69,7 @@ TEST_F(BrewAnnouncementTest, ComesBeforeEachChangeOfARefreshInItsOrder) {
 
 TEST_F(BrewAnnouncementTest, ComesBeforeEachChangeOfASearchInItsOrder) {
   write("search.txt", "foo\nbar\n");
-  makeSettledManager();
+  makeIdleManager();
   Trace trace(*manager);
   manager->search(QStringLiteral("x"));
   ASSERT_TRUE(waitForStatus("Found 2 results"));
@@ -79,11 +79,11 @@ TEST_F(BrewAnnouncementTest, ComesBeforeEachChangeOfASearchInItsOrder) {
 }
 
 TEST_F(BrewAnnouncementTest, ComesBeforeTheStatusOfAnUpgradeOfEverything) {
-  makeSettledManager();
+  makeIdleManager();
   Trace trace(*manager);
   manager->upgradeAll();
   EXPECT_EQ(trace.changes(), (Changes{"as before", "status Upgrading all packages..."}));
-  ASSERT_TRUE(waitUntilSettled());
+  ASSERT_TRUE(waitUntilIdle());
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include <unistd.h>
 
-#include <csignal>
-
 #include "brew/BrewCommand.h"
 #include "brew/OneAtATime.h"
 
@@ -31,7 +29,7 @@ trap 'echo HUP >>"$FAKEBREW_LOG"; exit' HUP
 echo READY >>"$FAKEBREW_LOG"
 for i in $(seq 400); do sleep 0.05; done)");
         const bool ready = waitForCalls({"READY"});
-        interruptBrewCommands();
+        endBrewCommands();
         const bool interrupted = waitForCalls({"INT", "READY"});
         folder.remove();
         _exit(ready && interrupted ? 0 : 1);
@@ -42,34 +40,15 @@ for i in $(seq 400); do sleep 0.05; done)");
 TEST_F(BrewEndTest, LaunchesNothingAfterwards) {
   EXPECT_EXIT(
       {
-        makeSettledManager();
+        makeIdleManager();
         manager->search(QStringLiteral("before"));
         const bool launches = waitForCalls({"[search][before]"}) && waitForQueue();
-        interruptBrewCommands();
+        endBrewCommands();
         manager->search(QStringLiteral("after"));
         const bool passed = waitForQueue();
         const bool none = calls() == std::vector<std::string>{"[search][before]"};
         folder.remove();
         _exit(launches && passed && none ? 0 : 1);
-      },
-      testing::ExitedWithCode(0), "");
-}
-
-// It has left the command's process group, and no signal for that reaches it.
-TEST_F(BrewEndTest, WaitsNoLongerForWhoeverHoldsThePipeOfACommandThatHasEnded) {
-  EXPECT_EXIT(
-      {
-        makeManagerOf(R"(setsid sh -c 'echo $$ >>"$FAKEBREW_LOG"; exec sleep 60' &)");
-        const bool left = test::waitFor([&] { return calls().size() == 1; }) &&
-                          test::waitFor([] { return std::ranges::none_of(test::childProcesses(), test::processRuns); });
-        const bool waits = !waitForQueue(std::chrono::milliseconds(500));
-        endBrewCommands(std::chrono::milliseconds(100));
-        const bool ends = waitForQueue(std::chrono::seconds(5));
-        for (const std::string& pid : calls()) {
-          kill(std::stoi(pid), SIGKILL);
-        }
-        folder.remove();
-        _exit(left && waits && ends ? 0 : 1);
       },
       testing::ExitedWithCode(0), "");
 }

@@ -12,13 +12,14 @@
 #include <string>
 #include <vector>
 
+#include "brew/BrewCommands.h"
 #include "brew/BrewManager.h"
 #include "support/ProcessFacts.h"
 #include "support/WaitFor.h"
 
 namespace zolt::test {
 
-/// A tool that prints what a test says, and the manager that runs it.
+/// A tool that prints what the test tells it to, and the manager that runs it.
 class BrewTest : public testing::Test {
  protected:
   void SetUp() override {
@@ -41,18 +42,18 @@ class BrewTest : public testing::Test {
   void makeManager() {
     manager = std::make_unique<BrewManager>(std::vector<std::string>{ZOLT_FAKE_BREW}, WorkerQueue::utility());
   }
-  /// A manager whose first refresh is over.
-  void makeSettledManager() {
+  /// A manager that has finished its first refresh.
+  void makeIdleManager() {
     makeManager();
-    ASSERT_TRUE(waitUntilSettled());
+    ASSERT_TRUE(waitUntilIdle());
     forgetCalls();
   }
-  /// Until no command has run for a while and nothing is being loaded.
-  bool waitUntilSettled() {
+  /// Waits until nothing is being loaded and no command has run for a while.
+  bool waitUntilIdle() {
     auto quietSince = std::chrono::steady_clock::now();
     return waitFor([&] {
       const auto now = std::chrono::steady_clock::now();
-      if (!test::childProcesses().empty() || manager->isLoading()) quietSince = now;
+      if (!test::brewCommands().empty() || manager->isLoading()) quietSince = now;
       return now - quietSince > std::chrono::milliseconds(300);
     });
   }

@@ -42,7 +42,7 @@ class BrewLeftoverTest : public test::BrewTest {
     return test::waitFor([] { return leftovers().size() == 3; });
   }
   static bool commandsHaveEnded() {
-    return test::waitFor([] { return std::ranges::none_of(test::childProcesses(), test::processRuns); });
+    return test::waitFor([] { return std::ranges::none_of(test::brewCommands(), test::processRuns); });
   }
   static bool allAreGone() {
     return test::waitFor([] { return std::ranges::none_of(leftovers(), test::processRuns); });
@@ -50,12 +50,12 @@ class BrewLeftoverTest : public test::BrewTest {
 };
 
 // A script's job in the background ignores what interrupts the script.
-TEST_F(BrewLeftoverTest, EndsAChildThatOutlivesItsInterruptedCommand) {
+TEST_F(BrewLeftoverTest, EndsABackgroundJobOfAnInterruptedCommand) {
   EXPECT_EXIT(
       {
         makeManagerOf("sleep 3600 & echo $! >$FAKEBREW_LEFT/left-$$; wait");
         const bool started = waitForLeftovers();
-        endBrewCommands(std::chrono::milliseconds(200));
+        endBrewCommands();
         _exit(started && allAreGone() ? 0 : 1);
       },
       testing::ExitedWithCode(0), "");
@@ -66,7 +66,7 @@ TEST_F(BrewLeftoverTest, EndsWhatHoldsThePipeOfACommandThatHasEnded) {
       {
         makeManagerOf("sleep 3600 & echo $! >$FAKEBREW_LEFT/left-$$");
         const bool started = waitForLeftovers() && commandsHaveEnded();
-        endBrewCommands(std::chrono::milliseconds(200));
+        endBrewCommands();
         _exit(started && allAreGone() ? 0 : 1);
       },
       testing::ExitedWithCode(0), "");

@@ -6,8 +6,7 @@
 
 #include <csignal>
 
-#include "BrewFixture.h"
-#include "brew/BrewCommand.h"
+#include "brew/BrewFixture.h"
 #include "platform/ChildProcess.h"
 
 namespace zolt {
@@ -32,7 +31,7 @@ std::string lines(const std::string& prefix, int count) {
   return text;
 }
 
-TEST_F(BrewManagerTest, SaysThatThereIsNoHomebrewAndDoesNothingElse) {
+TEST_F(BrewManagerTest, ReportsThatHomebrewIsMissingAndRunsNothing) {
   manager = std::make_unique<BrewManager>(Names{"/no/such/brew", "/etc/passwd"}, WorkerQueue::utility());
   EXPECT_EQ(manager->status(), QStringLiteral("Homebrew not found"));
   EXPECT_FALSE(manager->isLoading());
@@ -48,22 +47,22 @@ TEST_F(BrewManagerTest, TakesTheFirstCandidateThatIsExecutable) {
   QFile::setPermissions(other, QFile::ReadOwner | QFile::ExeOwner);
   manager = std::make_unique<BrewManager>(Names{"/no/such/brew", ZOLT_FAKE_BREW, other.toStdString()},
                                           WorkerQueue::utility());
-  ASSERT_TRUE(waitUntilSettled());
+  ASSERT_TRUE(waitUntilIdle());
   EXPECT_EQ(calls().size(), 3U);
 }
 
-TEST_F(BrewManagerTest, LooksForTheToolAnewEachTime) {
+TEST_F(BrewManagerTest, LooksForTheToolAgainEachTime) {
   const QString late = folder.filePath(QStringLiteral("late-brew"));
   manager = std::make_unique<BrewManager>(Names{late.toStdString()}, WorkerQueue::utility());
   EXPECT_EQ(manager->status(), QStringLiteral("Homebrew not found"));
   ASSERT_TRUE(QFile::link(QStringLiteral(ZOLT_FAKE_BREW), late));
   manager->refresh();
   EXPECT_EQ(manager->status(), QStringLiteral("Loading installed packages..."));
-  ASSERT_TRUE(waitUntilSettled());
+  ASSERT_TRUE(waitUntilIdle());
   EXPECT_EQ(calls().size(), 3U);
 }
 
-TEST_F(BrewManagerTest, LoadsBothListsWithTheirDetailsAndChecksForOutdatedOnes) {
+TEST_F(BrewManagerTest, LoadsBothListsWithDetailsAndChecksForOutdatedPackages) {
   write("list-formula.txt", "wget\njq\n");
   write("list-cask.txt", "some-app\n");
   write("info/wget.txt", "==> wget: stable 1.24.5\nDesc: Internet file retriever\nInstalled on request 1.24.5\n");
@@ -72,7 +71,7 @@ TEST_F(BrewManagerTest, LoadsBothListsWithTheirDetailsAndChecksForOutdatedOnes) 
   makeManager();
   EXPECT_TRUE(manager->isLoading());
   EXPECT_EQ(manager->status(), QStringLiteral("Loading installed packages..."));
-  ASSERT_TRUE(waitUntilSettled());
+  ASSERT_TRUE(waitUntilIdle());
   EXPECT_EQ(calls(), (Names{"[info][--cask][some-app]", "[info][--formula][jq]", "[info][--formula][wget]",
                             "[list][--cask]", "[list][--formula]", "[outdated][--json]"}));
   ASSERT_EQ(manager->installedFormulae().size(), 2U);
@@ -87,20 +86,20 @@ TEST_F(BrewManagerTest, LoadsBothListsWithTheirDetailsAndChecksForOutdatedOnes) 
   EXPECT_TRUE(manager->outdatedPackages().empty()) << "what the check prints is not read";
 }
 
-TEST_F(BrewManagerTest, TellsOfEachStepInItsWords) {
+TEST_F(BrewManagerTest, ReportsEachStepInTheStatus) {
   write("list-formula.txt", lines("formula", 12));
   makeManager();
   std::set<std::string> seen;
   QObject::connect(manager.get(), &BrewManager::objectWillChange, manager.get(),
                    [&] { seen.insert(manager->status().toStdString()); });
-  ASSERT_TRUE(waitUntilSettled());
+  ASSERT_TRUE(waitUntilIdle());
   seen.insert(manager->status().toStdString());
   EXPECT_EQ(seen, (std::set<std::string>{"Loading installed packages...", "Loaded 0 casks", "Loaded 12 formulae",
                                          "Outdated check complete"}));
 }
 
 TEST_F(BrewManagerTest, PublishesEmptyListsWhereNothingIsInstalled) {
-  makeSettledManager();
+  makeIdleManager();
   EXPECT_TRUE(manager->installedFormulae().empty());
   EXPECT_TRUE(manager->installedCasks().empty());
 }
@@ -109,7 +108,7 @@ TEST_F(BrewManagerTest, AsksForTheDetailsOfTheFirstFiftyOfAType) {
   write("list-formula.txt", lines("formula", 120));
   write("list-cask.txt", lines("cask", 51));
   makeManager();
-  ASSERT_TRUE(waitUntilSettled());
+  ASSERT_TRUE(waitUntilIdle());
   EXPECT_EQ(manager->installedFormulae().size(), 50U);
   EXPECT_EQ(manager->installedCasks().size(), 50U);
   for (const std::string& name : namesOf(manager->installedFormulae())) {
@@ -127,25 +126,25 @@ TEST_F(BrewManagerTest, IsLoadingUntilTheFirstOfBothTypesIsDone) {
   EXPECT_TRUE(waitForStatus("Loaded 1 casks"));
 }
 
-TEST_F(BrewManagerTest, DropsAPackageWhoseDetailsAreNoText) {
+TEST_F(BrewManagerTest, DropsAPackageWhoseDetailsAreNotUtf8) {
   write("list-formula.txt", "good\nbad\n");
   write("info/bad.txt", "Desc: caf\xE9\n");
   makeManager();
-  ASSERT_TRUE(waitUntilSettled());
+  ASSERT_TRUE(waitUntilIdle());
   EXPECT_EQ(namesOf(manager->installedFormulae()), Names{"good"});
 }
 
 TEST_F(BrewManagerTest, ReadsBothStreamsOfAFailingCommandAsItsOutput) {
-  makeSettledManager();
+  makeIdleManager();
   qputenv("FAKEBREW_MODE_search", "fails");
   manager->search(QStringLiteral("nothing"));
   ASSERT_TRUE(waitForStatus("Found 1 results"));
   EXPECT_EQ(namesOf(manager->searchResults()), Names{"Error: No available formula with that name."});
 }
 
-TEST_F(BrewManagerTest, MakesAResultOfEveryLineOfASearch) {
+TEST_F(BrewManagerTest, TurnsEveryLineOfASearchIntoAResult) {
   write("search.txt", "==> Formulae\nfoo\nfoo-tools\n\nhomebrew/cask/foo-app\n");
-  makeSettledManager();
+  makeIdleManager();
   manager->search(QStringLiteral("foo"));
   EXPECT_EQ(manager->status(), QStringLiteral("Searching..."));
   EXPECT_FALSE(manager->isLoading());
@@ -158,7 +157,7 @@ TEST_F(BrewManagerTest, MakesAResultOfEveryLineOfASearch) {
 
 TEST_F(BrewManagerTest, EmptiesTheResultsForAnEmptyQueryWithoutASearch) {
   write("search.txt", "foo\n");
-  makeSettledManager();
+  makeIdleManager();
   manager->search(QStringLiteral("foo"));
   ASSERT_TRUE(waitForStatus("Found 1 results"));
   forgetCalls();
@@ -169,31 +168,57 @@ TEST_F(BrewManagerTest, EmptiesTheResultsForAnEmptyQueryWithoutASearch) {
   EXPECT_TRUE(calls().empty());
 }
 
-TEST_F(BrewManagerTest, KeepsTheResultsAndTheStatusWhereASearchIsNoText) {
+TEST_F(BrewManagerTest, KeepsTheResultsAndTheStatusIfASearchPrintsInvalidUtf8) {
   write("search.txt", "foo\n");
-  makeSettledManager();
+  makeIdleManager();
   manager->search(QStringLiteral("foo"));
   ASSERT_TRUE(waitForStatus("Found 1 results"));
   qputenv("FAKEBREW_MODE_search", "bytes");
   manager->search(QStringLiteral("bar"));
-  ASSERT_TRUE(waitUntilSettled());
+  ASSERT_TRUE(waitUntilIdle());
   EXPECT_EQ(manager->status(), QStringLiteral("Searching..."));
   EXPECT_EQ(namesOf(manager->searchResults()), Names{"foo"});
 }
 
-TEST_F(BrewManagerTest, FindsNothingInSilence) {
-  makeSettledManager();
+TEST_F(BrewManagerTest, FindsNothingIfASearchPrintsNothing) {
+  makeIdleManager();
   qputenv("FAKEBREW_MODE_search", "silent");
   manager->search(QStringLiteral(" "));
   EXPECT_TRUE(waitForStatus("Found 0 results"));
   EXPECT_EQ(calls(), Names{"[search][ ]"}) << "a query of blanks is one";
 }
 
-TEST_F(BrewManagerTest, KeepsSearchingInVainWithoutTheTool) {
+TEST_F(BrewManagerTest, StaysInSearchingIfTheToolCannotBeLaunched) {
   manager = std::make_unique<BrewManager>(Names{"/no/such/brew"}, WorkerQueue::utility());
   manager->search(QStringLiteral("foo"));
   test::runLoopFor(std::chrono::milliseconds(100));
   EXPECT_EQ(manager->status(), QStringLiteral("Searching..."));
+}
+
+TEST_F(BrewManagerTest, SearchesForAQueryWithTheBlanksAroundIt) {
+  makeIdleManager();
+  manager->search(QStringLiteral(" foo "));
+  EXPECT_TRUE(waitForStatus("Found 0 results"));
+  EXPECT_EQ(calls(), Names{"[search][ foo ]"});
+}
+
+TEST_F(BrewManagerTest, KeepsItsListsWhereTheToolIsGoneByTheNextRefresh) {
+  write("list-formula.txt", "wget\n");
+  write("list-cask.txt", "app\n");
+  write("search.txt", "foo\n");
+  const QString tool = folder.filePath(QStringLiteral("brew"));
+  ASSERT_TRUE(QFile::link(QStringLiteral(ZOLT_FAKE_BREW), tool));
+  manager = std::make_unique<BrewManager>(Names{tool.toStdString()}, WorkerQueue::utility());
+  ASSERT_TRUE(waitUntilIdle());
+  manager->search(QStringLiteral("foo"));
+  ASSERT_TRUE(waitForStatus("Found 1 results"));
+  ASSERT_TRUE(QFile::remove(tool));
+  manager->refresh();
+  EXPECT_EQ(manager->status(), QStringLiteral("Homebrew not found"));
+  EXPECT_FALSE(manager->isLoading());
+  EXPECT_EQ(namesOf(manager->installedFormulae()), Names{"wget"});
+  EXPECT_EQ(namesOf(manager->installedCasks()), Names{"app"});
+  EXPECT_EQ(namesOf(manager->searchResults()), Names{"foo"});
 }
 
 struct Operation {
@@ -206,7 +231,7 @@ struct Operation {
 class Operations : public BrewManagerTest, public testing::WithParamInterface<Operation> {};
 
 TEST_P(Operations, RunTheirCommandAndRefresh) {
-  makeSettledManager();
+  makeIdleManager();
   const QString before = manager->status();
   // Whatever comes out of it.
   qputenv("FAKEBREW_MODE_install", "fails");
@@ -216,7 +241,7 @@ TEST_P(Operations, RunTheirCommandAndRefresh) {
   EXPECT_EQ(manager->status(), all ? QStringLiteral("Upgrading all packages...") : before);
   EXPECT_FALSE(manager->isLoading());
   ASSERT_TRUE(test::waitFor([&] { return calls().size() == 4; }));
-  ASSERT_TRUE(waitUntilSettled());
+  ASSERT_TRUE(waitUntilIdle());
   Names expected{GetParam().call, "[list][--cask]", "[list][--formula]", "[outdated][--json]"};
   std::ranges::sort(expected);
   EXPECT_EQ(calls(), expected);
@@ -236,8 +261,8 @@ INSTANTIATE_TEST_SUITE_P(
                               "[upgrade]"}),
     [](const auto& tested) { return std::string(tested.param.name); });
 
-TEST_F(BrewManagerTest, PassesANameThatLooksLikeAnOptionAsItIs) {
-  makeSettledManager();
+TEST_F(BrewManagerTest, PassesANameThatLooksLikeAnOptionUnchanged) {
+  makeIdleManager();
   manager->upgrade(package("--help", Type::Cask));
   ASSERT_TRUE(test::waitFor([&] { return calls().size() >= 4; }));
   EXPECT_EQ(std::ranges::count(calls(), "[upgrade][--help]"), 1);
@@ -249,17 +274,17 @@ TEST_F(BrewManagerTest, LetsOperationsOverlap) {
   manager->refresh();
   manager->refresh();
   ASSERT_TRUE(test::waitFor([&] { return calls().size() == 12; }));
-  ASSERT_TRUE(waitUntilSettled());
+  ASSERT_TRUE(waitUntilIdle());
   EXPECT_EQ(namesOf(manager->installedFormulae()), Names{"wget"}) << "the last publish wins, whole";
 }
 
-TEST_F(BrewManagerTest, IsForgottenByItsCommandsWhenItIsGone) {
+TEST_F(BrewManagerTest, CanGoAwayWhileItsCommandsRun) {
   write("list-formula.txt", "wget\n");
   qputenv("FAKEBREW_MODE", "slow");
   makeManager();
   manager->search(QStringLiteral("x"));
   manager.reset();
-  EXPECT_TRUE(test::waitFor([] { return test::childProcesses().empty(); }));
+  EXPECT_TRUE(test::waitFor([] { return test::brewCommands().empty(); }));
   test::runLoopFor(std::chrono::milliseconds(50));
   for (const std::string& call : calls()) {
     EXPECT_FALSE(call.starts_with("[info]")) << call;
@@ -267,20 +292,20 @@ TEST_F(BrewManagerTest, IsForgottenByItsCommandsWhenItIsGone) {
 }
 
 TEST_F(BrewManagerTest, WaitsForALargeOutputWithoutHoldingAnythingUp) {
-  makeSettledManager();
+  makeIdleManager();
   qputenv("FAKEBREW_MODE_search", "floods");
   manager->search(QStringLiteral("x"));
   // It prints more than its pipe holds and is not read before it ends: it stays, and everything else goes on.
-  ASSERT_TRUE(test::waitFor([] { return test::childProcesses().size() == 1; }));
-  const std::vector<pid_t> flooding = test::childProcesses();
+  ASSERT_TRUE(test::waitFor([] { return test::brewCommands().size() == 1; }));
+  const std::vector<pid_t> flooding = test::brewCommands();
   test::runLoopFor(std::chrono::milliseconds(500));
-  ASSERT_EQ(test::childProcesses(), flooding);
+  ASSERT_EQ(test::brewCommands(), flooding);
   ASSERT_TRUE(test::processRuns(flooding.front()));
   EXPECT_EQ(manager->status(), QStringLiteral("Searching..."));
   manager->refresh();
   EXPECT_TRUE(test::waitFor([&] { return calls().size() == 4; }));
   EXPECT_TRUE(test::waitFor([&] { return !manager->isLoading(); }));
-  ASSERT_TRUE(test::waitFor([&] { return test::childProcesses() == flooding; }));
+  ASSERT_TRUE(test::waitFor([&] { return test::brewCommands() == flooding; }));
   EXPECT_TRUE(manager->searchResults().empty());
   kill(flooding.front(), SIGKILL);
   EXPECT_TRUE(test::waitFor([&] { return manager->status().startsWith(QStringLiteral("Found ")); }));
@@ -288,43 +313,9 @@ TEST_F(BrewManagerTest, WaitsForALargeOutputWithoutHoldingAnythingUp) {
 
 TEST_F(BrewManagerTest, TakesTenThousandSearchResults) {
   write("search.txt", lines("package", 10'000));
-  makeSettledManager();
+  makeIdleManager();
   manager->search(QStringLiteral("x"));
   EXPECT_TRUE(waitForStatus("Found 10000 results"));
-}
-
-TEST_F(BrewManagerTest, InterruptsTheGroupsOfItsCommandsAtTheEnd) {
-  EXPECT_EXIT(
-      {
-        qputenv("FAKEBREW_MODE", "hangs");
-        makeManager();
-        const bool hanging = test::waitFor([] { return test::childProcesses().size() == 3; });
-        std::vector<pid_t> everyone = test::childProcesses();
-        test::waitFor([&] { return !test::childProcesses(everyone.front()).empty(); });
-        for (const pid_t command : test::childProcesses()) {
-          for (const pid_t sleeper : test::childProcesses(command))
-            everyone.push_back(sleeper);
-        }
-        endBrewCommands(std::chrono::milliseconds(1000));
-        // A zombie has no command line any more.
-        const bool gone = std::ranges::all_of(
-            everyone, [](pid_t pid) { return test::fileContent("/proc/" + std::to_string(pid) + "/cmdline").empty(); });
-        _exit(hanging && gone && everyone.size() > 3 ? 0 : 1);
-      },
-      testing::ExitedWithCode(0), "");
-}
-
-TEST_F(BrewManagerTest, KillsCommandsThatDoNotListen) {
-  EXPECT_EXIT(
-      {
-        qputenv("FAKEBREW_MODE", "deaf");
-        makeManager();
-        const bool hanging = test::waitFor([&] { return calls().size() == 3; });
-        const std::vector<pid_t> commands = test::childProcesses();
-        endBrewCommands(std::chrono::milliseconds(300));
-        _exit(hanging && !commands.empty() && test::childProcesses().empty() ? 0 : 1);
-      },
-      testing::ExitedWithCode(0), "");
 }
 
 }  // namespace

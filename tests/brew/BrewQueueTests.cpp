@@ -6,7 +6,7 @@ namespace {
 
 using BrewQueueTest = test::OneAtATime;
 
-TEST_F(BrewQueueTest, StartsNothingForAManagerThatIsGoneByThen) {
+TEST_F(BrewQueueTest, StartsNothingForAManagerThatHasGone) {
   QSemaphore held;
   queue.async([&] { held.acquire(); });
   makeManager();
@@ -16,7 +16,7 @@ TEST_F(BrewQueueTest, StartsNothingForAManagerThatIsGoneByThen) {
   EXPECT_TRUE(calls().empty());
 }
 
-TEST_F(BrewQueueTest, StartsWhatAManagerStillWaitsFor) {
+TEST_F(BrewQueueTest, StartsCommandsWhoseManagerStillExists) {
   QSemaphore held;
   queue.async([&] { held.acquire(); });
   makeManager();
@@ -26,9 +26,9 @@ TEST_F(BrewQueueTest, StartsWhatAManagerStillWaitsFor) {
 }
 
 // What was submitted before a search's completion ran comes between it and the results.
-TEST_F(BrewQueueTest, PublishesResultsOnlyAfterWhatTheMainQueueHoldsAlready) {
+TEST_F(BrewQueueTest, PublishesResultsAfterTasksThatAreAlreadyQueued) {
   write("search.txt", "foo\n");
-  makeSettledManager();
+  makeIdleManager();
   manager->search(QStringLiteral("foo"));
   ASSERT_TRUE(waitForQueue()) << "its completion is on the main queue now";
   bool isNext = false;

@@ -9,7 +9,7 @@
 
 namespace zolt::test {
 
-/// A manager whose commands run one at a time, in the order in which they were asked for.
+/// A manager whose commands run one at a time, in the order in which they were requested.
 class OneAtATime : public BrewTest {
  protected:
   void TearDown() override {
@@ -20,9 +20,9 @@ class OneAtATime : public BrewTest {
   void makeManager(const std::string& tool = ZOLT_FAKE_BREW) {
     manager = std::make_unique<BrewManager>(std::vector<std::string>{tool}, queue);
   }
-  void makeSettledManager() {
+  void makeIdleManager() {
     makeManager();
-    ASSERT_TRUE(waitUntilSettled());
+    ASSERT_TRUE(waitUntilIdle());
     forgetCalls();
   }
   /// Until everything submitted so far has run; meanwhile nothing happens on the main thread. False after `limit`.

@@ -25,7 +25,7 @@ class BrewHeaderTest : public test::SidebarTest {
 };
 
 TEST_F(BrewHeaderTest, IsAMugInOrangeTheTitleAndTheRefreshButtonAboveTheField) {
-  showSettled();
+  showIdle();
   const QList<SymbolView*> symbols = symbolsSeen();
   ASSERT_EQ(symbols.size(), 1);
   EXPECT_EQ(test::symbolMostLike(seen(*symbols.front())), QStringLiteral("mug.fill"));
@@ -51,7 +51,7 @@ TEST_F(BrewHeaderTest, IsAMugInOrangeTheTitleAndTheRefreshButtonAboveTheField) {
 }
 
 TEST_F(BrewHeaderTest, StaysWhereTheSearchShowsAMagnifyingGlass) {
-  showSettled();
+  showIdle();
   choose(2);
   const QList<SymbolView*> symbols = symbolsSeen();
   ASSERT_EQ(symbols.size(), 2);
@@ -64,7 +64,7 @@ TEST_F(BrewHeaderTest, StaysWhereTheSearchShowsAMagnifyingGlass) {
 
 TEST_F(BrewHeaderTest, OfASectionIsNotChosenByAClick) {
   write("list-formula.txt", "wget\n");
-  showSettled();
+  showIdle();
   const auto click = [&](int row) {
     QTest::mouseClick(list()->viewport(), Qt::LeftButton, Qt::NoModifier,
                       list()->visualRect(list()->model()->index(row, 0)).center());

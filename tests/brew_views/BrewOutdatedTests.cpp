@@ -15,7 +15,7 @@ class BrewOutdatedTest : public test::SidebarTest {
     const_cast<std::vector<BrewPackage>&>(manager->outdatedPackages()) = std::move(packages);
   }
   void showOutdated() {
-    showSettled();
+    showIdle();
     publishOutdated({makeBrewPackage(QStringLiteral("wget"), std::nullopt, std::nullopt, BrewPackageType::Formula),
                      makeBrewPackage(QStringLiteral("some-app"), std::nullopt, std::nullopt, BrewPackageType::Cask)});
     choose(1);
@@ -30,7 +30,7 @@ class BrewOutdatedTest : public test::SidebarTest {
   // The calls, once the refresh that follows them is over.
   Calls settledCalls() {
     EXPECT_TRUE(test::waitFor([&] { return calls().size() >= 4; }));
-    EXPECT_TRUE(waitUntilSettled());
+    EXPECT_TRUE(waitUntilIdle());
     return calls();
   }
 };

@@ -12,7 +12,7 @@ namespace {
 using BrewSidebarKeyboardTest = test::SidebarTest;
 
 TEST_F(BrewSidebarKeyboardTest, GoesFromTopToBottomByTab) {
-  showSettled();
+  showIdle();
   part<QToolButton>("refresh")->setFocus();
   QStringList stops;
   while (stops.size() < 8 && QApplication::focusWidget() != list()) {
@@ -25,7 +25,7 @@ TEST_F(BrewSidebarKeyboardTest, GoesFromTopToBottomByTab) {
 
 TEST_F(BrewSidebarKeyboardTest, OpensTheMenuOfTheChosenRowWithoutAMenuKey) {
   write("search.txt", "foo\nbar\n");
-  showSettled();
+  showIdle();
   choose(2);
   type("f");
   ASSERT_TRUE(waitForRows(words({"Results", "foo", "bar"})));
@@ -54,13 +54,13 @@ TEST_F(BrewSidebarKeyboardTest, OpensTheMenuOfTheChosenRowWithoutAMenuKey) {
 
 TEST_F(BrewSidebarKeyboardTest, KeepsTheChosenRowWhenOnlyTheStatusChanges) {
   write("list-formula.txt", "foo\nbar\n");
-  showSettled();
+  showIdle();
   list()->setCurrentIndex(list()->model()->index(2, 0));
   const QString before = part<SecondaryLabel>("status")->text();
   manager->upgradeAll();
   ASSERT_TRUE(test::waitFor([&] { return part<SecondaryLabel>("status")->text() != before; }));
   EXPECT_EQ(list()->currentIndex().row(), 2);
-  ASSERT_TRUE(waitUntilSettled());
+  ASSERT_TRUE(waitUntilIdle());
   EXPECT_EQ(list()->currentIndex().row(), -1) << "what was loaded again is new";
 }
 
@@ -70,7 +70,7 @@ TEST_F(BrewSidebarKeyboardTest, ShowsTheBestOfNewResultsFirst) {
     text += "package-" + std::to_string(i) + "\n";
   }
   write("search.txt", text);
-  showSettled();
+  showIdle();
   choose(2);
   type("p");
   ASSERT_TRUE(test::waitFor([&] { return list()->model()->rowCount() == 501; }));
@@ -86,7 +86,7 @@ TEST_F(BrewSidebarKeyboardTest, TellsTheWholeTextAsPlainText) {
   write("info/foo.txt", "Desc: <b>bold</b> & <img src=x>\nInstalled 1.2.3\n");
   write("list-cask.txt", "app\n");
   write("info/app.txt", "Desc: " + std::string(900'000, 'x') + "\n");
-  showSettled();
+  showIdle();
   const auto tip = [&](int row) { return list()->model()->index(row, 0).data(Qt::ToolTipRole).toString(); };
   EXPECT_TRUE(tip(1).endsWith(QStringLiteral(">foo<br>&lt;b&gt;bold&lt;/b&gt; &amp; &lt;img src=x&gt;<br>1.2.3</p>")))
       << tip(1).toStdString();
@@ -98,7 +98,7 @@ TEST_F(BrewSidebarKeyboardTest, TellsTheWholeTextAsPlainText) {
 TEST_F(BrewSidebarKeyboardTest, TellsFormulaeFromCasksInWords) {
   write("list-formula.txt", "foo\n");
   write("list-cask.txt", "app\n");
-  showSettled();
+  showIdle();
   const auto said = [&](int row) { return list()->model()->index(row, 0).data(Qt::AccessibleDescriptionRole); };
   EXPECT_EQ(said(1).toString(), QStringLiteral("Formula"));
   EXPECT_EQ(said(3).toString(), QStringLiteral("Cask"));

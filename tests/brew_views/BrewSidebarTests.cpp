@@ -6,6 +6,7 @@
 #include <QTest>
 #include <QToolButton>
 
+#include "brew/BrewCommands.h"
 #include "brew/views/SymbolView.h"
 #include "brew_views/SidebarFixture.h"
 #include "support/Palettes.h"
@@ -26,7 +27,7 @@ TEST_F(BrewSidebarTest, ShowsBothInstalledSectionsAlsoWhenTheyAreEmpty) {
 }
 
 TEST_F(BrewSidebarTest, NamesItsSegmentsInTheirOrder) {
-  showSettled();
+  showIdle();
   auto* tabs = part<SegmentedPicker>("segments");
   EXPECT_EQ(tabs->segment(0)->text(), QStringLiteral("Installed"));
   EXPECT_EQ(tabs->segment(1)->text(), QStringLiteral("Outdated"));
@@ -46,19 +47,19 @@ TEST_F(BrewSidebarTest, ShowsWhatIsInstalledAsItComes) {
 
 TEST_F(BrewSidebarTest, GivesNoMenuToWhatIsInstalled) {
   write("list-formula.txt", "wget\n");
-  showSettled();
+  showIdle();
   ASSERT_EQ(rows().size(), 3);
   EXPECT_EQ(openMenu(1), nullptr);
 }
 
 TEST_F(BrewSidebarTest, ShowsOnlyTheHeaderOfWhatIsOutdated) {
-  showSettled();
+  showIdle();
   choose(1);
   EXPECT_EQ(rows(), words({"Updates Available"}));
 }
 
 TEST_F(BrewSidebarTest, AsksForASearchWhereTheFieldIsEmpty) {
-  showSettled();
+  showIdle();
   choose(2);
   auto* placeholder = part<QWidget>("searchPlaceholder");
   EXPECT_TRUE(placeholder->isVisible());
@@ -73,7 +74,7 @@ TEST_F(BrewSidebarTest, AsksForASearchWhereTheFieldIsEmpty) {
 
 TEST_F(BrewSidebarTest, SearchesAtEveryKeystroke) {
   write("search.txt", "==> Formulae\nfoo\nhomebrew/cask/foo-app\n");
-  showSettled();
+  showIdle();
   choose(2);
   type("f");
   EXPECT_TRUE(list()->isVisible());
@@ -88,7 +89,7 @@ TEST_F(BrewSidebarTest, SearchesAtEveryKeystroke) {
 
 TEST_F(BrewSidebarTest, ClearsTheResultsWithTheField) {
   write("search.txt", "foo\n");
-  showSettled();
+  showIdle();
   choose(2);
   type("f");
   ASSERT_TRUE(waitForRows(words({"Results", "foo"})));
@@ -98,7 +99,7 @@ TEST_F(BrewSidebarTest, ClearsTheResultsWithTheField) {
 }
 
 TEST_F(BrewSidebarTest, StartsNoSearchForWhatIsTypedElsewhere) {
-  showSettled();
+  showIdle();
   type("foo");
   choose(1);
   type("bar");
@@ -112,7 +113,7 @@ TEST_F(BrewSidebarTest, StartsNoSearchForWhatIsTypedElsewhere) {
 
 TEST_F(BrewSidebarTest, InstallsAResultFromItsMenu) {
   write("search.txt", "foo\nhomebrew/cask/foo-app\n");
-  showSettled();
+  showIdle();
   choose(2);
   type("f");
   ASSERT_TRUE(waitForRows(words({"Results", "foo", "homebrew/cask/foo-app"})));
@@ -128,7 +129,7 @@ TEST_F(BrewSidebarTest, InstallsAResultFromItsMenu) {
 
 TEST_F(BrewSidebarTest, AsksForInformationWithoutAnEffect) {
   write("search.txt", "foo\n");
-  showSettled();
+  showIdle();
   choose(2);
   type("f");
   ASSERT_TRUE(waitForRows(words({"Results", "foo"})));
@@ -138,14 +139,14 @@ TEST_F(BrewSidebarTest, AsksForInformationWithoutAnEffect) {
   ASSERT_NE(menu, nullptr);
   QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(menu->actions().back()).center());
   ASSERT_TRUE(test::waitFor([&] { return calls() == std::vector<std::string>{"[info][foo]"}; }));
-  ASSERT_TRUE(waitUntilSettled());
+  ASSERT_TRUE(waitUntilIdle());
   EXPECT_EQ(rows(), words({"Results", "foo"}));
   EXPECT_EQ(manager->status(), QStringLiteral("Found 1 results"));
 }
 
 TEST_F(BrewSidebarTest, IsWalkedThroughByTheKeyboard) {
   write("search.txt", "foo\nbar\n");
-  showSettled();
+  showIdle();
   choose(2);
   type("f");
   ASSERT_TRUE(waitForRows(words({"Results", "foo", "bar"})));
@@ -168,7 +169,7 @@ TEST_F(BrewSidebarTest, IsWalkedThroughByTheKeyboard) {
 }
 
 TEST_F(BrewSidebarTest, RefreshesByItsButton) {
-  showSettled();
+  showIdle();
   QTest::mouseClick(part<QToolButton>("refresh"), Qt::LeftButton);
   EXPECT_TRUE(test::waitFor([&] { return calls().size() == 3; }));
   EXPECT_FALSE(part<QToolButton>("refresh")->accessibleName().isEmpty());
@@ -180,7 +181,7 @@ TEST_F(BrewSidebarTest, ShowsFiveThousandResultsAtOnce) {
     text += "package-with-a-rather-long-name-that-does-not-fit-" + std::to_string(i) + "\n";
   }
   write("search.txt", text);
-  showSettled();
+  showIdle();
   choose(2);
   type("p");
   ASSERT_TRUE(test::waitFor([&] { return list()->model()->rowCount() == 5001; }));
@@ -196,11 +197,11 @@ TEST_F(BrewSidebarTest, KeepsItsPlaceInTheListThroughARefresh) {
     text += "formula" + std::to_string(i) + "\n";
   }
   write("list-formula.txt", text);
-  showSettled();
+  showIdle();
   ASSERT_EQ(rows().size(), 52);
   list()->verticalScrollBar()->setValue(300);
   manager->refresh();
-  ASSERT_TRUE(waitUntilSettled());
+  ASSERT_TRUE(waitUntilIdle());
   EXPECT_EQ(list()->verticalScrollBar()->value(), 300);
 }
 
@@ -217,7 +218,7 @@ TEST_F(BrewSidebarTest, ComesAndGoesAHundredTimesWhileCommandsRun) {
     test::runLoopFor(std::chrono::milliseconds(i % 7));
     sidebar.reset();
   }
-  ASSERT_TRUE(test::waitFor([&] { return test::childProcesses().empty() && !manager->isLoading(); }));
+  ASSERT_TRUE(test::waitFor([&] { return test::brewCommands().empty() && !manager->isLoading(); }));
   show();
   EXPECT_EQ(rows().size(), 4);
 }
@@ -227,7 +228,7 @@ TEST_F(BrewSidebarTest, MayGoWhileItsManagerGoesOn) {
   makeManager();
   show();
   sidebar.reset();
-  ASSERT_TRUE(waitUntilSettled());
+  ASSERT_TRUE(waitUntilIdle());
   EXPECT_EQ(manager->installedFormulae().size(), 1U);
 }
 
@@ -249,7 +250,7 @@ TEST_F(BrewSidebarTest, DrawsFormulaeInBlueAndCasksInGreen) {
   write("list-formula.txt", "wget\n");
   write("list-cask.txt", "some-app\n");
   write("search.txt", "foo\nhomebrew/cask/foo-app\n");
-  showSettled();
+  showIdle();
   const auto isBlue = [](const QColor& color) { return color.blue() > color.red() && color.blue() > color.green(); };
   const auto isGreen = [](const QColor& color) { return color.green() > color.red() && color.green() > color.blue(); };
   EXPECT_TRUE(isBlue(iconColor(*list(), 1)));
@@ -275,7 +276,7 @@ std::pair<int, int> brightness(QWidget& widget) {
 }
 
 TEST_F(BrewSidebarTest, DrawsItsSymbolsInThePaletteOfTheMoment) {
-  showSettled();
+  showIdle();
   choose(2);
   auto* placeholder = part<QWidget>("searchPlaceholder");
   auto* symbol = placeholder->findChild<SymbolView*>();
@@ -286,6 +287,15 @@ TEST_F(BrewSidebarTest, DrawsItsSymbolsInThePaletteOfTheMoment) {
   const auto [darkestOnDark, brightestOnDark] = brightness(*symbol);
   EXPECT_LT(darkestOnDark, 80);
   EXPECT_GT(brightestOnDark - darkestOnDark, 60) << "and on a dark one";
+}
+
+TEST_F(BrewSidebarTest, SearchesForWhatIsTypedWithTheBlanksAroundIt) {
+  showIdle();
+  choose(2);
+  type(" x ");
+  EXPECT_TRUE(test::waitFor([&] {
+    return calls() == std::vector<std::string>{"[search][ ]", "[search][ x ]", "[search][ x]"};
+  }));
 }
 
 }  // namespace

@@ -21,8 +21,8 @@ class SidebarTest : public BrewTest {
     sidebar->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(sidebar.get()));
   }
-  void showSettled() {
-    makeSettledManager();
+  void showIdle() {
+    makeIdleManager();
     show();
   }
 

@@ -4,9 +4,9 @@
 #include <QTest>
 #include <cstdio>
 
+#include "brew/BrewCommands.h"
 #include "brew/views/BrewSidebarView.h"
 #include "desktop/DesktopPalette.h"
-#include "support/ProcessFacts.h"
 #include "support/WaitFor.h"
 
 int main(int argc, char** argv) {
@@ -24,7 +24,7 @@ int main(int argc, char** argv) {
   const auto isAtRest = [&] {
     zolt::test::runLoopFor(std::chrono::milliseconds(100));
     const bool atRest =
-        zolt::test::waitFor([&] { return zolt::test::childProcesses().empty() && !manager.isLoading(); });
+        zolt::test::waitFor([&] { return zolt::test::brewCommands().empty() && !manager.isLoading(); });
     zolt::test::runLoopFor(std::chrono::milliseconds(200));
     return atRest;
   };

@@ -89,7 +89,7 @@ TEST(ChildProcessGroup, StaysWithinReachUntilItIsReleased) {
   ASSERT_TRUE(pipe);
   ChildProcess::Request request = test::shellScript(std::string(ZOLT_TEST_CHILD) + " deaf & exit 3");
   request.standardOutput = pipe.value().writer.get();
-  request.terminal = ChildProcess::Terminal::Detached;
+  request.group = ChildProcess::kOwnGroup;
   request.keepsGroup = true;
   ChildProcess leader(std::move(request));
   ASSERT_TRUE(leader.launch());
@@ -109,7 +109,7 @@ TEST(ChildProcessGroup, StaysWithinReachUntilItIsReleased) {
 
 TEST(ChildProcessGroup, IsGivenUpAtTheEndWhenItWasReleasedBefore) {
   ChildProcess::Request request = testChild({"wait"});
-  request.terminal = ChildProcess::Terminal::Detached;
+  request.group = ChildProcess::kOwnGroup;
   request.keepsGroup = true;
   ChildProcess leader(std::move(request));
   ASSERT_TRUE(leader.launch());
@@ -152,7 +152,7 @@ TEST(ChildProcessEndRemaining, LeavesAChildThatNobodyAskedToEnd) {
   EXPECT_TRUE(run.ends());
 }
 
-TEST(ChildProcess, IsReapedThoughItsObjectIsGone) {
+TEST(ChildProcess, IsReapedEvenIfItsObjectIsGone) {
   pid_t pid = 0;
   {
     ChildRun run(testChild({"wait"}));

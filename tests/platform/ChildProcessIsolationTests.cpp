@@ -118,7 +118,7 @@ TEST(ChildProcessTerminal, MakesTheChildTheLeaderOfASessionOnIt) {
   EXPECT_EQ(outputOnTerminal("terminal"), "session\nterminal\n");
 }
 
-TEST(ChildProcessTerminal, IsNotSoughtUnlessAskedFor) {
+TEST(ChildProcessTerminal, IsNotAcquiredUnlessRequested) {
   EXPECT_EQ(outputOf(testChild({"terminal"})).find("session"), std::string::npos);
 }
 

@@ -37,7 +37,7 @@ TEST_F(FileHandleWriting, WritesNothingForNothing) {
   EXPECT_EQ(readAll(pipe.reader.get()), "");
 }
 
-TEST_F(FileHandleWriting, ReturnsThoughNobodyReadsAndDeliversAllInOrderLater) {
+TEST_F(FileHandleWriting, ReturnsWhileNobodyReadsAndDeliversEverythingInOrderLater) {
   const std::string sent = pattern(8 * kMiB);
   // Nobody reads yet: a write that waited for a reader would never return.
   EXPECT_TRUE(writer->write(sent));

@@ -1,6 +1,8 @@
 #include "platform/WorkerQueue.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <QCoreApplication>
 #include <QThread>
@@ -88,6 +90,20 @@ TEST(WorkerQueue, WaitsForWhatRunsAndDropsWhatHasNotStartedWhenItGoes) {
   EXPECT_FALSE(second);
   EXPECT_EQ(held.use_count(), 1);
 }
+
+#ifdef __linux__
+// Children inherit it, as they do the thread's.
+TEST(WorkerQueue, RunsTasksAtALowerPriorityThanTheMainThread) {
+  std::atomic<int> niceness = -100;
+  WorkerQueue queue(1);
+  queue.async([&] { niceness = getpriority(PRIO_PROCESS, static_cast<id_t>(gettid())); });
+  ASSERT_TRUE(waitFor([&] { return niceness != -100; }));
+  const int own = getpriority(PRIO_PROCESS, static_cast<id_t>(gettid()));
+  if (own < 10) {
+    EXPECT_GT(niceness, own);
+  }
+}
+#endif
 
 TEST(WorkerQueue, OffersOneProcessWideQueue) {
   EXPECT_EQ(&WorkerQueue::utility(), &WorkerQueue::utility());

@@ -1,16 +1,19 @@
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
 #include <QThread>
 #include <atomic>
 #include <csignal>
+#include <cstdio>
 #include <filesystem>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "platform/FileHandleProbe.h"
+#include "platform/Pipe.h"
 #include "session/PTYSession.h"
 #include "session/SessionProbe.h"
 
@@ -233,6 +236,44 @@ TEST(PTYSessionSignal, ReachesAShellThatIsInTheForegroundItself) {
   probe.session.sendSignal(SIGUSR2);
   EXPECT_TRUE(probe.ends());
   EXPECT_EQ(probe.exits, std::vector<std::int32_t>{SIGUSR2});
+}
+
+// The terminal's descriptor of this process: the one that is open on the multiplexer.
+int masterDescriptor() {
+  for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+    std::error_code gone;
+    if (std::filesystem::read_symlink(entry.path(), gone).filename() == "ptmx") {
+      return std::stoi(entry.path().filename().string());
+    }
+  }
+  return -1;
+}
+
+// The terminal is full, so the bytes wait; then a pipe without a reader stands in its place.
+TEST(PTYSessionWrite, PrintsAnErrorForWhatCouldNotBeWrittenLater) {
+  SessionProbe probe;
+  ASSERT_TRUE(probe.session.start(program({"sleeper"})));
+  ASSERT_TRUE(probe.shows("sleeping"));
+  probe.session.write(std::string(kMiB, 'x'));
+  const int master = masterDescriptor();
+  ASSERT_GE(master, 0);
+  auto broken = makePipe();
+  auto printed = makePipe();
+  ASSERT_TRUE(broken && printed);
+  broken.value().reader.reset();
+  std::fflush(stdout);
+  const Descriptor before(dup(STDOUT_FILENO));
+  dup2(printed.value().writer.get(), STDOUT_FILENO);
+  dup2(broken.value().writer.get(), master);
+  // The monitor looks at its descriptors again when one is added.
+  const FileHandle wake(std::move(broken.value().writer));
+  const std::string expected = "Write error: Broken pipe\n";
+  pollfd waited{.fd = printed.value().reader.get(), .events = POLLIN, .revents = 0};
+  std::string line(expected.size(), '\0');
+  const bool isPrinted = waitFor([&] { return poll(&waited, 1, 0) == 1; });
+  if (isPrinted) line.resize(static_cast<std::size_t>(read(waited.fd, line.data(), line.size())));
+  dup2(before.get(), STDOUT_FILENO);
+  EXPECT_EQ(line, expected);
 }
 
 }  // namespace

@@ -6,7 +6,9 @@
 //   FAKEBREW_MODE          normal, or: slow (half a second first), floods (8 MiB), bytes (no UTF-8), fails (a message
 //                          on the error stream, status 1), warns (a warning on the error stream between the lines),
 //                          silent (nothing), hangs (waits, with a child of its own), deaf (as hangs, and ignores the
-//                          signals that ask it to end)
+//                          signals that ask it to end), finishes (waits for the folder's file "go", floods, and logs
+//                          "finished"), works (keeps a processor busy for 20 ms first), unwinds (waits for an
+//                          interrupt, finishes then, and logs each interrupt)
 //   FAKEBREW_MODE_COMMAND  the same for one command ("FAKEBREW_MODE_search")
 #include <fcntl.h>
 #include <unistd.h>
@@ -15,6 +17,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -85,6 +88,12 @@ void slow(const Arguments& arguments) {
   answer(arguments);
 }
 
+void works(const Arguments& arguments) {
+  while (std::clock() < CLOCKS_PER_SEC / 50) {
+  }
+  answer(arguments);
+}
+
 void floods(const Arguments&) {
   for (int i = 0; i < 8192; ++i) {
     print(std::string(1023, 'x') + "\n");
@@ -118,6 +127,21 @@ void hangs(const Arguments&) {
   }
 }
 
+void finishes(const Arguments& arguments) {
+  while (!dataFile("go")) {
+    usleep(10'000);
+  }
+  floods(arguments);
+  note({"finished"});
+}
+
+void unwinds(const Arguments& arguments) {
+  std::signal(SIGINT, [](int) { note({"interrupted"}); });
+  note({"ready"});
+  pause();
+  finishes(arguments);
+}
+
 void deaf(const Arguments& arguments) {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     std::signal(signal, SIG_IGN);
@@ -130,9 +154,10 @@ struct Mode {
   void (*run)(const Arguments& arguments);
 };
 
-constexpr Mode kModes[] = {{"", answer},     {"normal", answer}, {"slow", slow},   {"floods", floods},
-                           {"bytes", bytes}, {"fails", fails},   {"warns", warns}, {"silent", silent},
-                           {"hangs", hangs}, {"deaf", deaf}};
+constexpr Mode kModes[] = {{"", answer},        {"normal", answer}, {"slow", slow},   {"works", works},
+                           {"floods", floods},  {"bytes", bytes},   {"fails", fails}, {"warns", warns},
+                           {"silent", silent},  {"hangs", hangs},   {"deaf", deaf},   {"finishes", finishes},
+                           {"unwinds", unwinds}};
 
 }  // namespace
 
