@@ -22,7 +22,7 @@ class Subtitle : public QLabel {
     setFont(bar->font());
     QStyleOptionMenuItem title;
     title.initFrom(bar);
-    const QSize size = fontMetrics().size(Qt::TextShowMnemonic, text);
+    const QSize size = fontMetrics().size(Qt::TextSingleLine, text);
     setFixedHeight(bar->style()->sizeFromContents(QStyle::CT_MenuBarItem, &title, size, bar).height());
     setContentsMargins(0, 0, 10, 0);
   }
@@ -33,7 +33,7 @@ class Subtitle : public QLabel {
     title.initFrom(this);
     title.rect = contentsRect();
     title.menuItemType = QStyleOptionMenuItem::Normal;
-    title.text = text();
+    title.text = text().replace(QLatin1Char('&'), QStringLiteral("&&"));  // a name, with no mnemonic in it
     title.palette.setColor(QPalette::ButtonText, palette().color(QPalette::PlaceholderText));
     QPainter painter(this);
     parentWidget()->style()->drawControl(QStyle::CE_MenuBarItem, &title, &painter, this);

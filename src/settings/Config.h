@@ -50,7 +50,7 @@ class Config : public QObject {
 
   template <class T>
   struct Row {
-    const char* key;    ///< in the stored settings, and the name of the control
+    const char* key;      ///< in the stored settings, and the name of the control
     const char* label;    ///< in the preferences
     const char* section;  ///< that shows it there
     T initial;  ///< also stands in for a missing text and for a number that is absent or 0; what a reset restores
@@ -110,8 +110,8 @@ class Config : public QObject {
   std::vector<Setting> m_settings;
 
  public:
-  // The settings table, one row a setting: key, label, section, initial value, saving, place in a
-  // reset, range. The line spacing is deliberately a value of this run alone.
+  // The settings table, one row a setting: key, label, section, initial value, saving, place in a reset, range. The
+  // line spacing is deliberately a value of this run alone.
   // clang-format off
   Published<ColorScheme>  theme{          *this, {"theme",           "Color Scheme",     "Theme",    ColorScheme::Dark,  Saving::OnChange,   3}};
   Published<double>       fontSize{       *this, {"fontSize",        "Size",             "Font",     14.0,               Saving::OnChange,   1, {8, 72, 1}}};

@@ -21,7 +21,8 @@ class AppearanceSettings : public GroupedForm {
   explicit AppearanceSettings(Config& config, QWidget* parent = nullptr);
 
  private:
-  /// Adds a row, below its section's title, with the control that fits the setting's type; a slider also needs the text of its value.
+  /// Adds a row, below its section's title, with the control that fits the setting's type; a slider also needs the text
+  /// of its value.
   template <class T, class... Text>
   void addSetting(Config::Published<T>& setting, Text... text);
   void refresh();
