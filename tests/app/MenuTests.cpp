@@ -235,5 +235,25 @@ TEST_F(MenuTest, ShowTheSubtitleBesideThem) {
   EXPECT_EQ(label->text(), window->subtitle());
 }
 
+// The lowest row of `area` in which something is painted on the bar's black.
+int lowestInk(const QImage& bar, const QRect& area) {
+  const auto factor = static_cast<int>(bar.devicePixelRatio());
+  for (int y = (area.bottom() + 1) * factor - 1; y >= area.top() * factor; --y) {
+    for (int x = area.left() * factor; x < (area.right() + 1) * factor; ++x) {
+      if (qGray(bar.pixel(x, y)) > 60) return y;
+    }
+  }
+  return -1;
+}
+
+TEST_F(MenuTest, StandOnOneBaselineWithTheSubtitle) {
+  QMenuBar& bar = *window->menuBar();
+  const auto* label = window->findChild<QLabel*>(QStringLiteral("subtitle"));
+  const QImage image = bar.grab().toImage();
+  const int title = lowestInk(image, bar.actionGeometry(bar.actions().first()));  // "File"
+  ASSERT_GT(title, 0);
+  EXPECT_EQ(lowestInk(image, label->geometry()), title);  // "Child", which has no descender either
+}
+
 }  // namespace
 }  // namespace zolt
