@@ -172,6 +172,7 @@ TEST(PTYSessionWrite, SendsBytesAndTextToTheShell) {
 }
 
 TEST(PTYSessionWrite, ReturnsAtOnceThoughTheProgramReadsNothing) {
+  static_cast<void>(test::descriptorsAtRest());  // no earlier master is left
   SessionProbe probe;
   ASSERT_TRUE(probe.session.start(program({"sleeper"})));
   ASSERT_TRUE(probe.shows("sleeping"));
@@ -192,6 +193,7 @@ TEST(PTYSessionWrite, DeliversALargePasteInOrder) {
 }
 
 TEST(PTYSessionWrite, PrintsAnErrorForWhatIsTooMuchAndCarriesOn) {
+  static_cast<void>(test::descriptorsAtRest());  // no earlier master is left
   SessionProbe probe;
   ASSERT_TRUE(probe.session.start(program({"sleeper"})));
   ASSERT_TRUE(probe.shows("sleeping"));
@@ -238,19 +240,9 @@ TEST(PTYSessionSignal, ReachesAShellThatIsInTheForegroundItself) {
   EXPECT_EQ(probe.exits, std::vector<std::int32_t>{SIGUSR2});
 }
 
-// The terminal's descriptor of this process: the one that is open on the multiplexer.
-int masterDescriptor() {
-  for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
-    std::error_code gone;
-    if (std::filesystem::read_symlink(entry.path(), gone).filename() == "ptmx") {
-      return std::stoi(entry.path().filename().string());
-    }
-  }
-  return -1;
-}
-
 // The terminal is full, so the bytes wait; then a pipe without a reader stands in its place.
 TEST(PTYSessionWrite, PrintsAnErrorForWhatCouldNotBeWrittenLater) {
+  static_cast<void>(test::descriptorsAtRest());  // no earlier master is left
   SessionProbe probe;
   ASSERT_TRUE(probe.session.start(program({"sleeper"})));
   ASSERT_TRUE(probe.shows("sleeping"));
