@@ -65,10 +65,11 @@ int iconTop(const QRect& room, const QFont& body, bool hasDescription) {
 // More than any row shows. A text may have any length, and measuring all of it would take long.
 constexpr qsizetype kLongestShown = 1000;
 
-void drawElided(QPainter& painter, const QRect& rect, const QFont& font, const QString& whole) {
+// Not clipped: the width fits, and some fonts draw a pixel below their own descent.
+void drawElided(QPainter& painter, const QRect& rect, Qt::Alignment edge, const QFont& font, const QString& whole) {
   const QString text = whole.left(kLongestShown);
   painter.setFont(font);
-  painter.drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+  painter.drawText(rect, static_cast<int>(edge | Qt::AlignVCenter) | Qt::TextSingleLine | Qt::TextDontClip,
                    QFontMetrics(font).elidedText(text, Qt::ElideRight, rect.width()));
 }
 
@@ -98,7 +99,7 @@ void BrewPackageRow::paint(QPainter& painter, const QRect& rect, const QFont& fo
     const int width = std::min(wanted, static_cast<int>(room.width() * kVersionShare));
     const QRect versionRect(room.right() - width + 1, room.top(), width, room.height());
     painter.setPen(secondary);
-    drawElided(painter, versionRect, caption, *package.installedVersion);
+    drawElided(painter, versionRect, Qt::AlignRight, caption, *package.installedVersion);
     room.setRight(versionRect.left() - kSpacing);
   }
 
@@ -108,11 +109,11 @@ void BrewPackageRow::paint(QPainter& painter, const QRect& rect, const QFont& fo
     const int captionHeight = QFontMetrics(caption).height();
     nameRect = QRect(room.left(), room.center().y() - (nameHeight + captionHeight) / 2 + 1, room.width(), nameHeight);
     painter.setPen(secondary);
-    drawElided(painter, QRect(room.left(), nameRect.bottom() + 1, room.width(), captionHeight), caption,
+    drawElided(painter, QRect(room.left(), nameRect.bottom() + 1, room.width(), captionHeight), Qt::AlignLeft, caption,
                *package.description);
   }
   painter.setPen(text);
-  drawElided(painter, nameRect, nameFont(font), package.name);
+  drawElided(painter, nameRect, Qt::AlignLeft, nameFont(font), package.name);
 }
 
 QString BrewPackageRow::spokenText() const {
