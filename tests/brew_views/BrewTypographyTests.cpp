@@ -7,7 +7,7 @@
 #include "brew/views/BrewPackageRow.h"
 #include "brew_views/SidebarFixture.h"
 #include "brew_views/SymbolLikeness.h"
-#include "settings/views/FormColors.h"
+#include "controls/ControlColors.h"
 
 namespace zolt {
 namespace {
@@ -55,7 +55,7 @@ int darkestIn(const QImage& picture, const QRect& rect) {
 }
 
 int secondaryLightness() {
-  return FormColors(QPalette()).secondary.lightness();
+  return ControlColors(QPalette()).secondary.lightness();
 }
 
 TEST(BrewTypography, NamesAreMonospacedInTheSizeOfTheBody) {
@@ -79,7 +79,7 @@ TEST(BrewTypography, DescriptionsAndVersionsAreCaptions) {
 
 TEST(BrewTypography, DescriptionsAndVersionsAreLighterThanNames) {
   const Ink ink = inkOf("HHHHHHHH");
-  ASSERT_LT(FormColors(QPalette()).text.lightness(), secondaryLightness());
+  ASSERT_LT(ControlColors(QPalette()).text.lightness(), secondaryLightness());
   EXPECT_LT(darkestIn(ink.row, ink.name), secondaryLightness());
   EXPECT_GE(darkestIn(ink.row, ink.description), secondaryLightness() - 1);
   EXPECT_GE(darkestIn(ink.row, ink.version), secondaryLightness() - 1);
