@@ -13,8 +13,6 @@ namespace {
 // The desktop's style, but a tap of Alt does not give the bar the keyboard, and leaving a menu by Escape does not
 // either.
 class WithoutAltNavigation : public QProxyStyle {
-  Q_OBJECT
-
  public:
   explicit WithoutAltNavigation(QObject* parent) { setParent(parent); }
 
@@ -60,5 +58,3 @@ void TerminalMenuBar::openFirstMenu() {
 }
 
 }  // namespace zolt
-
-#include "TerminalMenuBar.moc"
