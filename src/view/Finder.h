@@ -4,7 +4,7 @@
 #include <QPointer>
 #include <memory>
 
-#include "view/Clock.h"
+#include "platform/Clock.h"
 #include "view/FindBar.h"
 #include "view/TerminalNSTextView.h"
 #include "view/canvas/FindSession.h"

@@ -154,7 +154,7 @@ TEST_F(ContentViewTest, GivesTheKeyboardBackWhenTheSidebarGoes) {
 TEST_F(ContentViewTest, MovesTheKeyboardBetweenTerminalAndSidebar) {
   open({"wait"});
   window->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(window->window()));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window->window(), test::kPatience.count()));
   view().setFocus();
   QTest::keyClick(&view(), Qt::Key_F6);
   EXPECT_EQ(window->window()->focusWidget(), &view()) << "there is no other place";

@@ -6,7 +6,7 @@
 #include <QImage>
 #include <QScrollBar>
 
-#include "view/ManualClock.h"
+#include "support/ManualClock.h"
 #include "view/ViewFixture.h"
 
 namespace zolt {
@@ -21,7 +21,7 @@ class FinderTest : public testing::Test {
     area.resize(900, 600);
     view.resize(900, 600);
     area.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&area));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&area, test::kPatience.count()));
     view.setFocus();
   }
 

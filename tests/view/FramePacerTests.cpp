@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/ManualClock.h"
 #include "support/WaitFor.h"
-#include "view/ManualClock.h"
 
 namespace zolt {
 namespace {

@@ -31,7 +31,7 @@ class LargeHistoryTest : public testing::Test {
     view = std::make_unique<TerminalNSTextView>();
     view->resize(900, 600);
     view->show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(view.get()));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(view.get(), test::kPatience.count()));
   }
   void append(const std::string& text) { view->append(AttributedString(text, TextAttributes{})); }
   /// Text that compresses badly, in numbered lines of 100 characters, of this many megabytes; what line N has in it.
@@ -125,7 +125,7 @@ TEST_F(LargeHistoryTest, HasEveryCharacterOfAFloodThatItIsResizedToOneColumnAndB
   ContentView window(test::runTestChild({"flood", "40000000"}));
   window.resize(900, 600);
   window.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&window, test::kPatience.count()));
   TerminalNSTextView& text = window.textView();
   int resizes = 0;
   constexpr std::size_t kCharacters = 40'000'000 / 80 * 79;

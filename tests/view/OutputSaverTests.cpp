@@ -11,8 +11,8 @@
 
 #include "emulation/ANSIParser.h"
 #include "history/TextStorage.h"
+#include "support/ManualClock.h"
 #include "support/WaitFor.h"
-#include "view/ManualClock.h"
 #include "view/saving/SaveErrorText.h"
 
 namespace zolt {

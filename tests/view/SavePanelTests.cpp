@@ -48,7 +48,7 @@ TEST_F(SavePanelTest, IsNoWiderThanThereIsRoom) {
 
 TEST_F(SavePanelTest, LeavesTheKeyboardToTheTerminal) {
   window->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(window->window()));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window->window(), test::kPatience.count()));
   view().setFocus();
   recordOutput();
   panel->show();
@@ -71,7 +71,7 @@ TEST_F(SavePanelTest, IsCancelledByItsButton) {
 
 TEST_F(SavePanelTest, IsCancelledByTheKeyboardWhereItHasThat) {
   window->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(window->window()));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window->window(), test::kPatience.count()));
   panel->show();
   panel->setFocus();
   ASSERT_EQ(window->window()->focusWidget(), button());

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "view/ManualClock.h"
+#include "support/ManualClock.h"
 
 namespace zolt {
 namespace {

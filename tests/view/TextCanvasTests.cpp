@@ -7,7 +7,7 @@
 #include <QWheelEvent>
 #include <cmath>
 
-#include "view/ManualClock.h"
+#include "support/ManualClock.h"
 #include "view/ViewFixture.h"
 
 namespace zolt {
@@ -299,7 +299,7 @@ class TextCanvasSizeTest : public testing::Test {
     QObject::connect(&view, &TextCanvas::gridSizeChanged, [this](const TerminalSize& size) { told.push_back(size); });
     view.resize(900, 600);
     view.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view, test::kPatience.count()));
   }
   void resizeTo(QSize size) {
     view.resize(size);

@@ -28,7 +28,7 @@ class TextViewTest : public testing::Test {
     view.resize(900, 600);
     view.show();
     runLoopFor(std::chrono::milliseconds(1));
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view, test::kPatience.count()));
   }
 
   void append(const std::string& text) { view.append(AttributedString(text, TextAttributes{})); }
@@ -57,7 +57,7 @@ class TerminalWindowTest : public testing::Test {
     window = std::make_unique<ContentView>(runTestChild(std::move(mode)));
     window->resize(900, 600);
     window->show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get(), test::kPatience.count()));
   }
 
   TerminalNSTextView& view() { return window->textView(); }

@@ -11,7 +11,7 @@
 #include "find/FindPattern.h"
 #include "find/FindResults.h"
 #include "history/TextStorage.h"
-#include "view/Clock.h"
+#include "platform/Clock.h"
 #include "view/canvas/CanvasMarks.h"
 
 namespace zolt {

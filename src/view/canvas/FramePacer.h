@@ -4,7 +4,7 @@
 #include <functional>
 #include <memory>
 
-#include "view/Clock.h"
+#include "platform/Clock.h"
 
 namespace zolt {
 

@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "base/TerminalSize.h"
-#include "view/Clock.h"
+#include "platform/Clock.h"
 
 namespace zolt {
 

@@ -6,8 +6,8 @@
 #include <memory>
 
 #include "history/TextSnapshot.h"
+#include "platform/Clock.h"
 #include "platform/WorkerQueue.h"
-#include "view/Clock.h"
 
 namespace zolt {
 

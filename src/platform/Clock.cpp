@@ -1,4 +1,4 @@
-#include "view/Clock.h"
+#include "platform/Clock.h"
 
 #include <QTimer>
 #include <utility>

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "view/Clock.h"
+#include "platform/Clock.h"
 
 namespace zolt::test {
 
@@ -23,7 +23,8 @@ class ManualClock : public Clock {
     while (ManualTimer* next = nextDueBy(end)) {
       m_now = std::max(m_now, *next->due);
       next->due.reset();
-      next->elapsed();
+      const auto elapsed = next->elapsed;  // a timer may be destroyed by what it calls
+      elapsed();
     }
     m_now = end;
   }
