@@ -43,11 +43,8 @@ QString proposedOutputName(const QDateTime& time) {
          QLatin1Char('.') + QLatin1String(kFormats.front().suffix);
 }
 
-OutputSaving::OutputSaving(ContentView& content) : m_content(content) {
-  m_panelTimer.setSingleShot(true);
-  m_panelTimer.setInterval(panelDelay);
-  connect(&m_panelTimer, &QTimer::timeout, this, &OutputSaving::showPanel);
-}
+OutputSaving::OutputSaving(ContentView& content, Clock& clock)
+    : m_content(content), m_clock(clock), m_panelTimer(clock.makeTimer([this] { showPanel(); })) {}
 
 OutputSaving::~OutputSaving() = default;
 
@@ -87,14 +84,14 @@ void OutputSaving::take(const QFileDialog& dialog) {
 
 void OutputSaving::save(const QString& file, OutputFormat format) {
   const TextStorage& text = m_content.textView().textStorage();
-  m_saver = new OutputSaver(text.snapshot(0, text.blockCount()), format, file, this);
+  m_saver = new OutputSaver(text.snapshot(0, text.blockCount()), format, file, this, WorkerQueue::utility(), m_clock);
   connect(m_saver, &OutputSaver::ended, m_saver, &QObject::deleteLater);
   connect(m_saver, &OutputSaver::finished, this, &OutputSaving::end);
   connect(m_saver, &OutputSaver::failed, this, [this](const QString& reason) {
     end();
     showError(reason);
   });
-  m_panelTimer.start();
+  m_panelTimer->start(panelDelay);
 }
 
 void OutputSaving::showPanel() {
@@ -115,7 +112,7 @@ void OutputSaving::cancel() {
 
 // The saver lives until it has ended: on a slow disk a cancelled one may take a while, and nothing waits for it.
 void OutputSaving::end() {
-  m_panelTimer.stop();
+  m_panelTimer->stop();
   m_saver->disconnect(this);
   m_saver.clear();
   if (!m_panel) return;

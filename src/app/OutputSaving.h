@@ -4,8 +4,10 @@
 #include <QFileDialog>
 #include <QObject>
 #include <QPointer>
-#include <QTimer>
+#include <chrono>
+#include <memory>
 
+#include "platform/Clock.h"
 #include "view/ContentView.h"
 #include "view/saving/OutputSaver.h"
 #include "view/saving/SavePanel.h"
@@ -24,8 +26,8 @@ class OutputSaving : public QObject {
   /// No progress is shown for a save that takes no longer than this.
   static constexpr std::chrono::milliseconds panelDelay{300};
 
-  /// `content` must outlive it.
-  explicit OutputSaving(ContentView& content);
+  /// `content` and `clock` must outlive it.
+  explicit OutputSaving(ContentView& content, Clock& clock = Clock::steady());
   ~OutputSaving() override;
 
   /// Opens the dialog; while a save is in progress, moves the focus to its panel instead.
@@ -43,10 +45,11 @@ class OutputSaving : public QObject {
   void showError(const QString& reason);
 
   ContentView& m_content;
+  Clock& m_clock;
   QPointer<QFileDialog> m_dialog;  // a child of the window, while it is open
   QPointer<OutputSaver> m_saver;   // a child until it has ended; null once cancelled
   QPointer<SavePanel> m_panel;     // a child of what the terminal lies in
-  QTimer m_panelTimer;
+  std::unique_ptr<Timer> m_panelTimer;
 };
 
 }  // namespace zolt

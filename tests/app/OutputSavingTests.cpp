@@ -3,12 +3,12 @@
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QMessageBox>
 
 #include "AppFixture.h"
 #include "app/ActionChain.h"
+#include "support/ManualClock.h"
 
 namespace zolt {
 namespace {
@@ -22,7 +22,7 @@ class OutputSavingTest : public test::AppDelegateTest {
 
   void SetUp() override {
     delegate.openWindow(child({"wait"}));
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window(0)));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window(0), test::kPatience.count()));
     ASSERT_TRUE(waitForText(window(0), "waiting"));
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("out")));
   }
@@ -48,7 +48,7 @@ class OutputSavingTest : public test::AppDelegateTest {
     EXPECT_TRUE(waitFor([this] { return QApplication::focusWidget() == &view(); }));
     EXPECT_TRUE(actions.sendAction("saveOutputAs"));
     QFileDialog* dialog = shownChild<QFileDialog>();
-    EXPECT_TRUE(dialog != nullptr && QTest::qWaitForWindowActive(dialog));
+    EXPECT_TRUE(dialog != nullptr && QTest::qWaitForWindowActive(dialog, test::kPatience.count()));
     return dialog;
   }
   static QLineEdit* nameField(QFileDialog& dialog) {
@@ -87,7 +87,7 @@ TEST_F(OutputSavingTest, IsAnActionOfATerminalWindowAlone) {
   QWidget other;
   other.show();
   other.activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&other, test::kPatience.count()));
   EXPECT_FALSE(actions.isEnabled("saveOutputAs"));
 }
 
@@ -138,27 +138,30 @@ TEST_F(OutputSavingTest, ForgetsAFolderThatIsGone) {
   EXPECT_EQ(openDialog()->directory().canonicalPath(), QDir::home().canonicalPath());
 }
 
-TEST_F(OutputSavingTest, ShowsAPanelWhereItTakesAMomentAndNoneWhereNot) {
-  saving().save(out("short.txt"), OutputFormat::PlainText);
-  bool seen = false;
-  ASSERT_TRUE(waitFor([&] {
-    seen = seen || shownChild<SavePanel>() != nullptr;
-    return !saving().isSaving();
-  }));
-  test::runLoopFor(OutputSaving::panelDelay + std::chrono::milliseconds(50));
-  EXPECT_FALSE(seen || shownChild<SavePanel>() != nullptr);
-
-  printALot();
-  QElapsedTimer time;
-  time.start();
-  saving().save(out("long.txt"), OutputFormat::WithColours);
-  ASSERT_TRUE(waitFor([&] { return shownChild<SavePanel>() != nullptr || !saving().isSaving(); }));
-  EXPECT_GE(time.elapsed(), OutputSaving::panelDelay.count() * 9 / 10) << "the timer is a coarse one";
-  EXPECT_TRUE(saving().isSaving()) << "it was too fast to show anything";
-  EXPECT_EQ(QApplication::focusWidget(), &view()) << "the keyboard stays where it is";
-  ASSERT_TRUE(waitUntilSaved());
+TEST_F(OutputSavingTest, ShowsAPanelAfterAWhile) {
+  test::ManualClock clock;
+  OutputSaving slow(window(0).contentViewController().rootView(), clock);
+  slow.save(out("slow.txt"), OutputFormat::WithColours);
+  // The end is reported by the event loop, which does not run meanwhile: to this thread the save is still in progress.
+  clock.advance(OutputSaving::panelDelay - std::chrono::microseconds(1));
   EXPECT_EQ(shownChild<SavePanel>(), nullptr);
-  EXPECT_EQ(QFileInfo(out("long.txt")).size(), static_cast<qint64>(view().textStorage().size()));
+  clock.advance(std::chrono::microseconds(1));
+  EXPECT_NE(shownChild<SavePanel>(), nullptr);
+  EXPECT_TRUE(slow.isSaving());
+  EXPECT_EQ(QApplication::focusWidget(), &view()) << "the panel must not take the keyboard";
+  ASSERT_TRUE(waitFor([&] { return !slow.isSaving(); }));
+  EXPECT_EQ(shownChild<SavePanel>(), nullptr);
+  EXPECT_EQ(content(out("slow.txt")), shown(window(0)));
+}
+
+TEST_F(OutputSavingTest, ShowsNoPanelWhenItEndsBeforeThat) {
+  test::ManualClock clock;
+  OutputSaving quick(window(0).contentViewController().rootView(), clock);
+  quick.save(out("quick.txt"), OutputFormat::PlainText);
+  clock.advance(OutputSaving::panelDelay - std::chrono::microseconds(1));
+  ASSERT_TRUE(waitFor([&] { return !quick.isSaving(); }));
+  clock.advance(std::chrono::hours(1));
+  EXPECT_EQ(shownChild<SavePanel>(), nullptr);
 }
 
 TEST_F(OutputSavingTest, IsCancelledInThePanel) {
