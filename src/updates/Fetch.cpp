@@ -1,6 +1,7 @@
 #include "updates/Fetch.h"
 
 #include <QNetworkRequest>
+#include <QTimer>
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -32,14 +33,13 @@ QNetworkRequest requestFor(const QUrl& url) {
 
 }  // namespace
 
-Fetch::Fetch(QNetworkAccessManager& network, FetchRequest request, QIODevice& sink, QObject* parent)
-    : QObject(parent), m_network(network), m_request(std::move(request)), m_sink(sink) {
-  m_idle.setSingleShot(true);
-  m_idle.setInterval(m_request.idleLimit);
-  m_total.setSingleShot(true);
-  connect(&m_idle, &QTimer::timeout, this, [this] { fail(FetchError::TimedOut); });
-  connect(&m_total, &QTimer::timeout, this, [this] { fail(FetchError::TimedOut); });
-}
+Fetch::Fetch(QNetworkAccessManager& network, FetchRequest request, QIODevice& sink, QObject* parent, Clock& clock)
+    : QObject(parent),
+      m_network(network),
+      m_request(std::move(request)),
+      m_sink(sink),
+      m_idle(clock.makeTimer([this] { fail(FetchError::TimedOut); })),
+      m_total(clock.makeTimer([this] { fail(FetchError::TimedOut); })) {}
 
 Fetch::~Fetch() {
   stop();
@@ -51,12 +51,12 @@ void Fetch::start() {
     QTimer::singleShot(0, this, [this] { fail(FetchError::NotSecure); });
     return;
   }
-  if (m_request.limit) m_total.start(*m_request.limit);
+  if (m_request.limit) m_total->start(*m_request.limit);
   open(m_request.url);
 }
 
 void Fetch::open(const QUrl& url) {
-  m_idle.start();
+  m_idle->start(m_request.idleLimit);
   m_reply = m_network.get(requestFor(url));
   m_reply->setReadBufferSize(kBufferBytes);
   connect(m_reply, &QNetworkReply::metaDataChanged, this, &Fetch::takeHeaders);
@@ -66,8 +66,8 @@ void Fetch::open(const QUrl& url) {
 
 void Fetch::stop() {
   m_isOver = true;
-  m_idle.stop();
-  m_total.stop();
+  m_idle->stop();
+  m_total->stop();
   dropReply();
 }
 
@@ -117,7 +117,7 @@ void Fetch::takeData() {
   if (!m_reply || !m_accepted) return;
   const QByteArray data = m_reply->readAll();
   if (data.isEmpty()) return;
-  m_idle.start();
+  m_idle->start(m_request.idleLimit);
   m_received += data.size();
   if (m_request.exactBytes && m_received > *m_request.exactBytes) return fail(FetchError::LengthDiffers);
   if (m_received > m_request.maximumBytes) return fail(FetchError::TooLarge);

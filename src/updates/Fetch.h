@@ -4,11 +4,13 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QObject>
-#include <QTimer>
 #include <QUrl>
 #include <chrono>
 #include <cstdint>
+#include <memory>
 #include <optional>
+
+#include "platform/Clock.h"
 
 namespace zolt {
 
@@ -45,8 +47,9 @@ class Fetch : public QObject {
   Q_OBJECT
 
  public:
-  /// `network` and `sink` must outlive the fetch.
-  Fetch(QNetworkAccessManager& network, FetchRequest request, QIODevice& sink, QObject* parent = nullptr);
+  /// `network`, `sink` and `clock` must outlive the fetch.
+  Fetch(QNetworkAccessManager& network, FetchRequest request, QIODevice& sink, QObject* parent = nullptr,
+        Clock& clock = Clock::steady());
   ~Fetch() override;
 
   void start();
@@ -74,8 +77,8 @@ class Fetch : public QObject {
   FetchRequest m_request;
   QIODevice& m_sink;
   QNetworkReply* m_reply = nullptr;
-  QTimer m_idle;
-  QTimer m_total;
+  std::unique_ptr<Timer> m_idle;
+  std::unique_ptr<Timer> m_total;
   QString m_contentType;
   std::int64_t m_received = 0;
   std::optional<std::int64_t> m_announced;
