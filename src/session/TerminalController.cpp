@@ -10,10 +10,11 @@
 namespace zolt {
 
 TerminalController::TerminalController(std::optional<Shell> shell, Restart restart, const TerminalSize& size,
-                                       std::string workingDirectory, Environment environment)
+                                       std::string workingDirectory, Environment environment, Clock& clock)
     : m_ptySession(std::make_unique<PTYSession>()),
       m_restart(restart),
       m_shell(shell ? *std::move(shell) : ShellManager::shared().defaultShell()),
+      m_restartTimer(clock.makeTimer([this] { startSession(); })),
       m_screenBuffer(std::make_unique<TerminalScreenBuffer>()) {
   m_screenBuffer->resize(24, 80);
   m_ptySession->workingDirectory = std::move(workingDirectory);
@@ -57,7 +58,7 @@ void TerminalController::handleExit(std::int32_t code) {
   printLine("Terminal exited with code: " + std::to_string(code));
   Q_EMIT shellEnded(code);
   if (code == 0 || m_restart == Restart::Never) return;
-  MainQueue::after(MainQueue::Owner(this), restartDelay, [this] { startSession(); });
+  m_restartTimer->start(restartDelay);
 }
 
 void TerminalController::sendInput(std::string_view text) {

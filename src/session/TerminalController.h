@@ -13,6 +13,7 @@
 
 #include "base/TerminalSize.h"
 #include "emulation/TerminalScreenBuffer.h"
+#include "platform/Clock.h"
 #include "session/PTYSession.h"
 #include "session/Shell.h"
 #include "session/TerminalKey.h"
@@ -33,10 +34,10 @@ class TerminalController : public QObject {
 
   /// Runs `shell`, or the catalogue's default at this moment, on a terminal of `size`; without one its size is unknown
   /// to the shell until `resize`. It starts in `workingDirectory`, or in this process's when that is empty, and
-  /// inherits `environment`, as it does each time it is started again.
+  /// inherits `environment`, as it does each time it is started again. `clock` must outlive the controller.
   explicit TerminalController(std::optional<Shell> shell, Restart restart = Restart::AfterFailure,
                               const TerminalSize& size = {}, std::string workingDirectory = {},
-                              Environment environment = processEnvironment());
+                              Environment environment = processEnvironment(), Clock& clock = Clock::steady());
   ~TerminalController() override;
 
   const QUuid& id() const { return m_id; }
@@ -81,6 +82,7 @@ class TerminalController : public QObject {
   std::vector<QMetaObject::Connection> m_cancellables;  // kept for subscriptions; none is stored
   Restart m_restart;
   Shell m_shell;
+  std::unique_ptr<Timer> m_restartTimer;
   std::unique_ptr<TerminalScreenBuffer> m_screenBuffer;
 };
 

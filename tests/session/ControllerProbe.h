@@ -27,8 +27,9 @@ inline std::string gridText(TerminalController& controller) {
 /// A controller, and how and when its shells have ended.
 class ControllerProbe {
  public:
-  explicit ControllerProbe(Shell shell, TerminalController::Restart restart = TerminalController::Restart::AfterFailure)
-      : m_controller(std::move(shell), restart) {
+  explicit ControllerProbe(Shell shell, TerminalController::Restart restart = TerminalController::Restart::AfterFailure,
+                           Clock& clock = Clock::steady())
+      : m_controller(std::move(shell), restart, {}, {}, processEnvironment(), clock) {
     QObject::connect(&m_controller, &TerminalController::shellEnded, [this](int status) {
       statuses.push_back(status);
       times.push_back(std::chrono::steady_clock::now());

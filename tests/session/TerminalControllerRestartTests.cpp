@@ -5,13 +5,14 @@
 #include <chrono>
 #include <csignal>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "platform/MainQueue.h"
 #include "session/ControllerProbe.h"
 #include "session/SessionProbe.h"
 #include "session/TerminalController.h"
+#include "support/ManualClock.h"
 #include "support/ProcessFacts.h"
 
 namespace zolt {
@@ -22,8 +23,7 @@ using test::capturedOutput;
 using test::ControllerProbe;
 using test::gridText;
 using test::program;
-using test::runLoopFor;
-using test::waitFor;
+using Restart = TerminalController::Restart;
 using Statuses = std::vector<std::int32_t>;
 
 // Shells that leave a line in a file each time one starts.
@@ -44,56 +44,37 @@ class CountedShell {
   std::string m_path = m_folder.path().toStdString() + "/starts";
 };
 
-// Until after a restart that is to come now would have come: timers of one thread fire in the order of their times,
-// however late they are.
-void waitPastARestart() {
-  runLoopFor(TerminalController::restartDelay + 100ms);
-}
-
-TEST(TerminalControllerRestart, FollowsAFailingExitAfterHalfASecond) {
+// The clock stands still: what a test does not advance it to does not happen, however long the test takes.
+class TerminalControllerRestart : public testing::Test {
+ protected:
+  test::ManualClock clock;
   const CountedShell shell;
-  ControllerProbe probe(shell.firstThen("exit 1", "exec " ZOLT_TEST_CHILD " wait"));
+};
+
+TEST_F(TerminalControllerRestart, FollowsAFailingExitAfterHalfASecond) {
+  ControllerProbe probe(shell.firstThen("exit 1", "exec " ZOLT_TEST_CHILD " wait"), Restart::AfterFailure, clock);
   ASSERT_TRUE(probe.hasEnded());
   EXPECT_EQ(probe.statuses, Statuses{1});
+  clock.advance(500ms - 1us);
   EXPECT_FALSE(probe->ptySession().isRunning());
-  ASSERT_TRUE(probe.runs());
-  EXPECT_GE(std::chrono::steady_clock::now() - probe.times.front(), 500ms);
+  clock.advance(1us);
+  EXPECT_TRUE(probe->ptySession().isRunning());
   EXPECT_TRUE(probe.gridShows("waiting"));
   EXPECT_EQ(shell.starts(), 2);
 }
 
-// A timer a little longer is set when each shell ends: however slow the machine is, the restart comes before it. Three
-// shells, for the rare case that this process is stopped between setting the two.
-TEST(TerminalControllerRestart, DoesNotFollowLater) {
-  EXPECT_EQ(TerminalController::restartDelay, 500ms);
-  int timers = 0;
-  int restartsInTime = 0;
-  int changes = 0;
-  ControllerProbe probe(test::script("exit 3"));
-  QObject::connect(&*probe, &TerminalController::objectWillChange, [&] { ++changes; });
-  QObject::connect(&*probe, &TerminalController::shellEnded, [&] {
-    MainQueue::after(MainQueue::Owner(&*probe), TerminalController::restartDelay + 200ms, [&, before = changes] {
-      ++timers;
-      if (changes > before) ++restartsInTime;
-    });
-  });
-  ASSERT_TRUE(waitFor([&] { return timers >= 3; }));
-  EXPECT_GE(restartsInTime, 1);
-}
-
-TEST(TerminalControllerRestart, AnnouncesTheTitle) {
-  ControllerProbe probe(test::script("exit 3"));
+TEST_F(TerminalControllerRestart, AnnouncesTheTitle) {
+  ControllerProbe probe(shell.then("exit 3"), Restart::AfterFailure, clock);
   ASSERT_TRUE(probe.hasEnded());
-  runLoopFor(20ms);  // what the output has to announce
-  bool isRunning = false;
-  const auto connection = QObject::connect(&*probe, &TerminalController::objectWillChange,
-                                           [&] { isRunning = isRunning || probe->ptySession().isRunning(); });
-  EXPECT_TRUE(waitFor([&] { return isRunning; }));
-  QObject::disconnect(connection);
+  // Only the restart announces something now: output does so a turn of the event loop later.
+  int changes = 0;
+  QObject::connect(&*probe, &TerminalController::objectWillChange, [&] { ++changes; });
+  clock.advance(TerminalController::restartDelay);
+  EXPECT_EQ(changes, 1);
 }
 
-TEST(TerminalControllerRestart, GoesOnWithoutLimit) {
-  const CountedShell shell;
+// On the real clock. It may be slow, but never early.
+TEST_F(TerminalControllerRestart, GoesOnWithoutLimit) {
   ControllerProbe probe(shell.then("exit 3"));
   ASSERT_TRUE(probe.hasEnded(5));
   EXPECT_EQ(probe.statuses, (Statuses{3, 3, 3, 3, 3}));
@@ -103,8 +84,7 @@ TEST(TerminalControllerRestart, GoesOnWithoutLimit) {
   }
 }
 
-TEST(TerminalControllerRestart, HappensInTheSameSessionUnderTheSameTitle) {
-  const CountedShell shell;
+TEST_F(TerminalControllerRestart, HappensInTheSameSessionUnderTheSameTitle) {
   ControllerProbe probe(shell.firstThen("exit 1", "exec " ZOLT_TEST_CHILD " wait"));
   const PTYSession* session = &probe->ptySession();
   const QUuid id = probe->id();
@@ -116,15 +96,13 @@ TEST(TerminalControllerRestart, HappensInTheSameSessionUnderTheSameTitle) {
   EXPECT_EQ(probe->id(), id);
 }
 
-TEST(TerminalControllerRestart, ContinuesBelowTheOldOutput) {
-  const CountedShell shell;
+TEST_F(TerminalControllerRestart, ContinuesBelowTheOldOutput) {
   ControllerProbe probe(shell.firstThen("stty -opost; printf 'first\\n'; exit 1",
                                         "stty -opost; printf 'second\\n'; exec " ZOLT_TEST_CHILD " wait"));
   EXPECT_TRUE(probe.gridShows("first\nsecond\n"));
 }
 
-TEST(TerminalControllerRestart, FollowsADeathByASignal) {
-  const CountedShell shell;
+TEST_F(TerminalControllerRestart, FollowsADeathByASignal) {
   ControllerProbe probe(shell.firstThen("kill -9 $$", "exec " ZOLT_TEST_CHILD " wait"));
   ASSERT_TRUE(probe.hasEnded());
   EXPECT_EQ(probe.statuses, Statuses{SIGKILL});
@@ -132,38 +110,33 @@ TEST(TerminalControllerRestart, FollowsADeathByASignal) {
   EXPECT_EQ(shell.starts(), 2);
 }
 
-TEST(TerminalControllerRestart, DoesNotFollowAnExitWithStatus0) {
-  const CountedShell shell;
-  ControllerProbe probe(shell.then("printf 'last screen'; exit 0"));
+TEST_F(TerminalControllerRestart, DoesNotFollowAnExitWithStatus0) {
+  ControllerProbe probe(shell.then("printf 'last screen'; exit 0"), Restart::AfterFailure, clock);
   ASSERT_TRUE(probe.hasEnded());
-  waitPastARestart();
-  EXPECT_EQ(shell.starts(), 1);
+  EXPECT_EQ(clock.untilNext(), std::nullopt);
   EXPECT_FALSE(probe->ptySession().isRunning());
   EXPECT_TRUE(probe.gridShows("last screen"));
   EXPECT_EQ(probe->title(), "Script");
   EXPECT_EQ(capturedOutput([&] { probe->sendInput("nowhere"); }), "");
 }
 
-TEST(TerminalControllerRestart, DoesNotHappenWhereItIsNotWanted) {
-  const CountedShell shell;
-  ControllerProbe probe(shell.then("exit 1"), TerminalController::Restart::Never);
+TEST_F(TerminalControllerRestart, DoesNotHappenWhereItIsTurnedOff) {
+  ControllerProbe probe(shell.then("exit 1"), Restart::Never, clock);
   ASSERT_TRUE(probe.hasEnded());
-  waitPastARestart();
   EXPECT_EQ(probe.statuses, Statuses{1});
-  EXPECT_EQ(shell.starts(), 1);
+  EXPECT_EQ(clock.untilNext(), std::nullopt);
 }
 
-TEST(TerminalControllerRestart, IsDroppedWithTheController) {
-  const CountedShell shell;
+TEST_F(TerminalControllerRestart, IsDroppedWithTheController) {
   {
-    ControllerProbe probe(shell.then("exit 1"));
+    ControllerProbe probe(shell.then("exit 1"), Restart::AfterFailure, clock);
     ASSERT_TRUE(probe.hasEnded());
+    ASSERT_EQ(clock.untilNext(), TerminalController::restartDelay);
   }
-  waitPastARestart();
-  EXPECT_EQ(shell.starts(), 1);
+  EXPECT_EQ(clock.untilNext(), std::nullopt);
 }
 
-TEST(TerminalControllerRestart, ThatFailsIsReportedAndNotRepeated) {
+TEST_F(TerminalControllerRestart, IsReportedAndNotTriedAgainWhenItFails) {
   const QTemporaryDir folder;
   const std::string path = folder.path().toStdString() + "/shell";
   const std::string make = "printf '#!/bin/sh\\nrm " + path + "\\nexit 1\\n' > " + path + " && chmod 700 " + path;
@@ -171,14 +144,15 @@ TEST(TerminalControllerRestart, ThatFailsIsReportedAndNotRepeated) {
   std::unique_ptr<ControllerProbe> probe;
   EXPECT_EQ(capturedOutput([&] {
               probe = std::make_unique<ControllerProbe>(
-                  Shell{.name = "Once", .executable = path, .args = {}, .icon = "terminal"});
+                  Shell{.name = "Once", .executable = path, .args = {}, .icon = "terminal"}, Restart::AfterFailure,
+                  clock);
               EXPECT_TRUE(probe->hasEnded());
-              waitPastARestart();
-              waitPastARestart();
+              clock.advance(TerminalController::restartDelay);
             }),
             "Terminal exited with code: 1\n"
             "Failed to start process: No such file or directory\n"
             "Failed to start PTY session\n");
+  EXPECT_EQ(clock.untilNext(), std::nullopt);
   EXPECT_EQ((*probe)->title(), "Once");
   EXPECT_FALSE((*probe)->ptySession().isRunning());
 }
@@ -186,7 +160,7 @@ TEST(TerminalControllerRestart, ThatFailsIsReportedAndNotRepeated) {
 TEST(TerminalControllerExit, IsPrintedWithItsStatus) {
   for (const auto& [mode, status] : {std::pair{"0", "0"}, std::pair{"17", "17"}}) {
     EXPECT_EQ(capturedOutput([&, exit = mode] {
-                ControllerProbe probe(program({"exit", exit}), TerminalController::Restart::Never);
+                ControllerProbe probe(program({"exit", exit}), Restart::Never);
                 EXPECT_TRUE(probe.hasEnded());
               }),
               std::string("Terminal exited with code: ") + status + "\n");
