@@ -15,6 +15,7 @@
 namespace zolt {
 namespace {
 
+using namespace std::string_literals;
 using test::outputOf;
 using test::shellScript;
 using test::testChild;
@@ -105,7 +106,7 @@ TEST(ChildProcessSignals, AreNeitherBlockedNorIgnoredThoughOursAre) {
 TEST(ChildProcessEnvironment, IsExactlyTheOneGiven) {
   ChildProcess::Request request = testChild({"environment"});
   request.environment = {{"A", "1"}, {"EMPTY", ""}, {"EQUALS", "x=y"}, {"SPACE", "two words"}};
-  EXPECT_EQ(outputOf(std::move(request)), "A=1\nEMPTY=\nEQUALS=x=y\nSPACE=two words\n");
+  EXPECT_EQ(outputOf(std::move(request)), "A=1\0EMPTY=\0EQUALS=x=y\0SPACE=two words\0"s);
 }
 
 TEST(ChildProcessEnvironment, MayBeEmpty) {

@@ -1,7 +1,7 @@
 // A child process for tests. Usage: testchild MODE [ARG...]
 //
 //   echo TEXT...          prints its arguments, one a line
-//   environment           prints its environment, one variable a line
+//   environment           prints its environment, a null byte after each variable: values may have several lines
 //   descriptors           prints the numbers of its open descriptors, one a line
 //   exit STATUS           ends with that status
 //   crash                 is killed by SIGSEGV
@@ -73,7 +73,8 @@ int echo(const Arguments& arguments) {
 
 int environment(const Arguments&) {
   for (char** entry = environ; *entry != nullptr; ++entry) {
-    std::puts(*entry);
+    std::fputs(*entry, stdout);
+    std::putchar('\0');
   }
   return 0;
 }
