@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "support/WaitFor.h"
+
 namespace zolt {
 namespace {
 
@@ -38,7 +40,7 @@ class ActionChainTest : public testing::Test {
     inner->setFocusPolicy(Qt::StrongFocus);
     window.show();
     window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window, test::kPatience.count()));
   }
 
   Recorder delegate;

@@ -189,7 +189,7 @@ TEST_F(AppDelegateTest, OpensAWindowForATabWhereNoneIsKey) {
 TEST_F(AppDelegateTest, StartsOneMoreShellForATabAndShowsNothingOfIt) {
   TerminalWindow& opened = delegate.openWindow(child({"wait"}));
   ASSERT_TRUE(waitForText(opened, "waiting"));
-  ASSERT_TRUE(QTest::qWaitForWindowActive(&opened));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&opened, test::kPatience.count()));
   const std::size_t before = test::childProcesses().size();
   opened.contentViewController().rootView().textView().makeFrameNow();
   const QImage picture = opened.grab().toImage();
@@ -206,7 +206,7 @@ TEST_F(AppDelegateTest, DoesNothingForATabWhereTheKeyWindowIsOfAnotherKind) {
   QWidget other;
   other.show();
   other.activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&other, test::kPatience.count()));
   const std::size_t before = test::childProcesses().size();
   delegate.newTab();
   EXPECT_TRUE(delegate.windows().empty());

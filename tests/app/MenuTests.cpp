@@ -25,7 +25,7 @@ class MenuTest : public testing::Test {
         {.shell = Shell{.name = "Child", .executable = ZOLT_TEST_CHILD, .args = std::move(mode), .icon = "terminal"},
          .restart = TerminalController::Restart::Never,
          .workingDirectory = {}});
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window, test::kPatience.count()));
   }
   QMenu* menu(const char* title) {
     const QList<QAction*> actions = window->menuBar()->actions();
@@ -212,7 +212,7 @@ TEST_F(MenuTest, ListTheWindowsOnScreen) {
   EXPECT_EQ(titles, (QStringList{QStringLiteral("1  Zolt – ") + subtitle + QLatin1Char('*'),
                                  QStringLiteral("2  Zolt – ") + subtitle}));
   actions.back()->trigger();
-  EXPECT_TRUE(QTest::qWaitForWindowActive(app.appDelegate().windows()[1].get()));
+  EXPECT_TRUE(QTest::qWaitForWindowActive(app.appDelegate().windows()[1].get(), test::kPatience.count()));
 }
 
 TEST_F(MenuTest, LeaveTheTerminalTheSizeThatItsShellWasStartedWith) {

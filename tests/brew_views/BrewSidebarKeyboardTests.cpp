@@ -47,7 +47,7 @@ TEST_F(BrewSidebarKeyboardTest, OpensTheMenuOfTheChosenRowWithoutAMenuKey) {
     EXPECT_TRUE(test::waitFor([&] { return calls() == std::vector<std::string>{"[info][bar]"}; })) << key;
     ASSERT_TRUE(test::waitFor([&] { return sidebar->findChild<QMenu*>() == nullptr; }));
     sidebar->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(sidebar.get()));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(sidebar.get(), test::kPatience.count()));
     ASSERT_EQ(sidebar->focusWidget(), list());
   }
 }

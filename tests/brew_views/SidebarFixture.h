@@ -8,6 +8,7 @@
 
 #include "brew/BrewFixture.h"
 #include "brew/views/BrewSidebarView.h"
+#include "support/WaitFor.h"
 
 namespace zolt::test {
 
@@ -19,7 +20,7 @@ class SidebarTest : public BrewTest {
     sidebar->resize(250, 560);
     sidebar->show();
     sidebar->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(sidebar.get()));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(sidebar.get(), test::kPatience.count()));
   }
   void showIdle() {
     makeIdleManager();
