@@ -29,3 +29,25 @@ windows_titled() { xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | sor
 
 # Succeeds when so many windows have this title.
 has_windows() { [ "$(windows_titled "$1" | wc -l)" = "$2" ]; }
+
+# Succeeds when the process shows a menu, which is a window without a title.
+has_menu() {
+  [ "$(xdotool search --onlyvisible --pid "$1" 2>/dev/null | wc -l)" -gt \
+    "$(xdotool search --all --onlyvisible --pid "$1" --name . 2>/dev/null | wc -l)" ]
+}
+has_no_menu() { ! has_menu "$1"; }
+
+# picture WINDOW [BYTES]: a checksum of the window's pixels; BYTES limits it to the last so many, counted from the bottom.
+picture() { xwd -silent -id "$1" | tail -c "${2:-+200}" | cksum; }
+differs() { [ "$(picture "${@:2}")" != "$1" ]; }
+is_same() { [ "$(picture "${@:2}")" = "$1" ]; }
+
+# Succeeds when the window's picture does not change for a while. That nothing changes can only be seen by waiting.
+is_at_rest() {
+  local first
+  first=$(picture "$@")
+  for _ in 1 2 3; do
+    sleep 0.2
+    is_same "$first" "$@" || return
+  done
+}
