@@ -51,7 +51,7 @@ class ActionChainTest : public testing::Test {
   RespondingWidget* inner = new RespondingWidget(outer);
 };
 
-TEST_F(ActionChainTest, GivesAnActionToTheWidgetWithTheKeyboardAndToNobodyElse) {
+TEST_F(ActionChainTest, SendsAnActionToTheFocusedWidgetOnly) {
   inner->setFocus();
   EXPECT_TRUE(chain.sendAction("copy"));
   EXPECT_EQ(inner->copies, 1);
@@ -82,7 +82,7 @@ TEST_F(ActionChainTest, ReachesThemWithoutAnyWindow) {
   EXPECT_EQ(delegate.newWindows, 1);
 }
 
-TEST_F(ActionChainTest, SaysWhenNobodyPerformsAnAction) {
+TEST_F(ActionChainTest, ReportsAnActionThatNobodyPerforms) {
   EXPECT_FALSE(chain.sendAction("noSuchAction"));
   EXPECT_FALSE(chain.isEnabled("noSuchAction"));
 }

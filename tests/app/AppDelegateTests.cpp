@@ -86,7 +86,7 @@ TEST_F(AppDelegateTest, GivesAWindowItsSizePlaceAndNames) {
   EXPECT_EQ(window(0).geometry().topLeft(), middleOf(*window(0).screen(), window(0).size()));
 }
 
-TEST_F(AppDelegateTest, PutsAWindowBackIntoTheMiddleWhateverItsSize) {
+TEST_F(AppDelegateTest, CentresAWindowOfAnySize) {
   TerminalWindow& opened = delegate.openWindow(child({"wait"}));
   const QRect available = opened.screen()->availableGeometry();
   for (const QSize size : {available.size() / 2, available.size() * 2, QSize(available.width() * 2, 500)}) {
@@ -171,7 +171,7 @@ TEST_F(AppDelegateTest, KeepsAClosedWindowAndItsShell) {
   EXPECT_TRUE(waitForText(opened, "still here"));
 }
 
-TEST_F(AppDelegateTest, GoesOnWithoutWindowsAndOpensAFreshOne) {
+TEST_F(AppDelegateTest, KeepsRunningWithoutWindowsAndOpensANewOne) {
   EXPECT_FALSE(AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
   delegate.openWindow(child({"wait"})).close();
   delegate.newWindow();
@@ -202,7 +202,7 @@ TEST_F(AppDelegateTest, StartsOneMoreShellForATabAndShowsNothingOfIt) {
   EXPECT_EQ(opened.grab().toImage(), picture);
 }
 
-TEST_F(AppDelegateTest, DoesNothingForATabWhereTheKeyWindowIsOfAnotherKind) {
+TEST_F(AppDelegateTest, IgnoresANewTabWhenTheKeyWindowIsNotATerminal) {
   QWidget other;
   other.show();
   other.activateWindow();

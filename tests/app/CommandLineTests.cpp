@@ -11,14 +11,14 @@ namespace {
 using Arguments = std::vector<std::string>;
 using Action = CommandLine::Action;
 
-// What the arguments mean; they are valid.
+// The result of parsing valid arguments.
 CommandLine parsed(const Arguments& arguments) {
   const auto line = CommandLine::parse(arguments);
   EXPECT_TRUE(line) << line.reason();
   return line ? line.value() : CommandLine{};
 }
 
-// Why the arguments are refused; empty when they are not.
+// The error for invalid arguments; empty if they are valid.
 std::string refusal(const Arguments& arguments) {
   const auto line = CommandLine::parse(arguments);
   return line ? "" : line.reason();
@@ -87,7 +87,7 @@ TEST(CommandLine, RefusesAValueForAnOptionThatTakesNone) {
   }
 }
 
-TEST(CommandLine, RefusesWhatItDoesNotKnowByName) {
+TEST(CommandLine, NamesTheUnknownOptionThatItRejects) {
   EXPECT_EQ(refusal({"--nonsense"}), "unknown option: --nonsense");
   EXPECT_EQ(refusal({"--nonsense=5"}), "unknown option: --nonsense");
   EXPECT_EQ(refusal({"file"}), "unknown option: file");
@@ -109,7 +109,7 @@ TEST(CommandLine, StartsAnInstanceOfItsOwnWhenAsked) {
   EXPECT_TRUE(parsed({"--new-instance"}).newInstance);
 }
 
-TEST(CommandLine, TakesTheLogDisplayForWhatItIsAnyway) {
+TEST(CommandLine, AcceptsTheLogDisplayWhichIsTheDefault) {
   const CommandLine line = parsed({"--log"});
   EXPECT_EQ(line.action, Action::Run);
   EXPECT_TRUE(line.program.empty());

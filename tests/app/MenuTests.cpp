@@ -107,7 +107,7 @@ TEST_F(MenuTest, PostTheNotificationsOfTheTerminalMenu) {
   EXPECT_EQ(posted(toggleBrewSidebar, [this] { press(Qt::Key_B, Qt::MetaModifier | Qt::ShiftModifier); }), 1);
 }
 
-TEST_F(MenuTest, PostThemWithoutAnyTerminalWindowToo) {
+TEST_F(MenuTest, PostThemWithNoTerminalWindowOpen) {
   window->close();
   EXPECT_EQ(posted(clearTerminal, [this] { item("Terminal", "Clear Screen")->trigger(); }), 1);
   EXPECT_EQ(posted(toggleBrewSidebar, [this] { item("Terminal", "Toggle Homebrew Sidebar")->trigger(); }), 1);
@@ -179,7 +179,7 @@ TEST_F(MenuTest, LeaveAltToTheProgramInTheTerminal) {
   EXPECT_TRUE(test::waitFor([&] { return shown().ends_with(" 66 65 74 77 68"); })) << shown();
 }
 
-TEST_F(MenuTest, DimAnItemWhoseActionNobodyPerformsNow) {
+TEST_F(MenuTest, DisableItemsWhoseActionIsUnavailable) {
   QTcpServer feed;  // accepts the connection and never answers: the check stays under way
   ASSERT_TRUE(feed.listen(QHostAddress::LocalHost));
   defaults.setString("SUFeedURL", "https://127.0.0.1:" + std::to_string(feed.serverPort()) + "/feed.xml");
@@ -215,11 +215,11 @@ TEST_F(MenuTest, ListTheWindowsOnScreen) {
   EXPECT_TRUE(QTest::qWaitForWindowActive(app.appDelegate().windows()[1].get(), test::kPatience.count()));
 }
 
-TEST_F(MenuTest, LeaveTheTerminalTheSizeThatItsShellWasStartedWith) {
+TEST_F(MenuTest, DoNotResizeTheTerminalOfARunningShell) {
   EXPECT_EQ(window->contentViewController().rootView().textView().gridSize(), terminalSizeOfNewWindow());
 }
 
-TEST_F(MenuTest, ShareTheWindowSoThatTheProgramHearsOfOneSizeOnly) {
+TEST_F(MenuTest, TellTheProgramOneSizeOnly) {
   open({"size"});
   const TerminalNSTextView& view = window->contentViewController().rootView().textView();
   const auto shown = [&] { return view.textStorage().text(0, view.textStorage().size()); };

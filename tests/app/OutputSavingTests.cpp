@@ -28,7 +28,7 @@ class OutputSavingTest : public test::AppDelegateTest {
   }
   TerminalNSTextView& view() { return window(0).contentViewController().rootView().textView(); }
   OutputSaving& saving() { return window(0).outputSaving(); }
-  // More than can be saved in a moment.
+  // So much that saving it takes a while.
   void printALot() {
     const AttributedString line(std::string(1 << 20, 'x') + '\n', TextAttributes());
     for (int i = 0; i < 300; ++i) {
@@ -55,7 +55,7 @@ class OutputSavingTest : public test::AppDelegateTest {
     return dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
   }
   static void choose(QFileDialog& dialog, const QString& file) {
-    nameField(dialog)->setText(file);  // typed, it would bring up a list that takes the first click for itself
+    nameField(dialog)->setText(file);  // typing would open the completion list, which swallows the first click
     QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save), Qt::LeftButton);
   }
   static void chooseFilter(QFileDialog& dialog, const char* filter) {
@@ -82,7 +82,7 @@ TEST_F(OutputSavingTest, ProposesANameWithTheTime) {
             QStringLiteral("Zolt Output 2026-11-21 at 10.43.txt"));
 }
 
-TEST_F(OutputSavingTest, IsAnActionOfATerminalWindowAlone) {
+TEST_F(OutputSavingTest, IsAvailableInATerminalWindowOnly) {
   EXPECT_TRUE(actions.isEnabled("saveOutputAs"));
   QWidget other;
   other.show();
@@ -91,7 +91,7 @@ TEST_F(OutputSavingTest, IsAnActionOfATerminalWindowAlone) {
   EXPECT_FALSE(actions.isEnabled("saveOutputAs"));
 }
 
-TEST_F(OutputSavingTest, AsksWhereToInADialogThatHoldsNothingUp) {
+TEST_F(OutputSavingTest, AsksForTheFileWithoutBlocking) {
   QFileDialog* dialog = openDialog();
   ASSERT_NE(dialog, nullptr);
   EXPECT_EQ(dialog->acceptMode(), QFileDialog::AcceptSave);
@@ -171,7 +171,7 @@ TEST_F(OutputSavingTest, IsCancelledInThePanel) {
   ASSERT_EQ(shownChild<QFileDialog>(), nullptr) << "chosen once more it goes to the panel";
   ASSERT_NE(shownChild<SavePanel>(), nullptr);
   ASSERT_TRUE(shownChild<SavePanel>()->isAncestorOf(QApplication::focusWidget()));
-  window(0).contentViewController().rootView().setShowsBrewSidebar(true);  // it would be next to get the keyboard
+  window(0).contentViewController().rootView().setShowsBrewSidebar(true);  // next in line for the keyboard focus
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
   EXPECT_FALSE(saving().isSaving());
   EXPECT_EQ(shownChild<SavePanel>(), nullptr);
@@ -181,7 +181,7 @@ TEST_F(OutputSavingTest, IsCancelledInThePanel) {
   EXPECT_EQ(names(), QStringList());
 }
 
-TEST_F(OutputSavingTest, CanBeginAnewWhileTheCancelledOneEnds) {
+TEST_F(OutputSavingTest, CanStartAgainWhileACancelledSaveEnds) {
   printALot();
   saving().save(out("first.txt"), OutputFormat::WithColours);
   saving().cancel();
@@ -190,10 +190,10 @@ TEST_F(OutputSavingTest, CanBeginAnewWhileTheCancelledOneEnds) {
   EXPECT_EQ(names(), QStringList(QStringLiteral("second.txt")));
 }
 
-TEST_F(OutputSavingTest, HearsNoMoreOfTheOneThatWasCancelled) {
+TEST_F(OutputSavingTest, IgnoresTheEndOfACancelledSave) {
   saving().save(out("first.txt"), OutputFormat::PlainText);
   while (names() != QStringList(QStringLiteral("first.txt"))) {
-    QTest::qSleep(1);  // it is done, and nobody has heard of it yet
+    QTest::qSleep(1);  // finished, but not yet reported
   }
   saving().cancel();
   printALot();
@@ -204,7 +204,7 @@ TEST_F(OutputSavingTest, HearsNoMoreOfTheOneThatWasCancelled) {
   EXPECT_EQ(names().size(), 2);
 }
 
-TEST_F(OutputSavingTest, SaysInAMessageWhatWentWrong) {
+TEST_F(OutputSavingTest, ReportsAnErrorInAMessage) {
   saving().save(out("no/such.txt"), OutputFormat::PlainText);
   ASSERT_TRUE(waitFor([this] { return shownChild<QMessageBox>() != nullptr; }));
   auto* box = shownChild<QMessageBox>();

@@ -1,4 +1,4 @@
-// The program itself, as far as it needs no window.
+// The program itself, where it needs no window.
 #include <gtest/gtest.h>
 #include <unistd.h>
 

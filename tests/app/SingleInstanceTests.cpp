@@ -26,7 +26,7 @@ class SingleInstanceTest : public testing::Test {
     return QDir(folder.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System);
   }
 
-  // What a second start hears, while this one's event loop runs.
+  // The outcome of a second start while this instance's event loop runs.
   Outcome secondStart(const OpenRequest& request) {
     auto outcome = std::async(std::launch::async, [&] { return SingleInstance(path()).claim(request); });
     test::waitFor([&] { return outcome.wait_for(std::chrono::seconds(0)) == std::future_status::ready; });
@@ -36,7 +36,7 @@ class SingleInstanceTest : public testing::Test {
   QTemporaryDir folder;
 };
 
-TEST_F(SingleInstanceTest, IsTheFirstWhereNoneRuns) {
+TEST_F(SingleInstanceTest, IsTheFirstWhenNoneRuns) {
   SingleInstance instance(path());
   EXPECT_EQ(instance.claim({}), Outcome::First);
   EXPECT_TRUE(instance.isFirst());
@@ -55,7 +55,7 @@ TEST_F(SingleInstanceTest, OpensAWindowInTheRunningOneForASecondStart) {
   EXPECT_EQ(opened[1].workingDirectory, "/d");
 }
 
-TEST_F(SingleInstanceTest, WaitsForAFirstOneThatIsStillStarting) {
+TEST_F(SingleInstanceTest, WaitsForAFirstInstanceThatIsStillStarting) {
   SingleInstance instance(path());
   ASSERT_EQ(instance.claim({}), Outcome::First);
   int opened = 0;
@@ -105,13 +105,13 @@ TEST_F(SingleInstanceTest, TakesOverFromOneThatWasKilled) {
   EXPECT_EQ(secondStart({}), Outcome::Forwarded);
 }
 
-TEST_F(SingleInstanceTest, GoesOnAloneWhereThereIsNoPlaceForALock) {
+TEST_F(SingleInstanceTest, RunsUnsharedWithoutAPlaceForItsLock) {
   EXPECT_EQ(SingleInstance("").claim({}), Outcome::Unshared);
   EXPECT_EQ(SingleInstance(path() + "/missing").claim({}), Outcome::Unshared);
   EXPECT_EQ(SingleInstance(path() + std::string(200, 'x')).claim({}), Outcome::Unshared);
 }
 
-TEST_F(SingleInstanceTest, OpensNothingForWhatIsNoRequest) {
+TEST_F(SingleInstanceTest, IgnoresInvalidRequests) {
   SingleInstance instance(path());
   ASSERT_EQ(instance.claim({}), Outcome::First);
   int opened = 0;
@@ -129,7 +129,7 @@ TEST_F(SingleInstanceTest, OpensNothingForWhatIsNoRequest) {
   EXPECT_EQ(secondStart({}), Outcome::Forwarded);
 }
 
-TEST_F(SingleInstanceTest, LetsNobodyElseUseItsSocket) {
+TEST_F(SingleInstanceTest, KeepsItsSocketPrivateToTheUser) {
   SingleInstance instance(path());
   ASSERT_EQ(instance.claim({}), Outcome::First);
   ASSERT_TRUE(instance.serve([](const OpenRequest&) {}));

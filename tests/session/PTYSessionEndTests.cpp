@@ -45,7 +45,7 @@ TEST(PTYSessionExit, IsReportedWithTheSignalThatKilledTheShell) {
   EXPECT_EQ(probe.session.terminationReason(), ChildProcess::Reason::Signal);
 }
 
-TEST(PTYSessionExit, FindsTheSessionNotRunningAnyMoreAndTheMainThread) {
+TEST(PTYSessionExit, IsReportedOnTheMainThreadWhenTheSessionHasStopped) {
   std::string order;
   SessionProbe probe;
   bool runningAtExit = true;
@@ -224,7 +224,7 @@ TEST(PTYSessionRelease, EndsTheShellWhileReadingWaitsForTheOutputToBeTaken) {
   held.clear();
 }
 
-TEST(PTYSessionRelease, DropsWhatIsOnItsWay) {
+TEST(PTYSessionRelease, DropsPendingOutputAndTheExit) {
   bool called = false;
   {
     PTYSession session;

@@ -74,7 +74,7 @@ int masterDescriptor() {
   return -1;
 }
 
-// What the reader was woken for is taken from under its nose: its reads find nothing.
+// The test itself reads what the session's reader was woken for, so that the reader finds nothing.
 TEST(PTYSessionOutput, IsNeverEmptyThoughAReadFindsNothing) {
   static_cast<void>(test::descriptorsAtRest());  // no earlier master is left
   PTYSession session;
@@ -192,7 +192,7 @@ TEST(PTYSessionWrite, DeliversALargePasteInOrder) {
   EXPECT_TRUE(probe.output == paste);
 }
 
-TEST(PTYSessionWrite, PrintsAnErrorForWhatIsTooMuchAndCarriesOn) {
+TEST(PTYSessionWrite, PrintsAnErrorWhenTooMuchIsPendingAndCarriesOn) {
   static_cast<void>(test::descriptorsAtRest());  // no earlier master is left
   SessionProbe probe;
   ASSERT_TRUE(probe.session.start(program({"sleeper"})));

@@ -52,7 +52,7 @@ TEST(ShellEncoding, ReadsWhatItWrites) {
   }
 }
 
-TEST(ShellEncoding, ReplacesWhatIsNoUtf8) {
+TEST(ShellEncoding, ReplacesInvalidUtf8) {
   Shell shell = Shell::sh();
   shell.executable = "/bin/\xFF";
   const auto decoded = Shell::decode(shell.encoded());
@@ -109,7 +109,7 @@ TEST(ShellDecoding, FailsForAValueOfAnotherType) {
   EXPECT_FALSE(Shell::decode(json(members)));
 }
 
-TEST(ShellDecoding, FailsForAnIdThatIsNoUuid) {
+TEST(ShellDecoding, FailsForAnInvalidUuid) {
   for (const char* id : {"", "Zsh", "{3F2504E0-4F89-41D3-9A0C-0305E82C3301}", "3F2504E0-4F89-41D3-9A0C-0305E82C330",
                          "3F2504E0-4F89-41D3-9A0C-0305E82C330G", "3F2504E04F8941D39A0C0305E82C3301"}) {
     Members members = validMembers();
@@ -118,7 +118,7 @@ TEST(ShellDecoding, FailsForAnIdThatIsNoUuid) {
   }
 }
 
-TEST(ShellDecoding, FailsForWhatIsNoRecord) {
+TEST(ShellDecoding, FailsForAnythingButAnObject) {
   for (const char* text : {"", "{", "[]", "\"Zsh\"", "null", "{\"id\":\"\xFF\"}"}) {
     EXPECT_FALSE(Shell::decode(text)) << text;
   }

@@ -30,7 +30,7 @@ using Statuses = std::vector<std::int32_t>;
 class CountedShell {
  public:
   Shell then(const std::string& rest) const { return test::script("echo run >> " + m_path + "; " + rest); }
-  /// The first does one thing, each later one another.
+  /// The first shell runs `first`, each later one `later`.
   Shell firstThen(const std::string& first, const std::string& later) const {
     return then("if [ $(wc -l < " + m_path + ") -eq 1 ]; then " + first + "; fi; " + later);
   }
@@ -44,7 +44,7 @@ class CountedShell {
   std::string m_path = m_folder.path().toStdString() + "/starts";
 };
 
-// The clock stands still: what a test does not advance it to does not happen, however long the test takes.
+// A manual clock stands still until a test advances it, however long the test takes.
 class TerminalControllerRestart : public testing::Test {
  protected:
   test::ManualClock clock;

@@ -27,7 +27,7 @@ Bytes bytes(std::string content) {
   return Bytes(std::move(content));
 }
 
-TEST(TerminalController, RunsTheCataloguesDefaultWithoutAShell) {
+TEST(TerminalController, RunsTheDefaultShellWhenNoneIsGiven) {
   const Shell& expected = ShellManager::shared().defaultShell();
   if (!isExecutableFile(expected.executable)) GTEST_SKIP() << expected.executable << " is not installed";
   TerminalController controller(std::nullopt);
@@ -83,7 +83,7 @@ class TerminalControllerWithSilentShell : public testing::Test {
   // What the session would do with a chunk that it has read.
   void deliver(const std::string& chunk) { probe->ptySession().onOutput(bytes(chunk)); }
 
-  // How many changes are announced from here on, until the loop has turned.
+  // The number of changes announced from now until the next turn of the event loop.
   int noticesOf(const std::function<void()>& action) {
     runLoopFor(std::chrono::milliseconds(20));
     int notices = 0;
@@ -180,7 +180,7 @@ TEST(TerminalControllerClear, SendsAResetAndEmptiesTheGridAtOnce) {
   EXPECT_TRUE(probe.gridShows(" 1B 63"));
 }
 
-TEST(TerminalControllerOutput, GoesPastTheGridOnceAViewHasTakenItOver) {
+TEST(TerminalControllerOutput, BypassesTheGridOnceAViewHandlesIt) {
   ControllerProbe probe(program({"cat"}));
   ASSERT_TRUE(probe.gridShows("ready"));
   const std::string before = gridText(*probe);
