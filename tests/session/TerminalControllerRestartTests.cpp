@@ -58,7 +58,7 @@ TEST_F(TerminalControllerRestart, FollowsAFailingExitAfterHalfASecond) {
   clock.advance(500ms - 1us);
   EXPECT_FALSE(probe->ptySession().isRunning());
   clock.advance(1us);
-  EXPECT_TRUE(probe->ptySession().isRunning());
+  ASSERT_TRUE(probe->ptySession().isRunning());
   EXPECT_TRUE(probe.gridShows("waiting"));
   EXPECT_EQ(shell.starts(), 2);
 }
