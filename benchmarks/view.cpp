@@ -57,7 +57,7 @@ int main(int argc, char** argv) {
   std::mt19937_64 random(11);
   std::vector<double> jumps;
   for (int i = 0; i < kJumps; ++i) {
-    const auto offset = static_cast<zolt::Pixels>(random() % static_cast<std::uint64_t>(view.scrollMaximum()));
+    const zolt::DevicePixels offset(random() % static_cast<std::uint64_t>(view.scrollMaximum().value));
     jumps.push_back(zolt::bench::secondsFor([&] {
       view.scrollTo(offset);
       paint(view);

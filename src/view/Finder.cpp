@@ -9,8 +9,8 @@ namespace {
 
 // The bar and the scroll bar are brought up to date this often while a search goes on.
 constexpr std::chrono::milliseconds kShownEvery{80};
-constexpr qsizetype kLongestPhrase = 200;
-constexpr int kAroundBar = 4;  // logical pixels between the bar and a match
+constexpr std::uint64_t kLongestPhrase = 200;  // characters
+constexpr int kAroundBar = 4;                  // logical pixels between the bar and a match
 
 // A word that was copied together with its line end is still that word.
 QString withoutLineEnds(QString text) {
@@ -85,7 +85,7 @@ void Finder::previous() {
 
 void Finder::close() {
   if (!isOpen()) return;
-  if (const auto match = m_session.current()) m_view.select({.begin = match->begin, .end = match->end});
+  if (const auto match = m_session.current()) m_view.select(*match);
   m_session.stop();
   m_view.setMarks(nullptr);
   m_bar->hide();
@@ -95,7 +95,7 @@ void Finder::close() {
 // The selection, if it is short and within one line.
 QString Finder::selectedPhrase() const {
   const CanvasRange range = m_view.selection().range();
-  if (range.end - range.begin > static_cast<CanvasPosition>(kLongestPhrase)) return {};
+  if (range.length() > kLongestPhrase) return {};
   const QString phrase = m_view.selectedText();
   return phrase.contains(QLatin1Char('\n')) ? QString() : phrase;
 }
@@ -135,9 +135,8 @@ void Finder::showFindings() {
 }
 
 void Finder::showCurrent() {
-  const FindMatch match = *m_session.current();
   const int covered = m_bar->geometryAt(FindBar::Edge::Top).bottom() + kAroundBar - m_view.geometry().top();
-  m_view.reveal({.begin = match.begin, .end = match.end}, LogicalPixels{static_cast<double>(covered)});
+  m_view.reveal(*m_session.current(), LogicalPixels(covered));
   placeBar();
   searchChanged();
 }

@@ -6,6 +6,7 @@
 #include <QFontMetricsF>
 #include <QProcess>
 
+#include "view/CanvasLiterals.h"
 #include "view/canvas/CanvasFonts.h"
 
 namespace zolt {
@@ -25,11 +26,11 @@ TEST(CanvasFonts, AreFixedPitchAndOfTheFamilyThatTheSystemIsSetTo) {
 TEST(CanvasFonts, PutTheirLinesInsideTheCell) {
   for (const double scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
     const CellMetrics cell = CanvasFonts(14, scale).metrics();
-    EXPECT_GT(cell.baseline, 0) << scale;
+    EXPECT_GT(cell.baseline, 0_px) << scale;
     EXPECT_LT(cell.baseline, cell.height) << scale;
     EXPECT_GT(cell.underlineTop, cell.strikethroughTop) << scale;
     EXPECT_LE(cell.underlineTop + cell.lineThickness, cell.height) << scale;
-    EXPECT_GT(cell.strikethroughTop, 0) << scale;
+    EXPECT_GT(cell.strikethroughTop, 0_px) << scale;
   }
 }
 

@@ -8,6 +8,7 @@
 
 #include "find/LogSearch.h"
 #include "support/WaitFor.h"
+#include "view/CanvasLiterals.h"
 
 namespace zolt {
 namespace {
@@ -32,16 +33,16 @@ class FindSessionTest : public testing::Test {
     append(lines);
   }
   void search(const char* query, FindOptions options = {}) {
-    session.search(FindPattern::compile(query, options).value(), storage.size());
+    session.search(FindPattern::compile(query, options).value(), CanvasPosition(storage.size()));
   }
   bool finish() {
     return waitFor([&] { return !session.isSearching(); });
   }
   std::string currentText() const {
     const auto match = session.current();
-    return match ? storage.text(match->begin, match->end) : "none";
+    return match ? storage.text(match->begin.value, match->end.value) : "none";
   }
-  CanvasPosition currentBegin() const { return session.current() ? session.current()->begin : UINT64_MAX; }
+  std::uint64_t currentBegin() const { return session.current() ? session.current()->begin.value : UINT64_MAX; }
 
   TextStorage storage;
   FindSession session{storage};
@@ -54,12 +55,12 @@ TEST_F(FindSessionTest, LooksForNothingAtFirst) {
   EXPECT_EQ(session.count(), 0U);
   session.goBackward();
   EXPECT_FALSE(session.current());
-  EXPECT_EQ(session.marksIn({.begin = 0, .end = 4}), RowMarks());
+  EXPECT_EQ(session.marksIn({.begin = 0_pos, .end = 4_pos}), RowMarks());
 }
 
 TEST_F(FindSessionTest, GoesToTheLastMatchBeforeWhereItBegan) {
   append("one two one two one");
-  session.search(FindPattern::compile("one", {}).value(), 12);
+  session.search(FindPattern::compile("one", {}).value(), 12_pos);
   ASSERT_TRUE(finish());
   EXPECT_EQ(session.count(), 3U);
   EXPECT_EQ(currentBegin(), 8U);
@@ -68,7 +69,7 @@ TEST_F(FindSessionTest, GoesToTheLastMatchBeforeWhereItBegan) {
 
 TEST_F(FindSessionTest, GoesToTheLastMatchOfAllWhereNoneIsBefore) {
   append("... one two one");
-  session.search(FindPattern::compile("one", {}).value(), 2);
+  session.search(FindPattern::compile("one", {}).value(), 2_pos);
   ASSERT_TRUE(finish());
   EXPECT_EQ(currentBegin(), 12U);
 }
@@ -78,7 +79,7 @@ TEST_F(FindSessionTest, WalksThroughAllMatchesAndAroundTheEnds) {
   search("a");
   ASSERT_TRUE(finish());
   EXPECT_EQ(currentBegin(), 8U);
-  std::vector<CanvasPosition> walked;
+  std::vector<std::uint64_t> walked;
   for (int i = 0; i < 4; ++i) {
     session.goBackward();
     walked.push_back(currentBegin());
@@ -87,7 +88,7 @@ TEST_F(FindSessionTest, WalksThroughAllMatchesAndAroundTheEnds) {
     session.goForward();
     walked.push_back(currentBegin());
   }
-  EXPECT_EQ(walked, (std::vector<CanvasPosition>{4, 0, 8, 4, 8, 0, 4, 8}));
+  EXPECT_EQ(walked, (std::vector<std::uint64_t>{4, 0, 8, 4, 8, 0, 4, 8}));
 }
 
 TEST_F(FindSessionTest, StandsNowhereWhereNothingIsFound) {
@@ -181,13 +182,13 @@ TEST_F(FindSessionTest, MarksThePartsOfMatchesThatARowShows) {
   append("needle needle");
   search("needle");
   ASSERT_TRUE(finish());
-  const RowMarks whole = session.marksIn({.begin = 0, .end = 13});
-  EXPECT_EQ(whole.found, (std::vector<CanvasRange>{{.begin = 0, .end = 6}}));
-  EXPECT_EQ(whole.current, (CanvasRange{.begin = 7, .end = 13}));
-  const RowMarks part = session.marksIn({.begin = 2, .end = 9});
-  EXPECT_EQ(part.found, (std::vector<CanvasRange>{{.begin = 2, .end = 6}}));
-  EXPECT_EQ(part.current, (CanvasRange{.begin = 7, .end = 9}));
-  EXPECT_EQ(session.marksIn({.begin = 6, .end = 7}), RowMarks());
+  const RowMarks whole = session.marksIn({.begin = 0_pos, .end = 13_pos});
+  EXPECT_EQ(whole.found, (std::vector<CanvasRange>{{.begin = 0_pos, .end = 6_pos}}));
+  EXPECT_EQ(whole.current, (CanvasRange{.begin = 7_pos, .end = 13_pos}));
+  const RowMarks part = session.marksIn({.begin = 2_pos, .end = 9_pos});
+  EXPECT_EQ(part.found, (std::vector<CanvasRange>{{.begin = 2_pos, .end = 6_pos}}));
+  EXPECT_EQ(part.current, (CanvasRange{.begin = 7_pos, .end = 9_pos}));
+  EXPECT_EQ(session.marksIn({.begin = 6_pos, .end = 7_pos}), RowMarks());
 }
 
 TEST_F(FindSessionTest, MarksWhatHasJustComeAtOnce) {
@@ -195,7 +196,8 @@ TEST_F(FindSessionTest, MarksWhatHasJustComeAtOnce) {
   search("needle");
   ASSERT_TRUE(finish());
   append("...needle...\n");
-  EXPECT_EQ(session.marksIn({.begin = 7, .end = 19}).found, (std::vector<CanvasRange>{{.begin = 10, .end = 16}}));
+  EXPECT_EQ(session.marksIn({.begin = 7_pos, .end = 19_pos}).found,
+            (std::vector<CanvasRange>{{.begin = 10_pos, .end = 16_pos}}));
 }
 
 TEST_F(FindSessionTest, MarksTheRestOfAMatchThatBeganInTheSegmentBefore) {
@@ -203,10 +205,11 @@ TEST_F(FindSessionTest, MarksTheRestOfAMatchThatBeganInTheSegmentBefore) {
   append(std::string(kSegmentBytes - storage.size() - 3, '.') + "needle" + std::string(300, '.'));
   search("needle");
   ASSERT_TRUE(finish());
-  session.marksIn({.begin = kSegmentBytes, .end = kSegmentBytes + 50});
+  session.marksIn({.begin = CanvasPosition(kSegmentBytes), .end = CanvasPosition(kSegmentBytes + 50)});
   ASSERT_TRUE(finish());
-  EXPECT_EQ(session.marksIn({.begin = kSegmentBytes, .end = kSegmentBytes + 50}).current,
-            (CanvasRange{.begin = kSegmentBytes, .end = kSegmentBytes + 3}));
+  EXPECT_EQ(
+      session.marksIn({.begin = CanvasPosition(kSegmentBytes), .end = CanvasPosition(kSegmentBytes + 50)}).current,
+      (CanvasRange{.begin = CanvasPosition(kSegmentBytes), .end = CanvasPosition(kSegmentBytes + 3)}));
 }
 
 TEST_F(FindSessionTest, ForgetsEverythingWhenItStops) {
@@ -217,7 +220,7 @@ TEST_F(FindSessionTest, ForgetsEverythingWhenItStops) {
   EXPECT_FALSE(session.isActive());
   EXPECT_EQ(session.count(), 0U);
   EXPECT_FALSE(session.current());
-  EXPECT_EQ(session.marksIn({.begin = 0, .end = 6}), RowMarks());
+  EXPECT_EQ(session.marksIn({.begin = 0_pos, .end = 6_pos}), RowMarks());
   EXPECT_TRUE(session.spread().empty());
 }
 
@@ -236,7 +239,7 @@ TEST_F(FindSessionTest, LooksOnlyForTheLatestOfManyPatterns) {
 TEST_F(FindSessionTest, MayGoWhileItSearches) {
   fillTo(100 * kSegmentBytes);
   auto other = std::make_unique<FindSession>(storage);
-  other->search(FindPattern::compile("needle", {}).value(), storage.size());
+  other->search(FindPattern::compile("needle", {}).value(), CanvasPosition(storage.size()));
   bool hasFound = false;
   QObject::connect(other.get(), &FindSession::resultsChanged, [&] { hasFound = true; });
   ASSERT_TRUE(waitFor([&] { return hasFound; }));
@@ -272,7 +275,8 @@ TEST_F(FindSessionTest, BringsBackMatchesThatItCouldNotKeep) {
   ASSERT_TRUE(finish());
   EXPECT_EQ(session.count(), 6 * kSegmentBytes);
   for (const std::size_t segment : {5U, 0U, 3U, 1U}) {
-    const CanvasRange row{.begin = segment * kSegmentBytes + 10, .end = segment * kSegmentBytes + 15};
+    const CanvasRange row{.begin = CanvasPosition(segment * kSegmentBytes + 10),
+                          .end = CanvasPosition(segment * kSegmentBytes + 15)};
     EXPECT_TRUE(waitFor([&] { return session.marksIn(row).found.size() == 5; })) << segment;
   }
   session.goForward();

@@ -102,7 +102,7 @@ TEST_F(FinderTest, CountsInTheBarAMomentAfterItHasMarkedTheMatch) {
   Finder timed(view, clock);
   timed.open();
   type(QStringLiteral("needle"));
-  ASSERT_TRUE(waitFor([&] { return isMarked(2, kCurrent); }));
+  ASSERT_TRUE(waitFor([&] { return isMarked(2_pos, kCurrent); }));
   clock.advance(std::chrono::milliseconds(79));
   EXPECT_EQ(progress(), QString());
   clock.advance(std::chrono::milliseconds(1));
@@ -115,13 +115,13 @@ TEST_F(FinderTest, MarksMatchesInTheTextAndTheCurrentOneOtherwise) {
   finder.open();
   type(QStringLiteral("cat"));
   ASSERT_TRUE(shows(QStringLiteral("2 of 2")));
-  EXPECT_TRUE(isMarked(0, kFound));
-  EXPECT_TRUE(isMarked(2, kFound));
-  EXPECT_FALSE(isMarked(3, kFound));
-  EXPECT_TRUE(isMarked(8, kCurrent));
-  EXPECT_FALSE(isMarked(8, kFound));
+  EXPECT_TRUE(isMarked(0_pos, kFound));
+  EXPECT_TRUE(isMarked(2_pos, kFound));
+  EXPECT_FALSE(isMarked(3_pos, kFound));
+  EXPECT_TRUE(isMarked(8_pos, kCurrent));
+  EXPECT_FALSE(isMarked(8_pos, kFound));
   finder.close();
-  EXPECT_FALSE(isMarked(0, kFound));
+  EXPECT_FALSE(isMarked(0_pos, kFound));
 }
 
 TEST_F(FinderTest, WalksUpWithReturnAndDownWithShift) {
@@ -157,7 +157,7 @@ TEST_F(FinderTest, ScrollsToAMatchThatIsOutOfView) {
   type(QStringLiteral("needle"));
   ASSERT_TRUE(shows(QStringLiteral("1 of 1")));
   view.makeFrameNow();
-  EXPECT_FALSE(view.rectOf(0).isEmpty());
+  EXPECT_FALSE(view.rectOf(0_pos).isEmpty());
   EXPECT_FALSE(view.isAtEnd());
 }
 
@@ -183,7 +183,7 @@ TEST_F(FinderTest, NeverLeavesTheCurrentMatchUnderTheBar) {
     QTest::keyClick(&field(), Qt::Key_Return);
     ASSERT_TRUE(shows(QStringLiteral("%1 of 300").arg(i)));
     view.makeFrameNow();
-    const auto marked = static_cast<CanvasPosition>(wide.find("needle " + std::to_string(i - 1) + "\n"));
+    const CanvasPosition marked(wide.find("needle " + std::to_string(i - 1) + "\n"));
     const QRectF match = view.rectOf(marked);
     ASSERT_FALSE(match.isEmpty());
     ASSERT_FALSE(QRectF(bar().geometry()).intersects(match)) << i;
@@ -276,19 +276,19 @@ TEST_F(FinderTest, SelectsTheMatchAndGivesBackTheKeyboardWhenItCloses) {
 
 TEST_F(FinderTest, StartsWithWhatIsSelectedUnlessThatIsMoreThanALine) {
   append("first\nsecond");
-  view.select({.begin = 0, .end = 5});
+  view.select({.begin = 0_pos, .end = 5_pos});
   finder.open();
   EXPECT_EQ(field().text(), QStringLiteral("first"));
   EXPECT_TRUE(shows(QStringLiteral("1 of 1")));
   finder.close();
-  view.select({.begin = 0, .end = 12});
+  view.select({.begin = 0_pos, .end = 12_pos});
   finder.open();
   EXPECT_EQ(field().text(), QStringLiteral("first"));
 }
 
 TEST_F(FinderTest, FindsWhatIsSelectedWithoutTakingTheKeyboard) {
   append("one two one");
-  view.select({.begin = 0, .end = 3});
+  view.select({.begin = 0_pos, .end = 3_pos});
   finder.findSelection();
   EXPECT_TRUE(view.hasFocus());
   EXPECT_TRUE(shows(QStringLiteral("1 of 2")));

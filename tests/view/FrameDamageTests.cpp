@@ -1,20 +1,22 @@
 #include <gtest/gtest.h>
 
+#include "view/CanvasLiterals.h"
 #include "view/canvas/FrameDamage.h"
 
 namespace zolt {
 namespace {
 
-constexpr Pixels kRow = 10;
-constexpr Pixels kViewport = 50;
+constexpr DevicePixels kRow = 10_px;
+constexpr DevicePixels kViewport = 50_px;
 
 // Rows that show the characters from 100 * n on, for each n from `first` on.
-Frame frameOf(CanvasPosition first, std::size_t rows, Pixels top = 0) {
+Frame frameOf(std::uint64_t first, std::size_t rows, DevicePixels top = 0_px) {
   Frame frame;
   frame.rowHeight = kRow;
   frame.firstRowTop = top;
-  for (CanvasPosition n = first; n < first + rows; ++n) {
-    frame.rows.push_back({.text = {.begin = 100 * n, .end = 100 * n + 50}, .selected = {}});
+  for (std::uint64_t n = first; n < first + rows; ++n) {
+    frame.rows.push_back(
+        {.text = {.begin = CanvasPosition(100 * n), .end = CanvasPosition(100 * n + 50)}, .selected = {}});
   }
   return frame;
 }
@@ -28,19 +30,19 @@ using Rows = std::vector<std::size_t>;
 TEST(FrameDamage, IsNothingBetweenEqualFrames) {
   const FrameDamage damage = compare(frameOf(3, 5), frameOf(3, 5));
   EXPECT_FALSE(damage.everything);
-  EXPECT_EQ(damage.shift, 0);
+  EXPECT_EQ(damage.shift, 0_px);
   EXPECT_TRUE(damage.dirtyRows.empty());
 }
 
 TEST(FrameDamage, IsTheRowWhoseTextGrew) {
   Frame after = frameOf(3, 5);
-  after.rows[4].text.end += 1;
+  after.rows[4].text.end = 751_pos;
   EXPECT_EQ(compare(frameOf(3, 5), after).dirtyRows, Rows{4});
 }
 
 TEST(FrameDamage, IsTheRowWhoseSelectionChanged) {
   Frame after = frameOf(3, 5);
-  after.rows[2].selected = {.begin = 500, .end = 510};
+  after.rows[2].selected = {.begin = 500_pos, .end = 510_pos};
   EXPECT_EQ(compare(frameOf(3, 5), after).dirtyRows, Rows{2});
 }
 
@@ -55,15 +57,15 @@ TEST(FrameDamage, MovesThePictureWhenTheTextScrolls) {
 }
 
 TEST(FrameDamage, MovesByPixelsToo) {
-  const FrameDamage damage = compare(frameOf(3, 5), frameOf(3, 6, -4));
-  EXPECT_EQ(damage.shift, -4);
+  const FrameDamage damage = compare(frameOf(3, 5), frameOf(3, 6, -4_px));
+  EXPECT_EQ(damage.shift, -4_px);
   EXPECT_EQ(damage.dirtyRows, Rows{5}) << "only the row that came into view";
 }
 
 TEST(FrameDamage, PaintsARowAgainThatWasCutOffBeforeItMoved) {
   // The last row reached 4 pixels below the viewport: they were never painted.
-  const FrameDamage damage = compare(frameOf(3, 5, 4), frameOf(3, 5, 0));
-  EXPECT_EQ(damage.shift, -4);
+  const FrameDamage damage = compare(frameOf(3, 5, 4_px), frameOf(3, 5, 0_px));
+  EXPECT_EQ(damage.shift, -4_px);
   EXPECT_EQ(damage.dirtyRows, Rows{4});
 }
 
@@ -73,7 +75,7 @@ TEST(FrameDamage, IsEverythingWhenNoRowStays) {
 
 TEST(FrameDamage, IsEverythingWhenRowsHaveAnotherHeight) {
   Frame after = frameOf(3, 5);
-  after.rowHeight = kRow + 1;
+  after.rowHeight = kRow + 1_px;
   EXPECT_TRUE(compare(frameOf(3, 5), after).everything);
 }
 

@@ -4,6 +4,7 @@
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <algorithm>
+#include <cmath>
 
 #include "view/ViewFixture.h"
 #include "view/canvas/LogRowSource.h"
@@ -69,7 +70,7 @@ TEST_F(LargeHistoryTest, ShowsWhatLiesInItsFile) {
   show();
   appendNoise(60);
   ASSERT_TRUE(waitFor([&] { return view->textStorage().usage().spilledBlocks > 50; }));
-  view->scrollTo(0);
+  view->scrollTo(0_px);
   EXPECT_TRUE(visible().starts_with(noiseLine(0))) << visible().substr(0, 200);
   view->scrollTo(100'000 * view->cellMetrics().height);
   EXPECT_NE(visible().find(noiseLine(100'000)), std::string::npos);
@@ -82,7 +83,7 @@ TEST_F(LargeHistoryTest, ReadsOnWhenItsFolderIsRemovedWhileItRuns) {
   ASSERT_TRUE(waitFor([&] { return view->textStorage().usage().spilledBlocks > 50; }));
   ASSERT_TRUE(QDir(caches()).removeRecursively());
   appendNoise(80);
-  view->scrollTo(0);
+  view->scrollTo(0_px);
   EXPECT_TRUE(visible().starts_with(noiseLine(0)));
   EXPECT_TRUE(view->textStorage().lostBlocks().empty());
 }
@@ -93,7 +94,7 @@ TEST_F(LargeHistoryTest, SaysWhatItHadToGiveUpWhereItHasNoRoomForAFile) {
   show();
   appendNoise(60);
   ASSERT_TRUE(waitFor([&] { return view->textStorage().usage().droppedBlocks > 50; }));
-  view->scrollTo(0);
+  view->scrollTo(0_px);
   EXPECT_TRUE(visible().starts_with(kHistoryLostNotice)) << visible().substr(0, 200);
   append("still here");
   view->scrollToEndOfDocument();
@@ -112,7 +113,7 @@ TEST_F(LargeHistoryTest, ShowsALineWithoutEndAtAnyPlaceAndWidth) {
     const auto columns = static_cast<std::size_t>(view->gridSize().columns);
     for (const double part : {0.0, 0.37, 0.99}) {
       const auto row = static_cast<std::size_t>(part * static_cast<double>(line.size() / columns));
-      view->scrollTo(static_cast<Pixels>(row) * view->cellMetrics().height + TextCanvas::inset);
+      view->scrollTo(row * view->cellMetrics().height + DevicePixels(std::lround(TextCanvas::inset.value)));
       view->makeFrameNow();
       const std::string shown = visible();
       const std::string expected = line.substr(row * columns, columns);

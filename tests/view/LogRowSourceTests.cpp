@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "view/CanvasLiterals.h"
 #include "view/canvas/LogRowSource.h"
 
 namespace zolt {
@@ -13,9 +14,9 @@ struct Log {
   }
 
   // The row as a person sees it.
-  std::string row(CanvasRow number) {
+  std::string row(std::int64_t number) {
     std::string picture;
-    for (const StyledPiece& piece : source.content(number).pieces) {
+    for (const StyledPiece& piece : source.content(CanvasRow(number)).pieces) {
       picture.resize(static_cast<std::size_t>(piece.column.value), ' ');
       picture += piece.text;
     }
@@ -43,7 +44,7 @@ TEST(LogRowSource, EndsALineAtALineFeedACarriageReturnOrBothTogether) {
 TEST(LogRowSource, StopsTabsEveryEightColumns) {
   Log log("a\tb\t", 40);
   EXPECT_EQ(log.row(0), "a       b       ");
-  EXPECT_EQ(log.source.content(0).end, CanvasColumn{16});
+  EXPECT_EQ(log.source.content(0_row).end, 16_col);
 }
 
 TEST(LogRowSource, ShowsTheRestOfATabThatReachesOverTheEndOfARow) {
@@ -54,32 +55,32 @@ TEST(LogRowSource, ShowsTheRestOfATabThatReachesOverTheEndOfARow) {
 
 TEST(LogRowSource, FindsColumnsAndPositionsInARow) {
   Log log("a\tbc", 40);
-  EXPECT_EQ(log.source.positionAt(0, {0}), 0U);
-  EXPECT_EQ(log.source.positionAt(0, {8}), 2U);
-  EXPECT_EQ(log.source.positionAt(0, {4}), 2U) << "inside the tab: the character after it";
-  EXPECT_EQ(log.source.positionAt(0, {99}), 4U);
-  EXPECT_EQ(log.source.columnAt(0, 0), CanvasColumn{0});
-  EXPECT_EQ(log.source.columnAt(0, 2), CanvasColumn{8});
-  EXPECT_EQ(log.source.columnAt(0, 4), CanvasColumn{10});
+  EXPECT_EQ(log.source.positionAt(0_row, 0_col), 0_pos);
+  EXPECT_EQ(log.source.positionAt(0_row, 8_col), 2_pos);
+  EXPECT_EQ(log.source.positionAt(0_row, 4_col), 2_pos) << "inside the tab: the character after it";
+  EXPECT_EQ(log.source.positionAt(0_row, 99_col), 4_pos);
+  EXPECT_EQ(log.source.columnAt(0_row, 0_pos), 0_col);
+  EXPECT_EQ(log.source.columnAt(0_row, 2_pos), 8_col);
+  EXPECT_EQ(log.source.columnAt(0_row, 4_pos), 10_col);
 }
 
 TEST(LogRowSource, SelectsWordsAsPeopleNameFiles) {
   Log log("see /usr/lib-2/a_b.c, done", 80);
-  const CanvasRange word = log.source.wordAt(8);
+  const CanvasRange word = log.source.wordAt(8_pos);
   EXPECT_EQ(log.source.text(word), "/usr/lib-2/a_b.c");
-  EXPECT_EQ(log.source.text(log.source.wordAt(20)), ",");
-  EXPECT_TRUE(log.source.wordAt(log.storage.size()).empty());
+  EXPECT_EQ(log.source.text(log.source.wordAt(20_pos)), ",");
+  EXPECT_TRUE(log.source.wordAt(log.source.end()).empty());
 }
 
 TEST(LogRowSource, SelectsLinesWithTheirEnds) {
   Log log("one\ntwo\nthree", 80);
-  EXPECT_EQ(log.source.text(log.source.lineAt(5)), "two\n");
-  EXPECT_EQ(log.source.text(log.source.lineAt(9)), "three");
+  EXPECT_EQ(log.source.text(log.source.lineAt(5_pos)), "two\n");
+  EXPECT_EQ(log.source.text(log.source.lineAt(9_pos)), "three");
 }
 
 TEST(LogRowSource, CopiesEveryLineEndAsALineFeed) {
   Log log("a\rb\r\nc\nd", 80);
-  EXPECT_EQ(log.source.text({.begin = 0, .end = log.storage.size()}), "a\nb\nc\nd");
+  EXPECT_EQ(log.source.text({.begin = 0_pos, .end = log.source.end()}), "a\nb\nc\nd");
 }
 
 TEST(LogRowSource, KeepsTheStyleOfEachPiece) {
@@ -90,10 +91,10 @@ TEST(LogRowSource, KeepsTheStyleOfEachPiece) {
   log.storage.append(text);
   log.storage.append(AttributedString("bold", bold));
   log.source.sync();
-  const RowContent row = log.source.content(0);
+  const RowContent row = log.source.content(0_row);
   ASSERT_EQ(row.pieces.size(), 2U);
   EXPECT_EQ(row.pieces[1].text, "bold");
-  EXPECT_EQ(row.pieces[1].column, CanvasColumn{5});
+  EXPECT_EQ(row.pieces[1].column, 5_col);
   EXPECT_EQ(row.pieces[1].attributes, bold);
 }
 

@@ -1,48 +1,50 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <algorithm>
 
+#include "view/CanvasLiterals.h"
 #include "view/canvas/ScrollModel.h"
 
 namespace zolt {
 namespace {
 
 TEST(ScrollModel, HasNothingToScrollWhenEverythingFits) {
-  const ScrollModel model{.contentHeight = 300, .viewportHeight = 600};
-  EXPECT_EQ(model.maximum(), 0);
+  const ScrollModel model{.contentHeight = 300_px, .viewportHeight = 600_px};
+  EXPECT_EQ(model.maximum(), 0_px);
   EXPECT_EQ(model.barMaximum(), 0);
-  EXPECT_EQ(model.offsetFor(0), 0);
+  EXPECT_EQ(model.offsetFor(0), 0_px);
 }
 
 TEST(ScrollModel, CountsPixelsWhileTheyFitTheScrollBar) {
-  const ScrollModel model{.contentHeight = 10'000, .viewportHeight = 600};
-  EXPECT_EQ(model.maximum(), 9'400);
+  const ScrollModel model{.contentHeight = 10'000_px, .viewportHeight = 600_px};
+  EXPECT_EQ(model.maximum(), 9'400_px);
   EXPECT_EQ(model.barMaximum(), 9'400);
-  EXPECT_EQ(model.barValue(1'234), 1'234);
-  EXPECT_EQ(model.offsetFor(1'234), 1'234);
+  EXPECT_EQ(model.barValue(1'234_px), 1'234);
+  EXPECT_EQ(model.offsetFor(1'234), 1'234_px);
 }
 
 TEST(ScrollModel, ReachesBothEndsAtAnySize) {
-  for (const Pixels height : {Pixels{601}, Pixels{1} << 31, Pixels{1} << 40, Pixels{17} * 100'000'000'000}) {
-    const ScrollModel model{.contentHeight = height, .viewportHeight = 600};
+  for (const DevicePixels height : {601_px, (1LL << 31) * 1_px, (1LL << 40) * 1_px, 1'700'000'000'000_px}) {
+    const ScrollModel model{.contentHeight = height, .viewportHeight = 600_px};
     EXPECT_GT(model.barMaximum(), 0);
-    EXPECT_EQ(model.offsetFor(0), 0);
-    EXPECT_EQ(model.offsetFor(model.barMaximum()), height - 600);
+    EXPECT_EQ(model.offsetFor(0), 0_px);
+    EXPECT_EQ(model.offsetFor(model.barMaximum()), height - 600_px);
     EXPECT_EQ(model.barValue(model.maximum()), model.barMaximum());
     EXPECT_GE(model.barPageStep(), 1);
   }
 }
 
 TEST(ScrollModel, KeepsOffsetsWithinAStepAtAnySize) {
-  const ScrollModel model{.contentHeight = Pixels{1} << 40, .viewportHeight = 600};
-  const Pixels offset = (Pixels{1} << 39) + 12'345;
-  EXPECT_LE(std::abs(model.offsetFor(model.barValue(offset)) - offset), model.pixelsPerStep());
+  const ScrollModel model{.contentHeight = (1LL << 40) * 1_px, .viewportHeight = 600_px};
+  const DevicePixels offset = (1LL << 39) * 1_px + 12'345_px;
+  const DevicePixels distance = model.offsetFor(model.barValue(offset)) - offset;
+  EXPECT_LE(std::max(distance, -distance), model.pixelsPerStep());
 }
 
 TEST(ScrollModel, ClampsOffsets) {
-  const ScrollModel model{.contentHeight = 1'000, .viewportHeight = 600};
-  EXPECT_EQ(model.clamped(-5), 0);
-  EXPECT_EQ(model.clamped(100'000), 400);
+  const ScrollModel model{.contentHeight = 1'000_px, .viewportHeight = 600_px};
+  EXPECT_EQ(model.clamped(-5_px), 0_px);
+  EXPECT_EQ(model.clamped(100'000_px), 400_px);
 }
 
 }  // namespace

@@ -36,19 +36,19 @@ class SelectionTest : public test::TextViewTest {
 
 TEST_F(SelectionTest, ADragSelectsFromCharacterToCharacter) {
   append("hello brave world\nsecond line");
-  drag(before(6), before(11));
+  drag(before(6_pos), before(11_pos));
   EXPECT_EQ(selected(), "brave");
 }
 
 TEST_F(SelectionTest, ADragBackwardsAndOverLinesSelectsTheSame) {
   append("hello brave world\nsecond line");
-  drag(before(24), before(12));
+  drag(before(24_pos), before(12_pos));
   EXPECT_EQ(selected(), "world\nsecond");
 }
 
 TEST_F(SelectionTest, ADoubleClickSelectsAWordAndATripleClickItsLine) {
   append("cp /etc/hosts here\nnext");
-  const QPoint at = middleOf(7);
+  const QPoint at = middleOf(7_pos);
   QTest::mouseDClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, at);
   EXPECT_EQ(selected(), "/etc/hosts");
   QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, at);
@@ -57,12 +57,12 @@ TEST_F(SelectionTest, ADoubleClickSelectsAWordAndATripleClickItsLine) {
 
 TEST_F(SelectionTest, ADragAfterADoubleClickSelectsWholeWords) {
   append("one two three four");
-  QTest::mouseDClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(5));
-  press(middleOf(5));
-  release(middleOf(5));  // the third click takes the line; a fresh double click starts over
+  QTest::mouseDClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(5_pos));
+  press(middleOf(5_pos));
+  release(middleOf(5_pos));  // the third click takes the line; a fresh double click starts over
   QTest::qWait(QApplication::styleHints()->mouseDoubleClickInterval() + 50);
-  QTest::mouseDClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(5));
-  const QPoint to = middleOf(9);
+  QTest::mouseDClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(5_pos));
+  const QPoint to = middleOf(9_pos);
   QMouseEvent move(QEvent::MouseMove, QPointF(to), view.viewport()->mapToGlobal(QPointF(to)), Qt::NoButton,
                    Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(view.viewport(), &move);
@@ -72,18 +72,18 @@ TEST_F(SelectionTest, ADragAfterADoubleClickSelectsWholeWords) {
 
 TEST_F(SelectionTest, AClickWithShiftExtendsTheSelection) {
   append("one two three four");
-  QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, before(4));
+  QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, before(4_pos));
   EXPECT_EQ(selected(), "");
-  QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::ShiftModifier, before(13));
+  QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::ShiftModifier, before(13_pos));
   EXPECT_EQ(selected(), "two three");
-  QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::ShiftModifier, before(0));
+  QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::ShiftModifier, before(0_pos));
   EXPECT_EQ(selected(), "one ");
 }
 
 TEST_F(SelectionTest, AClickElsewhereClearsIt) {
   append("one two");
   view.selectAll();
-  QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, before(2));
+  QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, before(2_pos));
   EXPECT_EQ(selected(), "");
 }
 
@@ -127,7 +127,7 @@ TEST_F(SelectionTest, CopyingNothingLeavesTheClipboardAlone) {
 
 TEST_F(SelectionTest, StaysOnItsTextWhenMoreIsAppendedAndTheWidthChanges) {
   appendLines(3);
-  view.select({.begin = 7, .end = 13});
+  view.select({.begin = 7_pos, .end = 13_pos});
   EXPECT_EQ(selected(), "line 1");
   appendLines(500);
   view.resize(300, 300);
@@ -137,15 +137,15 @@ TEST_F(SelectionTest, StaysOnItsTextWhenMoreIsAppendedAndTheWidthChanges) {
 
 TEST_F(SelectionTest, DraggingBelowTheViewScrollsAndSelectsOn) {
   appendLines(1000);
-  view.scrollTo(0);
+  view.scrollTo(0_px);
   view.makeFrameNow();
   const qsizetype oneView = view.visibleText().size();
-  press(before(0));
+  press(before(0_pos));
   const QPoint below(50, view.viewport()->height() + 200);
   QMouseEvent move(QEvent::MouseMove, QPointF(below), view.viewport()->mapToGlobal(QPointF(below)), Qt::NoButton,
                    Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(view.viewport(), &move);
-  EXPECT_TRUE(test::waitFor([&] { return view.scrollOffset() > 500; }));
+  EXPECT_TRUE(test::waitFor([&] { return view.scrollOffset() > 500_px; }));
   release(below);
   EXPECT_GT(view.selectedText().size(), oneView);
 }
@@ -154,14 +154,14 @@ TEST_F(SelectionTest, DraggingAboveTheViewScrollsUp) {
   appendLines(1000);
   view.scrollToEndOfDocument();
   view.makeFrameNow();
-  const Pixels end = view.scrollOffset();
+  const DevicePixels end = view.scrollOffset();
   const QPoint from(50, 100);
   press(from);
   const QPoint above(50, -200);
   QMouseEvent move(QEvent::MouseMove, QPointF(above), view.viewport()->mapToGlobal(QPointF(above)), Qt::NoButton,
                    Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(view.viewport(), &move);
-  EXPECT_TRUE(test::waitFor([&] { return view.scrollOffset() < end - 500; }));
+  EXPECT_TRUE(test::waitFor([&] { return view.scrollOffset() < end - 500_px; }));
   release(above);
 }
 

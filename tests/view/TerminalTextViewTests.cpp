@@ -47,7 +47,7 @@ TEST_F(CoordinatorTest, ScrollsToTheEndEvenIfTheUserHadScrolledUp) {
   for (int i = 0; i < 100; ++i) {
     output("line\n");
   }
-  view.scrollTo(0);
+  view.scrollTo(0_px);
   EXPECT_FALSE(view.isAtEnd());
   output("more\n");
   EXPECT_TRUE(view.isAtEnd());

@@ -13,6 +13,8 @@
 namespace zolt {
 namespace {
 
+constexpr int kInset = static_cast<int>(TextCanvas::inset.value);
+
 class TextCanvasTest : public test::TextViewTest {
  protected:
   QImage picture() { return view.viewport()->grab().toImage(); }
@@ -61,8 +63,8 @@ TEST_F(TextCanvasTest, HasExactlyBlackAsItsBackgroundAndWhiteAsItsText) {
 TEST_F(TextCanvasTest, HasTheFixedFontAtFourteenPixels) {
   const double scale = view.devicePixelRatioF();
   const QFontMetricsF font(CanvasFonts::systemFont(14 * scale));
-  EXPECT_EQ(view.cellMetrics().height, static_cast<int>(std::ceil(font.lineSpacing())));
-  EXPECT_EQ(view.cellMetrics().width, static_cast<int>(std::lround(font.horizontalAdvance(QLatin1Char('M')))));
+  EXPECT_EQ(view.cellMetrics().height, DevicePixels(static_cast<int>(std::ceil(font.lineSpacing()))));
+  EXPECT_EQ(view.cellMetrics().width, DevicePixels(std::lround(font.horizontalAdvance(QLatin1Char('M')))));
 }
 
 TEST_F(TextCanvasTest, HidesItsScrollerExceptForAMomentAfterScrolling) {
@@ -72,12 +74,12 @@ TEST_F(TextCanvasTest, HidesItsScrollerExceptForAMomentAfterScrolling) {
   };
   append("short");
   view.makeFrameNow();
-  view.scrollTo(0);
+  view.scrollTo(0_px);
   EXPECT_FALSE(isShown()) << "there is nothing to scroll";
   appendLines(300);
   view.makeFrameNow();
   ASSERT_TRUE(test::waitFor([&] { return !isShown(); }));
-  view.scrollTo(0);
+  view.scrollTo(0_px);
   view.makeFrameNow();
   EXPECT_TRUE(isShown());
   EXPECT_TRUE(test::waitFor([&] { return !isShown(); }));
@@ -85,13 +87,13 @@ TEST_F(TextCanvasTest, HidesItsScrollerExceptForAMomentAfterScrolling) {
 
 TEST_F(TextCanvasTest, PaintsTheSelectionBehindItsCellsOnly) {
   append("MMMMMMMM");
-  view.select({.begin = 2, .end = 5});
+  view.select({.begin = 2_pos, .end = 5_pos});
   view.makeFrameNow();
   const QImage image = picture();
   const QColor highlight(0x26, 0x4F, 0x78);
-  for (CanvasPosition position = 0; position < 8; ++position) {
+  for (CanvasPosition position = 0_pos; position < 8_pos; position = position + 1) {
     const QRect cell = view.rectOf(position).toAlignedRect();
-    const bool selected = position >= 2 && position < 5;
+    const bool selected = position >= 2_pos && position < 5_pos;
     EXPECT_EQ(image.pixelColor(cell.topLeft()) == highlight, selected) << position;
     EXPECT_GT(pixelsOf(image, cell, Qt::white), 0) << "the text stands over it";
   }
@@ -107,7 +109,7 @@ TEST_F(TextCanvasTest, StrikesTextThroughAboveItsUnderline) {
     other.append(AttributedString("    ", attributes));
     other.makeFrameNow();
     const QImage image = other.viewport()->grab().toImage();
-    const QRect cell = other.rectOf(1).toAlignedRect();
+    const QRect cell = other.rectOf(1_pos).toAlignedRect();
     std::vector<int> lines;
     for (int y = cell.top(); y <= cell.bottom(); ++y) {
       if (image.pixelColor(cell.center().x(), y) == QColor(0, 255, 0)) lines.push_back(y);
@@ -130,9 +132,9 @@ TEST_F(TextCanvasTest, ShowsTextBeingComposedAfterTheLastCharacter) {
   QApplication::sendEvent(&view, &compose);
   const QImage during = picture();
   EXPECT_NE(during, before);
-  const QRect text = view.rectOf(0).toAlignedRect().united(view.rectOf(1).toAlignedRect());
+  const QRect text = view.rectOf(0_pos).toAlignedRect().united(view.rectOf(1_pos).toAlignedRect());
   EXPECT_EQ(during.copy(text), before.copy(text));
-  EXPECT_EQ(static_cast<QWidget&>(view).inputMethodQuery(Qt::ImCursorRectangle).toRect(), view.rectOf(2).toRect());
+  EXPECT_EQ(static_cast<QWidget&>(view).inputMethodQuery(Qt::ImCursorRectangle).toRect(), view.rectOf(2_pos).toRect());
   QInputMethodEvent none;
   QApplication::sendEvent(&view, &none);
   EXPECT_EQ(picture(), before);
@@ -142,8 +144,8 @@ TEST_F(TextCanvasTest, PaintsTextInItsColourFiveFromTheCorner) {
   view.append(AttributedString("MMMM", colored({0.8, 0, 0, 1})));
   view.makeFrameNow();
   const QImage image = picture();
-  const QRectF cell = view.rectOf(0);
-  EXPECT_EQ(cell.topLeft(), QPointF(TextCanvas::inset, TextCanvas::inset));
+  const QRectF cell = view.rectOf(0_pos);
+  EXPECT_EQ(cell.topLeft(), QPointF(kInset, kInset));
   const QRect text(5, 5, static_cast<int>(cell.width() * 4), static_cast<int>(cell.height()));
   EXPECT_GT(pixelsOf(image, text, QColor(204, 0, 0)), 20);
   EXPECT_EQ(pixelsOf(image, image.rect(), Qt::white), 0);
@@ -158,7 +160,7 @@ TEST_F(TextCanvasTest, PaintsBackgroundsAndLines) {
   view.append(AttributedString("    ", attributes));
   view.makeFrameNow();
   const QImage image = picture();
-  const QRect cell = view.rectOf(1).toAlignedRect();
+  const QRect cell = view.rectOf(1_pos).toAlignedRect();
   EXPECT_GT(pixelsOf(image, cell, Qt::blue), cell.width() * cell.height() / 2);
   EXPECT_GE(pixelsOf(image, cell, Qt::green), cell.width()) << "the underline";
 }
@@ -213,7 +215,7 @@ TEST_F(TextCanvasTest, ShowsTheSameAfterMovingThePictureAsFromScratch) {
   appendLines(300);
   view.makeFrameNow();
   onScreen(view);
-  for (const Pixels offset : {Pixels{0}, Pixels{7}, Pixels{300}, Pixels{290}, Pixels{3000}, Pixels{2999}}) {
+  for (const DevicePixels offset : {0_px, 7_px, 300_px, 290_px, 3000_px, 2999_px}) {
     view.scrollTo(offset);
     view.makeFrameNow();
     QApplication::processEvents();
@@ -237,27 +239,27 @@ TEST_F(TextCanvasTest, ShowsTextThatIsAppendedToARowInView) {
 
 TEST_F(TextCanvasTest, ScrollsToTheEndWhenAskedWhateverTheUserDid) {
   appendLines(300);
-  view.scrollTo(0);
+  view.scrollTo(0_px);
   EXPECT_FALSE(view.isAtEnd());
   view.scrollToEndOfDocument();
   EXPECT_EQ(view.scrollOffset(), view.scrollMaximum());
-  EXPECT_GT(view.scrollMaximum(), 0);
+  EXPECT_GT(view.scrollMaximum(), 0_px);
 }
 
 TEST_F(TextCanvasTest, TheWheelAndTheScrollBarMoveTheText) {
   appendLines(300);
   view.scrollToEndOfDocument();
   view.makeFrameNow();
-  const Pixels end = view.scrollOffset();
+  const DevicePixels end = view.scrollOffset();
   wheel(2);
   EXPECT_EQ(view.scrollOffset(), end - 6 * view.cellMetrics().height) << "three rows a notch";
   wheel(-100);
   EXPECT_TRUE(view.isAtEnd());
   wheel(1, 7);
-  EXPECT_EQ(view.scrollOffset(), end - 7) << "a touchpad says how many pixels";
+  EXPECT_EQ(view.scrollOffset(), end - 7_px) << "a touchpad says how many pixels";
   wheel(-100);
   view.verticalScrollBar()->setValue(0);
-  EXPECT_EQ(view.scrollOffset(), 0);
+  EXPECT_EQ(view.scrollOffset(), 0_px);
   view.makeFrameNow();
   view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum());
   EXPECT_TRUE(view.isAtEnd());
@@ -270,15 +272,15 @@ TEST_F(TextCanvasTest, KeepsTheTopLineInPlaceWhenTheWidthChanges) {
   }
   append(text);
   view.makeFrameNow();
-  view.scrollTo(view.source().rowAt(view.textStorage().lineStart(1000)) * view.cellMetrics().height +
-                TextCanvas::inset);
+  const CanvasPosition line(view.textStorage().lineStart(1000));
+  view.scrollTo(view.cellMetrics().topOf(view.source().rowAt(line)) + DevicePixels(kInset));
   view.makeFrameNow();
-  const CanvasPosition top = view.positionAt(QPointF(TextCanvas::inset, 1));
-  EXPECT_EQ(top, view.textStorage().lineStart(1000));
+  const CanvasPosition top = view.positionAt(QPointF(kInset, 1));
+  EXPECT_EQ(top, line);
   for (const int width : {300, 1200, 170, 900}) {
     view.resize(width, 600);
     view.makeFrameNow();
-    EXPECT_EQ(view.positionAt(QPointF(TextCanvas::inset, 1)), top) << "at " << width;
+    EXPECT_EQ(view.positionAt(QPointF(kInset, 1)), top) << "at " << width;
   }
 }
 
@@ -315,12 +317,12 @@ class TextCanvasSizeTest : public testing::Test {
 TEST_F(TextCanvasSizeTest, IsToldInCellsAndTheirPixelsWithoutWaitingWhenTheWindowIsShown) {
   clock.advance(std::chrono::milliseconds(0));
   const CellMetrics& cell = view.cellMetrics();
-  const int columns = (view.viewport()->width() - 2 * TextCanvas::inset) / cell.width;
-  const int rows = (600 - 2 * TextCanvas::inset) / cell.height;
-  EXPECT_EQ(
-      told,
-      std::vector{(TerminalSize{
-          .rows = rows, .columns = columns, .pixelWidth = columns * cell.width, .pixelHeight = rows * cell.height})});
+  const int columns = (view.viewport()->width() - 2 * kInset) / cell.width.toInt();
+  const int rows = (600 - 2 * kInset) / cell.height.toInt();
+  EXPECT_EQ(told, std::vector{(TerminalSize{.rows = rows,
+                                            .columns = columns,
+                                            .pixelWidth = columns * cell.width.toInt(),
+                                            .pixelHeight = rows * cell.height.toInt()})});
 }
 
 TEST_F(TextCanvasSizeTest, IsToldOnceWhenTheWindowHasComeToRest) {
@@ -342,13 +344,13 @@ TEST_F(TextCanvasSizeTest, IsToldOnceWhenTheWindowHasComeToRest) {
 TEST_F(TextCanvasSizeTest, IsTheSameForAWindowThatIsTooLittleLargerForAnotherCell) {
   const CellMetrics& cell = view.cellMetrics();
   const TerminalSize size = view.gridSize();
-  const int frame = view.width() - view.viewport()->width() + 2 * TextCanvas::inset;
-  const QSize exact(size.pixelWidth + frame, size.pixelHeight + 2 * TextCanvas::inset);
+  const int frame = view.width() - view.viewport()->width() + 2 * kInset;
+  const QSize exact(size.pixelWidth + frame, size.pixelHeight + 2 * kInset);
   resizeTo(exact);
   EXPECT_EQ(view.gridSize(), size);
-  resizeTo(exact + QSize(cell.width - 1, cell.height - 1));
+  resizeTo(exact + QSize(cell.width.toInt() - 1, cell.height.toInt() - 1));
   EXPECT_EQ(view.gridSize(), size);
-  resizeTo(exact + QSize(cell.width, cell.height));
+  resizeTo(exact + QSize(cell.width.toInt(), cell.height.toInt()));
   EXPECT_EQ(view.gridSize().columns, size.columns + 1);
   EXPECT_EQ(view.gridSize().rows, size.rows + 1);
 }
@@ -365,7 +367,7 @@ TEST_F(TextCanvasTest, LaysOutOnlyWhatIsInView) {
   appendLines(200'000);
   view.makeFrameNow();
   EXPECT_EQ(view.source().rowCount(), 200'001);
-  EXPECT_LT(view.rowsInFrame(), 600U / static_cast<unsigned>(view.cellMetrics().height) + 3);
+  EXPECT_LT(view.rowsInFrame(), 600U / static_cast<unsigned>(view.cellMetrics().height.toInt()) + 3);
 }
 
 }  // namespace

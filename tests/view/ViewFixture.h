@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "support/WaitFor.h"
+#include "view/CanvasLiterals.h"
 #include "view/ContentView.h"
 
 namespace zolt::test {

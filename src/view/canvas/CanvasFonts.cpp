@@ -11,9 +11,9 @@ namespace zolt {
 
 CanvasFonts::CanvasFonts(double size, double scale) : m_size(size), m_scale(scale) {
   const QFontMetricsF metrics(systemFont(size * scale));
-  const auto whole = [](double pixels) { return std::max(1, static_cast<int>(std::lround(pixels))); };
+  const auto whole = [](double pixels) { return DevicePixels(std::max(1L, std::lround(pixels))); };
   m_metrics.width = whole(metrics.horizontalAdvance(QLatin1Char('M')));
-  m_metrics.height = std::max(1, static_cast<int>(std::ceil(metrics.lineSpacing())));
+  m_metrics.height = DevicePixels(std::max(1, static_cast<int>(std::ceil(metrics.lineSpacing()))));
   m_metrics.baseline = whole(metrics.ascent() + metrics.leading() / 2);
   m_metrics.lineThickness = whole(metrics.lineWidth());
   m_metrics.underlineTop =

@@ -7,17 +7,23 @@
 #include <optional>
 
 #include "text/TextAttributes.h"
+#include "view/canvas/CanvasCell.h"
+#include "view/canvas/CanvasPixels.h"
 
 namespace zolt {
 
-/// The size of a character cell, in device pixels.
+/// The size of a character cell, and where the lines in it are.
 struct CellMetrics {
-  int width = 1;
-  int height = 1;
-  int baseline = 1;  ///< from the top of the cell
-  int underlineTop = 0;
-  int strikethroughTop = 0;
-  int lineThickness = 1;
+  DevicePixels width{1};
+  DevicePixels height{1};
+  DevicePixels baseline{1};  ///< from the top of the cell, as the two below
+  DevicePixels underlineTop;
+  DevicePixels strikethroughTop;
+  DevicePixels lineThickness{1};
+
+  /// From the top of the first row, and the left of the first column.
+  DevicePixels topOf(CanvasRow row) const { return height * row.value; }
+  DevicePixels leftOf(CanvasColumn column) const { return width * column.value; }
 };
 
 /// The fixed-pitch system font at one scale: its regular, bold, italic and bold italic face. The glyph of each ASCII

@@ -10,6 +10,7 @@
 #include "find/LogSearch.h"
 #include "platform/MainQueue.h"
 #include "platform/WorkerQueue.h"
+#include "view/canvas/LogRowSource.h"
 
 namespace zolt {
 
@@ -68,8 +69,8 @@ void FindSession::search(const FindPattern& pattern, CanvasPosition from) {
   stop();
   m_stop = std::make_shared<std::atomic<bool>>(false);
   m_pattern = pattern;
-  m_from = from;
-  m_walk = Walk{.direction = Direction::Backward, .from = from};
+  m_from = LogRowSource::toText(from);
+  m_walk = Walk{.direction = Direction::Backward, .from = m_from};
   m_firstOpen = m_unknownBelow = segmentCount(m_text);
   walk();
   pump();
@@ -210,7 +211,7 @@ void FindSession::take(const Job& job, Outcome outcome) {
 void FindSession::go(Direction direction) {
   if (!isActive()) return;
   const bool backward = direction == Direction::Backward;
-  const CanvasPosition from = m_current ? (backward ? m_current->begin : m_current->begin + 1) : m_from;
+  const TextPosition from = m_current ? (backward ? m_current->begin : m_current->begin + 1) : m_from;
   m_walk = Walk{.direction = direction, .from = from};
   walk();
   pump();
@@ -242,6 +243,11 @@ void FindSession::setCurrent(const FindMatch& match) {
   Q_EMIT currentChanged();
 }
 
+std::optional<CanvasRange> FindSession::current() const {
+  if (!m_current) return std::nullopt;
+  return LogRowSource::toCanvas(m_current->begin, m_current->end);
+}
+
 std::optional<std::uint64_t> FindSession::numberOfCurrent() const {
   if (!m_current) return std::nullopt;
   const auto before = m_results.countBefore(segmentAt(m_text, m_current->begin), m_current->begin);
@@ -251,7 +257,7 @@ std::optional<std::uint64_t> FindSession::numberOfCurrent() const {
 std::vector<CanvasRange> FindSession::spread() const {
   std::vector<CanvasRange> ranges;
   for (const FindMatch& place : m_results.spread()) {
-    ranges.push_back({.begin = place.begin, .end = place.end});
+    ranges.push_back(LogRowSource::toCanvas(place.begin, place.end));
   }
   return ranges;
 }
@@ -267,11 +273,11 @@ const std::vector<FindMatch>* FindSession::matchesIn(std::size_t segment) {
 }
 
 // In the newest text, for a plain query: under load a row would be out of view before a job had searched it.
-std::optional<std::vector<FindMatch>> FindSession::matchesAtOnce(CanvasRange row, std::size_t segment) const {
+std::optional<std::vector<FindMatch>> FindSession::matchesAtOnce(const FindMatch& row, std::size_t segment) const {
   const bool isNewest = segment + 2 >= segmentCount(m_text);
   if (!isNewest || !std::holds_alternative<PlainNeedle>(m_pattern->matcher())) return std::nullopt;
-  const CanvasPosition from = row.begin - std::min<CanvasPosition>(row.begin, FindPattern::kQueryBytes);
-  const CanvasPosition to = std::min<CanvasPosition>(row.end + FindPattern::kQueryBytes, m_text.size());
+  const TextPosition from = row.begin - std::min<TextPosition>(row.begin, FindPattern::kQueryBytes);
+  const TextPosition to = std::min<TextPosition>(row.end + FindPattern::kQueryBytes, m_text.size());
   std::vector<FindMatch> matches;
   FindScanner scanner(*m_pattern, from);
   scanner.feed(m_text.text(from, to), matches);
@@ -279,11 +285,12 @@ std::optional<std::vector<FindMatch>> FindSession::matchesAtOnce(CanvasRange row
   return matches;
 }
 
-RowMarks FindSession::marksIn(CanvasRange row) {
+RowMarks FindSession::marksIn(CanvasRange canvasRow) {
   RowMarks marks;
-  if (!isActive() || row.empty()) return marks;
+  if (!isActive() || canvasRow.empty()) return marks;
+  const FindMatch row{.begin = LogRowSource::toText(canvasRow.begin), .end = LogRowSource::toText(canvasRow.end)};
   const auto take = [&](const FindMatch& match) {
-    const CanvasRange part{.begin = std::max(match.begin, row.begin), .end = std::min(match.end, row.end)};
+    const CanvasRange part = LogRowSource::toCanvas(std::max(match.begin, row.begin), std::min(match.end, row.end));
     if (part.empty()) return;
     if (m_current && match == *m_current) {
       marks.current = part;

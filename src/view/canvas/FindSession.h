@@ -42,7 +42,7 @@ class FindSession : public QObject, public CanvasMarks {
   /// Whether some of the text is yet to be searched, not counting what has just arrived.
   bool isSearching() const;
   /// The current match; none at first, and where nothing matches.
-  std::optional<FindMatch> current() const { return m_current; }
+  std::optional<CanvasRange> current() const;
   /// Its number, from 1 at the top; nothing until all text before it has been searched.
   std::optional<std::uint64_t> numberOfCurrent() const;
   /// Go to the match before or after the current one, wrapping around at the ends. Where that match is not known yet,
@@ -68,7 +68,7 @@ class FindSession : public QObject, public CanvasMarks {
   // A walk that waits for a segment to be searched.
   struct Walk {
     Direction direction = Direction::Backward;
-    CanvasPosition from = 0;
+    TextPosition from = 0;
     bool wrapped = false;
   };
   struct Segments {
@@ -99,13 +99,13 @@ class FindSession : public QObject, public CanvasMarks {
   void walk();
   void setCurrent(const FindMatch& match);
   const std::vector<FindMatch>* matchesIn(std::size_t segment);
-  std::optional<std::vector<FindMatch>> matchesAtOnce(CanvasRange row, std::size_t segment) const;
+  std::optional<std::vector<FindMatch>> matchesAtOnce(const FindMatch& row, std::size_t segment) const;
 
   const TextStorage& m_text;
   std::optional<FindPattern> m_pattern;
   FindResults m_results;
   std::optional<FindMatch> m_current;
-  CanvasPosition m_from = 0;
+  TextPosition m_from = 0;
   std::optional<Walk> m_walk;
 
   std::shared_ptr<std::atomic<bool>> m_stop;  // of the jobs that are under way

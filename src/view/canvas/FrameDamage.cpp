@@ -1,7 +1,6 @@
 #include "view/canvas/FrameDamage.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <optional>
 
 namespace zolt {
@@ -20,7 +19,7 @@ std::optional<std::ptrdiff_t> rowsMoved(const Frame& before, const Frame& after)
 
 }  // namespace
 
-FrameDamage compareFrames(const Frame& before, const Frame& after, Pixels viewportHeight) {
+FrameDamage compareFrames(const Frame& before, const Frame& after, DevicePixels viewportHeight) {
   FrameDamage damage;
   const auto moved = rowsMoved(before, after);
   if (!moved || before.rowHeight != after.rowHeight) {
@@ -28,20 +27,21 @@ FrameDamage compareFrames(const Frame& before, const Frame& after, Pixels viewpo
     return damage;
   }
   damage.shift = after.firstRowTop - before.firstRowTop - *moved * after.rowHeight;
-  if (std::abs(damage.shift) >= viewportHeight) {
+  if (std::max(damage.shift, -damage.shift) >= viewportHeight) {
     damage.everything = true;
     return damage;
   }
+  const auto isWholeAt = [&](DevicePixels top) {
+    return top >= DevicePixels(0) && top + after.rowHeight <= viewportHeight;
+  };
   for (std::size_t i = 0; i < after.rows.size(); ++i) {
     const std::ptrdiff_t source = static_cast<std::ptrdiff_t>(i) + *moved;
-    const Pixels top = after.firstRowTop + static_cast<Pixels>(i) * after.rowHeight;
+    const DevicePixels top = after.topOf(i);
     // A row that was partly outside the viewport before the move has pixels that were never painted.
-    const Pixels topBefore = top - damage.shift;
-    const bool wasWhole = topBefore >= 0 && topBefore + after.rowHeight <= viewportHeight;
-    const bool isWhole = top >= 0 && top + after.rowHeight <= viewportHeight;
+    const bool wasWhole = isWholeAt(top - damage.shift);
     const bool same = source >= 0 && source < std::ssize(before.rows) &&
                       before.rows[static_cast<std::size_t>(source)] == after.rows[i];
-    if (!same || (!wasWhole && (isWhole || damage.shift != 0))) damage.dirtyRows.push_back(i);
+    if (!same || (!wasWhole && (isWholeAt(top) || damage.shift != DevicePixels(0)))) damage.dirtyRows.push_back(i);
   }
   // What lies below the last row keeps its blank only if there were no more rows before.
   if (before.rows.size() > after.rows.size() + static_cast<std::size_t>(std::max<std::ptrdiff_t>(*moved, 0))) {

@@ -1,11 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "view/canvas/CanvasMarks.h"
-#include "view/canvas/RowSource.h"
-#include "view/canvas/ScrollModel.h"
+#include "view/canvas/CanvasPixels.h"
+#include "view/canvas/CanvasPosition.h"
 
 namespace zolt {
 
@@ -18,24 +19,27 @@ struct RowKey {
   friend bool operator==(const RowKey&, const RowKey&) = default;
 };
 
-/// The rows of a frame, top to bottom, at `firstRowTop` pixels from the top of the viewport and `rowHeight` apart.
+/// The rows of a frame, top to bottom, the first `firstRowTop` below the top of the viewport, and `rowHeight` apart.
 struct Frame {
   std::vector<RowKey> rows;
-  Pixels firstRowTop = 0;
-  Pixels rowHeight = 1;
+  DevicePixels firstRowTop;
+  DevicePixels rowHeight{1};
+
+  /// From the top of the viewport.
+  DevicePixels topOf(std::size_t row) const { return firstRowTop + rowHeight * static_cast<std::int64_t>(row); }
 };
 
 /// How to get from one frame to the next with the least painting.
 struct FrameDamage {
-  /// Moves the picture first: pixels downwards, negative upwards.
-  Pixels shift = 0;
+  /// How far the picture is moved first: downwards, or upwards if negative.
+  DevicePixels shift;
   /// Rows of the new frame, by index, that must be painted after the move.
   std::vector<std::size_t> dirtyRows;
   /// Whether everything has to be painted; `shift` and `dirtyRows` mean nothing then.
   bool everything = false;
 };
 
-/// Compares two frames of a viewport `viewportHeight` pixels high. Pure.
-FrameDamage compareFrames(const Frame& before, const Frame& after, Pixels viewportHeight);
+/// Compares two frames of a viewport `viewportHeight` high. Pure.
+FrameDamage compareFrames(const Frame& before, const Frame& after, DevicePixels viewportHeight);
 
 }  // namespace zolt

@@ -11,7 +11,7 @@ constexpr int kColumnsBeforeLayout = 80;
 // Blocks counted in one step in the background: a few tenths of a millisecond, for each may have to be fetched.
 constexpr std::size_t kRefinedAtOnce = 4;
 // How far a word is followed in either direction.
-constexpr CanvasPosition kLongestWord = 4096;
+constexpr TextPosition kLongestWord = 4096;
 
 // What names, paths and addresses are made of.
 bool isWordCharacter(char c) {
@@ -28,13 +28,13 @@ bool LogRowSource::refine() {
 }
 
 RowContent LogRowSource::content(CanvasRow row) {
-  const RowIndex::Row located = m_index.locate(row);
+  const RowIndex::Row located = m_index.locate(row.value);
   RowContent content;
-  content.range = {.begin = located.begin, .end = located.end};
+  content.range = toCanvas(located.begin, located.end);
   LineColumn column = located.beginColumn;
   const auto inRow = [&](LineColumn at) {
-    return CanvasColumn{
-        static_cast<int>(std::min<LineColumn>(at - located.firstColumn, static_cast<LineColumn>(columns())))};
+    return CanvasColumn(
+        static_cast<int>(std::min<LineColumn>(at - located.firstColumn, static_cast<LineColumn>(columns()))));
   };
   m_storage.forEachRun(
       located.begin, located.end, [&](TextPosition, std::string_view text, const TextAttributes& attributes) {
@@ -49,10 +49,9 @@ RowContent LogRowSource::content(CanvasRow row) {
             // A tab is as many blanks in its style: they show a background and an underline.
             const LineColumn after = afterTab(column);
             const CanvasColumn from = inRow(column);
-            content.pieces.push_back(
-                {.column = from,
-                 .text = std::string(static_cast<std::size_t>(inRow(after).value - from.value), ' '),
-                 .attributes = attributes});
+            content.pieces.push_back({.column = from,
+                                      .text = std::string(static_cast<std::size_t>(inRow(after) - from), ' '),
+                                      .attributes = attributes});
             column = after;
             text.remove_prefix(1);
           }
@@ -63,35 +62,37 @@ RowContent LogRowSource::content(CanvasRow row) {
 }
 
 CanvasRange LogRowSource::rowRange(CanvasRow row) {
-  const RowIndex::Row located = m_index.locate(row);
-  return {.begin = located.begin, .end = located.end};
+  const RowIndex::Row located = m_index.locate(row.value);
+  return toCanvas(located.begin, located.end);
 }
 
 CanvasPosition LogRowSource::positionAt(CanvasRow row, CanvasColumn column) {
-  const RowIndex::Row located = m_index.locate(row);
+  const RowIndex::Row located = m_index.locate(row.value);
   const LineColumn wanted = located.firstColumn + static_cast<LineColumn>(std::max(column.value, 0));
   LineColumn at = located.beginColumn;
-  CanvasPosition position = located.begin;
+  TextPosition position = located.begin;
   for (const char c : m_storage.text(located.begin, located.end)) {
     if (at >= wanted) break;
     at = c == '\t' ? afterTab(at) : at + 1;
     ++position;
   }
-  return position;
+  return toCanvas(position);
 }
 
 CanvasColumn LogRowSource::columnAt(CanvasRow row, CanvasPosition position) {
-  const RowIndex::Row located = m_index.locate(row);
-  if (position < located.begin) return {};
+  const RowIndex::Row located = m_index.locate(row.value);
+  const TextPosition before = toText(position);
+  if (before < located.begin) return {};
   LineColumn at = located.beginColumn;
-  for (const char c : m_storage.text(located.begin, std::min(position, located.end))) {
+  for (const char c : m_storage.text(located.begin, std::min(before, located.end))) {
     at = c == '\t' ? afterTab(at) : at + 1;
   }
-  return {static_cast<int>(std::min<LineColumn>(at - located.firstColumn, static_cast<LineColumn>(columns())))};
+  return CanvasColumn(
+      static_cast<int>(std::min<LineColumn>(at - located.firstColumn, static_cast<LineColumn>(columns()))));
 }
 
 std::string LogRowSource::text(CanvasRange range) const {
-  std::string copied = m_storage.text(range.begin, range.end);
+  std::string copied = m_storage.text(toText(range.begin), toText(range.end));
   std::size_t kept = 0;
   for (std::size_t i = 0; i < copied.size(); ++i) {
     if (copied[i] == '\r') {
@@ -105,9 +106,10 @@ std::string LogRowSource::text(CanvasRange range) const {
   return copied;
 }
 
-CanvasRange LogRowSource::wordAt(CanvasPosition position) const {
-  if (position >= m_storage.size()) return {.begin = m_storage.size(), .end = m_storage.size()};
-  const CanvasPosition from = position - std::min(position, kLongestWord);
+CanvasRange LogRowSource::wordAt(CanvasPosition at) const {
+  if (at >= end()) return {.begin = end(), .end = end()};
+  const TextPosition position = toText(at);
+  const TextPosition from = position - std::min(position, kLongestWord);
   const std::string around = m_storage.text(from, std::min(position + kLongestWord, m_storage.size()));
   auto begin = static_cast<std::size_t>(position - from);
   std::size_t end = begin + 1;
@@ -119,13 +121,13 @@ CanvasRange LogRowSource::wordAt(CanvasPosition position) const {
       ++end;
     }
   }
-  return {.begin = from + begin, .end = from + end};
+  return toCanvas(from + begin, from + end);
 }
 
 CanvasRange LogRowSource::lineAt(CanvasPosition position) const {
-  const std::uint64_t line = m_storage.lineAt(position);
-  const CanvasPosition end = line + 1 < m_storage.lineCount() ? m_storage.lineStart(line + 1) : m_storage.size();
-  return {.begin = m_storage.lineStart(line), .end = end};
+  const std::uint64_t line = m_storage.lineAt(toText(position));
+  const TextPosition end = line + 1 < m_storage.lineCount() ? m_storage.lineStart(line + 1) : m_storage.size();
+  return toCanvas(m_storage.lineStart(line), end);
 }
 
 }  // namespace zolt

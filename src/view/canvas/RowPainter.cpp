@@ -10,7 +10,7 @@ namespace {
 constexpr QRgb kSelectionColor = 0xFF264F78;
 
 ColumnRange columnsOf(const StyledPiece& piece) {
-  return {.begin = piece.column, .end = {piece.column.value + static_cast<int>(piece.text.size())}};
+  return {.begin = piece.column, .end = piece.column + static_cast<int>(piece.text.size())};
 }
 
 }  // namespace
@@ -20,7 +20,7 @@ QColor RowPainter::toQColor(const Color& color) {
   return QColor::fromRgbF(component(color.red), component(color.green), component(color.blue), component(color.alpha));
 }
 
-void RowPainter::paint(const RowContent& row, QPoint origin, ColumnRange selected) {
+void RowPainter::paint(const RowContent& row, DevicePoint origin, ColumnRange selected) {
   paintBackgrounds(row, origin);
   if (!selected.empty()) m_painter.fillRect(cellsOf(selected, origin), QColor::fromRgb(kSelectionColor));
   for (const StyledPiece& piece : row.pieces) {
@@ -32,7 +32,8 @@ void RowPainter::paint(const RowContent& row, QPoint origin, ColumnRange selecte
   }
 }
 
-void RowPainter::paintMark(const RowContent& row, QPoint origin, ColumnRange columns, QColor background, QColor text) {
+void RowPainter::paintMark(const RowContent& row, DevicePoint origin, ColumnRange columns, QColor background,
+                           QColor text) {
   const QRect area = cellsOf(columns, origin);
   m_painter.save();
   m_painter.setClipRect(area, Qt::IntersectClip);
@@ -45,32 +46,32 @@ void RowPainter::paintMark(const RowContent& row, QPoint origin, ColumnRange col
   m_painter.restore();
 }
 
-QRect RowPainter::cellsOf(ColumnRange columns, QPoint origin) const {
+QRect RowPainter::cellsOf(ColumnRange columns, DevicePoint origin) const {
   const CellMetrics& cell = m_fonts.metrics();
-  return {origin.x() + columns.begin.value * cell.width, origin.y(),
-          (columns.end.value - columns.begin.value) * cell.width, cell.height};
+  return {(origin.x + cell.leftOf(columns.begin)).toInt(), origin.y.toInt(),
+          (cell.width * (columns.end - columns.begin)).toInt(), cell.height.toInt()};
 }
 
-void RowPainter::paintBackgrounds(const RowContent& row, QPoint origin) {
+void RowPainter::paintBackgrounds(const RowContent& row, DevicePoint origin) {
   for (const StyledPiece& piece : row.pieces) {
     if (!piece.attributes.background) continue;
     m_painter.fillRect(cellsOf(columnsOf(piece), origin), toQColor(*piece.attributes.background));
   }
 }
 
-void RowPainter::paintText(const StyledPiece& piece, QPoint origin, QColor color) {
+void RowPainter::paintText(const StyledPiece& piece, DevicePoint origin, QColor color) {
   const CellMetrics& cell = m_fonts.metrics();
   const FontFace& face = piece.attributes.font;
   m_glyphs.clear();
   m_positions.clear();
-  const int baseline = origin.y() + cell.baseline;
-  int x = origin.x() + piece.column.value * cell.width;
+  const double baseline = (origin.y + cell.baseline).toDouble();
+  DevicePixels x = origin.x + cell.leftOf(piece.column);
   for (const char character : piece.text) {
     if (const std::uint32_t glyph = m_fonts.glyph(face.weight, face.slant, character); glyph != 0) {
       m_glyphs.push_back(glyph);
-      m_positions.emplace_back(x, baseline);
+      m_positions.emplace_back(x.toDouble(), baseline);
     }
-    x += cell.width;
+    x = x + cell.width;
   }
   if (m_glyphs.empty()) return;
   m_run.setRawFont(m_fonts.font(face.weight, face.slant));
@@ -79,11 +80,11 @@ void RowPainter::paintText(const StyledPiece& piece, QPoint origin, QColor color
   m_painter.drawGlyphRun(QPointF(0, 0), m_run);
 }
 
-void RowPainter::paintLines(const StyledPiece& piece, QPoint origin, QColor color) {
+void RowPainter::paintLines(const StyledPiece& piece, DevicePoint origin, QColor color) {
   const CellMetrics& cell = m_fonts.metrics();
-  const auto line = [&](int top) {
+  const auto line = [&](DevicePixels top) {
     const QRect cells = cellsOf(columnsOf(piece), origin);
-    m_painter.fillRect(cells.x(), cells.y() + top, cells.width(), cell.lineThickness, color);
+    m_painter.fillRect(cells.x(), cells.y() + top.toInt(), cells.width(), cell.lineThickness.toInt(), color);
   };
   if (piece.attributes.underline == Line::Single) line(cell.underlineTop);
   if (piece.attributes.strikethrough == Line::Single) line(cell.strikethroughTop);

@@ -3,7 +3,6 @@
 #include <QColor>
 #include <QGlyphRun>
 #include <QPainter>
-#include <QPoint>
 #include <QRect>
 #include <vector>
 
@@ -12,34 +11,26 @@
 
 namespace zolt {
 
-/// A range of columns; `end` is not included.
-struct ColumnRange {
-  CanvasColumn begin;
-  CanvasColumn end;
-
-  bool empty() const { return begin >= end; }
-};
-
 /// Paints rows of text. The painter's coordinates are device pixels.
 class RowPainter {
  public:
   RowPainter(QPainter& painter, CanvasFonts& fonts) : m_painter(painter), m_fonts(fonts) {}
 
   /// Paints a row with its top left corner at `origin`: backgrounds, the selection over them, then the text.
-  void paint(const RowContent& row, QPoint origin, ColumnRange selected);
+  void paint(const RowContent& row, DevicePoint origin, ColumnRange selected);
 
   /// Paints columns of a row once more, the text in one colour on another: a mark that is seen whatever it marks.
-  void paintMark(const RowContent& row, QPoint origin, ColumnRange columns, QColor background, QColor text);
+  void paintMark(const RowContent& row, DevicePoint origin, ColumnRange columns, QColor background, QColor text);
 
   /// Clamped to what a screen can show.
   static QColor toQColor(const Color& color);
 
  private:
-  void paintBackgrounds(const RowContent& row, QPoint origin);
-  void paintText(const StyledPiece& piece, QPoint origin, QColor color);
-  void paintLines(const StyledPiece& piece, QPoint origin, QColor color);
+  void paintBackgrounds(const RowContent& row, DevicePoint origin);
+  void paintText(const StyledPiece& piece, DevicePoint origin, QColor color);
+  void paintLines(const StyledPiece& piece, DevicePoint origin, QColor color);
   /// The cells of `columns` in a row whose top left corner is at `origin`.
-  QRect cellsOf(ColumnRange columns, QPoint origin) const;
+  QRect cellsOf(ColumnRange columns, DevicePoint origin) const;
 
   QPainter& m_painter;
   CanvasFonts& m_fonts;

@@ -1,36 +1,15 @@
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "text/TextAttributes.h"
+#include "view/canvas/CanvasCell.h"
+#include "view/canvas/CanvasPosition.h"
 
 namespace zolt {
-
-/// A place in the text that a canvas shows, counted in characters from its start.
-using CanvasPosition = std::uint64_t;
-/// A row of the wrapped text, from 0 at the top.
-using CanvasRow = std::int64_t;
-
-/// A column of a row, from 0 at the left. A type of its own, since rows, columns and positions are all whole numbers
-/// that stand beside each other in the functions below.
-struct CanvasColumn {
-  int value = 0;
-
-  friend auto operator<=>(const CanvasColumn&, const CanvasColumn&) = default;
-};
-
-/// A range of text; `end` is not included.
-struct CanvasRange {
-  CanvasPosition begin = 0;
-  CanvasPosition end = 0;
-
-  bool empty() const { return begin >= end; }
-  friend bool operator==(const CanvasRange&, const CanvasRange&) = default;
-};
 
 /// Text in one style whose characters take one column each, from `column` of its row on.
 struct StyledPiece {
@@ -60,7 +39,7 @@ class RowSource {
   /// Wraps at `columns`, 1 or more.
   virtual void setColumns(int columns) = 0;
   /// At least 1.
-  virtual CanvasRow rowCount() const = 0;
+  virtual std::int64_t rowCount() const = 0;
   /// Changes whenever row numbers from before it may be off.
   virtual std::uint64_t generation() const = 0;
   /// Improves row numbers in the background; false when there is nothing left to improve.
@@ -79,7 +58,8 @@ class RowSource {
   /// past its end.
   virtual CanvasColumn columnAt(CanvasRow row, CanvasPosition position) = 0;
 
-  virtual CanvasPosition size() const = 0;
+  /// The end of the text.
+  virtual CanvasPosition end() const = 0;
   /// The text of a range as a person copies it, lines ending in LF.
   virtual std::string text(CanvasRange range) const = 0;
   /// The word around `position`; a single character where there is no word.

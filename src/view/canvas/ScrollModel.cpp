@@ -1,21 +1,21 @@
 #include "view/canvas/ScrollModel.h"
 
-#include <algorithm>
+#include <cstdint>
 
 namespace zolt {
 
 namespace {
 
-constexpr Pixels kLargestBarRange = Pixels{1} << 30;
+constexpr std::int64_t kLargestBarRange = std::int64_t{1} << 30;  // steps
 
 }  // namespace
 
-Pixels ScrollModel::clamped(Pixels offset) const {
-  return std::clamp<Pixels>(offset, 0, maximum());
+DevicePixels ScrollModel::clamped(DevicePixels offset) const {
+  return std::clamp(offset, DevicePixels(0), maximum());
 }
 
-Pixels ScrollModel::pixelsPerStep() const {
-  return maximum() / kLargestBarRange + 1;
+DevicePixels ScrollModel::pixelsPerStep() const {
+  return maximum() / kLargestBarRange + DevicePixels(1);
 }
 
 int ScrollModel::barMaximum() const {
@@ -23,15 +23,15 @@ int ScrollModel::barMaximum() const {
 }
 
 int ScrollModel::barPageStep() const {
-  return static_cast<int>(std::max<Pixels>(viewportHeight / pixelsPerStep(), 1));
+  return static_cast<int>(std::max<std::int64_t>(viewportHeight / pixelsPerStep(), 1));
 }
 
-int ScrollModel::barValue(Pixels offset) const {
-  const Pixels step = pixelsPerStep();
-  return static_cast<int>((clamped(offset) + step - 1) / step);
+int ScrollModel::barValue(DevicePixels offset) const {
+  const DevicePixels step = pixelsPerStep();
+  return static_cast<int>((clamped(offset) + step - DevicePixels(1)) / step);
 }
 
-Pixels ScrollModel::offsetFor(int barValue) const {
+DevicePixels ScrollModel::offsetFor(int barValue) const {
   return clamped(barValue * pixelsPerStep());
 }
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "view/canvas/RowSource.h"
+#include "view/canvas/CanvasPosition.h"
 
 namespace zolt {
 

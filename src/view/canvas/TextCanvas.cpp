@@ -28,13 +28,15 @@ constexpr std::chrono::milliseconds kRefineInterval{5};
 TerminalSize gridSizeIn(QSize size, const CanvasFonts& fonts) {
   const CellMetrics& cell = fonts.metrics();
   const auto room = [&](int length) {
-    return static_cast<int>(std::llround(length * fonts.scale()) - 2 * std::llround(TextCanvas::inset * fonts.scale()));
+    return DevicePixels(std::llround(length * fonts.scale()) -
+                        2 * std::llround(TextCanvas::inset.value * fonts.scale()));
   };
-  const int width = std::max(room(size.width()), cell.width);
-  const int height = std::max(room(size.height()), cell.height);
-  const int rows = height / cell.height;
-  const int columns = width / cell.width;
-  return {.rows = rows, .columns = columns, .pixelWidth = columns * cell.width, .pixelHeight = rows * cell.height};
+  const auto columns = static_cast<int>(std::max(room(size.width()), cell.width) / cell.width);
+  const auto rows = static_cast<int>(std::max(room(size.height()), cell.height) / cell.height);
+  return {.rows = rows,
+          .columns = columns,
+          .pixelWidth = (cell.width * columns).toInt(),
+          .pixelHeight = (cell.height * rows).toInt()};
 }
 
 }  // namespace
@@ -86,12 +88,18 @@ void TextCanvas::addActions() {
   add(tr("Select All"), Qt::Key_A, &TextCanvas::selectAll);
 }
 
-Pixels TextCanvas::toDevice(LogicalPixels length) const {
-  return std::llround(length.value * m_fonts->scale());
+DevicePixels TextCanvas::toDevice(LogicalPixels length) const {
+  return DevicePixels(std::llround(length.value * m_fonts->scale()));
 }
 
-Pixels TextCanvas::deviceHeight() const {
-  return toDevice({static_cast<double>(viewport()->height())});
+QRectF TextCanvas::toLogical(DevicePoint topLeft, DevicePixels width, DevicePixels height) const {
+  const double scale = m_fonts->scale();
+  return {topLeft.x.toDouble() / scale, topLeft.y.toDouble() / scale, width.toDouble() / scale,
+          height.toDouble() / scale};
+}
+
+DevicePixels TextCanvas::deviceHeight() const {
+  return toDevice(LogicalPixels(viewport()->height()));
 }
 
 void TextCanvas::contentChanged() {
@@ -104,36 +112,36 @@ void TextCanvas::scrollToEndOfDocument() {
 }
 
 ScrollModel TextCanvas::scrollModel() const {
-  return {.contentHeight = m_source->rowCount() * m_fonts->metrics().height + 2 * toDevice({inset}),
+  return {.contentHeight = m_source->rowCount() * m_fonts->metrics().height + 2 * toDevice(inset),
           .viewportHeight = deviceHeight()};
 }
 
-Pixels TextCanvas::offsetNow() {
+DevicePixels TextCanvas::offsetNow() {
   const ScrollModel model = scrollModel();
   if (m_atEnd) return model.maximum();
-  return model.clamped(m_source->rowAt(m_anchor) * m_fonts->metrics().height + m_anchorDelta);
+  return model.clamped(m_fonts->metrics().topOf(m_source->rowAt(m_anchor)) + m_anchorDelta);
 }
 
-Pixels TextCanvas::scrollOffset() {
+DevicePixels TextCanvas::scrollOffset() {
   m_source->sync();
   return offsetNow();
 }
 
-Pixels TextCanvas::scrollMaximum() {
+DevicePixels TextCanvas::scrollMaximum() {
   m_source->sync();
   return scrollModel().maximum();
 }
 
-void TextCanvas::setOffset(Pixels offset) {
+void TextCanvas::setOffset(DevicePixels offset) {
   const ScrollModel model = scrollModel();
   offset = model.clamped(offset);
   m_atEnd = offset == model.maximum();
-  const CanvasRow row = std::min(offset / m_fonts->metrics().height, m_source->rowCount() - 1);
+  const CanvasRow row(std::min(offset / m_fonts->metrics().height, m_source->rowCount() - 1));
   m_anchor = m_source->rowRange(row).begin;
-  m_anchorDelta = offset - row * m_fonts->metrics().height;
+  m_anchorDelta = offset - m_fonts->metrics().topOf(row);
 }
 
-void TextCanvas::scrollTo(Pixels offset) {
+void TextCanvas::scrollTo(DevicePixels offset) {
   m_source->sync();
   setOffset(offset);
   m_bar->flash();
@@ -150,7 +158,7 @@ void TextCanvas::updateScrollBar() {
   m_updatingBar = true;
   m_bar->setRange(0, model.barMaximum());
   m_bar->setPageStep(model.barPageStep());
-  m_bar->setSingleStep(static_cast<int>(std::max<Pixels>(m_fonts->metrics().height / model.pixelsPerStep(), 1)));
+  m_bar->setSingleStep(static_cast<int>(std::max<std::int64_t>(m_fonts->metrics().height / model.pixelsPerStep(), 1)));
   if (!m_bar->isSliderDown()) m_bar->setValue(model.barValue(offsetNow()));
   m_updatingBar = false;
 }
@@ -161,19 +169,19 @@ void TextCanvas::makeFrameNow() {
 
 // Finds the rows in view, as the source now has them, into m_frame and m_rows.
 void TextCanvas::layOut() {
-  const Pixels rowHeight = m_fonts->metrics().height;
-  const Pixels viewportHeight = deviceHeight();
+  const CellMetrics& cell = m_fonts->metrics();
+  const DevicePixels viewportHeight = deviceHeight();
   m_source->sync();
   for (int round = 0; round < kLayoutRounds; ++round) {
     const std::uint64_t generation = m_source->generation();
-    const Pixels offset = offsetNow();
-    const Pixels top = offset - toDevice({inset});
-    const CanvasRow first = std::max<Pixels>(top, 0) / rowHeight;
-    const CanvasRow last = std::min<CanvasRow>((top + viewportHeight - 1) / rowHeight, m_source->rowCount() - 1);
+    const DevicePixels top = offsetNow() - toDevice(inset);
+    const DevicePixels bottom = top + viewportHeight - DevicePixels(1);
+    const CanvasRow first(std::max(top, DevicePixels(0)) / cell.height);
+    const CanvasRow last(std::min(bottom / cell.height, m_source->rowCount() - 1));
     m_rows.clear();
     m_frame.rows.clear();
-    m_frame.rowHeight = rowHeight;
-    m_frame.firstRowTop = first * rowHeight - top;
+    m_frame.rowHeight = cell.height;
+    m_frame.firstRowTop = cell.topOf(first) - top;
     for (CanvasRow row = first; row <= last; ++row) {
       m_rows.push_back(m_source->content(row));
       const CanvasRange range = m_rows.back().range;
@@ -191,22 +199,20 @@ void TextCanvas::makeFrame() {
   updateScrollBar();
   if (!m_refineTimer.isActive()) m_refineTimer.start();
   const FrameDamage damage = compareFrames(before, m_frame, deviceHeight());
-  const double logicalShift = static_cast<double>(damage.shift) / m_fonts->scale();
+  const double logicalShift = damage.shift.toDouble() / m_fonts->scale();
   const bool movable = logicalShift == std::floor(logicalShift);
   if (!comparable || damage.everything || !movable || !m_preedit.isEmpty()) {
     viewport()->update();
     return;
   }
-  if (damage.shift != 0) viewport()->scroll(0, static_cast<int>(logicalShift));
+  if (damage.shift != DevicePixels(0)) viewport()->scroll(0, static_cast<int>(logicalShift));
   updateRows(damage.dirtyRows);
 }
 
 void TextCanvas::updateRows(const std::vector<std::size_t>& rows) {
-  const double scale = m_fonts->scale();
   for (const std::size_t row : rows) {
-    const Pixels top = m_frame.firstRowTop + static_cast<Pixels>(row) * m_frame.rowHeight;
-    const QRectF area(0, static_cast<double>(top) / scale, viewport()->width(),
-                      static_cast<double>(m_frame.rowHeight) / scale);
+    QRectF area = toLogical({.x = {}, .y = m_frame.topOf(row)}, {}, m_frame.rowHeight);
+    area.setWidth(viewport()->width());
     viewport()->update(area.toAlignedRect());
   }
 }
@@ -222,25 +228,23 @@ void TextCanvas::paintEvent(QPaintEvent* event) {
   // Device pixels: glyphs are drawn at their own size, and nothing falls between two pixels.
   painter.scale(1 / scale, 1 / scale);
   RowPainter rows(painter, *m_fonts);
-  const QPoint origin(static_cast<int>(toDevice({inset})), static_cast<int>(m_frame.firstRowTop));
   for (const QRect& logical : event->region()) {
     const QRectF area(logical.x() * scale, logical.y() * scale, logical.width() * scale, logical.height() * scale);
     painter.setClipRect(area);
     painter.fillRect(area, Qt::black);
-    const auto firstRow = static_cast<std::ptrdiff_t>(
-        std::floor((area.top() - static_cast<double>(m_frame.firstRowTop)) / static_cast<double>(m_frame.rowHeight)));
-    for (auto row = std::max<std::ptrdiff_t>(firstRow, 0); row < std::ssize(m_rows); ++row) {
-      const QPoint at = origin + QPoint(0, static_cast<int>(row * m_frame.rowHeight));
-      if (at.y() >= area.bottom()) break;
-      const RowKey& key = m_frame.rows[static_cast<std::size_t>(row)];
+    const double firstRow = (area.top() - m_frame.firstRowTop.toDouble()) / m_frame.rowHeight.toDouble();
+    for (auto row = static_cast<std::size_t>(std::max(firstRow, 0.0)); row < m_rows.size(); ++row) {
+      const DevicePoint at{.x = toDevice(inset), .y = m_frame.topOf(row)};
+      if (at.y.toDouble() >= area.bottom()) break;
+      const RowKey& key = m_frame.rows[row];
       ColumnRange selected;
       if (!key.selected.empty()) {
         const CanvasRow number = m_source->rowAt(key.text.begin);
         selected = {.begin = m_source->columnAt(number, key.selected.begin),
                     .end = m_source->columnAt(number, key.selected.end)};
       }
-      rows.paint(m_rows[static_cast<std::size_t>(row)], at, selected);
-      paintMarks(rows, static_cast<std::size_t>(row), at);
+      rows.paint(m_rows[row], at, selected);
+      paintMarks(rows, row, at);
     }
   }
   paintPreedit(painter);
@@ -258,9 +262,9 @@ void TextCanvas::paintPreedit(QPainter& painter) {
   painter.setClipping(false);
   painter.setFont(font);
   const double width = QFontMetricsF(font).horizontalAdvance(m_preedit);
-  painter.fillRect(QRectF(at.left(), at.top(), width, cell.height), Qt::black);
+  painter.fillRect(QRectF(at.left(), at.top(), width, cell.height.toDouble()), Qt::black);
   painter.setPen(Qt::white);
-  painter.drawText(QPointF(at.left(), at.top() + cell.baseline), m_preedit);
+  painter.drawText(QPointF(at.left(), at.top() + cell.baseline.toDouble()), m_preedit);
 }
 
 void TextCanvas::updateScale() {
@@ -311,16 +315,13 @@ bool TextCanvas::viewportEvent(QEvent* event) {
 
 QRectF TextCanvas::rectOf(CanvasPosition position) {
   const CellMetrics& cell = m_fonts->metrics();
-  const double scale = m_fonts->scale();
   for (std::size_t i = 0; i < m_rows.size(); ++i) {
     const CanvasRange range = m_rows[i].range;
     const bool inRow =
         position >= range.begin && (position < range.end || (position == range.end && i + 1 == m_rows.size()));
     if (!inRow) continue;
-    const int column = m_source->columnAt(m_source->rowAt(range.begin), position).value;
-    return {(static_cast<double>(toDevice({inset})) + column * cell.width) / scale,
-            static_cast<double>(m_frame.firstRowTop + static_cast<Pixels>(i) * cell.height) / scale, cell.width / scale,
-            cell.height / scale};
+    const CanvasColumn column = m_source->columnAt(m_source->rowAt(range.begin), position);
+    return toLogical({.x = toDevice(inset) + cell.leftOf(column), .y = m_frame.topOf(i)}, cell.width, cell.height);
   }
   return {};
 }

@@ -28,8 +28,8 @@ class TextCanvas : public QAbstractScrollArea {
   Q_OBJECT
 
  public:
-  /// Blank space around the text, in logical pixels.
-  static constexpr int inset = 5;
+  /// Blank space around the text.
+  static constexpr LogicalPixels inset{5};
 
   /// `clock` must outlive the canvas.
   explicit TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent = nullptr, Clock& clock = Clock::steady());
@@ -48,9 +48,9 @@ class TextCanvas : public QAbstractScrollArea {
   void scrollToEndOfDocument();
   bool isAtEnd() const { return m_atEnd; }
   /// The distance from the top of the text to the top of the view, and its maximum.
-  Pixels scrollOffset();
-  Pixels scrollMaximum();
-  void scrollTo(Pixels offset);
+  DevicePixels scrollOffset();
+  DevicePixels scrollMaximum();
+  void scrollTo(DevicePixels offset);
 
   /// How many rows the current frame has.
   std::size_t rowsInFrame() const { return m_rows.size(); }
@@ -63,7 +63,8 @@ class TextCanvas : public QAbstractScrollArea {
   void marksChanged();
   /// Shows the places of these ranges in the scroll bar.
   void markScrollBar(const std::vector<CanvasRange>& ranges);
-  /// Scrolls, if need be, so that `range` is in view below the topmost `covered` pixels, with some context around it.
+  /// Scrolls, if need be, so that `range` is in view below the topmost `covered` of the view, with some context around
+  /// it.
   void reveal(CanvasRange range, LogicalPixels covered);
   /// The text in view.
   CanvasRange rangeInView();
@@ -125,13 +126,15 @@ class TextCanvas : public QAbstractScrollArea {
   void layOut();
   void updateScrollBar();
   ScrollModel scrollModel() const;
-  Pixels offsetNow();
-  void setOffset(Pixels offset);
-  Pixels toDevice(LogicalPixels length) const;
+  DevicePixels offsetNow();
+  void setOffset(DevicePixels offset);
+  DevicePixels toDevice(LogicalPixels length) const;
   /// Of the viewport.
-  Pixels deviceHeight() const;
+  DevicePixels deviceHeight() const;
+  /// The logical pixels of a rectangle given in device pixels.
+  QRectF toLogical(DevicePoint topLeft, DevicePixels width, DevicePixels height) const;
   void updateRows(const std::vector<std::size_t>& rows);
-  void paintMarks(class RowPainter& painter, std::size_t row, QPoint origin);
+  void paintMarks(class RowPainter& painter, std::size_t row, DevicePoint origin);
   void paintPreedit(QPainter& painter);
   void selectionChanged();
   CanvasRange unitAt(CanvasPosition position, SelectionUnit unit) const;
@@ -147,10 +150,10 @@ class TextCanvas : public QAbstractScrollArea {
   TerminalSize m_gridSize;
   SizeNotifier m_sizeNotifier;
 
-  // Where the view is: at the end, or `m_anchorDelta` pixels below the top of the row that shows `m_anchor`.
+  // Where the view is: at the end, or `m_anchorDelta` below the top of the row that shows `m_anchor`.
   bool m_atEnd = true;
-  CanvasPosition m_anchor = 0;
-  Pixels m_anchorDelta = 0;
+  CanvasPosition m_anchor;
+  DevicePixels m_anchorDelta;
 
   Frame m_frame;
   std::vector<RowContent> m_rows;  // of m_frame

@@ -13,8 +13,8 @@ namespace {
 // Both bright, with black text: readable whatever colour the text had.
 constexpr QRgb kFound = 0xFFCFB04A;
 constexpr QRgb kCurrent = 0xFFFF7F24;
-// How far down the view a match appears that is scrolled to, as a part of its height.
-constexpr double kRevealedAt = 1.0 / 3;
+// A match that is scrolled to appears one such part of the view down.
+constexpr int kRevealedAt = 3;
 
 }  // namespace
 
@@ -33,7 +33,7 @@ void TextCanvas::markScrollBar(const std::vector<CanvasRange>& ranges) {
   m_source->sync();
   const auto rows = static_cast<double>(m_source->rowCount());
   const auto place = [&](CanvasPosition position) {
-    return static_cast<double>(m_source->roughRowAt(position)) / rows;
+    return static_cast<double>(m_source->roughRowAt(position).value) / rows;
   };
   for (const CanvasRange& range : ranges) {
     marks.push_back({.begin = place(range.begin), .end = place(range.end)});
@@ -43,14 +43,13 @@ void TextCanvas::markScrollBar(const std::vector<CanvasRange>& ranges) {
 
 void TextCanvas::reveal(CanvasRange range, LogicalPixels covered) {
   m_source->sync();
-  const Pixels height = deviceHeight();
-  const Pixels rowHeight = m_fonts->metrics().height;
-  const Pixels top = m_source->rowAt(range.begin) * rowHeight + toDevice({inset});
-  const Pixels offset = offsetNow();
-  if (top >= offset + toDevice(covered) && top + rowHeight <= offset + height) return;
+  const CellMetrics& cell = m_fonts->metrics();
+  const DevicePixels height = deviceHeight();
+  const DevicePixels top = cell.topOf(m_source->rowAt(range.begin)) + toDevice(inset);
+  const DevicePixels offset = offsetNow();
+  if (top >= offset + toDevice(covered) && top + cell.height <= offset + height) return;
   // Asked again: fetching rows there may have corrected their numbers.
-  scrollTo(m_source->rowAt(range.begin) * rowHeight -
-           std::max(static_cast<Pixels>(static_cast<double>(height) * kRevealedAt), toDevice(covered)));
+  scrollTo(cell.topOf(m_source->rowAt(range.begin)) - std::max(height / kRevealedAt, toDevice(covered)));
 }
 
 CanvasRange TextCanvas::rangeInView() {
@@ -59,7 +58,7 @@ CanvasRange TextCanvas::rangeInView() {
   return {.begin = m_rows.front().range.begin, .end = m_rows.back().range.end};
 }
 
-void TextCanvas::paintMarks(RowPainter& painter, std::size_t row, QPoint origin) {
+void TextCanvas::paintMarks(RowPainter& painter, std::size_t row, DevicePoint origin) {
   const RowKey& key = m_frame.rows[row];
   if (key.marks == RowMarks()) return;
   const CanvasRow number = m_source->rowAt(key.text.begin);

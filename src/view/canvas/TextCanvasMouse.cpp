@@ -22,8 +22,8 @@ namespace {
 constexpr int kAutoScrollMs = 30;
 constexpr int kWheelUnitsPerNotch = 120;  // as QWheelEvent counts: eighths of a degree, 15 degrees a notch
 
-// A longer selection is converted to text only when it is pasted.
-constexpr CanvasPosition kSelectedAtOnce = CanvasPosition{1} << 20;
+// A selection of more characters is converted to text only when it is pasted.
+constexpr std::uint64_t kSelectedAtOnce = std::uint64_t{1} << 20;
 
 // The selection as text that is made when it is pasted; empty once the canvas is gone.
 class SelectedLater : public QMimeData {
@@ -47,25 +47,27 @@ class SelectedLater : public QMimeData {
 }  // namespace
 
 CanvasPosition TextCanvas::positionAt(QPointF point) {
-  if (m_rows.empty()) return 0;
+  if (m_rows.empty()) return {};
   const CellMetrics& cell = m_fonts->metrics();
-  const Pixels y = toDevice({point.y()}) - m_frame.firstRowTop;
-  const auto index = std::clamp<Pixels>(y / cell.height, 0, std::ssize(m_rows) - 1);
+  const DevicePixels y = toDevice(LogicalPixels(point.y())) - m_frame.firstRowTop;
+  const auto index = std::clamp<std::int64_t>(y / cell.height, 0, std::ssize(m_rows) - 1);
   const CanvasRange range = m_rows[static_cast<std::size_t>(index)].range;
-  if (y < 0) return range.begin;
+  if (y < DevicePixels(0)) return range.begin;
   // Below the last row is its end.
-  if (y >= std::ssize(m_rows) * cell.height) return range.end;
-  const double column = static_cast<double>(toDevice({point.x()}) - toDevice({inset})) / cell.width;
-  return m_source->positionAt(m_source->rowAt(range.begin), {static_cast<int>(std::lround(std::max(column, 0.0)))});
+  if (y >= cell.height * std::ssize(m_rows)) return range.end;
+  const double column = (toDevice(LogicalPixels(point.x())) - toDevice(inset)).toDouble() / cell.width.toDouble();
+  return m_source->positionAt(m_source->rowAt(range.begin),
+                              CanvasColumn(static_cast<int>(std::lround(std::max(column, 0.0)))));
 }
 
 CanvasRange TextCanvas::selectableUnit(QPointF point, SelectionUnit unit) {
-  const CellMetrics& cell = m_fonts->metrics();
   CanvasPosition position = positionAt(point);
   if (unit == SelectionUnit::Character) return {.begin = position, .end = position};
   // A unit is that of the character under the pointer, not of the gap nearest to it.
   const QRectF right = rectOf(position);
-  if (position > 0 && point.x() < right.x() && right.x() > inset + cell.width / (2 * m_fonts->scale())) --position;
+  const double halfCell = m_fonts->metrics().width.toDouble() / (2 * m_fonts->scale());
+  const bool isLeft = point.x() < right.x() && right.x() > inset.value + halfCell;
+  if (position > CanvasPosition(0) && isLeft) position = position - 1;
   return unit == SelectionUnit::Word ? m_source->wordAt(position) : m_source->lineAt(position);
 }
 
@@ -91,7 +93,7 @@ void TextCanvas::selectionChanged() {
   QClipboard* clipboard = QApplication::clipboard();
   if (!clipboard->supportsSelection() || m_selection.empty()) return;
   const CanvasRange range = m_selection.range();
-  if (range.end - range.begin > kSelectedAtOnce) {
+  if (range.length() > kSelectedAtOnce) {
     clipboard->setMimeData(new SelectedLater(*this, range), QClipboard::Selection);  // which owns it
   } else {
     clipboard->setText(selectedText(), QClipboard::Selection);
@@ -109,7 +111,7 @@ void TextCanvas::copy() {
 
 void TextCanvas::selectAll() {
   m_source->sync();
-  select({.begin = 0, .end = m_source->size()});
+  select({.begin = {}, .end = m_source->end()});
 }
 
 void TextCanvas::paste() {
@@ -178,7 +180,7 @@ void TextCanvas::timerEvent(QTimerEvent* event) {
     return;
   }
   const double beyond = m_pointer->y() < 0 ? m_pointer->y() : std::max(m_pointer->y() - viewport()->height() + 1, 0.0);
-  scrollTo(scrollOffset() + toDevice({beyond}));
+  scrollTo(scrollOffset() + toDevice(LogicalPixels(beyond)));
   makeFrame();
   extendSelection(*m_pointer);
 }
@@ -188,9 +190,9 @@ void TextCanvas::wheelEvent(QWheelEvent* event) {
   if (event->pixelDelta().isNull()) {
     const double rows =
         static_cast<double>(event->angleDelta().y()) / kWheelUnitsPerNotch * QApplication::wheelScrollLines();
-    logical = rows * m_fonts->metrics().height / m_fonts->scale();
+    logical = rows * m_fonts->metrics().height.toDouble() / m_fonts->scale();
   }
-  if (logical != 0) scrollTo(scrollOffset() - toDevice({logical}));
+  if (logical != 0) scrollTo(scrollOffset() - toDevice(LogicalPixels(logical)));
   event->accept();
 }
 

@@ -9,11 +9,11 @@ namespace zolt {
 namespace {
 
 // Input methods ask for the selection in order to convert it again: never more than a few words.
-constexpr CanvasPosition kMaxForInputMethods = 4096;
+constexpr std::uint64_t kMaxForInputMethods = 4096;  // characters
 
 // Rows hold one character a position.
 int lengthOf(const RowContent& row) {
-  return static_cast<int>(row.range.end - row.range.begin);
+  return static_cast<int>(row.range.length());
 }
 
 }  // namespace
@@ -32,16 +32,12 @@ QVariant TextCanvas::inputMethodQuery(Qt::InputMethodQuery query) const {
     case Qt::ImCursorRectangle: {
       // The candidate window opens at the end of the last row in view: where the next output will stand.
       const CellMetrics& cell = m_fonts->metrics();
-      const double scale = m_fonts->scale();
-      const int column = m_rows.empty() ? 0 : m_rows.back().end.value;
-      const Pixels last = std::max<Pixels>(std::ssize(m_rows) - 1, 0);
-      return QRectF((static_cast<double>(toDevice({inset})) + column * cell.width) / scale,
-                    static_cast<double>(m_frame.firstRowTop + last * cell.height) / scale, cell.width / scale,
-                    cell.height / scale)
-          .toRect();
+      const CanvasColumn column = m_rows.empty() ? CanvasColumn() : m_rows.back().end;
+      const DevicePixels top = m_frame.topOf(m_rows.empty() ? 0 : m_rows.size() - 1);
+      return toLogical({.x = toDevice(inset) + cell.leftOf(column), .y = top}, cell.width, cell.height).toRect();
     }
     case Qt::ImCurrentSelection:
-      return m_selection.range().end - m_selection.range().begin <= kMaxForInputMethods ? selectedText() : QString();
+      return m_selection.range().length() <= kMaxForInputMethods ? selectedText() : QString();
     default:
       return QAbstractScrollArea::inputMethodQuery(query);
   }
@@ -58,10 +54,10 @@ QString TextCanvas::visibleText() const {
 
 CanvasPosition TextCanvas::positionOfVisible(int offset) const {
   for (const RowContent& row : m_rows) {
-    if (offset <= lengthOf(row)) return row.range.begin + static_cast<CanvasPosition>(std::max(offset, 0));
+    if (offset <= lengthOf(row)) return row.range.begin + static_cast<std::uint64_t>(std::max(offset, 0));
     offset -= lengthOf(row) + 1;
   }
-  return m_rows.empty() ? 0 : m_rows.back().range.end;
+  return m_rows.empty() ? CanvasPosition() : m_rows.back().range.end;
 }
 
 int TextCanvas::visibleOffsetOf(CanvasPosition position) const {
