@@ -6,19 +6,19 @@
 
 namespace zolt {
 
-/// Sends actions by name to whoever can perform them: the widget with the keyboard and those around it, up to its
-/// window; then the application's own responders, in their order.
+/// Sends actions by name along the responder chain: the widget with the focus and its parents up to the window, then
+/// the application's own responders, in order.
 ///
-/// A responder performs an action by a slot or invokable method of that name without parameters. Where it has an
-/// invokable "validate" method, `bool validate(const QByteArray& action)`, that says whether it would now. Main thread.
+/// A responder performs an action with a slot or invokable method of that name without parameters. If it also has an
+/// invokable `bool validate(const QByteArray& action)`, that says whether the action is available now. Main thread.
 class ActionChain {
  public:
   /// The responders must outlive the chain.
   explicit ActionChain(std::vector<QObject*> lastResponders) : m_lastResponders(std::move(lastResponders)) {}
 
-  /// Whether a responder was found. The first one performs it and no other.
+  /// Only the first responder found performs the action. Returns whether there was one.
   bool sendAction(const char* action) const;
-  /// Whether the action would find a responder that performs it now.
+  /// Whether some responder would perform the action now.
   bool isEnabled(const char* action) const;
 
  private:

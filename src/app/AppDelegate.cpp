@@ -9,8 +9,8 @@ namespace zolt {
 
 namespace {
 
-// Shows a window with the desktop's leave to come to the front. The toolkit reads the token from the environment, at
-// that moment and nowhere else.
+// Shows a window with the desktop's permission to take the focus (XDG Activation). Qt reads the token from the
+// environment, and only while it shows a window.
 void showWithToken(TerminalWindow& window, const std::string& token) {
   constexpr const char* kVariable = "XDG_ACTIVATION_TOKEN";
   const bool wasSet = qEnvironmentVariableIsSet(kVariable);
@@ -53,7 +53,7 @@ TerminalWindow& AppDelegate::openWindow(const TerminalLaunch& launch) {
 }
 
 std::unique_ptr<TerminalWindow> AppDelegate::createTerminalWindow(const TerminalLaunch& launch) {
-  // Started first: while the shell gets ready, the window is built, and shows its prompt with its first frame.
+  // The shell is started before the window is built, so that the prompt is there for the first frame.
   auto started = std::make_shared<std::unique_ptr<TerminalController>>(std::make_unique<TerminalController>(
       launch.shell, launch.restart, terminalSizeOfNewWindow(), launch.workingDirectory, m_environment));
   auto rootView =

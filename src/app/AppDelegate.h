@@ -14,23 +14,23 @@
 
 namespace zolt {
 
-/// A terminal window that is asked for. It runs the default shell unless told otherwise.
+/// A request for a terminal window. It runs the default shell unless one is given.
 struct TerminalLaunch {
   std::optional<Shell> shell;
   TerminalController::Restart restart = TerminalController::Restart::AfterFailure;
-  std::string workingDirectory;   ///< this process's when empty
-  std::string activationToken{};  ///< lets the window come to the front (XDG Activation); empty without
+  std::string workingDirectory;   ///< this process's if empty
+  std::string activationToken{};  ///< lets the window take the focus (XDG Activation); empty if there is none
 };
 
-/// Opens the terminal windows and keeps them, also when they are closed, until the application ends. Performs the
-/// actions "newWindow", "newTab" and "checkForUpdates". Main thread.
+/// Opens terminal windows and owns them, even after they are closed, until the application quits. Performs the actions
+/// "newWindow", "newTab" and "checkForUpdates". Main thread.
 class AppDelegate : public QObject {
   Q_OBJECT
 
  public:
-  /// `prepareWindow` gives each new window what the application attaches to it, before it is first shown. `config` and
-  /// `defaults` must outlive the delegate. Every shell inherits `environment`. The update service is started as soon as
-  /// the delegate exists.
+  /// `prepareWindow` is called for each new window before it is first shown, to attach the menus and the like. `config`
+  /// and `defaults` must outlive the delegate. Every shell inherits `environment`. The update service is started as
+  /// soon as the delegate exists.
   AppDelegate(Config& config, UserDefaults& defaults, std::function<void(TerminalWindow&)> prepareWindow,
               Environment environment = processEnvironment());
   ~AppDelegate() override;
@@ -41,9 +41,9 @@ class AppDelegate : public QObject {
   static bool applicationShouldTerminateAfterLastWindowClosed() { return false; }
 
   Q_INVOKABLE void newWindow();
-  /// Adds a terminal to the key window; opens a window where none is; nothing where it is of another kind.
+  /// Adds a terminal to the key window; opens a window if there is none; does nothing if it is not a terminal window.
   Q_INVOKABLE void newTab();
-  /// Asks the update service to check now; it shows an interface of its own.
+  /// Asks the update service to check now; the service shows its own windows.
   Q_INVOKABLE void checkForUpdates();
   /// Whether an action is available now: no update check while another is in progress.
   Q_INVOKABLE bool validate(const QByteArray& action) const;

@@ -16,7 +16,7 @@ std::string onOneLine(std::string word) {
 
 enum class Takes { Nothing, OneValue, TheRest };
 
-// Gives the option its meaning; `values` are what it takes.
+// Applies the option; `values` are its arguments.
 using Apply = Result<void> (*)(CommandLine& line, const std::vector<std::string>& values);
 
 struct Option {
@@ -28,7 +28,7 @@ struct Option {
 };
 
 const std::array kOptions{
-    Option{"-e", Takes::TheRest, "PROGRAM [ARG...]", "run PROGRAM instead of the shell; Zolt ends with its status",
+    Option{"-e", Takes::TheRest, "PROGRAM [ARG...]", "run PROGRAM instead of a shell, and exit with its status",
            [](CommandLine& line, const std::vector<std::string>& values) -> Result<void> {
              line.program = values;
              return {};
@@ -38,7 +38,7 @@ const std::array kOptions{
              line.workingDirectory = values.front();
              return {};
            }},
-    Option{"--screenshot", Takes::OneValue, "FILE", "with -e: write the window as a PNG once the program has ended",
+    Option{"--screenshot", Takes::OneValue, "FILE", "with -e: save the window as a PNG once PROGRAM has exited",
            [](CommandLine& line, const std::vector<std::string>& values) -> Result<void> {
              line.screenshotFile = values.front();
              return {};
@@ -50,7 +50,7 @@ const std::array kOptions{
            }},
     Option{"--log", Takes::Nothing, "", "show the output as a log (the default)",
            [](CommandLine&, const std::vector<std::string>&) -> Result<void> { return {}; }},
-    Option{"--full-emulation", Takes::Nothing, "", "show a full terminal (not in this version)",
+    Option{"--full-emulation", Takes::Nothing, "", "show a full terminal (not available in this version)",
            [](CommandLine&, const std::vector<std::string>&) -> Result<void> {
              return Failure{"--full-emulation is not available in this version"};
            }},

@@ -16,9 +16,9 @@ struct CommandLine {
   std::optional<std::string> workingDirectory;
   std::optional<std::string> screenshotFile;
   bool newInstance = false;          ///< even if an instance is running
-  std::vector<std::string> program;  ///< of -e, with its arguments; empty without
+  std::vector<std::string> program;  ///< from -e, with its arguments; empty without -e
 
-  /// Reads the arguments without the program's own name. A failure is one line for the user.
+  /// Parses the arguments, without the program's own name. A failure's reason is one line, fit to show the user.
   static Result<CommandLine> parse(const std::vector<std::string>& arguments);
   static std::string helpText();
   static std::string versionText();

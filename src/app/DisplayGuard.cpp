@@ -18,14 +18,14 @@ std::string valueOf(const char* variable) {
   return value != nullptr && *value != '\0' ? value : "not set";
 }
 
-// The toolkit reports a missing display as a fatal message and aborts after its handler returns: it does not return.
+// Qt reports a missing display as a fatal message and aborts when the handler returns, so this one exits instead.
 void reportMissingDisplay(QtMsgType type, const QMessageLogContext& context, const QString& message) {
   if (type == QtFatalMsg) {
     printErrorLine("zolt: cannot open a display (DISPLAY=" + valueOf("DISPLAY") + ", WAYLAND_DISPLAY=" +
                    valueOf("WAYLAND_DISPLAY") + ", QT_QPA_PLATFORM=" + valueOf("QT_QPA_PLATFORM") + ")");
     std::_Exit(EXIT_FAILURE);
   }
-  // Warnings before that say the same at length.
+  // The warnings before it say the same at greater length.
   if (type == QtDebugMsg && previousHandler != nullptr) previousHandler(type, context, message);
 }
 

@@ -2,8 +2,8 @@
 
 namespace zolt {
 
-/// Between its making and `release`, a failure of the toolkit to open a display becomes one line on standard error and
-/// exit status 1, instead of an abort. Main thread; made before the QApplication.
+/// From construction to `release`, failing to open the display prints one line on standard error and exits with status
+/// 1 instead of aborting. Main thread; construct it before the QApplication.
 class DisplayGuard {
  public:
   DisplayGuard();
@@ -11,7 +11,7 @@ class DisplayGuard {
   DisplayGuard(const DisplayGuard&) = delete;
   DisplayGuard& operator=(const DisplayGuard&) = delete;
 
-  /// The display is open: messages go where they went before.
+  /// The display is open: restores the previous message handler.
   void release();
 
  private:

@@ -32,7 +32,7 @@ QList<QKeySequence> preferencesShortcuts() {
 #endif
 }
 
-// Where the command key is Ctrl+Shift, Shift cannot be added to it: the neighbouring letter is used instead.
+// If the command key is Ctrl+Shift, Shift cannot be added to it: the neighbouring letter is used instead.
 QList<QKeySequence> findPreviousShortcuts() {
 #ifdef Q_OS_MACOS
   return commandShortcuts(Qt::Key_G, Qt::ShiftModifier);
@@ -53,7 +53,7 @@ QList<QKeySequence> fullScreenShortcuts() {
 #ifdef Q_OS_MACOS
   return {QKeySequence(QKeySequence::FullScreen)};
 #else
-  return {QKeySequence(Qt::Key_F11)};  // the toolkit names none where it does not know the desktop
+  return {QKeySequence(Qt::Key_F11)};  // Qt defines none on desktops that it does not know
 #endif
 }
 
@@ -73,8 +73,8 @@ constexpr Item separator(const char* menu) {
   return {menu, "", Does::Separate, "", none};
 }
 
-// The application menu of macOS is filled with the items that have a role; elsewhere they stay where they are. Items
-// have mnemonics, for an open menu has the keyboard; titles have none, for Alt belongs to the program in the terminal.
+// Items with a role go to the application menu on macOS; elsewhere they stay in place. Items have mnemonics, because an
+// open menu has the keyboard; titles have none, because Alt belongs to the program in the terminal.
 constexpr std::array kItems{
     Item{"File", "&New Window", Does::SendAction, "newWindow", command<Qt::Key_N>},
     Item{"File", "New &Tab", Does::SendAction, "newTab", command<Qt::Key_T>},
@@ -149,7 +149,7 @@ void validateItems(QMenu& menu, const MenuContext& context) {
   }
 }
 
-// The open windows, by number, the window itself checked.
+// Numbered entries for the open windows; this window's is checked.
 void listWindows(QMenu& menu, const QWidget& self, const MenuContext& context) {
   const QString name = QStringLiteral("windowItem");
   qDeleteAll(menu.findChildren<QAction*>(name, Qt::FindDirectChildrenOnly));
@@ -198,7 +198,7 @@ void addMenuShortcuts(QWidget& window, const MenuContext& context) {
   for (const Item& item : kItems) {
     // The widgets of such a window handle copy and paste themselves.
     if (std::string_view(item.menu) == "Edit" && item.role == QAction::NoRole) continue;
-    // Nor is such a window ever as large as the screen.
+    // Nor does such a window go full screen.
     if (item.does == Does::ToggleFullScreen) continue;
     if (!item.shortcuts().isEmpty()) window.addAction(makeAction(item, window, context, &window));
   }

@@ -30,9 +30,9 @@ class OutputSaving : public QObject {
   explicit OutputSaving(ContentView& content, Clock& clock = Clock::steady());
   ~OutputSaving() override;
 
-  /// Opens the dialog; while a save is in progress, moves the focus to its panel instead.
+  /// Opens the dialog or, while a save is in progress, moves the focus to its panel.
   void ask();
-  /// Saves the output that is there now. One at a time.
+  /// Saves the output as it is now. One save at a time.
   void save(const QString& file, OutputFormat format);
   /// Cancels a save in progress and closes the dialog.
   void cancel();

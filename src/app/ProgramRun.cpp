@@ -15,10 +15,10 @@ namespace {
 constexpr int kSignalStatusBase = 128;
 constexpr int kLaunchFailedStatus = 127;
 constexpr std::chrono::milliseconds kDrainPoll{1};
-// What the program left in the terminal is read in no time; a process that it left behind may go on printing for ever.
+// Reading what the program left in the terminal takes no time, but a process that it left behind may print for ever.
 constexpr std::chrono::seconds kDrainLimit{5};
 
-// What people call a program: the last component of its path.
+// The program's display name: the last component of its path.
 std::string nameOf(const std::string& program) {
   const std::string name = std::filesystem::path(program).filename().string();
   return name.empty() ? program : name;
@@ -27,7 +27,7 @@ std::string nameOf(const std::string& program) {
 }  // namespace
 
 Shell shellForProgram(const std::vector<std::string>& program) {
-  // sh finds the program and becomes it: its status, signals and error message are the ones people know.
+  // sh looks the program up and execs it, so that status, signals and error messages are the familiar ones.
   std::vector<std::string> args{"-c", "exec \"$0\" \"$@\""};
   args.insert(args.end(), program.begin(), program.end());
   return Shell{.name = nameOf(program.front()), .executable = "/bin/sh", .args = std::move(args), .icon = "terminal"};
@@ -58,7 +58,7 @@ void ProgramRun::finishWhenDrained() {
     MainQueue::after(MainQueue::Owner(this), kDrainPoll, [this] { finishWhenDrained(); });
     return;
   }
-  // The last chunk may have two turns of the main queue before it: its delivery, and its being appended.
+  // The last chunk may need two more turns of the main queue: one to be delivered, one to be appended.
   MainQueue::async(MainQueue::Owner(this), [this] { MainQueue::async(MainQueue::Owner(this), [this] { finish(); }); });
 }
 

@@ -10,7 +10,7 @@
 
 namespace zolt {
 
-/// The shell record that runs `program` with its arguments: found through PATH as a shell finds it.
+/// The shell record that runs `program` with its arguments; looked up in PATH as a shell would.
 Shell shellForProgram(const std::vector<std::string>& program);
 
 /// Waits for the program of a window to end and for all its output to be shown; then saves a picture if one is wanted,
@@ -21,8 +21,8 @@ class ProgramRun : public QObject {
  public:
   ProgramRun(TerminalWindow& window, std::optional<std::string> screenshotFile);
 
-  /// The application's exit status at this point. Until the program has ended it is that of a program killed by SIGHUP,
-  /// for when the window is closed first.
+  /// The status to exit with now. Until the program has ended it is that of a program killed by SIGHUP, in case the
+  /// window is closed first.
   int exitStatus() const { return m_exitStatus; }
 
  private:

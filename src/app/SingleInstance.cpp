@@ -36,7 +36,8 @@ std::string environmentValue(const char* name) {
   return value == nullptr ? "" : value;
 }
 
-// What makes a display: two starts that name it alike meet. ":0" and its first screen ":0.0" are one display.
+// Identifies the display: starts with the same name share an instance. ":0" and its first screen ":0.0" are one
+// display.
 std::string displayName() {
   std::string x11 = environmentValue("DISPLAY");
   if (x11.ends_with(".0")) x11.resize(x11.size() - 2);
@@ -131,7 +132,7 @@ SingleInstance::SingleInstance(const std::string& runtimeFolder) {
 
 SingleInstance::~SingleInstance() {
   if (!m_lock) return;
-  m_server.reset();  // takes the socket away
+  m_server.reset();  // removes the socket
   unlink(m_lockPath.c_str());
 }
 
@@ -140,7 +141,8 @@ SingleInstance::Lock SingleInstance::takeLock() {
     Descriptor lock(open(m_lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
     if (!lock) return Lock::Impossible;
     if (flock(lock.get(), LOCK_EX | LOCK_NB) != 0) return errno == EWOULDBLOCK ? Lock::Held : Lock::Impossible;
-    // An instance that just ended may have taken the file away between opening and locking: then it locks nothing.
+    // An instance that was just quitting may have unlinked the file between our open and lock: then the lock is on a
+    // deleted file.
     struct stat locked {};
     struct stat named {};
     fstat(lock.get(), &locked);
@@ -160,8 +162,8 @@ bool SingleInstance::forward(const OpenRequest& request) const {
 SingleInstance::Outcome SingleInstance::claim(const OpenRequest& request) {
   if (m_lockPath.empty()) return Outcome::Unshared;
   const auto deadline = Clock::now() + kAnswerLimit;
-  // Between taking the lock and serving, and between serving no more and giving the lock up, an instance does not
-  // answer for a moment.
+  // An instance does not answer in the moment between taking the lock and listening, nor between closing the socket and
+  // releasing the lock.
   while (Clock::now() < deadline) {
     const Lock lock = takeLock();
     if (lock == Lock::Taken) return Outcome::First;

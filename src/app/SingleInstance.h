@@ -15,38 +15,39 @@ namespace zolt {
 /// What a second start asks of the running instance.
 struct OpenRequest {
   std::string workingDirectory;
-  std::string activationToken;  ///< the desktop's leave to come to the front; empty without
+  std::string activationToken;  ///< the desktop's permission to take the focus (XDG Activation); empty if there is none
 
   std::string encoded() const;
   /// Nothing if `text` is not a valid request.
   static std::optional<OpenRequest> decoded(std::string_view text);
 };
 
-/// The one instance of a user and a display: whoever holds a lock file in the runtime folder, and serves a local socket
-/// beside it. The lock ends with its process, however that ends.
+/// One instance per user and display: the process that holds the lock file in the runtime folder and listens on the
+/// socket beside it. The kernel releases the lock when the process ends, however it ends.
 class SingleInstance {
  public:
   enum class Outcome {
     First,      ///< this process is the instance; `serve` next
-    Forwarded,  ///< another one is, and has done what was asked
-    Unshared,   ///< there is no place for the lock, or the instance does not answer: go on alone
+    Forwarded,  ///< another process is, and has carried out the request
+    Unshared,   ///< no folder for the lock, or no answer from the instance: run separately
   };
 
-  /// Names of the files for the display that the environment names, in `runtimeFolder`.
+  /// Uses lock and socket files in `runtimeFolder`, named after the display in the environment.
   explicit SingleInstance(const std::string& runtimeFolder);
   /// Removes the socket and the lock file if this process holds the lock.
   ~SingleInstance();
   SingleInstance(const SingleInstance&) = delete;
   SingleInstance& operator=(const SingleInstance&) = delete;
 
-  /// XDG_RUNTIME_DIR, or a folder of mode 0700 of the user's own in its stead; empty when there is neither.
+  /// XDG_RUNTIME_DIR, or else a folder of mode 0700 that the user owns; empty if there is neither.
   static std::string defaultRuntimeFolder();
 
-  /// Becomes the instance or asks the one there is. Waits for its answer, 5 s at most. Needs no application object.
+  /// Becomes the instance, or sends the request to the running one and waits at most 5 s for its answer. Needs no
+  /// application object.
   Outcome claim(const OpenRequest& request);
 
-  /// Calls `open` on the main thread for each request of another start. After an outcome of First; false, and the lock
-  /// is given up, when there can be no socket.
+  /// Calls `open` on the main thread for each request from another process. Call after `First`. Returns false and
+  /// releases the lock if the socket cannot be created.
   bool serve(std::function<void(const OpenRequest& request)> open);
 
   bool isFirst() const { return static_cast<bool>(m_lock); }

@@ -19,7 +19,7 @@ struct Stream {
   int access;
 };
 
-// In ascending order: the system gives the lowest number that is free.
+// In ascending order: open() returns the lowest free number.
 constexpr std::array kStreams{
     Stream{STDIN_FILENO, O_RDONLY},
     Stream{STDOUT_FILENO, O_WRONLY},

@@ -10,8 +10,7 @@ namespace zolt {
 
 namespace {
 
-// The desktop's style, but a tap of Alt does not give the bar the keyboard, and leaving a menu by Escape does not
-// either.
+// The desktop's style, except that neither a tap of Alt nor leaving a menu with Escape gives the bar the focus.
 class WithoutAltNavigation : public QProxyStyle {
  public:
   explicit WithoutAltNavigation(QObject* parent) { setParent(parent); }
@@ -27,7 +26,7 @@ class WithoutAltNavigation : public QProxyStyle {
 
 TerminalMenuBar::TerminalMenuBar(QWidget* window) : QMenuBar(window) {
   setStyle(new WithoutAltNavigation(this));
-#ifndef Q_OS_MACOS  // there the bar is the screen's, and has a key of its own
+#ifndef Q_OS_MACOS  // there the bar is at the top of the screen and has a key of its own
   auto* open = new QAction(this);
   open->setShortcut(Qt::Key_F10);
   connect(open, &QAction::triggered, this, &TerminalMenuBar::openFirstMenu);
@@ -41,7 +40,7 @@ void TerminalMenuBar::actionEvent(QActionEvent* event) {
   if (event->type() == QEvent::ActionAdded && menu != nullptr) menu->installEventFilter(this);
 }
 
-// An open menu has the keyboard, shortcuts included.
+// An open menu receives all keys, shortcuts included.
 bool TerminalMenuBar::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F10) {
     static_cast<QMenu*>(watched)->close();

@@ -16,10 +16,10 @@ namespace {
 
 constexpr QSize kContentSize(900, 600);
 
-// As QMenuBar measures itself; building one takes longer than starting a shell.
+// Repeats QMenuBar's own size computation: building a menu bar takes longer than starting a shell.
 int menuBarHeight() {
 #ifdef Q_OS_MACOS
-  return 0;  // it is the screen's
+  return 0;  // the menu bar is at the top of the screen
 #else
   const QStyle* style = QApplication::style();
   QStyleOptionMenuItem item;

@@ -9,14 +9,15 @@
 
 namespace zolt {
 
-/// The size of the terminal in a new window on the primary screen, from its parts' measures: so that its shell can be
-/// started before the window is built. What differs in the end is told to the shell as any other change is.
+/// The size that the terminal in a new window on the primary screen will have, computed from the sizes of its parts, so
+/// that its shell can be started before the window is built. If the size turns out different, the shell is told as for
+/// any resize.
 TerminalSize terminalSizeOfNewWindow();
 
-/// A terminal's window: 900 by 600, in the middle of the screen, or at its corner where it is too large for it.
+/// A terminal's window: 900 by 600, in the middle of the screen, or in the screen's top left corner if it does not fit.
 ///
-/// Closing hides it; its terminal goes on until the window is released, while saving its output is cancelled. Performs
-/// the action "saveOutputAs". Main thread.
+/// Closing only hides it: its terminal keeps running until the window is destroyed, but a save in progress is
+/// cancelled. Performs the action "saveOutputAs". Main thread.
 class TerminalWindow : public QMainWindow {
   Q_OBJECT
 
@@ -25,12 +26,12 @@ class TerminalWindow : public QMainWindow {
   ~TerminalWindow() override;
 
   TerminalWindowController& contentViewController() { return *m_controller; }
-  /// Stands at the end of the menu bar, where the window has one. Set once.
+  /// Shown at the end of the menu bar, if the window has one. Set once.
   const QString& subtitle() const { return m_subtitle; }
 
   /// Moves the window to the middle of its screen.
   void center();
-  /// Shows the window before all others and gives it the keyboard.
+  /// Shows the window, raises it and gives it the focus.
   void makeKeyAndOrderFront();
 
   Q_INVOKABLE void saveOutputAs();

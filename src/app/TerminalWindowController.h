@@ -14,13 +14,13 @@ class TerminalWindowController : public QObject {
   Q_OBJECT
 
  public:
-  /// Takes over `rootView`, for as long as no window does. Shells of further terminals inherit `environment`.
+  /// Owns `rootView` until a window takes it. Shells of further terminals inherit `environment`.
   explicit TerminalWindowController(std::unique_ptr<ContentView> rootView,
                                     Environment environment = processEnvironment());
   ~TerminalWindowController() override;
 
   ContentView& rootView() { return *m_rootView; }
-  /// Hands the root view over to the window that shows it; it stays the root view.
+  /// Passes ownership of the root view to the window that shows it.
   std::unique_ptr<ContentView> releaseRootView() { return std::move(m_ownedRootView); }
 
   /// Starts one more terminal with the default shell. It is not shown, deliberately: the log display has no tabs.

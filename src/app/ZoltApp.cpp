@@ -14,7 +14,7 @@ namespace zolt {
 
 namespace {
 
-// A text at the end of the menu bar, drawn by the style as it draws a menu's title: both stand on one baseline.
+// A text at the end of the menu bar, drawn by the style as a menu title, so that both share a baseline.
 class Subtitle : public QLabel {
  public:
   Subtitle(const QString& text, QWidget* bar) : QLabel(text, bar) {
@@ -33,14 +33,14 @@ class Subtitle : public QLabel {
     title.initFrom(this);
     title.rect = contentsRect();
     title.menuItemType = QStyleOptionMenuItem::Normal;
-    title.text = text().replace(QLatin1Char('&'), QStringLiteral("&&"));  // a name, with no mnemonic in it
+    title.text = text().replace(QLatin1Char('&'), QStringLiteral("&&"));  // a name: "&" marks no mnemonic
     title.palette.setColor(QPalette::ButtonText, palette().color(QPalette::PlaceholderText));
     QPainter painter(this);
     parentWidget()->style()->drawControl(QStyle::CE_MenuBarItem, &title, &painter, this);
   }
 };
 
-// The bar belongs to the terminal below it, and is black like it.
+// The menu bar is as black as the terminal below it.
 QPalette barPalette() {
   QPalette palette = darkPalette();
   palette.setColor(QPalette::Window, Qt::black);

@@ -38,7 +38,7 @@ std::string currentDirectory() {
   return std::filesystem::current_path(ignored).string();
 }
 
-// What another start asks for: a window in the folder that it was started in.
+// A request from another process: a window in its working directory.
 void open(zolt::AppDelegate& delegate, const zolt::OpenRequest& request) {
   std::error_code ignored;
   const bool exists = std::filesystem::is_directory(request.workingDirectory, ignored);
@@ -69,7 +69,7 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::
                                             .restart = zolt::TerminalController::Restart::Never,
                                             .workingDirectory = {}});
     run = std::make_unique<zolt::ProgramRun>(*delegate.windows().front(), line.screenshotFile);
-    // The program's window is what this application is for.
+    // With -e this process exists for that one window.
     QObject::connect(&application, &QApplication::lastWindowClosed, &application, [&closed] {
       closed = true;
       QApplication::quit();
@@ -94,9 +94,9 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::
 int main(int argc, char** argv) {
   zolt::openMissingStandardStreams();
   zolt::printToolkitMessagesWithoutWaiting();
-  // What the shells inherit: the toolkit takes variables away that it has read (DESKTOP_STARTUP_ID).
+  // What the shells inherit. Copied first: Qt unsets variables that it has read (DESKTOP_STARTUP_ID).
   const zolt::Environment environment = zolt::processEnvironment();
-  // Whoever reads our standard output may stop reading; that is no reason to close the terminals.
+  // If the reader of our standard output goes away, SIGPIPE must not close the terminals.
   zolt::ignoreBrokenPipes();
   auto line = zolt::CommandLine::parse({argv + 1, argv + argc});
   if (!line) return usageError(line.reason());
@@ -111,13 +111,13 @@ int main(int argc, char** argv) {
       break;
   }
   zolt::CommandLine& options = line.value();
-  // A relative name means the folder that the user is in, whatever --working-directory says.
+  // A relative file name is relative to the user's current directory, whatever --working-directory says.
   if (options.screenshotFile) {
     std::error_code ignored;
     options.screenshotFile = std::filesystem::absolute(*options.screenshotFile, ignored).string();
   }
   if (const auto& directory = options.workingDirectory; directory && chdir(directory->c_str()) != 0) {
-    return usageError("cannot enter " + *directory + ": " + std::strerror(errno));
+    return usageError("cannot change to " + *directory + ": " + std::strerror(errno));
   }
   const bool shared = options.program.empty() && !options.newInstance;
   zolt::SingleInstance instance(shared ? zolt::SingleInstance::defaultRuntimeFolder() : "");
@@ -125,7 +125,7 @@ int main(int argc, char** argv) {
                                   .activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN").toStdString()};
   if (shared && instance.claim(request) == zolt::SingleInstance::Outcome::Forwarded) return 0;
 
-  // Qt reads argv as well and knows options of its own: it gets none of ours.
+  // Qt parses argv too and has options of its own, so it gets only argv[0].
   int ownArguments = 1;
   const int status = runApplication(ownArguments, argv, options, instance, environment);
   zolt::ChildProcess::endRemaining(kEndGrace);

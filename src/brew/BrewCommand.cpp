@@ -23,8 +23,8 @@ namespace zolt {
 
 namespace {
 
-// A user's pipes may together hold 64 MiB by default (pipe(7), pipe-user-pages-soft); beyond that new ones hold next to
-// nothing. The more commands run, the less each takes for itself, and all of them stay below that.
+// A user's pipes may together hold 64 MiB by default (pipe(7), pipe-user-pages-soft); beyond that, new pipes get a page
+// or two. The more commands run, the smaller their pipes, so that all of them stay below the limit.
 constexpr std::size_t kPipeShareBytes = 16 * 1024 * 1024;
 constexpr std::size_t kUsualMaxPipeBytes = 1024 * 1024;
 
@@ -37,7 +37,7 @@ bool isWriting(const std::vector<std::string>& arguments) {
 
 using Process = std::shared_ptr<ChildProcess>;
 
-// The commands that run, or have left something behind that still holds their pipe.
+// Commands that are running, or whose leftover processes still hold their pipe.
 struct Running {
   std::mutex mutex;
   std::size_t readingCount = 0;
@@ -45,14 +45,14 @@ struct Running {
   std::vector<Process> writing;
   bool isEnding = false;
 
-  // Lives as long as the process: workers may outlive main().
+  // Never destroyed: workers may outlive main().
   static Running& shared() {
     static auto* running = new Running;
     return *running;
   }
 };
 
-// Once a process, before its first command.
+// Once per process, before its first command.
 void prepareProcess() {
   static const int prepared = [] {
     leaveControllingTerminal();
@@ -61,7 +61,7 @@ void prepareProcess() {
   static_cast<void>(prepared);
 }
 
-// What the system lets one pipe hold.
+// The system's maximum pipe size.
 std::size_t maxPipeBytes() {
   static const std::size_t bytes = [] {
     std::size_t allowed = 0;
@@ -77,7 +77,7 @@ std::size_t pipeBytesNow() {
   return std::min(maxPipeBytes(), kPipeShareBytes / (running.readingCount + running.writing.size() + 1));
 }
 
-// To the end of file: that is when the last one that the command left behind has closed it, too.
+// Reads to end of file: then every process that the command left behind has closed the pipe too.
 QByteArray readToEnd(int descriptor) {
   QByteArray content;
   std::array<char, 64 * 1024> buffer;
@@ -89,8 +89,8 @@ QByteArray readToEnd(int descriptor) {
   }
 }
 
-// Holds the reading end of a command's pipe and, once this process is gone, reads it empty: neither a broken pipe nor a
-// full one then stops an installation half-way. Its own life pipe, closed with this object, tells it.
+// A child that holds the read end of a command's pipe and drains it once this process is gone, so that neither a broken
+// nor a full pipe stops an installation half-way. Its own life pipe, which closes with this object, tells it when.
 class PipeHeir {
  public:
   explicit PipeHeir(const Pipe& inherited) {
@@ -113,7 +113,7 @@ class PipeHeir {
   Descriptor m_life;
 };
 
-// One that only reads ends with this process, whatever ends that.
+// A command that only reads ends with this process, whatever ends that.
 std::optional<QByteArray> outputOfReading(ChildProcess::Request request, Pipe& pipe) {
   Running& running = Running::shared();
   std::optional<ChildProcess> process;
@@ -135,7 +135,7 @@ std::optional<QByteArray> outputOfReading(ChildProcess::Request request, Pipe& p
   return output;
 }
 
-// One that writes is interrupted by an orderly end, and finishes where this process is killed.
+// A command that writes is interrupted on an orderly quit; if Zolt is killed, it runs to completion.
 std::optional<QByteArray> outputOfWriting(ChildProcess::Request request, Pipe& pipe) {
   Running& running = Running::shared();
   request.group = ChildProcess::kOwnGroup;
@@ -180,11 +180,11 @@ std::optional<QByteArray> outputOfBrewCommand(const std::string& executable, con
 void endBrewCommands() {
   Running& running = Running::shared();
   const std::lock_guard lock(running.mutex);
-  // A second interrupt would end the tool in the middle of its clean-up.
+  // A second interrupt would stop brew in the middle of its clean-up.
   if (std::exchange(running.isEnding, true)) return;
   for (const Process& process : running.writing) {
     process->sendSignalToGroup(SIGINT);
-    // One that was stopped by a question to a terminal hears nothing else.
+    // A job stopped by SIGTTIN must be continued to receive the signal.
     process->sendSignalToGroup(SIGCONT);
   }
   if (running.readingCount > 0) {

@@ -7,8 +7,8 @@
 
 namespace zolt {
 
-/// A small flat button of a tool bar: a symbol or a few letters. Its background shows hovering, pressing and, where it
-/// is checkable, that it is on.
+/// A small flat button of a tool bar: a symbol or a few letters. Its background shows hovering, pressing and, if it is
+/// checkable, the checked state.
 class BarButton : public QAbstractButton {
   Q_OBJECT
 

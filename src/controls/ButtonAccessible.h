@@ -5,13 +5,13 @@
 
 namespace zolt {
 
-/// What a screen reader sees of our own buttons: a switch is a check box, a segment a radio button, a tab a page tab.
-/// All it can do to one is click it, so it cannot change what a click cannot change.
+/// Our own buttons for screen readers: a switch is a check box, a segment a radio button, a tab a page tab. The only
+/// action is a click, so fixed controls stay fixed.
 class ButtonAccessible : public QAccessibleWidget {
  public:
   ButtonAccessible(QAbstractButton& button, QAccessible::Role role);
 
-  /// Gives every button, or every other widget, of exactly this class a role; before the first is shown.
+  /// Sets the role of every widget of exactly this class. Call it before the first is shown.
   static void setRole(const QMetaObject& type, QAccessible::Role role);
 
   QAccessible::State state() const override;

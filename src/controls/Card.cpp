@@ -19,7 +19,7 @@ constexpr int kRadius = 9;
 void drawCard(QPainter& painter, const QRect& area, const ControlColors& colors, const QColor& border) {
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
-  // In device pixels, whole ones, so that all four edges are as thick as a hairline at fractional scales too.
+  // Snapped to device pixels, so that all four edges are as thick as a hairline at fractional scales too.
   const QTransform toDevice = painter.deviceTransform();
   painter.setWorldTransform(toDevice.inverted(), true);
   const QRectF exact = toDevice.mapRect(QRectF(area));

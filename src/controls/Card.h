@@ -17,7 +17,7 @@ class Card : public QWidget {
   Q_OBJECT
 
  public:
-  /// From the card's edge to a row's content, in logical pixels.
+  /// The distance from the card's edge to a row's content, in logical pixels.
   static constexpr int inset = 14;
 
   explicit Card(QWidget* parent = nullptr);

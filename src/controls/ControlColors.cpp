@@ -19,7 +19,7 @@ double luminance(const QColor& color) {
   return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
 }
 
-// What a translucent colour looks like on a background.
+// Composites a translucent colour over a background.
 QColor over(const QColor& background, QColor color) {
   const double share = color.alphaF();
   color.setAlphaF(1);
@@ -55,13 +55,13 @@ ControlColors::ControlColors(const QPalette& palette) {
   text = palette.color(QPalette::WindowText);
   const QColor base = palette.color(QPalette::Base);
   const bool isDark = luminance(window) < luminance(text);
-  // On a dark desktop raised surfaces are lighter, but Base is usually darker than the window.
+  // In dark schemes raised surfaces are lighter, but Base is usually darker than Window.
   const bool baseStandsOut = luminance(base) > luminance(window) && contrastRatio(window, base) > 1.03;
   card = baseStandsOut ? base : mixed(window, text, isDark ? 0.06 : 0.04);
   hairline = mixed(card, text, isDark ? 0.13 : 0.1);
   secondary =
       readable(over(card, palette.color(QPalette::PlaceholderText)), {card, window, mixed(card, text, 0.1)}, text);
-  // The active accent even for a disabled control, which shows its state by opacity.
+  // The active accent even for a disabled control, which is drawn fainter instead.
   accent = palette.color(QPalette::Active, QPalette::Highlight);
   accentText = readable(accent, {card, window, mixed(window, accent, 0.16)}, text);
   off = mixed(card, text, isDark ? 0.28 : 0.24);

@@ -2,7 +2,8 @@
 
 namespace zolt {
 
-/// From the border of a field or picker to its text, in logical pixels. One value, so that texts in a column line up.
+/// The distance from the border of a field or picker to its text, in logical pixels. One value, so that texts in a
+/// column line up.
 inline constexpr int kControlTextInset = 10;
 
 }  // namespace zolt

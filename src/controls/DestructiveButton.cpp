@@ -14,7 +14,7 @@ constexpr QSize kPadding{14, 5};
 }  // namespace
 
 DestructiveButton::DestructiveButton(const QString& text, QWidget* parent) : QPushButton(text, parent) {
-  // Takes the focus on a click, which first commits a field that is being edited.
+  // Takes the focus when clicked, so that a field that is being edited is committed first.
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }

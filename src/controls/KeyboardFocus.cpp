@@ -40,7 +40,7 @@ bool KeyboardFocus::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
     case QEvent::FocusIn: {
       const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-      // Focus that a window or menu gives back leaves the ring as it was.
+      // Focus returned by a window or menu leaves the ring as it was.
       if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) show(isKeyboardReason(reason));
       break;
     }

@@ -9,7 +9,7 @@ class QWidget;
 namespace zolt {
 
 /// Decides whether a widget shows its focus ring: only if the focus came from the keyboard, or a key was pressed since.
-/// A mouse click shows none. A member of its widget, which it repaints. Main thread.
+/// Focus gained by a click is not shown. A member of its widget, which it repaints. Main thread.
 class KeyboardFocus : public QObject {
   Q_OBJECT
 

@@ -14,7 +14,7 @@ class NumberField : public TextField {
  public:
   explicit NumberField(QWidget* parent = nullptr);
 
-  /// Shows a number without emitting `chosen`. Text that is being edited stays.
+  /// Shows a number without emitting `chosen`. Does not disturb text that is being edited.
   void setNumber(std::int64_t number);
 
  Q_SIGNALS:

@@ -6,7 +6,7 @@
 
 namespace zolt {
 
-/// A choice from a pop-up list. Blank while nothing is selected.
+/// A pop-up list of choices. Blank while nothing is selected.
 class PopUpPicker : public QComboBox {
   Q_OBJECT
 

@@ -15,7 +15,8 @@ namespace {
 
 constexpr double kKnobRadius = 8;
 constexpr double kTrackHeight = 4;
-constexpr double kEnd = kKnobRadius + KeyboardFocus::margin;  // from the widget's edge to the knob's middle at an end
+constexpr double kEnd =
+    kKnobRadius + KeyboardFocus::margin;  // from the widget's edge to the centre of a knob at that end
 constexpr int kPageSteps = 10;
 
 }  // namespace

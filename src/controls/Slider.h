@@ -20,7 +20,7 @@ class Slider : public QSlider {
   QPointF knobCenter() const;
 
  Q_SIGNALS:
-  /// The user moved the knob to `position`, or used it where it already was: the value shown may lie beyond the end.
+  /// The user moved the knob to `position`, or pressed it there: the value shown may have been out of range.
   void chosen(int position);
 
  protected:

@@ -8,8 +8,8 @@
 
 namespace zolt {
 
-/// A slider beside the text of its value, 50 pixels wide. It shows any value, even one that no position of the slider
-/// stands for, and emits only what the user chose.
+/// A slider beside the text of its value, 50 pixels wide. It shows any value, even one between or beyond the slider's
+/// positions, and emits only values that the user chose.
 class SliderRow : public QWidget {
   Q_OBJECT
 

@@ -4,7 +4,7 @@ namespace zolt {
 
 /// The values of a slider: multiples of a fraction of 1, from first to last.
 ///
-/// Each value is the double nearest to its decimal fraction: ends and steps are exact.
+/// Each value is the double nearest to its decimal fraction, so that 0.3 is exactly the double 0.3.
 struct SliderScale {
   int partsOfOne;  ///< 10: tenths
   int first;       ///< in parts

@@ -10,7 +10,7 @@ namespace zolt {
 namespace {
 
 constexpr int kRadius = 6;
-constexpr int kInsideQt = 2;  // what the base class itself leaves on each side of the text
+constexpr int kInsideQt = 2;  // the base class's own margin on each side of the text
 constexpr int kAboveAndBelow = 5;
 
 }  // namespace

@@ -19,7 +19,7 @@ constexpr int kShortestThumb = 28;
 constexpr int kMarkWidth = 8;
 constexpr int kMarkHeight = 2;
 constexpr std::chrono::milliseconds kVisibleFor{1200};
-// The text colour's share in the thumb, over what it lies on.
+// The text colour's share in the thumb, over the background.
 constexpr double kThumbShare = 0.4;
 constexpr double kActiveThumbShare = 0.6;
 constexpr QRgb kMatchMark = 0xFFCFB04A;
@@ -30,7 +30,7 @@ ThinScrollBar::ThinScrollBar(Ground ground, QWidget* parent) : QScrollBar(Qt::Ve
   setAttribute(Qt::WA_OpaquePaintEvent, ground == Ground::Terminal);
   setCursor(Qt::ArrowCursor);
   setAccessibleName(tr("Scroll bar"));
-  // The style's own arithmetic for dragging and paging follows this sheet's geometry: no buttons, a full-length groove.
+  // With this style sheet the style's dragging and paging match what is painted: no buttons, a full-length groove.
   setStyleSheet(QStringLiteral("QScrollBar:vertical { width: %1px; margin: 0; border: none; background: %3; }"
                                "QScrollBar::handle:vertical { min-height: %2px; }"
                                "QScrollBar::add-line, QScrollBar::sub-line { height: 0; }")
@@ -56,7 +56,7 @@ void ThinScrollBar::setMarks(std::vector<BarMark> marks) {
   update();
 }
 
-// Marks that fall on the same pixels become one.
+// Marks on the same pixels are drawn once.
 void ThinScrollBar::paintMarks(QPainter& painter) const {
   const double length = height() - kMarkHeight;
   double paintedTo = -1;
@@ -85,7 +85,7 @@ bool ThinScrollBar::isThumbShown() const {
 
 // Translucent, so that the marks below it stay visible.
 QColor ThinScrollBar::thumbColor() const {
-  // The sheet has changed this widget's own palette.
+  // The style sheet has changed this widget's own palette.
   QColor color = m_ground == Ground::Terminal ? QColor(Qt::white) : ControlColors(parentWidget()->palette()).text;
   color.setAlphaF(static_cast<float>(underMouse() || isSliderDown() ? kActiveThumbShare : kThumbShare));
   return color;

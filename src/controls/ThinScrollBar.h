@@ -7,23 +7,25 @@
 
 namespace zolt {
 
-/// A stretch of what is scrolled, as fractions of its height: 0 is the top, 1 the bottom.
+/// A range of the scrolled content as fractions of its height: 0 is the top, 1 the bottom.
 struct BarMark {
   double begin = 0;
   double end = 0;
 };
 
-/// A vertical scroll bar without buttons or groove: a rounded thumb and, where a text was searched, the matches.
+/// A vertical scroll bar without buttons or groove: a rounded thumb and, during a search, the matches.
 ///
-/// It always takes its width, so nothing wraps differently when the thumb appears.
+/// Its width is always reserved, so that nothing rewraps when the thumb appears.
 class ThinScrollBar : public QScrollBar {
   Q_OBJECT
 
  public:
-  /// What it lies on.
+  /// The surface behind it.
   enum class Ground {
-    Window,    ///< its parent's window colour, which shows through; the thumb is visible whenever there is more to see
-    Terminal,  ///< black, which it fills itself; the thumb is visible only while the user scrolls or points at it
+    Window,    ///< its parent's window colour, which shows through; the thumb is visible whenever there is something to
+               ///< scroll
+    Terminal,  ///< black, which it fills itself; the thumb is visible only while the user scrolls or the pointer is
+               ///< near
   };
 
   /// Its width, in logical pixels.
@@ -32,9 +34,9 @@ class ThinScrollBar : public QScrollBar {
   ThinScrollBar(Ground ground, QWidget* parent);
 
   QSize sizeHint() const override;
-  /// Shows the thumb for a moment.
+  /// Shows the thumb briefly.
   void flash();
-  /// Marks these stretches, in order, until told otherwise.
+  /// Marks these ranges, in order, until the next call.
   void setMarks(std::vector<BarMark> marks);
 
  protected:

@@ -7,7 +7,7 @@ namespace zolt {
 
 namespace {
 
-// A line may have any length: nobody reads this far, and laying it out would take long.
+// A line may have any length: nobody reads beyond this, and layout would be slow.
 constexpr qsizetype kMaxCharacters = 500;
 
 void addParagraph(QStringList& lines, const QString& whole, const QFont& font, int width) {

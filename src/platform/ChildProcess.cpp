@@ -18,7 +18,7 @@
 #include "platform/MainQueue.h"
 #include "platform/Pipe.h"
 
-// In two steps: where there is no __GLIBC_PREREQ, it may not even stand behind an &&.
+// In two steps: without __GLIBC_PREREQ even `defined(...) && __GLIBC_PREREQ(...)` does not preprocess.
 #ifdef __GLIBC__
 #if __GLIBC_PREREQ(2, 34)
 #define ZOLT_HAS_SPAWN_CLOSEFROM
@@ -29,26 +29,26 @@ namespace zolt {
 
 struct ChildProcess::State {
   Request request;
-  TerminationHandler handler;  // not changed once the child runs
+  TerminationHandler handler;  // not changed once the child is running
 
   std::mutex mutex;  // guards everything below
   pid_t pid = 0;
   bool running = false;
-  bool keepsGroup = false;  // not reaped: its number, and that of its group, are still its own
+  bool keepsGroup = false;  // not reaped, so its PID and group ID are not reused
   int status = 0;
   Reason reason = Reason::Exit;
   std::condition_variable ended;
 
   void send(int signal) {
     const std::lock_guard lock(mutex);
-    // Reaping takes the same lock: the number cannot belong to anybody else by now.
+    // Reaping takes the same lock, so the PID cannot have been reused.
     if (running) kill(pid, signal);
   }
 
   void sendToGroup(int signal) {
     const std::lock_guard lock(mutex);
     if (!running && !keepsGroup) return;
-    // In the moment before the child leads its group there is none; then the signal is for it alone.
+    // A child that has not yet created its group is signalled alone.
     if (!leadsGroup() || kill(-pid, signal) != 0) kill(pid, signal);
   }
 
@@ -80,8 +80,7 @@ struct ChildProcess::State {
     return running;
   }
 
-  // Waits for the end on a thread of its own: the one way to do so that works everywhere and reaps nobody else's
-  // children.
+  // Waits on a thread of its own: the one way that works everywhere and reaps no one else's children.
   void waitForEnd() {
     siginfo_t info{};
     while (waitid(P_PID, static_cast<id_t>(pid), &info, WEXITED | WNOWAIT) != 0 && errno == EINTR) {
@@ -94,7 +93,7 @@ struct ChildProcess::State {
       status = info.si_status;
     }
     ended.notify_all();
-    // Let go of first: what it holds may be the last thing that keeps its owner alive.
+    // Moved out first: the handler may hold the last reference to its owner.
     if (const TerminationHandler last = std::exchange(handler, nullptr)) last();
   }
 };
@@ -128,7 +127,7 @@ class SpawnPlan {
     posix_spawnattr_setpgroup(&m_attributes, group);
     m_flags |= POSIX_SPAWN_SETPGROUP;
   }
-  // A session leader without a terminal gets the first one that it opens.
+  // The first terminal that a session leader opens becomes its controlling terminal.
   void openAsStandardInput(const char* path) {
     posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, path, O_RDWR, 0);
   }
@@ -153,8 +152,7 @@ class SpawnPlan {
   short m_flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
 };
 
-// A program started by one that ignores SIGCHLD ignores it, too; the system would then reap children by itself and
-// their statuses would be lost.
+// An ignored SIGCHLD is inherited; the system would then reap children by itself, and their statuses would be lost.
 void keepStatusesOfChildren() {
   struct sigaction action {};
   if (sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN) std::signal(SIGCHLD, SIG_DFL);
@@ -169,7 +167,7 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts) {
   return pointers;
 }
 
-// Streams below 3 would be overwritten while they are still needed: move such a descriptor out of the way.
+// A descriptor below 3 would be overwritten while it is still needed: move it out of the way.
 int outOfTheWay(int descriptor, Descriptor& owner) {
   if (descriptor < 0 || descriptor > STDERR_FILENO) return descriptor;
   owner = Descriptor(fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));

@@ -21,7 +21,7 @@ namespace zolt {
 /// members may be called from any thread.
 class ChildProcess {
  public:
-  /// None: the child shares the caller's session. Controlling: it leads one of its own, and its standard input is that
+  /// None: the child shares the caller's session. Controlling: it leads its own session, and its standard input is that
   /// session's terminal.
   enum class Terminal { None, Controlling };
 
@@ -32,16 +32,15 @@ class ChildProcess {
     std::string executable;              ///< a path; PATH is not searched
     std::vector<std::string> arguments;  ///< without the program's own name
     Environment environment;
-    std::string workingDirectory{};  ///< this process's when empty
-    int standardInput = -1;          ///< descriptors of the caller, which keeps them
+    std::string workingDirectory{};  ///< this process's if empty
+    int standardInput = -1;          ///< descriptors that the caller keeps owning
     int standardOutput = -1;
     int standardError = -1;
     Terminal terminal = Terminal::None;
-    /// The process group in the caller's session to be in, the caller's own when absent. The leader of a session leads
-    /// a group anyway.
+    /// The process group to join; the caller's if absent. Ignored for a session leader, which leads its own group.
     std::optional<pid_t> group{};
-    /// Reserves the number of the process group that the child leads until `release`, even after the child has ended:
-    /// processes that it left behind can then still be signalled.
+    /// Keeps the ID of the process group that the child leads from being reused until `release`, even after the child
+    /// has ended, so that processes that it left behind can still be signalled.
     bool keepsGroup = false;
   };
 
@@ -64,25 +63,25 @@ class ChildProcess {
   int terminationStatus() const;
   Reason terminationReason() const;
 
-  /// Asks the child to end (SIGTERM); nothing happens when it does not run.
+  /// Sends SIGTERM; does nothing if the child is not running.
   void terminate();
-  /// Sends a signal to the child; nothing happens when it does not run.
+  /// Sends a signal to the child; does nothing if it is not running.
   void sendSignal(int signal);
-  /// Sends a signal to the child and everyone in the process group that it leads, or to it alone where it leads none.
-  /// Nothing happens once it has ended, unless it keeps its group.
+  /// Sends a signal to the process group that the child leads, or to the child alone if it leads none. Does nothing
+  /// once the child has ended, unless it keeps its group.
   void sendSignalToGroup(int signal);
-  /// Blocks until the child has ended. Returns at once when it was never launched.
+  /// Blocks until the child has ended. Returns at once if it was never launched.
   void waitUntilExit();
-  /// As above, up to `longest`; false when it still runs then.
+  /// As above, for up to `longest`; returns false if the child is still running then.
   bool waitUntilExit(std::chrono::milliseconds longest);
   /// Gives up the kept group; the child is reaped as soon as it has ended.
   void release();
-  /// Kills the child, with its process group where it leads one, if it still runs after `grace`. Needs the main loop,
+  /// Kills the child, and the process group that it leads, if it is still running after `grace`. Needs the main loop,
   /// or `endRemaining`.
   void killAfter(std::chrono::milliseconds grace);
 
-  /// Waits up to `grace` for the children that `killAfter` was called for and kills those that remain. For the very end
-  /// of a program.
+  /// Waits up to `grace` for the children that `killAfter` was called for and kills those that remain. Call it last
+  /// before the program exits.
   static void endRemaining(std::chrono::milliseconds grace);
 
  private:

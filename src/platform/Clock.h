@@ -6,14 +6,14 @@
 
 namespace zolt {
 
-/// Calls a function once, some time after it was started. Main thread.
+/// Calls a function once, a given time after it was started. Main thread.
 class Timer {
  public:
   virtual ~Timer() = default;
-  /// Starts it, or starts it anew: what was left of an earlier start is forgotten.
+  /// Starts or restarts the timer.
   virtual void start(std::chrono::microseconds delay) = 0;
   virtual void stop() = 0;
-  /// From a start until the call, or until it is stopped.
+  /// True until it fires or is stopped.
   virtual bool isActive() const = 0;
 };
 

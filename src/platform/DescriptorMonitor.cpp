@@ -36,7 +36,7 @@ DescriptorMonitor::~DescriptorMonitor() {
 }
 
 DescriptorMonitor& DescriptorMonitor::shared() {
-  static auto* monitor = new DescriptorMonitor;  // never torn down: watches may outlive main()
+  static auto* monitor = new DescriptorMonitor;  // never destroyed: watches may outlive main()
   return *monitor;
 }
 
@@ -73,7 +73,7 @@ void DescriptorMonitor::cancel(const std::shared_ptr<Watch>& watch) {
 
 void DescriptorMonitor::wake() {
   const char byte = 0;
-  // A full pipe means that a wake-up is under way already.
+  // A full pipe means that a wake-up is already pending.
   [[maybe_unused]] const ssize_t written = write(m_wakeWriter.get(), &byte, 1);
 }
 
@@ -87,7 +87,7 @@ void DescriptorMonitor::run() {
       const std::lock_guard lock(m_mutex);
       if (m_stopping) return;
       for (const auto& watch : m_watches) {
-        // With no events a hang-up would still be reported, over and over.
+        // Even with no events requested, poll would report a hang-up again and again.
         if (watch->m_events == 0) continue;
         polled.push_back(watch);
         descriptors.push_back({.fd = watch->m_descriptor->get(), .events = watch->m_events, .revents = 0});

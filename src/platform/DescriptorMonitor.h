@@ -41,12 +41,12 @@ class DescriptorMonitor {
 
   static DescriptorMonitor& shared();
 
-  /// Calls `handler` whenever one of `events` (POLLIN, POLLOUT; 0 for none now) holds. Any thread.
+  /// Calls `handler` whenever one of `events` (POLLIN, POLLOUT; 0 for none at present) occurs. Any thread.
   std::shared_ptr<Watch> add(std::shared_ptr<const Descriptor> descriptor, short events, Handler handler);
-  /// Waits for `events` from now on. Any thread, the handler included.
+  /// Changes the events to wait for. Any thread, the handler included.
   void setEvents(const std::shared_ptr<Watch>& watch, short events);
-  /// Takes the watch out. When this returns its handler does not run and never will again, unless the caller is the
-  /// handler itself. Any thread.
+  /// Removes the watch. Once this returns, the handler is not running and will not be called again (if the handler
+  /// itself calls this, it is still running). Any thread.
   void cancel(const std::shared_ptr<Watch>& watch);
 
  private:

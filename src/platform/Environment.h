@@ -8,11 +8,11 @@ namespace zolt {
 /// Environment variables by name.
 using Environment = std::map<std::string, std::string>;
 
-/// The variables that this process was started with and has set since. Main thread.
+/// The current environment of this process. Main thread.
 Environment processEnvironment();
 
-/// Whether `path` names something that the user may execute: a file, or a directory with execute permission. False when
-/// it is missing and for a dangling link.
+/// Whether the user has execute permission for `path`, a file or a directory. False if it is missing or a dangling
+/// link.
 bool isExecutableFile(const std::string& path);
 
 }  // namespace zolt

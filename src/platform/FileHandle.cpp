@@ -24,8 +24,8 @@ struct FileHandle::State {
   DescriptorMonitor& monitor;
   std::shared_ptr<DescriptorMonitor::Watch> watch;
 
-  // Held while the readability handler runs, so that nothing is between the descriptor and its receiver when it is
-  // free.
+  // Held while the readability handler runs: while it is free, no bytes are on their way from the descriptor to the
+  // receiver.
   std::mutex handing;
   ReadabilityHandler readabilityHandler;  // guarded by handing
 
@@ -67,7 +67,8 @@ struct FileHandle::State {
     updateEvents();
   }
 
-  // Writes what is pending as far as the system takes it; the error number of a failure, else 0. With the mutex held.
+  // Writes as much of `pending` as the system accepts. Returns the error number of a failure, or 0. With the mutex
+  // held.
   int flush() {
     while (pendingFrom < pending.size()) {
       const ssize_t written = ::write(descriptor->get(), pending.data() + pendingFrom, pending.size() - pendingFrom);
@@ -99,7 +100,7 @@ struct FileHandle::State {
       const std::lock_guard lock(mutex);
       failure = flush();
       if (!pending.empty() && (happened & POLLOUT) == 0) {
-        // A terminal that was hung up while it was full takes nothing and reports no error, for ever.
+        // A terminal that hangs up while its buffer is full accepts nothing more and never reports an error.
         failure = EIO;
         pending.clear();
         pendingFrom = 0;
@@ -119,7 +120,7 @@ FileHandle::FileHandle(Descriptor descriptor, DescriptorMonitor& monitor)
   const int fd = m_state->descriptor->get();
   fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) | O_NONBLOCK);
   m_state->watch = monitor.add(m_state->descriptor, 0, [this, state = m_state.get()](short happened) {
-    // A hang-up or an error is reported alone where the other end is full, and is found out by trying.
+    // If the other end is full, poll reports only POLLHUP or POLLERR; try to write to find the error.
     if ((happened & (POLLOUT | POLLHUP | POLLERR)) != 0) state->handleWritable(happened);
     if ((happened & (POLLIN | POLLHUP | POLLERR)) == 0) return;
     const std::lock_guard handing(state->handing);
@@ -147,7 +148,7 @@ Bytes FileHandle::availableData() {
   static thread_local const auto scratch = std::make_unique<std::array<char, readLimitBytes>>();
   std::size_t size = 0;
   bool ended = false;
-  // A pseudo-terminal gives at most a page a read, whatever the buffer: ask until it has nothing more.
+  // A pseudo-terminal returns at most a page per read, whatever the buffer: read until there is nothing more.
   while (size < readLimitBytes) {
     const ssize_t got = read(m_state->descriptor->get(), scratch->data() + size, readLimitBytes - size);
     if (got > 0) {
@@ -155,7 +156,7 @@ Bytes FileHandle::availableData() {
     } else if (got < 0 && errno == EINTR) {
       continue;
     } else {
-      // The master of a pseudo-terminal reports EIO where other descriptors report the end of file.
+      // The master of a pseudo-terminal reports EIO instead of end of file.
       ended = got == 0 || (errno != EAGAIN && errno != EWOULDBLOCK);
       break;
     }

@@ -13,12 +13,12 @@ namespace zolt {
 
 class DescriptorMonitor;
 
-/// An immutable buffer of bytes; copies share it. As long as a buffer that came from a FileHandle exists, it counts as
-/// in flight from that handle. Any thread.
+/// An immutable buffer of bytes; copies share it. A buffer read from a FileHandle counts as in flight from that handle
+/// for as long as it exists. Any thread.
 class Bytes {
  public:
   Bytes() = default;
-  /// A buffer that came from no handle and is not counted.
+  /// A buffer that was not read from a handle and is not counted.
   explicit Bytes(std::string content);
 
   bool empty() const { return view().empty(); }
@@ -33,9 +33,8 @@ class Bytes {
 
 /// Owns one descriptor, reads from it in the background and writes to it without ever blocking.
 ///
-/// Releasing the handle stops the reading and closes the descriptor. Bytes accepted for writing that the system has not
-/// taken yet are then lost. Created and used on one thread, except `availableData`, which the readability handler
-/// calls.
+/// Releasing the handle stops the reading and closes the descriptor. Bytes accepted for writing but not yet written are
+/// then lost. Created and used on one thread, except `availableData`, which the readability handler calls.
 class FileHandle {
  public:
   /// The maximum number of bytes that one call of `availableData` returns.
@@ -57,19 +56,18 @@ class FileHandle {
 
   int descriptor() const;
 
-  /// Calls `handler` on a background thread each time the descriptor is readable, one last time at the end of
-  /// file. An empty function stops the calls; when this returns, none is in progress.
+  /// Calls `handler` on a background thread each time the descriptor is readable, and a last time at end of file. An
+  /// empty function stops the calls; once this returns, none is in progress.
   void setReadabilityHandler(ReadabilityHandler handler);
 
-  /// The bytes that are available now, at most `readLimitBytes`; empty when there are none and at the end of file.
+  /// The bytes that are available now, at most `readLimitBytes`; empty if there are none and at end of file.
   Bytes availableData();
 
-  /// Whether no bytes are waiting to be read and every one that was read has been handed to the handler.
+  /// Whether no bytes are waiting to be read and the handler has received all that were read.
   bool isDrained() const;
 
-  /// Writes `data` in order after everything written before. What the system does not take at once is kept and written
-  /// later; if that fails, the write-failure handler is called. A failure here means that some of `data` was not
-  /// accepted.
+  /// Writes `data` in order after everything written before. What cannot be written at once is kept and written later;
+  /// if that fails, the write-failure handler is called. A failure here means that some of `data` was not accepted.
   Result<void> write(std::string_view data);
 
   /// Calls `handler`, on a background thread, when bytes that were kept for later are lost because writing failed.

@@ -4,7 +4,7 @@
 
 namespace zolt {
 
-/// Held while a child is launched, and by whoever opens a descriptor that cannot be born with close-on-exec.
+/// Held while launching a child, and while opening a descriptor that cannot be created with close-on-exec.
 inline std::mutex& launchLock() {
   static std::mutex mutex;
   return mutex;

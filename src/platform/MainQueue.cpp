@@ -24,7 +24,7 @@ constexpr std::chrono::milliseconds kTurn{4};
 
 class Dispatcher : public QObject {
  public:
-  // Lives as long as the process: tasks may be submitted while everything else is torn down, and are then never run.
+  // Never destroyed: tasks may be submitted while everything else is being destroyed, and are then never run.
   static Dispatcher& shared() {
     static auto* dispatcher = new Dispatcher;
     return *dispatcher;
@@ -56,7 +56,7 @@ class Dispatcher : public QObject {
 
   void run() {
     const auto deadline = std::chrono::steady_clock::now() + kTurn;
-    // Tasks submitted while these run belong to a later turn: only what is here now.
+    // Only the tasks that are queued now: those submitted while they run belong to a later turn.
     std::size_t left = 0;
     {
       const std::lock_guard lock(m_mutex);
@@ -84,11 +84,11 @@ class Dispatcher : public QObject {
 
   std::mutex m_mutex;
   std::deque<Entry> m_entries;
-  bool m_awake = false;  // an event or a timer is under way
+  bool m_awake = false;  // an event or a timer is pending
   QBasicTimer m_nextTurn;
 };
 
-// Made with the application, on its thread, and not by whichever background thread submits first.
+// Created with the application, on its thread, not by whichever background thread submits first.
 void makeDispatcher() {
   Dispatcher::shared();
 }

@@ -13,7 +13,7 @@ struct NarrowQueue::State {
 
   explicit State(int width) : freeWorkers(width) {}
 
-  // False where as many workers as allowed are busy: one of them will come to it.
+  // False if the maximum number of workers is busy; one of them will run the task.
   bool addAndTakeWorker(WorkerQueue::Task task) {
     const std::lock_guard lock(mutex);
     waiting.push_back(std::move(task));
@@ -22,7 +22,7 @@ struct NarrowQueue::State {
     return true;
   }
 
-  // Empty where nothing waits; the worker is free then.
+  // Empty if nothing is waiting; the worker then exits.
   WorkerQueue::Task next() {
     const std::lock_guard lock(mutex);
     if (waiting.empty()) {

@@ -8,8 +8,8 @@
 namespace zolt {
 
 /// A share of a worker queue: at most `width` of the tasks submitted here run at once, in the order in which they were
-/// submitted. What is submitted to the worker queue itself does not wait behind them. Any thread may submit; tasks that
-/// wait outlive this object.
+/// submitted. Tasks submitted to the worker queue itself do not wait behind them. Any thread may submit; waiting tasks
+/// outlive this object.
 class NarrowQueue {
  public:
   /// `queue` must outlive the tasks.

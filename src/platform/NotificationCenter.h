@@ -8,7 +8,7 @@
 
 namespace zolt {
 
-/// Tells observers, by name, that something happened. No object and no information goes with a notification.
+/// Tells observers, by name, that something happened. Notifications carry no object and no data.
 ///
 /// Main thread only. Observers are called in the order in which they were added, before `post` returns.
 class NotificationCenter {

@@ -22,7 +22,7 @@ Result<pid_t> ProcessLeash::group() {
   if (m_leader && m_leader->isRunning()) return m_leader->pid();
   auto life = makePipe();
   if (!life) return Failure{life.reason()};
-  // Not this process's own streams: whoever reads those waits for their end.
+  // Not this process's own streams: their reader waits for end of file.
   const Descriptor nowhere(open("/dev/null", O_WRONLY | O_CLOEXEC));
   auto leader = std::make_unique<ChildProcess>(ChildProcess::Request{
       .executable = "/bin/sh",

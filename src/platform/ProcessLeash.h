@@ -14,8 +14,9 @@ namespace zolt {
 /// included.
 ///
 /// The group's leader is a small shell that reads from a pipe which only this process can write to. The kernel closes
-/// the pipe with the process; the leader then interrupts the group and, a second later, kills it. It never leaves the
-/// group, so the group's number cannot come to belong to anybody else. Not thread-safe.
+/// the pipe when the process ends; the leader then interrupts the group and, a second later, kills it. The leader never
+/// leaves the group, so the group ID is not reused. A child that starts its own session (setsid) leaves the group and
+/// is not killed. Not thread-safe.
 class ProcessLeash {
  public:
   ProcessLeash() = default;
@@ -24,11 +25,11 @@ class ProcessLeash {
   ProcessLeash(const ProcessLeash&) = delete;
   ProcessLeash& operator=(const ProcessLeash&) = delete;
 
-  /// The group to launch children into; its leader is launched when there is none.
+  /// The group to launch children into; launches its leader if there is none.
   Result<pid_t> group();
-  /// Ends the group as the end of this process would. Returns at once.
+  /// Ends the group as the end of this process would: interrupts it, then kills it. Returns at once.
   void letGo();
-  /// Kills the group, without an interrupt before.
+  /// Kills the group without interrupting it first.
   void kill();
 
  private:

@@ -11,10 +11,11 @@ struct PseudoTerminal {
   Descriptor slave;
 };
 
-/// Opens a pair with openpty(3), with the system's own attributes and no window size. Neither end reaches a child.
+/// Opens a pair with openpty(3), with the system's own attributes and no window size. Neither end is inherited by
+/// children.
 Result<PseudoTerminal> openPseudoTerminal();
 
-/// Tells the terminal its size; the kernel tells the programs (SIGWINCH). False when the descriptor is no terminal.
+/// Sets the terminal's window size; the kernel then sends SIGWINCH. False if the descriptor is not a terminal.
 bool setWindowSize(int terminal, const TerminalSize& size);
 
 }  // namespace zolt

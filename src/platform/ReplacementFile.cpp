@@ -16,7 +16,7 @@ namespace {
 
 constexpr mode_t kPermissions = 0777;
 
-// The file itself, where `path` is a link to it.
+// `path` with links followed.
 std::string resolved(const std::string& path) {
   const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr), &std::free);
   return real ? std::string(real.get()) : path;
@@ -43,7 +43,7 @@ ReplacementFile::~ReplacementFile() {
   if (!m_temporary.empty()) unlink(m_temporary.c_str());
 }
 
-// By a name of its own making: only so has the file the permissions that the user's mask gives to new ones.
+// Not mkstemp: a file created by open() gets the permissions of the user's umask.
 void ReplacementFile::open() {
   static std::atomic<unsigned> number = 0;
   constexpr mode_t kReadWrite = 0666;
@@ -71,7 +71,7 @@ void ReplacementFile::write(std::string_view bytes) {
 
 void ReplacementFile::sync() {
   if (m_error != 0) return;
-  // Not every file system can tell.
+  // Not supported by every file system.
   const bool done = fsync(m_file.get()) == 0 || errno == EINVAL || errno == ENOTSUP;
   check(done);
 }

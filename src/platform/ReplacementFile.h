@@ -7,29 +7,29 @@
 
 namespace zolt {
 
-/// A file that is written beside another and takes its place only when it is complete: until then, and for good when
-/// something fails, the other stays as it is. A link is followed; permissions are those of the file that is replaced.
+/// A file that is written beside another and replaces it only when it is complete: until then, and if anything fails,
+/// the other file is untouched. Links are followed; the permissions of the replaced file are kept.
 ///
-/// The first failure stays: what is done after it does nothing. Any one thread.
+/// After the first failure every further call does nothing, and `error` keeps returning it. Any one thread.
 class ReplacementFile {
  public:
-  /// Makes the temporary file in the folder of `path`. Fails with EISDIR where that is a folder, with EEXIST where it
-  /// is something else that is no file, with EACCES where it is a file that may not be written.
+  /// Creates the temporary file in the folder of `path`. `error` is then EISDIR for a directory, EEXIST for anything
+  /// else that is not a regular file, EACCES for a file that is not writable.
   explicit ReplacementFile(const std::string& path);
-  /// Removes the temporary file where it has taken nobody's place.
+  /// Removes the temporary file unless it has replaced the other.
   ~ReplacementFile();
   ReplacementFile(const ReplacementFile&) = delete;
   ReplacementFile& operator=(const ReplacementFile&) = delete;
 
-  /// The `errno` of what failed first; 0 as long as nothing has.
+  /// The `errno` of the first failure; 0 as long as there is none.
   int error() const { return m_error; }
   /// Of the temporary file.
   const std::string& temporaryPath() const { return m_temporary; }
 
   void write(std::string_view bytes);
-  /// Waits until all that was written is on the disk.
+  /// Waits until everything written is on the disk.
   void sync();
-  /// Gives the file its name. Nothing may be written from then on.
+  /// Renames the file to its target. Nothing may be written after that.
   void replace();
 
  private:

@@ -39,7 +39,7 @@ bool isPlainText(const QByteArray& line) {
   });
 }
 
-// Whether what follows the line is not part of it: a quotation is open, or the line end is escaped.
+// Whether the next line would continue this one: a quotation is open, or the line end is escaped.
 bool runsOn(const QByteArray& line) {
   bool quoted = false;
   bool escaped = false;
@@ -50,7 +50,7 @@ bool runsOn(const QByteArray& line) {
   return quoted || escaped;
 }
 
-// Values of types of the toolkit's own are never written here, and building them from any bytes is not safe.
+// Values of Qt's own types are never written here, and building them from arbitrary bytes is not safe.
 bool holdsEncodedObject(const QByteArray& line) {
   for (const char* form : {"@Variant(", "@DateTime("}) {
     for (qsizetype at = line.indexOf(form); at >= 0; at = line.indexOf(form, at + 1)) {
@@ -60,7 +60,7 @@ bool holdsEncodedObject(const QByteArray& line) {
   return false;
 }
 
-// A line of an INI file as it is written by whoever writes it whole.
+// A complete line of an INI file.
 bool isReadable(const QByteArray& line) {
   const QByteArray text = line.trimmed();
   if (text.isEmpty()) return true;
@@ -75,7 +75,7 @@ struct Salvage {
   QByteArray content;   // the readable lines
 };
 
-// None when the file cannot be read at all.
+// Nothing if the file cannot be read.
 std::optional<Salvage> salvage(QFile& file) {
   if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
   Salvage result{.isWhole = file.size() <= kSettingsFileLimitBytes, .content = {}};
@@ -99,7 +99,7 @@ std::optional<Salvage> salvage(QFile& file) {
   return result;
 }
 
-// Gives the file a second name: nothing is copied, and the first is free to be replaced.
+// A hard link if possible: nothing is copied, and the original name can be replaced.
 Result<QString> keepCopy(const QString& file) {
   for (int number = 1; number <= kMaxCopies; ++number) {
     QString copy = file + QStringLiteral(".unreadable");
@@ -107,11 +107,11 @@ Result<QString> keepCopy(const QString& file) {
     if (link(QFile::encodeName(file).constData(), QFile::encodeName(copy).constData()) == 0) return copy;
     if (errno == EEXIST) continue;
     const int reason = errno;
-    // Not every file system has links.
+    // Not supported by every file system.
     if (QFile::copy(file, copy)) return copy;
     return Failure{std::strerror(reason)};
   }
-  return Failure{"too many copies are there"};
+  return Failure{"there are too many copies already"};
 }
 
 Result<void> replace(const QString& file, const QByteArray& content) {
@@ -139,11 +139,11 @@ SettingsFileLock::SettingsFileLock(const QString& name)
 
 namespace {
 
-// Whether the file may be written afterwards.
+// Returns whether the file may be written afterwards.
 bool mend(const QString& name) {
   if (!QFileInfo::exists(name)) return true;
   if (!QFileInfo(name).isFile()) {
-    tell(name, "is no file; changes are not saved");
+    tell(name, "is not a regular file; changes are not saved");
     return false;
   }
   const SettingsFileLock lock(name);
@@ -156,16 +156,16 @@ bool mend(const QString& name) {
   if (found->isWhole) return true;
   const auto copy = keepCopy(name);
   if (!copy) {
-    tell(name, "not all of it can be read, and no copy can be kept (" + copy.reason() + "); changes are not saved");
+    tell(name, "parts of it cannot be read, and no copy could be made (" + copy.reason() + "); changes are not saved");
     return false;
   }
   const auto replaced = replace(name, found->content);
-  tell(name, "not all of it can be read; a copy is kept in " + copy.value().toStdString() +
+  tell(name, "parts of it cannot be read; a copy is kept in " + copy.value().toStdString() +
                  (replaced ? "" : " (" + replaced.reason() + ")"));
   return static_cast<bool>(replaced);
 }
 
-// What a process that was killed while it saved left behind: "FILE.XXXXXX".
+// Temporary files of processes that were killed while saving: "FILE.XXXXXX".
 void removeLeftovers(const QString& name) {
   const QFileInfo file(name);
   QDir folder = file.dir();
@@ -187,13 +187,13 @@ void makeSettingsFilePrivately(const QString& name) {
 }
 
 SettingsFile openSettingsFile(const std::string& file) {
-  // The file itself, where this is a link to it: a copy of a link would be no copy.
+  // Links are resolved, so that a copy is one of the file, not of the link.
   const QString given = QFile::decodeName(file.c_str());
   const QString target = QFileInfo(given).canonicalFilePath();
   const QString name = target.isEmpty() ? given : target;
   removeLeftovers(name);
   const bool mayWrite = mend(name);
-  // What could not be mended may be of any size, or never end: it is left alone.
+  // A file that could not be repaired may be huge or endless (a FIFO): it is left alone.
   const QFileInfo left(name);
   const bool tooLarge = left.size() > kSettingsFileLimitBytes || (left.exists() && !left.isFile());
   return {.settings = std::make_unique<QSettings>(tooLarge ? QString() : name, QSettings::IniFormat),

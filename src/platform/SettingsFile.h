@@ -8,26 +8,26 @@
 
 namespace zolt {
 
-/// The most bytes that a file of settings has; a larger one is taken for broken.
+/// The maximum size of a settings file; a larger one counts as damaged.
 inline constexpr qint64 kSettingsFileLimitBytes = 1024 * 1024;
 
-/// A file of settings, opened.
+/// An open settings file.
 struct SettingsFile {
   std::unique_ptr<QSettings> settings;
-  /// Not where that would destroy something that could be neither read nor copied.
+  /// False if writing would destroy content that could neither be read nor backed up.
   bool mayWrite = true;
 };
 
-/// Opens the INI file `file`, a path, which need not exist. What cannot be read of it is kept, with the rest, in a copy
-/// beside it ("FILE.unreadable", with a number where that is taken), the file is written anew with what can be read,
-/// and one line on standard error says so.
+/// Opens the INI file `file`, a path, which need not exist. If parts of it cannot be read, the whole file is copied
+/// beside it ("FILE.unreadable", with a number if that name is taken) and rewritten with the readable parts, and one
+/// line on standard error says so.
 SettingsFile openSettingsFile(const std::string& file);
 
-/// While it lives, no other process of ours writes the file: an advisory lock on its folder, which ends with its
-/// process however that ends. Waits for at most two seconds for another's.
+/// Keeps other Zolt processes from writing the file: an advisory lock on its folder, which the kernel releases with the
+/// process, however that ends. Waits at most two seconds for another process's lock.
 ///
-/// The toolkit's own lock is a file beside the settings, and one that was made by a process that was killed before it
-/// wrote its name there keeps everyone waiting for half a minute. It is taken away here, where it can be nobody's.
+/// Qt's own lock is a file beside the settings. One left by a process that was killed before it wrote its PID blocks
+/// every save for half a minute. It is removed here, under our lock, where its owner is known to be dead.
 class SettingsFileLock {
  public:
   explicit SettingsFileLock(const QString& name);
@@ -36,7 +36,7 @@ class SettingsFileLock {
   Descriptor m_folder;
 };
 
-/// Makes a file that does not exist yet, empty, so that only its owner may read what will stand in it.
+/// Creates the file, empty and readable only by its owner, if it does not exist.
 void makeSettingsFilePrivately(const QString& name);
 
 }  // namespace zolt

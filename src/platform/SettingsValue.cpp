@@ -25,7 +25,7 @@ struct Number {
   std::string_view digits{};  // as written, with its sign
 };
 
-// Decimal only: neither "inf" nor "nan" nor hexadecimal numbers are numbers here.
+// Decimal only: "inf", "nan" and hexadecimal numbers are not accepted.
 Number numberAtStart(std::string_view text) {
   text = withoutBlanks(text);
   if (text.starts_with('+')) text.remove_prefix(1);
@@ -63,7 +63,7 @@ std::int64_t integerOfText(std::string_view text) {
     const auto parsed = std::from_chars(number.digits.data(), end, integer);
     if (parsed.ec == std::errc{}) return integer;
   }
-  // Every double from 2^63 on is beyond the range.
+  // Every double from 2^63 on is out of range.
   if (number.value >= 0x1p63) return kMax;
   if (number.value < -0x1p63) return kLeast;
   return static_cast<std::int64_t>(number.value);

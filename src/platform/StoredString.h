@@ -12,7 +12,7 @@ class StoredString : public QObject {
   Q_OBJECT
 
  public:
-  /// `defaults` must outlive the binding. `absent` is the value while the key is.
+  /// `defaults` must outlive the binding. `absent` is the value while the key is absent.
   StoredString(UserDefaults& defaults, std::string key, std::string absent, QObject* parent = nullptr);
 
   std::string value() const { return m_defaults.stringForKey(m_key).value_or(m_absent); }

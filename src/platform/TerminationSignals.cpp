@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::array kSignals{SIGTERM, SIGINT, SIGHUP};
 
-// What a signal handler may touch: a pipe's writing end.
+// The only thing the signal handler uses: the write end of a pipe.
 volatile sig_atomic_t wakeWriter = -1;
 Pipe wakePipe;
 
@@ -41,7 +41,7 @@ TerminationSignals::TerminationSignals(std::function<void()> end) {
   });
   for (const int signal : kSignals) {
     struct sigaction action {};
-    // What was ignored from the start (nohup) stays so.
+    // Signals that were ignored at start-up (nohup) stay ignored.
     if (sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN) continue;
     action = {};
     action.sa_handler = note;

@@ -24,7 +24,7 @@ SettingsFile openStandardSettings() {
 #endif
 }
 
-// A list is what a value with a bare comma reads as.
+// QSettings reads a value with an unquoted comma as a list.
 QString textOf(const QVariant& value) {
   return value.typeId() == QMetaType::QStringList ? value.toStringList().join(QStringLiteral(", ")) : value.toString();
 }
@@ -46,7 +46,7 @@ UserDefaults::~UserDefaults() {
 }
 
 UserDefaults& UserDefaults::standard() {
-  // Lives as long as the process; what is waiting is written when the application quits.
+  // Never destroyed; pending changes are written when the application quits.
   static auto* defaults = new UserDefaults(openStandardSettings());
   return *defaults;
 }

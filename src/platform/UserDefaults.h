@@ -20,25 +20,25 @@ namespace zolt {
 /// the event loop, at most five times a second; `synchronize` and the destructor write what is waiting. Several
 /// processes may use the same file: each writes only the keys that it set, and sees those of the others when it writes.
 ///
-/// A file that cannot be read is kept, as a copy beside it, before anything is written; what can be read of it is
-/// used. That, and a file that cannot be written, is told once on standard error. Main thread.
+/// If parts of the file cannot be read, the readable parts are used, and the file is copied before anything is written.
+/// This is reported once on standard error, as is a file that cannot be written. Main thread.
 class UserDefaults : public QObject {
   Q_OBJECT
 
  public:
-  /// Settings in the INI file `file`, a path, which need not exist; nor need its folder.
+  /// Settings in the INI file with the path `file`; neither it nor its folder need exist.
   explicit UserDefaults(const std::string& file);
   explicit UserDefaults(SettingsFile store);
   ~UserDefaults() override;
 
-  /// The user's own: zolt/zolt.ini in the XDG configuration folder; on macOS the native store. Made on first use.
+  /// The user's own: zolt/zolt.ini in the XDG configuration folder; on macOS the native store. Created on first use.
   static UserDefaults& standard();
 
-  /// The value as text; nothing when the key is absent.
+  /// The value as text; nothing if the key is absent.
   std::optional<std::string> stringForKey(const std::string& key) const;
-  /// The number at the start of the value; 0 when there is none or the key is absent.
+  /// The number at the start of the value; 0 if there is none or the key is absent.
   double doubleForKey(const std::string& key) const;
-  /// The same without its fraction, held within the type's range.
+  /// The same without its fraction, clamped to the type's range.
   std::int64_t integerForKey(const std::string& key) const;
   /// Whether the value is a number other than 0, or begins with a letter of "yes" or "true" in either case.
   bool boolForKey(const std::string& key) const;
@@ -49,7 +49,7 @@ class UserDefaults : public QObject {
   void setBool(const std::string& key, bool value);
   void removeObject(const std::string& key);
 
-  /// Writes what is waiting, and takes in what other processes wrote. Returns when it is on the disk.
+  /// Writes pending changes to the disk, and reads what other processes have written.
   void synchronize();
 
  Q_SIGNALS:

@@ -13,8 +13,7 @@ namespace zolt {
 
 namespace {
 
-// Niceness is a thread's own on Linux, and its children inherit it: what runs in the background gives way to the
-// window.
+// On Linux niceness belongs to a thread and is inherited by its children, so background work yields to the window.
 void lowerOwnPriority() {
 #ifdef __linux__
   constexpr int kNiceness = 10;
@@ -40,7 +39,7 @@ WorkerQueue::~WorkerQueue() {
 }
 
 WorkerQueue& WorkerQueue::utility() {
-  static auto* queue = new WorkerQueue(utilityThreads);  // never torn down: a task may outlive main()
+  static auto* queue = new WorkerQueue(utilityThreads);  // never destroyed: a task may outlive main()
   return *queue;
 }
 

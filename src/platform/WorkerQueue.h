@@ -8,7 +8,7 @@
 
 namespace zolt {
 
-/// A concurrent queue for background work of low priority; child processes started by its tasks inherit that. Any
+/// A concurrent queue for low-priority background work; child processes started by its tasks inherit the priority. Any
 /// thread may submit.
 ///
 /// Tasks start in the order in which they were submitted and run concurrently, at most `threads` at once. The
@@ -46,7 +46,7 @@ class TaskGroup {
   void leave();
   /// Blocks until the count is 0.
   void wait();
-  /// Submits `task` to the main queue as soon as the count is 0, at once when it already is.
+  /// Submits `task` to the main queue as soon as the count is 0, at once if it already is.
   void notify(std::function<void()> task);
 
  private:

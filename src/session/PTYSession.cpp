@@ -14,7 +14,7 @@ namespace zolt {
 
 namespace {
 
-// A shell that is still there so long after it was asked to end and its terminal was closed is killed.
+// How long a shell may run on after SIGTERM and the closing of its terminal before it is killed.
 constexpr std::chrono::milliseconds kKillGrace{2000};
 
 constexpr std::array<std::pair<const char*, const char*>, 4> kTerminalVariables{{
@@ -88,7 +88,7 @@ void PTYSession::setupReadHandler() {
   if (!m_masterHandle) return;
   m_masterHandle->setReadabilityHandler([this, self = MainQueue::Owner(this)](FileHandle& handle) {
     Bytes chunk = handle.availableData();
-    // The end of file says nothing here: only the process's own end counts.
+    // End of file is ignored: only the exit of the process counts.
     if (chunk.empty()) return;
     MainQueue::async(self, [this, chunk = std::move(chunk)] {
       if (const OutputHandler handler = onOutput) handler(chunk);

@@ -19,7 +19,7 @@ namespace zolt {
 /// Runs one shell process on a pseudo-terminal and delivers its output as chunks of bytes.
 ///
 /// Main thread; both callbacks are called there. Both ends of the pseudo-terminal stay open until the session is
-/// started again or released, also after the shell has ended. Releasing a session ends its shell.
+/// started again or released, even after the shell has ended. Releasing a session ends its shell.
 ///
 /// Failures are printed as lines on standard output: "Failed to open PTY", "Failed to start process: " and
 /// "Write error: " with the reason.
@@ -33,39 +33,38 @@ class PTYSession : public QObject {
   PTYSession();
   ~PTYSession() override;
 
-  /// Opens a pseudo-terminal and launches `shell` on it; false when either failed. A further call replaces both.
+  /// Opens a pseudo-terminal and launches `shell` on it; returns false if either fails. Calling it again replaces both.
   bool start(const Shell& shell);
 
-  /// Writes to the terminal without blocking; nothing happens before the first start.
+  /// Writes to the terminal without blocking; does nothing before the first start.
   void write(const Bytes& data);
   /// Writes `text` as UTF-8.
   void write(std::string_view text);
-  /// Tells the terminal its size, now and after each later start.
+  /// Sets the terminal's size, now and after each later start.
   void resize(const TerminalSize& size);
   void resize(int rows, int cols) { resize({.rows = rows, .columns = cols}); }
   /// Ends the shell and closes the terminal.
   void terminate();
-  /// Sends a signal to the terminal's foreground process group, else to the shell.
+  /// Sends a signal to the terminal's foreground process group, or to the shell if there is none.
   void sendSignal(std::int32_t signal);
 
-  /// From a successful launch until the shell's end has been noticed.
+  /// From a successful launch until the shell's exit has been handled.
   bool isRunning() const { return m_isRunning; }
   /// Declared for observers; nothing writes it.
   const std::string& output() const { return m_output; }
 
-  /// Receives each non-empty chunk, as it was read: characters and sequences may be split between two. Assigning
-  /// replaces the handler there was.
+  /// Receives each non-empty chunk, as it was read: characters and sequences may be split across chunks.
   OutputHandler onOutput;
   /// Receives the exit status, or the number of the signal that killed the shell, after `isRunning` has become false.
   ExitHandler onExit;
-  /// Where the next shell starts; in this process's folder when empty.
+  /// The working directory of the next shell; this process's if empty.
   std::string workingDirectory;
   /// What the next shell inherits; the variables that name the terminal are set on top of it.
   Environment environment = processEnvironment();
 
-  /// How the last shell that ended did so.
+  /// How the last shell ended.
   ChildProcess::Reason terminationReason() const;
-  /// Whether everything that was read has been submitted for delivery and nothing more is waiting.
+  /// Whether all output has been read and submitted for delivery.
   bool isDrained() const;
 
  Q_SIGNALS:

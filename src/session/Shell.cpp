@@ -53,7 +53,7 @@ Result<Shell> Shell::decode(std::string_view json) {
     const auto idText = object.at("id").get<std::string>();
     const QUuid id = QUuid::fromString(QString::fromStdString(idText));
     // The null UUID is valid, but is also what malformed text parses to. Only the form without braces is accepted.
-    if (standardForm(id) != QString::fromStdString(idText).toUpper()) return Failure{"\"id\" is no UUID: " + idText};
+    if (standardForm(id) != QString::fromStdString(idText).toUpper()) return Failure{"\"id\" is not a UUID: " + idText};
     return Shell{.id = id,
                  .name = object.at("name").get<std::string>(),
                  .executable = object.at("executable").get<std::string>(),

@@ -9,8 +9,7 @@
 
 namespace zolt {
 
-/// One shell program that a terminal may run. A value; `id` tells entries apart, and each entry that is built has a
-/// fresh one.
+/// One shell program that a terminal may run. A value; `id` tells entries apart, and each new entry gets a fresh one.
 struct Shell {
   QUuid id = QUuid::createUuid();
   std::string name;               ///< shown to the user, for example "Zsh"
@@ -28,7 +27,7 @@ struct Shell {
 
   /// A JSON object with the keys "id" (upper-case UUID), "name", "executable", "args" and "icon", in that order.
   std::string encoded() const;
-  /// Reads what `encoded` writes. All five keys are required; a missing key or a value of another type fails the whole.
+  /// Reads what `encoded` writes. All five keys are required; it fails if a key is missing or a value has another type.
   static Result<Shell> decode(std::string_view json);
 };
 

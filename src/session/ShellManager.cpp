@@ -9,7 +9,7 @@ namespace zolt {
 
 namespace {
 
-// The last component of a path; trailing slashes do not count, and "/" is its own.
+// The last component of a path, ignoring trailing slashes; "/" for "/".
 std::string lastPathComponent(std::string path) {
   while (path.size() > 1 && path.back() == '/') {
     path.pop_back();
@@ -45,8 +45,7 @@ ShellManager& ShellManager::shared() {
 }
 
 void ShellManager::detectAvailableShells(const Environment& environment, const IsExecutable& isExecutable) {
-  // The first installed copy of each name counts. That the two add-on shells are tried in opposite orders of their two
-  // places is deliberate.
+  // The first installed copy of each name counts. Fish and Nushell are deliberately searched in opposite orders.
   const std::array candidates{
       Shell::zsh(),
       Shell::bash(),

@@ -10,26 +10,26 @@
 
 namespace zolt {
 
-/// The shells that the machine offers and the one that a new terminal runs. Probed once, when it is made; main thread.
+/// The installed shells and the one that a new terminal runs. Probed once, on construction; main thread.
 class ShellManager : public QObject {
   Q_OBJECT
 
  public:
   using IsExecutable = std::function<bool(const std::string& path)>;
 
-  /// Probes with `isExecutable` and with the variable SHELL of `environment`.
+  /// Probes with `isExecutable` and the variable SHELL of `environment`.
   ShellManager(const Environment& environment, const IsExecutable& isExecutable);
 
-  /// The process-wide catalogue, of the real machine, made on first use.
+  /// The process-wide catalogue of the shells on this machine, created on first use.
   static ShellManager& shared();
 
-  /// In the order in which they are shown.
+  /// In display order.
   const std::vector<Shell>& availableShells() const { return m_availableShells; }
   const Shell& defaultShell() const { return m_defaultShell; }
 
-  /// One line a shell: name, path, and a mark on the default.
+  /// One line per shell: name, path, and a mark on the default.
   std::string summary() const;
-  /// The same shell as an entry of its own, with a fresh id.
+  /// A copy of the entry with a fresh id.
   static Shell makeShell(const Shell& shell);
 
  Q_SIGNALS:

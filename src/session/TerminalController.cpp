@@ -33,7 +33,7 @@ void TerminalController::setupBindings() {
   m_ptySession->onOutput = [this, self](const Bytes& data) {
     if (self) handleOutput(data);
   };
-  // One turn later, after the output that is under way already.
+  // One turn later, after output that is already queued.
   m_ptySession->onExit = [this, self](std::int32_t code) {
     MainQueue::async(self, [this, code] { handleExit(code); });
   };
@@ -49,7 +49,7 @@ void TerminalController::startSession() {
 }
 
 void TerminalController::handleOutput(const Bytes& data) {
-  // A chunk that is not valid as a whole is dropped as a whole, deliberately, also where a read split a character.
+  // A chunk that is not valid UTF-8 is dropped whole, deliberately, even if only a read split a character.
   if (isValidUtf8(data.view())) m_screenBuffer->parseAndRender(data.view());
   MainQueue::async(MainQueue::Owner(this), [this] { Q_EMIT objectWillChange(); });
 }

@@ -29,7 +29,7 @@ class TerminalController : public QObject {
 
  public:
   enum class Restart { AfterFailure, Never };
-  /// From the end of a shell that failed to its restart.
+  /// The delay between a shell's failure and its restart.
   static constexpr std::chrono::milliseconds restartDelay{500};
 
   /// Runs `shell`, or the catalogue's default at this moment, on a terminal of `size`; without one its size is unknown
@@ -46,14 +46,14 @@ class TerminalController : public QObject {
   const std::string& title() const { return m_title; }
   /// Declared for observers; nothing changes it.
   bool isActive() const { return m_isActive; }
-  /// Fed with the output only until a view takes over the session's output.
+  /// Receives the output only until a view takes over the session's output.
   TerminalScreenBuffer& screenBuffer() { return *m_screenBuffer; }
 
   /// Sends typed text.
   void sendInput(std::string_view text);
-  /// Sends the key's sequence; see TerminalKey for the keys that stop the program.
+  /// Sends the key's sequence; see TerminalKey for the keys that abort the program.
   void sendKey(const TerminalKey& key);
-  /// Makes grid and terminal `rows` by `cols`, both 1 or more.
+  /// Resizes grid and terminal to `rows` by `cols`, both 1 or more.
   void resize(int rows, int cols) { resize({.rows = rows, .columns = cols}); }
   /// The same, with the size of the text in pixels.
   void resize(const TerminalSize& size);
@@ -66,7 +66,7 @@ class TerminalController : public QObject {
  Q_SIGNALS:
   /// Before a published property changes, and once for each chunk of output.
   void objectWillChange();
-  /// After the shell has ended and been reported, and before it is started again.
+  /// After the shell's exit has been reported, before any restart.
   void shellEnded(int status);
 
  private:

@@ -10,7 +10,7 @@ namespace zolt {
 
 namespace {
 
-// Of the cases from Up on, in order.
+// For the cases from Up on, in order.
 constexpr std::array<std::string_view, 13> kPlainSequences{
     "\x1B[A",   // Up
     "\x1B[B",   // Down
@@ -28,7 +28,7 @@ constexpr std::array<std::string_view, 13> kPlainSequences{
 };
 
 std::string controlByte(std::string_view character) {
-  // A CR LF pair is one character, and its ASCII code is that of LF.
+  // CR LF is one character, with the ASCII code of LF.
   if (character == "\r\n") character = "\n";
   precondition(character.size() == 1 && static_cast<unsigned char>(character[0]) < 0x80,
                "Control with a character that has no ASCII code");

@@ -225,7 +225,7 @@ bool IsValidUtf8(const std::uint8_t* text, std::size_t size) {
   for (std::size_t k = 0; i + k < size; ++k) {
     rest[k] = text[i + k];
   }
-  // The padding is ASCII, so that a sequence cut off by the end of the text is an error too.
+  // The padding is ASCII, so that a sequence truncated by the end of the text is an error too.
   error = hn::Or(error, errorsIn(d, hn::LoadU(d, rest), previous));
   error = hn::Or(error, unfinishedIn(d, hn::LoadU(d, rest)));
   return hn::AllTrue(d, hn::Eq(error, hn::Zero(d)));

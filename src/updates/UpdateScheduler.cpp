@@ -20,7 +20,7 @@ std::chrono::milliseconds timeLeft(const UpdateContext& context) {
 UpdateScheduler::UpdateScheduler(UpdateContext& context, QObject* parent) : QObject(parent), m_context(context) {
   m_timer.setSingleShot(true);
   m_timer.setTimerType(Qt::CoarseTimer);
-  connect(&m_timer, &QTimer::timeout, this, &UpdateScheduler::look);
+  connect(&m_timer, &QTimer::timeout, this, &UpdateScheduler::check);
 }
 
 void UpdateScheduler::start() {
@@ -38,7 +38,7 @@ void UpdateScheduler::arm(std::chrono::milliseconds delayWhenDue) {
   m_timer.start(std::min(left.count() == 0 ? delayWhenDue : left, kLongestWait));
 }
 
-void UpdateScheduler::look() {
+void UpdateScheduler::check() {
   if (!checksInBackground(m_context.settings.launchFacts())) return;
   if (timeLeft(m_context).count() == 0) Q_EMIT due();
   arm(kRetry);

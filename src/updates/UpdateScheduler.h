@@ -25,7 +25,7 @@ class UpdateScheduler : public QObject {
 
  private:
   void arm(std::chrono::milliseconds delayWhenDue);
-  void look();
+  void check();
 
   UpdateContext& m_context;
   QTimer m_timer;

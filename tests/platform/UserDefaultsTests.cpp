@@ -237,8 +237,8 @@ TEST_F(BrokenSettings, KeepsACopyAndEveryReadableKey) {
     EXPECT_EQ(defaults.doubleForKey("fontSize"), 20);
     defaults.setString("new", "value");
   });
-  EXPECT_EQ(told,
-            "zolt: settings file " + file + ": not all of it can be read; a copy is kept in " + file + ".unreadable\n");
+  EXPECT_EQ(told, "zolt: settings file " + file + ": parts of it cannot be read; a copy is kept in " + file +
+                      ".unreadable\n");
   EXPECT_EQ(test::fileContent(file + ".unreadable"), broken);
   EXPECT_EQ(content(), "[General]\nfontSize=20\nnew=value\ntheme=Light\n");
 }
@@ -354,7 +354,7 @@ TEST_F(BrokenSettings, DoesNotWaitForWhatIsNoFile) {
     defaults.setString("theme", "Dark");
     EXPECT_EQ(defaults.stringForKey("theme"), "Dark");
   });
-  EXPECT_EQ(told, "zolt: settings file " + file + ": is no file; changes are not saved\n");
+  EXPECT_EQ(told, "zolt: settings file " + file + ": is not a regular file; changes are not saved\n");
 }
 
 TEST_F(BrokenSettings, ReadsEverythingThatWasWrittenHowLongAndOddItMayBe) {

@@ -37,10 +37,10 @@ AdvancedSettings::AdvancedSettings(Config& config, QWidget* parent) : GroupedFor
   reset->setObjectName(QStringLiteral("resetToDefaults"));
   addLeadingRow(reset);
 
-  // An edited number is deliberately not saved: it reaches the disk with the next save of something else.
+  // An edited number is deliberately not saved: it is written with the next save of another setting.
   connect(lines, &NumberField::chosen, this, [this](std::int64_t number) { m_config.scrollbackLines = number; });
   connect(reset, &QAbstractButton::clicked, this, &AdvancedSettings::resetDefaults);
-  // A change is announced before it takes effect; several make one refresh.
+  // Changes are announced before they take effect, so refresh later, once for several changes.
   m_refresh.setSingleShot(true);
   m_refresh.setInterval(0);
   connect(&m_refresh, &QTimer::timeout, lines, [this, lines] { lines->setNumber(m_config.scrollbackLines); });
@@ -48,8 +48,8 @@ AdvancedSettings::AdvancedSettings(Config& config, QWidget* parent) : GroupedFor
 }
 
 void AdvancedSettings::resetDefaults() {
-  // The line spacing and the general tab's settings deliberately stay as they are; and the cursor blinks, though it
-  // does not where nothing is stored.
+  // The line spacing and the general tab's settings deliberately stay as they are; and a reset turns cursor blinking
+  // on, although an empty store reads as off.
   m_config.assignDefaults();
   m_config.save();
 }

@@ -15,7 +15,7 @@ namespace zolt {
 
 namespace {
 
-// The parts of 1 that stand for a continuous range: finer than any screen.
+// Steps per 1 of a continuous range: finer than a pixel on any screen.
 constexpr int kContinuousParts = 10000;
 constexpr int kContinuousKeyStep = 100;
 
@@ -28,7 +28,7 @@ SliderScale scaleOf(const Config::Range& range) {
           .keyStep = isContinuous ? kContinuousKeyStep : 1};
 }
 
-// Each of these makes the control that edits, or only shows, a setting of one type; `showValue` puts a value into it.
+// Each of these creates the control that edits, or only shows, a setting of one type; `showValue` displays a value.
 
 template <class Case>
 requires std::is_enum_v<Case> SegmentedPicker* makeControl(Config::Published<Case>& setting) {
@@ -93,7 +93,7 @@ AppearanceSettings::AppearanceSettings(Config& config, QWidget* parent) : Groupe
   addSetting(m_config.opacity, percentText);
   addSetting(m_config.blurBackground);
 
-  // A change is announced before it takes effect; several make one refresh.
+  // Changes are announced before they take effect, so refresh later, once for several changes.
   m_refresh.setSingleShot(true);
   m_refresh.setInterval(0);
   connect(&m_refresh, &QTimer::timeout, this, &AppearanceSettings::refresh);

@@ -11,8 +11,8 @@ namespace zolt {
 
 /// The appearance tab: theme, font, cursor and window settings of the store.
 ///
-/// A change of a setting that saves on change, wherever it was made, saves the store, once for all changes of one turn
-/// of the event loop. The other values are deliberately saved only along with one of those.
+/// When a setting that saves on change has changed, from anywhere, the store is saved once per turn of the event loop.
+/// The other values are deliberately saved only along with one of those.
 class AppearanceSettings : public GroupedForm {
   Q_OBJECT
 
@@ -30,7 +30,7 @@ class AppearanceSettings : public GroupedForm {
   Config& m_config;
   QString m_section;  // of the last row
   QTimer m_refresh;
-  // One a row: shows the current value, and returns whether it changed since the last call in a way that saves.
+  // One per row: shows the current value, and returns whether it has changed since the last call and saves on change.
   std::vector<std::function<bool()>> m_rows;
 };
 

@@ -7,7 +7,7 @@
 
 namespace zolt {
 
-/// A switch with a fixed value, which nothing changes or stores.
+/// A switch with a fixed value: it cannot be changed and is not stored.
 struct FixedSwitch {
   const char* label;
   const char* objectName;
@@ -15,7 +15,7 @@ struct FixedSwitch {
   bool isEnabled = true;
 };
 
-/// Adds a row for each.
+/// Adds a row for each switch.
 inline void addFixedSwitches(GroupedForm& form, std::initializer_list<FixedSwitch> switches) {
   for (const FixedSwitch& each : switches) {
     auto* control = new Switch(Switch::Kind::Fixed);

@@ -11,7 +11,7 @@ namespace zolt {
 
 namespace {
 
-// Keeps a field and a stored text equal, in both directions.
+// Keeps a field and a stored text in sync, in both directions.
 void bind(TextField& field, StoredString& stored) {
   const auto show = [&field, &stored] {
     const QString value = QString::fromStdString(stored.value());

@@ -42,7 +42,7 @@ GroupedForm::GroupedForm(QWidget* parent) : QScrollArea(parent) {
   setFrameShape(QFrame::NoFrame);
   setWidgetResizable(true);
   setFocusPolicy(Qt::NoFocus);
-  // Always there, so that every form has the same grid whether it scrolls or not.
+  // Always shown, so that every form has the same grid whether it scrolls or not.
   setVerticalScrollBar(new ThinScrollBar(ThinScrollBar::Ground::Window, this));
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   auto* content = new QWidget;

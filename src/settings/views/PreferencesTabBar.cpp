@@ -24,7 +24,7 @@ constexpr int kRadius = 8;
 constexpr int kTabGap = 2;
 constexpr int kBarPadding = 6;
 constexpr double kSelectedShare = 0.16;  // of the accent, behind the selected tab
-constexpr double kHoveredShare = 0.06;   // of the text's colour, behind the one under the mouse
+constexpr double kHoveredShare = 0.06;   // of the text colour, behind the tab under the mouse
 
 }  // namespace
 

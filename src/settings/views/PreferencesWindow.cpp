@@ -48,7 +48,7 @@ void PreferencesWindow::moveToStoredPlace() {
   if (const auto place = placeOnScreens(*stored, size(), screens)) move(*place);
 }
 
-// Only after the user moved it: where the desktop placed it is not worth remembering.
+// Only if the user has moved it: the desktop's own placement is not worth remembering.
 void PreferencesWindow::storePlace() {
   if (pos() != m_openedAt) m_defaults.setString(kPreferencesPlace.key, placeText(pos()));
 }
@@ -62,7 +62,7 @@ void PreferencesWindow::showEvent(QShowEvent* event) {
 
 void PreferencesWindow::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
-  // Only now has the window manager placed the window, frame and all.
+  // Only now has the window manager placed the window with its frame.
   if (event->type() != QEvent::ActivationChange || !isActiveWindow() || m_isPlaced) return;
   m_openedAt = pos();
   m_isPlaced = true;

@@ -6,7 +6,7 @@ namespace zolt {
 
 ShellPicker::ShellPicker(StoredString& choice, ShellManager& shells, QWidget* parent)
     : PopUpPicker(parent), m_choice(choice), m_shells(shells) {
-  // A change is announced before it takes effect; several make one refresh.
+  // Changes are announced before they take effect, so refresh later, once for several changes.
   m_refresh.setSingleShot(true);
   m_refresh.setInterval(0);
   connect(&m_refresh, &QTimer::timeout, this, &ShellPicker::refresh);

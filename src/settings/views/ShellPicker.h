@@ -8,8 +8,8 @@
 
 namespace zolt {
 
-/// Selects a shell of the catalogue by the path of its executable. A stored path that is not in the catalogue is kept
-/// and shows as blank.
+/// Selects a shell from the catalogue by the path of its executable. A stored path that is not in the catalogue is kept
+/// and shown as blank.
 class ShellPicker : public PopUpPicker {
   Q_OBJECT
 

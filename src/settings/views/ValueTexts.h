@@ -12,7 +12,7 @@ std::int64_t truncated(double value);
 QString pointsText(double value);
 /// With one decimal: "1.2".
 QString decimalText(double value);
-/// "50%"; the fraction is dropped after the multiplication. Deliberately, 0.57 shows as "56%": times 100 it is a little
+/// "50%"; the fraction is dropped after the multiplication. 0.57 deliberately shows as "56%": times 100 it is a little
 /// less than 57.
 QString percentText(double value);
 

@@ -18,7 +18,7 @@ namespace {
 
 // A job runs for this long, then reports what it has found.
 constexpr std::chrono::milliseconds kJobTime{15};
-// The maximum of segments in a job: about as many as one gets through.
+// The maximum number of segments per job: about as many as fit its time.
 constexpr std::size_t kJobSegments = 16;
 // A job also reports as soon as it has found this many matches.
 constexpr std::size_t kJobMatches = std::size_t{1} << 18;
@@ -32,7 +32,7 @@ std::size_t maxJobs() {
   return std::clamp(std::thread::hardware_concurrency(), 1U, 4U);
 }
 
-// The processor time of this thread, so that a busy machine does not count against the pattern.
+// This thread's CPU time, so that other load does not count against the pattern.
 std::chrono::nanoseconds threadTime() {
   timespec time{};
   clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
@@ -98,7 +98,7 @@ void FindSession::textGrew() {
   if (isActive() && !m_tailTimer->isActive()) m_tailTimer->start(kTailInterval);
 }
 
-// The segments that were the last when they were searched, and those that have come since.
+// Searches the segments that were last when they were searched, and those that have arrived since.
 void FindSession::searchTail() {
   const std::size_t count = segmentCount(m_text);
   for (std::size_t segment = m_firstOpen; segment < count; ++segment) {
@@ -116,7 +116,7 @@ std::optional<FindSession::Segments> FindSession::nextSegments() {
     const std::size_t segment = takeLast(m_wanted);
     if (m_results.matchesIn(segment) == nullptr && !isUnderWay(segment)) return Segments{segment, segment + 1};
   }
-  // Not while a job is at it whose text is older: its result would arrive last and replace the newer one.
+  // Not while a job with an older snapshot is searching it: its result would arrive last and replace the newer one.
   const auto stale = std::ranges::find_if(m_stale, [this](std::size_t segment) { return !isUnderWay(segment); });
   if (stale != m_stale.end()) {
     const Segments segments{*stale, *stale + 1};
@@ -152,7 +152,7 @@ void FindSession::pump() {
 }
 
 void FindSession::start(Segments segments) {
-  // A segment stays as it is once it and the block behind it, to which a line is followed, are full.
+  // A segment's matches are final once it and the next block, into which its last line is followed, are full.
   const std::size_t fullBlocks = m_text.blockCount() - 1;
   const std::size_t firstOpen = fullBlocks == 0 ? 0 : (fullBlocks - 1) / kSegmentBlocks;
   if (segments.end > firstOpen) m_firstOpen = std::min(m_firstOpen, std::max(firstOpen, segments.first));
@@ -169,7 +169,7 @@ void FindSession::start(Segments segments) {
   });
 }
 
-// On a worker's thread: nothing but the job is touched.
+// On a worker thread: accesses nothing but the job.
 FindSession::Outcome FindSession::run(const Job& job) {
   Outcome outcome;
   const auto begun = std::chrono::steady_clock::now();
@@ -262,7 +262,7 @@ std::vector<CanvasRange> FindSession::spread() const {
   return ranges;
 }
 
-// The segment's matches. Where they are not at hand the segment is searched, and resultsChanged says so then.
+// The segment's matches. If they are not available the segment is searched, and resultsChanged is emitted then.
 const std::vector<FindMatch>* FindSession::matchesIn(std::size_t segment) {
   const std::vector<FindMatch>* matches = m_results.matchesIn(segment);
   if (matches == nullptr && segment < segmentCount(m_text)) {
@@ -305,7 +305,7 @@ RowMarks FindSession::marksIn(CanvasRange canvasRow) {
     return marks;
   }
   for (std::size_t segment = first == 0 ? 0 : first - 1; segment <= last; ++segment) {
-    // Of the segment before, only a match that reaches into the row is of interest.
+    // The segment before matters only if a match reaches from it into the row.
     const std::vector<FindMatch>* matches = segment < first ? m_results.matchesIn(segment) : matchesIn(segment);
     if (matches == nullptr) continue;
     auto match = std::ranges::lower_bound(*matches, row.begin, {}, &FindMatch::begin);

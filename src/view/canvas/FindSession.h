@@ -28,8 +28,8 @@ class FindSession : public QObject, public CanvasMarks {
   explicit FindSession(const TextStorage& text, Clock& clock = Clock::steady());
   ~FindSession() override;
 
-  /// Searches for `pattern` from now on. The current match will be the last that begins before `from`, or the last of
-  /// all when there is none before it.
+  /// Searches for `pattern` from now on. The current match will be the last one that begins before `from`, or the last
+  /// of all if there is none.
   void search(const FindPattern& pattern, CanvasPosition from);
   /// Ends the search.
   void stop();
@@ -39,25 +39,25 @@ class FindSession : public QObject, public CanvasMarks {
 
   /// Matches found so far.
   std::uint64_t count() const { return m_results.count(); }
-  /// Whether some of the text is yet to be searched, not counting what has just arrived.
+  /// Whether some of the text is still to be searched, not counting text that has just arrived.
   bool isSearching() const;
   /// The current match; none at first, and where nothing matches.
   std::optional<CanvasRange> current() const;
   /// Its number, from 1 at the top; nothing until all text before it has been searched.
   std::optional<std::uint64_t> numberOfCurrent() const;
-  /// Go to the match before or after the current one, wrapping around at the ends. Where that match is not known yet,
-  /// it becomes current as soon as it is found.
+  /// Go to the match before or after the current one, wrapping around at the ends. If that match is not known yet, it
+  /// becomes current as soon as it is found.
   void goBackward() { go(Direction::Backward); }
   void goForward() { go(Direction::Forward); }
 
-  /// Where in the text there are matches, for a scroll bar.
+  /// The parts of the text that contain matches, for a scroll bar.
   std::vector<CanvasRange> spread() const;
   RowMarks marksIn(CanvasRange row) override;
 
  Q_SIGNALS:
   /// More has been found, or the search has changed.
   void resultsChanged();
-  /// There is another current match.
+  /// The current match has changed.
   void currentChanged();
   /// The search was given up: the pattern takes too long on this text.
   void gaveUp();
@@ -65,7 +65,7 @@ class FindSession : public QObject, public CanvasMarks {
  private:
   enum class Direction { Backward, Forward };
 
-  // A walk that waits for a segment to be searched.
+  // A step to another match that waits for a segment to be searched.
   struct Walk {
     Direction direction = Direction::Backward;
     TextPosition from = 0;
@@ -108,12 +108,12 @@ class FindSession : public QObject, public CanvasMarks {
   TextPosition m_from = 0;
   std::optional<Walk> m_walk;
 
-  std::shared_ptr<std::atomic<bool>> m_stop;  // of the jobs that are under way
-  std::vector<Segments> m_underWay;           // what they search
-  std::vector<std::size_t> m_wanted;          // somebody looks there: to be searched first, the latest wish at the end
-  std::vector<std::size_t> m_stale;           // searched, or being searched, but text has come since
-  std::size_t m_unknownBelow = 0;             // segments from here on are known
-  std::size_t m_firstOpen = 0;                // known segments from here on change when text comes
+  std::shared_ptr<std::atomic<bool>> m_stop;  // stops the jobs in flight
+  std::vector<Segments> m_underWay;           // the segments they search
+  std::vector<std::size_t> m_wanted;  // needed for the view or the next match: searched first, latest request last
+  std::vector<std::size_t> m_stale;   // searched, or being searched, but text has arrived since
+  std::size_t m_unknownBelow = 0;     // segments from here on are known
+  std::size_t m_firstOpen = 0;        // known segments from here on change when text arrives
   std::unique_ptr<Timer> m_tailTimer;
 };
 
