@@ -56,7 +56,7 @@ struct Program {
   int step = 0;  // to the next one, in pixels
   int typed = 0;
   std::vector<double> milliseconds{};
-  int looks = 0;  // reads of the pixels, over all those milliseconds
+  int reads = 0;  // of the pixels, over all those milliseconds
 };
 
 pid_t start(std::vector<std::string>& command) {
@@ -87,7 +87,7 @@ std::vector<std::uint32_t> stillPicture(XDisplay& display, const Area& area) {
 
 struct Change {
   double milliseconds = 0;
-  int looks = 0;
+  int reads = 0;
 };
 
 // Types a key and waits until the pixels of `watched` change.
@@ -98,12 +98,12 @@ Change typeAndWatch(XDisplay& display, Program& program, const Area& watched) {
   const double pressed = zolt::bench::now();
   display.press(key);
   double seen = pressed;
-  int looks = 0;
+  int reads = 0;
   for (bool changed = false; !changed;) {
     std::this_thread::sleep_for(kPollInterval);
     changed = display.pixels(watched) != before;
     seen = zolt::bench::now();
-    ++looks;
+    ++reads;
     if (!changed && seen - pressed > kKeyPatience) {
       std::fprintf(stderr, "%s: key %d changed no pixel within %g s\n", program.name.c_str(), program.typed + 1,
                    kKeyPatience);
@@ -113,7 +113,7 @@ Change typeAndWatch(XDisplay& display, Program& program, const Area& watched) {
   ++program.typed;
   std::this_thread::sleep_for(kKeyHeld);
   display.release(key);
-  return {.milliseconds = (seen - pressed) * 1e3, .looks = looks};
+  return {.milliseconds = (seen - pressed) * 1e3, .reads = reads};
 }
 
 // Types the first keys, to learn where glyphs appear.
@@ -145,7 +145,7 @@ void typeInto(XDisplay& display, Program& program, std::chrono::microseconds jit
   const Change change = typeAndWatch(display, program, nextGlyph(program));
   if (!counts) return;
   program.milliseconds.push_back(change.milliseconds);
-  program.looks += change.looks;
+  program.reads += change.reads;
 }
 
 double percentile95(std::vector<double> values) {
@@ -153,12 +153,12 @@ double percentile95(std::vector<double> values) {
   return values[values.size() * 95 / 100];
 }
 
-double microsecondsOfALook(XDisplay& display, const Area& area) {
-  std::vector<double> looks;
+double microsecondsPerRead(XDisplay& display, const Area& area) {
+  std::vector<double> reads;
   for (int i = 0; i < 1000; ++i) {
-    looks.push_back(zolt::bench::secondsFor([&] { display.pixels(area); }) * 1e6);
+    reads.push_back(zolt::bench::secondsFor([&] { display.pixels(area); }) * 1e6);
   }
-  return zolt::bench::median(looks);
+  return zolt::bench::median(reads);
 }
 
 void tell(const Program& program) {
@@ -209,7 +209,7 @@ int main(int argc, char** argv) {
       typeInto(display, programs[i], std::chrono::microseconds(jitter(random)), round >= 0);
     }
   }
-  const double look = microsecondsOfALook(display, nextGlyph(zolt));
+  const double readTime = microsecondsPerRead(display, nextGlyph(zolt));
   for (const Program& program : programs) {
     kill(program.pid, SIGTERM);
     waitpid(program.pid, nullptr, 0);
@@ -230,12 +230,12 @@ int main(int argc, char** argv) {
     tell(program);
   }
   double milliseconds = 0;
-  int looks = 0;
+  int reads = 0;
   for (const Program& program : programs) {
     milliseconds += std::reduce(program.milliseconds.begin(), program.milliseconds.end());
-    looks += program.looks;
+    reads += program.reads;
   }
   char fact[64];
-  std::snprintf(fact, sizeof fact, "%.0f us, every %.0f us", look, milliseconds * 1e3 / looks);
+  std::snprintf(fact, sizeof fact, "%.0f us, every %.0f us", readTime, milliseconds * 1e3 / reads);
   zolt::bench::printFact("  one read of the pixels, and how often", fact);
 }

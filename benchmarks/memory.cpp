@@ -108,7 +108,7 @@ void measureResident(const std::string& what, const std::string& zolt, const std
   std::getline(std::ifstream(printed), line);  // waits for the program to open it
   waitUntilIdle(pid);
   const double resident = mebibytes(pid, "VmRSS");
-  const double most = mebibytes(pid, "VmHWM");
+  const double peak = mebibytes(pid, "VmHWM");
   std::ofstream(end) << '\n';
   int status = 0;
   if (waitpid(pid, &status, 0) != pid || status != 0) fail("the program in Zolt failed");
@@ -116,7 +116,7 @@ void measureResident(const std::string& what, const std::string& zolt, const std
   unlink(end.c_str());
   zolt::bench::printRow("resident after 1 GB of plain log, " + what, resident, "MiB", 150, true);
   char fact[64];
-  std::snprintf(fact, sizeof fact, "%10.1f MiB", most);
+  std::snprintf(fact, sizeof fact, "%10.1f MiB", peak);
   zolt::bench::printFact("  peak", fact);
 }
 

@@ -8,7 +8,7 @@ namespace {
 
 using Changes = std::vector<std::string>;
 
-// What a manager publishes, each property as a line.
+// The properties that a manager publishes, one per line.
 Changes publishedBy(const BrewManager& manager) {
   const auto line = [](const char* property, const std::vector<BrewPackage>& packages) {
     std::string text = property;
@@ -22,8 +22,8 @@ Changes publishedBy(const BrewManager& manager) {
           "status " + manager.status().toStdString(),    manager.isLoading() ? "loading" : "not loading"};
 }
 
-// What has changed from one announcement to the next. Nothing has at the first, when every change is announced before
-// it; two properties have at once, when one of them is not announced by itself.
+// The changes from one announcement to the next. If every change is announced before it is made, the first announcement
+// shows none; if a property is not announced by itself, two change at once.
 class Trace {
  public:
   explicit Trace(BrewManager& manager) : m_manager(manager), m_last(publishedBy(manager)) {
@@ -54,7 +54,7 @@ class Trace {
 
 using BrewAnnouncementTest = test::OneAtATime;
 
-TEST_F(BrewAnnouncementTest, ComesBeforeEachChangeOfARefreshInItsOrder) {
+TEST_F(BrewAnnouncementTest, PrecedesEachChangeOfARefreshInOrder) {
   makeIdleManager();
   write("list-formula.txt", "wget\n");
   write("list-cask.txt", "some-app\n");
@@ -67,7 +67,7 @@ TEST_F(BrewAnnouncementTest, ComesBeforeEachChangeOfARefreshInItsOrder) {
                                       "status Loaded 1 formulae", "casks some-app", "status Loaded 1 casks"}));
 }
 
-TEST_F(BrewAnnouncementTest, ComesBeforeEachChangeOfASearchInItsOrder) {
+TEST_F(BrewAnnouncementTest, PrecedesEachChangeOfASearchInOrder) {
   write("search.txt", "foo\nbar\n");
   makeIdleManager();
   Trace trace(*manager);
@@ -78,7 +78,7 @@ TEST_F(BrewAnnouncementTest, ComesBeforeEachChangeOfASearchInItsOrder) {
             (Changes{"as before", "status Searching...", "results foo bar", "status Found 2 results", "results"}));
 }
 
-TEST_F(BrewAnnouncementTest, ComesBeforeTheStatusOfAnUpgradeOfEverything) {
+TEST_F(BrewAnnouncementTest, PrecedesTheStatusOfAnUpgradeOfEverything) {
   makeIdleManager();
   Trace trace(*manager);
   manager->upgradeAll();

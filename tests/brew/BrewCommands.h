@@ -6,7 +6,7 @@
 
 namespace zolt::test {
 
-/// The children of this process that run Homebrew's tool: all but the shells that watch over them.
+/// The children of this process that run brew, without the shells that guard them.
 inline std::vector<pid_t> brewCommands() {
   std::vector<pid_t> commands = childProcesses();
   std::erase_if(commands, [](pid_t pid) { return programName(pid) == "sh"; });

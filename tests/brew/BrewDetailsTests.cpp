@@ -8,7 +8,7 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-// Details that hang: they stay where they are, and what comes in spite of them can be seen.
+// Commands for details that hang, so that a test can see what completes in spite of them.
 class BrewDetailsTest : public test::BrewTest {
  protected:
   void TearDown() override {
@@ -31,7 +31,7 @@ class BrewDetailsTest : public test::BrewTest {
     makeManager();
     ASSERT_TRUE(test::waitFor([&] { return details() == kWidth; }));
   }
-  // With the children that hold their pipes.
+  // Together with the children that hold their pipes.
   static void killCommands(const std::vector<pid_t>& commands) {
     for (const pid_t command : commands) {
       for (const pid_t child : test::childProcesses(command)) {
@@ -48,7 +48,7 @@ class BrewDetailsTest : public test::BrewTest {
   const int kWidth = BrewManager::detailsAtOnce();
 };
 
-TEST_F(BrewDetailsTest, AreAskedForAFewAtATime) {
+TEST_F(BrewDetailsTest, AreRequestedAFewAtATime) {
   makeManagerWithHangingDetails();
   EXPECT_LE(kWidth, 4);
   test::runLoopFor(std::chrono::milliseconds(300));
@@ -60,7 +60,7 @@ TEST_F(BrewDetailsTest, AreAskedForAFewAtATime) {
   EXPECT_TRUE(test::waitFor([&] { return details() == kWidth + 1; }));
 }
 
-TEST_F(BrewDetailsTest, KeepNothingElseWaiting) {
+TEST_F(BrewDetailsTest, DoNotDelayAnythingElse) {
   makeManagerWithHangingDetails();
   manager->search(QStringLiteral("x"));
   manager->install(makeBrewPackage(QStringLiteral("y"), std::nullopt, std::nullopt, BrewPackageType::Formula));

@@ -6,7 +6,7 @@
 namespace zolt {
 namespace {
 
-// The application ends once a process: each test is a death test, run again in a process of its own.
+// A process can end its commands only once, so each test is a death test in a process of its own.
 class BrewEndTest : public test::OneAtATime {
  protected:
   void makeManagerOf(const char* script) {

@@ -19,7 +19,7 @@
 
 namespace zolt::test {
 
-/// A tool that prints what the test tells it to, and the manager that runs it.
+/// A fake brew that prints what the test tells it to, and the manager that runs it.
 class BrewTest : public testing::Test {
  protected:
   void SetUp() override {

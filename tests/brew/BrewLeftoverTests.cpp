@@ -8,12 +8,12 @@
 namespace zolt {
 namespace {
 
-// A tool that is a shell script: its commands leave processes behind, whose numbers they write into files.
+// A brew that is a shell script: its commands leave processes behind and write their PIDs to files.
 class BrewLeftoverTest : public test::BrewTest {
  protected:
   void SetUp() override {
     BrewTest::SetUp();
-    // A death test is this test again in another process, with another folder: both look here.
+    // A death test runs this test again in another process with another folder, so both use this one.
     if (!qEnvironmentVariableIsSet("FAKEBREW_LEFT")) qputenv("FAKEBREW_LEFT", folder.path().toUtf8());
   }
   void TearDown() override {
@@ -27,7 +27,7 @@ class BrewLeftoverTest : public test::BrewTest {
     QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     manager = std::make_unique<BrewManager>(std::vector<std::string>{path.toStdString()}, WorkerQueue::utility());
   }
-  // What the three commands of a refresh have left running.
+  // The processes that the three commands of a refresh have left running.
   static std::vector<pid_t> leftovers() {
     std::vector<pid_t> pids;
     const QDir left(qEnvironmentVariable("FAKEBREW_LEFT"));
@@ -49,7 +49,7 @@ class BrewLeftoverTest : public test::BrewTest {
   }
 };
 
-// A script's job in the background ignores what interrupts the script.
+// A script's background job ignores the interrupt that ends the script.
 TEST_F(BrewLeftoverTest, EndsABackgroundJobOfAnInterruptedCommand) {
   EXPECT_EXIT(
       {
@@ -61,7 +61,7 @@ TEST_F(BrewLeftoverTest, EndsABackgroundJobOfAnInterruptedCommand) {
       testing::ExitedWithCode(0), "");
 }
 
-TEST_F(BrewLeftoverTest, EndsWhatHoldsThePipeOfACommandThatHasEnded) {
+TEST_F(BrewLeftoverTest, EndsAProcessThatHoldsThePipeOfAFinishedCommand) {
   EXPECT_EXIT(
       {
         makeManagerOf("sleep 3600 & echo $! >$FAKEBREW_LEFT/left-$$");
@@ -72,7 +72,7 @@ TEST_F(BrewLeftoverTest, EndsWhatHoldsThePipeOfACommandThatHasEnded) {
       testing::ExitedWithCode(0), "");
 }
 
-TEST_F(BrewLeftoverTest, EndsEverythingWhereTheProcessJustExits) {
+TEST_F(BrewLeftoverTest, EndsEverythingIfTheProcessCallsExit) {
   EXPECT_EXIT(
       {
         makeManagerOf("trap '' INT; sleep 3600 & echo $! >$FAKEBREW_LEFT/left-$$; wait");
@@ -84,11 +84,11 @@ TEST_F(BrewLeftoverTest, EndsEverythingWhereTheProcessJustExits) {
   EXPECT_TRUE(allAreGone());
 }
 
-TEST_F(BrewLeftoverTest, ReadsFromNowhere) {
+TEST_F(BrewLeftoverTest, HasNoInput) {
   makeManagerOf("read line; echo \"$? $line\"");
   manager->search(QStringLiteral("x"));
   ASSERT_TRUE(test::waitFor([&] { return !manager->searchResults().empty(); }));
-  EXPECT_EQ(manager->searchResults().front().name, QStringLiteral("1")) << "the end of the file at once";
+  EXPECT_EQ(manager->searchResults().front().name, QStringLiteral("1")) << "end of file at once";
 }
 
 }  // namespace

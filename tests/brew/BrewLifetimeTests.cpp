@@ -13,7 +13,7 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-// A process of its own whose commands run while it ends.
+// A separate process that ends while its commands are running.
 class BrewLifetimeTest : public test::BrewTest {
  protected:
   void TearDown() override {
@@ -33,7 +33,7 @@ class BrewLifetimeTest : public test::BrewTest {
     ASSERT_TRUE(m_host.waitForFinished());
   }
 
-  // The processes that the host has started and all that they started, by a word in their environment; not this one.
+  // All descendants of the host, found by a word in their environment; not this process.
   std::vector<pid_t> everyone() const {
     const std::string mark = "FAKEBREW_LOG=" + folder.filePath(QStringLiteral("log")).toStdString() + '\0';
     std::vector<pid_t> found;
@@ -92,7 +92,7 @@ INSTANTIATE_TEST_SUITE_P(Brew, EndOfReadingCommands,
                            return nameOf(std::get<0>(tested.param)) + "_" + std::get<1>(tested.param);
                          });
 
-TEST_F(BrewLifetimeTest, EndsDetailsAndInformationWithTheProcess) {
+TEST_F(BrewLifetimeTest, EndsCommandsForDetailsAndInformationWithTheProcess) {
   write("list-formula.txt", "wget\n");
   qputenv("FAKEBREW_MODE_info", "hangs");
   startHost({QStringLiteral("info"), QStringLiteral("x")});
@@ -101,7 +101,7 @@ TEST_F(BrewLifetimeTest, EndsDetailsAndInformationWithTheProcess) {
   EXPECT_TRUE(nobodyIsLeft());
 }
 
-TEST_F(BrewLifetimeTest, LeavesNothingBehindWhereNoCommandRuns) {
+TEST_F(BrewLifetimeTest, LeavesNothingBehindIfNoCommandIsRunning) {
   startHost({QStringLiteral("refresh")});
   ASSERT_TRUE(waitForCall("[outdated][--json]"));
   endHost(kQuit);
@@ -115,8 +115,9 @@ struct Writing {
 
 class EndOfWritingCommands : public BrewLifetimeTest, public testing::WithParamInterface<std::tuple<int, Writing>> {};
 
-// More than its pipe holds is printed once nobody is there to read it: neither a broken pipe nor a full one stops it.
-TEST_P(EndOfWritingCommands, ComesWhenTheyHaveFinishedThoughTheProcessIsGone) {
+// The command prints more than its pipe holds when nobody reads it any more: neither a broken pipe nor a full one stops
+// it.
+TEST_P(EndOfWritingCommands, ComesWhenTheyHaveFinishedEvenIfTheProcessIsGone) {
   const auto& [end, writing] = GetParam();
   const bool quits = end == kQuit;
   qputenv("FAKEBREW_MODE_install", quits ? "unwinds" : "finishes");
@@ -131,7 +132,8 @@ TEST_P(EndOfWritingCommands, ComesWhenTheyHaveFinishedThoughTheProcessIsGone) {
   write("go", "");
   EXPECT_TRUE(waitForCall("[finished]"));
   EXPECT_TRUE(nobodyIsLeft());
-  EXPECT_EQ(std::ranges::count(calls(), "[interrupted]"), quits ? 1 : 0) << "a second one would stop its clean-up";
+  EXPECT_EQ(std::ranges::count(calls(), "[interrupted]"), quits ? 1 : 0)
+      << "a second interrupt would stop its clean-up";
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -141,8 +143,8 @@ INSTANTIATE_TEST_SUITE_P(
                                      Writing{"upgradeAll", "[upgrade]"})),
     [](const auto& tested) { return nameOf(std::get<0>(tested.param)) + "_" + std::get<1>(tested.param).command; });
 
-// The process was started from a terminal, by a shell that leads the session there.
-TEST_F(BrewLifetimeTest, HasNoTerminalToAskForAPasswordAt) {
+// The process was started from a terminal, by the shell that leads the session.
+TEST_F(BrewLifetimeTest, GivesCommandsNoTerminalForAPasswordPrompt) {
   write("brew", "#!/bin/sh\nif (: </dev/tty) 2>/dev/null; then a=asks; else a=fails; fi\necho $a >>$FAKEBREW_LOG\n");
   const std::string tool = folder.filePath(QStringLiteral("brew")).toStdString();
   std::filesystem::permissions(tool, std::filesystem::perms::owner_all);

@@ -41,7 +41,7 @@ TEST_F(BrewManagerTest, ReportsThatHomebrewIsMissingAndRunsNothing) {
   EXPECT_TRUE(calls().empty());
 }
 
-TEST_F(BrewManagerTest, TakesTheFirstCandidateThatIsExecutable) {
+TEST_F(BrewManagerTest, UsesTheFirstCandidateThatIsExecutable) {
   const QString other = folder.filePath(QStringLiteral("other-brew"));
   write("other-brew", "#!/bin/sh\nexit 9\n");
   QFile::setPermissions(other, QFile::ReadOwner | QFile::ExeOwner);
@@ -51,7 +51,7 @@ TEST_F(BrewManagerTest, TakesTheFirstCandidateThatIsExecutable) {
   EXPECT_EQ(calls().size(), 3U);
 }
 
-TEST_F(BrewManagerTest, LooksForTheToolAgainEachTime) {
+TEST_F(BrewManagerTest, LooksForBrewAgainEachTime) {
   const QString late = folder.filePath(QStringLiteral("late-brew"));
   manager = std::make_unique<BrewManager>(Names{late.toStdString()}, WorkerQueue::utility());
   EXPECT_EQ(manager->status(), QStringLiteral("Homebrew not found"));
@@ -83,7 +83,7 @@ TEST_F(BrewManagerTest, LoadsBothListsWithDetailsAndChecksForOutdatedPackages) {
   }
   ASSERT_EQ(namesOf(manager->installedCasks()), Names{"some-app"});
   EXPECT_EQ(manager->installedCasks()[0].type, Type::Cask);
-  EXPECT_TRUE(manager->outdatedPackages().empty()) << "what the check prints is not read";
+  EXPECT_TRUE(manager->outdatedPackages().empty()) << "the check's output is not parsed";
 }
 
 TEST_F(BrewManagerTest, ReportsEachStepInTheStatus) {
@@ -98,13 +98,13 @@ TEST_F(BrewManagerTest, ReportsEachStepInTheStatus) {
                                          "Outdated check complete"}));
 }
 
-TEST_F(BrewManagerTest, PublishesEmptyListsWhereNothingIsInstalled) {
+TEST_F(BrewManagerTest, PublishesEmptyListsIfNothingIsInstalled) {
   makeIdleManager();
   EXPECT_TRUE(manager->installedFormulae().empty());
   EXPECT_TRUE(manager->installedCasks().empty());
 }
 
-TEST_F(BrewManagerTest, AsksForTheDetailsOfTheFirstFiftyOfAType) {
+TEST_F(BrewManagerTest, RequestsTheDetailsOfTheFirstFiftyOfAType) {
   write("list-formula.txt", lines("formula", 120));
   write("list-cask.txt", lines("cask", 51));
   makeManager();
@@ -122,7 +122,7 @@ TEST_F(BrewManagerTest, IsLoadingUntilTheFirstOfBothTypesIsDone) {
   qputenv("FAKEBREW_MODE_info", "slow");
   makeManager();
   ASSERT_TRUE(test::waitFor([&] { return !manager->isLoading(); }));
-  EXPECT_TRUE(manager->installedCasks().empty()) << "still on their way";
+  EXPECT_TRUE(manager->installedCasks().empty()) << "not loaded yet";
   EXPECT_TRUE(waitForStatus("Loaded 1 casks"));
 }
 
@@ -134,7 +134,7 @@ TEST_F(BrewManagerTest, DropsAPackageWhoseDetailsAreNotUtf8) {
   EXPECT_EQ(namesOf(manager->installedFormulae()), Names{"good"});
 }
 
-TEST_F(BrewManagerTest, ReadsBothStreamsOfAFailingCommandAsItsOutput) {
+TEST_F(BrewManagerTest, MergesBothStreamsOfAFailingCommand) {
   makeIdleManager();
   qputenv("FAKEBREW_MODE_search", "fails");
   manager->search(QStringLiteral("nothing"));
@@ -155,7 +155,7 @@ TEST_F(BrewManagerTest, TurnsEveryLineOfASearchIntoAResult) {
   EXPECT_EQ(calls(), Names{"[search][foo]"});
 }
 
-TEST_F(BrewManagerTest, EmptiesTheResultsForAnEmptyQueryWithoutASearch) {
+TEST_F(BrewManagerTest, ClearsTheResultsForAnEmptyQueryWithoutASearch) {
   write("search.txt", "foo\n");
   makeIdleManager();
   manager->search(QStringLiteral("foo"));
@@ -185,24 +185,24 @@ TEST_F(BrewManagerTest, FindsNothingIfASearchPrintsNothing) {
   qputenv("FAKEBREW_MODE_search", "silent");
   manager->search(QStringLiteral(" "));
   EXPECT_TRUE(waitForStatus("Found 0 results"));
-  EXPECT_EQ(calls(), Names{"[search][ ]"}) << "a query of blanks is one";
+  EXPECT_EQ(calls(), Names{"[search][ ]"}) << "a query of blanks is searched for";
 }
 
-TEST_F(BrewManagerTest, StaysInSearchingIfTheToolCannotBeLaunched) {
+TEST_F(BrewManagerTest, StaysInSearchingIfBrewCannotBeLaunched) {
   manager = std::make_unique<BrewManager>(Names{"/no/such/brew"}, WorkerQueue::utility());
   manager->search(QStringLiteral("foo"));
   test::runLoopFor(std::chrono::milliseconds(100));
   EXPECT_EQ(manager->status(), QStringLiteral("Searching..."));
 }
 
-TEST_F(BrewManagerTest, SearchesForAQueryWithTheBlanksAroundIt) {
+TEST_F(BrewManagerTest, DoesNotTrimAQuery) {
   makeIdleManager();
   manager->search(QStringLiteral(" foo "));
   EXPECT_TRUE(waitForStatus("Found 0 results"));
   EXPECT_EQ(calls(), Names{"[search][ foo ]"});
 }
 
-TEST_F(BrewManagerTest, KeepsItsListsWhereTheToolIsGoneByTheNextRefresh) {
+TEST_F(BrewManagerTest, KeepsItsListsIfBrewIsGoneByTheNextRefresh) {
   write("list-formula.txt", "wget\n");
   write("list-cask.txt", "app\n");
   write("search.txt", "foo\n");
@@ -233,7 +233,7 @@ class Operations : public BrewManagerTest, public testing::WithParamInterface<Op
 TEST_P(Operations, RunTheirCommandAndRefresh) {
   makeIdleManager();
   const QString before = manager->status();
-  // Whatever comes out of it.
+  // Whatever its outcome.
   qputenv("FAKEBREW_MODE_install", "fails");
   qputenv("FAKEBREW_MODE_upgrade", "bytes");
   GetParam().run(*manager, package("a b$c'd\"--", GetParam().type));
@@ -275,10 +275,10 @@ TEST_F(BrewManagerTest, LetsOperationsOverlap) {
   manager->refresh();
   ASSERT_TRUE(test::waitFor([&] { return calls().size() == 12; }));
   ASSERT_TRUE(waitUntilIdle());
-  EXPECT_EQ(namesOf(manager->installedFormulae()), Names{"wget"}) << "the last publish wins, whole";
+  EXPECT_EQ(namesOf(manager->installedFormulae()), Names{"wget"}) << "the last one published replaces everything";
 }
 
-TEST_F(BrewManagerTest, CanGoAwayWhileItsCommandsRun) {
+TEST_F(BrewManagerTest, MayBeDestroyedWhileItsCommandsAreRunning) {
   write("list-formula.txt", "wget\n");
   qputenv("FAKEBREW_MODE", "slow");
   makeManager();
@@ -291,11 +291,11 @@ TEST_F(BrewManagerTest, CanGoAwayWhileItsCommandsRun) {
   }
 }
 
-TEST_F(BrewManagerTest, WaitsForALargeOutputWithoutHoldingAnythingUp) {
+TEST_F(BrewManagerTest, WaitsForALargeOutputWithoutDelayingAnythingElse) {
   makeIdleManager();
   qputenv("FAKEBREW_MODE_search", "floods");
   manager->search(QStringLiteral("x"));
-  // It prints more than its pipe holds and is not read before it ends: it stays, and everything else goes on.
+  // It prints more than its pipe holds and is not read before it ends, so it blocks; everything else goes on.
   ASSERT_TRUE(test::waitFor([] { return test::brewCommands().size() == 1; }));
   const std::vector<pid_t> flooding = test::brewCommands();
   test::runLoopFor(std::chrono::milliseconds(500));
@@ -311,7 +311,7 @@ TEST_F(BrewManagerTest, WaitsForALargeOutputWithoutHoldingAnythingUp) {
   EXPECT_TRUE(test::waitFor([&] { return manager->status().startsWith(QStringLiteral("Found ")); }));
 }
 
-TEST_F(BrewManagerTest, TakesTenThousandSearchResults) {
+TEST_F(BrewManagerTest, AcceptsTenThousandSearchResults) {
   write("search.txt", lines("package", 10'000));
   makeIdleManager();
   manager->search(QStringLiteral("x"));

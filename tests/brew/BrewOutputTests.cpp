@@ -11,60 +11,60 @@ BrewPackage infoOf(const char* text, Type type = Type::Formula) {
   return packageOfInfo(QStringLiteral("wget"), type, QString::fromUtf8(text));
 }
 
-TEST(BrewOutput, IsTrimmedOfWhiteSpaceAndNewlinesAtItsEnds) {
+TEST(BrewOutput, IsTrimmed) {
   EXPECT_EQ(textOfBrewOutput(" \t\r\n a b \n c\xC2\xA0\n\n"), QStringLiteral("a b \n c"));
   EXPECT_EQ(textOfBrewOutput(""), QString());
   EXPECT_EQ(textOfBrewOutput("\n\n"), QString());
 }
 
-TEST(BrewOutput, IsNoTextWhereAnyOfItIsNotUtf8) {
+TEST(BrewOutput, IsNotTextIfAnyOfItIsNotUtf8) {
   EXPECT_EQ(textOfBrewOutput("good\ncaf\xE9\n"), std::nullopt);
   EXPECT_EQ(textOfBrewOutput("half \xE2\x82"), std::nullopt);
   EXPECT_EQ(textOfBrewOutput("caf\xC3\xA9"), QStringLiteral("café"));
 }
 
-TEST(BrewOutput, HasALineForEachPieceThatIsNotEmptyAsItStands) {
+TEST(BrewOutput, IsSplitIntoNonEmptyUntrimmedLines) {
   EXPECT_EQ(linesOf(QStringLiteral("a\n\n b \n\n\nc")),
             (QStringList{QStringLiteral("a"), QStringLiteral(" b "), QStringLiteral("c")}));
   EXPECT_TRUE(linesOf(QString()).isEmpty());
 }
 
-TEST(BrewInfo, HasTheNameThatWasAskedForAndTheTypeToo) {
+TEST(BrewInfo, HasTheRequestedNameAndType) {
   const BrewPackage package = infoOf("==> other: stable 9\nDesc: Retriever\n", Type::Cask);
   EXPECT_EQ(package.name, QStringLiteral("wget"));
   EXPECT_EQ(package.type, Type::Cask);
   EXPECT_FALSE(package.latestVersion);
 }
 
-TEST(BrewInfo, TakesTheFirstDescription) {
+TEST(BrewInfo, UsesTheFirstDescription) {
   EXPECT_EQ(infoOf("x\nDesc:  \t Internet file retriever \t\nDesc: another").description,
             QStringLiteral("Internet file retriever"));
   EXPECT_EQ(infoOf("Desc: ").description, QStringLiteral(""));
 }
 
-TEST(BrewInfo, KnowsADescriptionOnlyByItsExactBeginning) {
+TEST(BrewInfo, RecognisesADescriptionOnlyByItsExactPrefix) {
   for (const char* text : {"desc: x", "Desc:x", " Desc: x", "Description: x", ""}) {
     EXPECT_EQ(infoOf(text).description, std::nullopt) << text;
   }
 }
 
-TEST(BrewInfo, TakesTheLastWordOfTheFirstLineOfInstallation) {
+TEST(BrewInfo, TakesTheVersionFromTheLastWordOfTheFirstInstalledLine) {
   EXPECT_EQ(infoOf("Installed  (on request)   1.24.5  \nInstalled 2").installedVersion, QStringLiteral("1.24.5"));
   EXPECT_EQ(infoOf("Installed\t1.2").installedVersion, QStringLiteral("Installed\t1.2"));
   EXPECT_EQ(infoOf("Installed 1.2\t").installedVersion, QStringLiteral("1.2"));
 }
 
-TEST(BrewInfo, TakesTheWordInstalledForTheVersionWhereItStandsAlone) {
+TEST(BrewInfo, TakesTheWordInstalledAsTheVersionIfItIsAlone) {
   EXPECT_EQ(infoOf("Installed\n/opt/homebrew/Cellar/wget/1.24.5").installedVersion, QStringLiteral("Installed"));
 }
 
-TEST(BrewInfo, LeavesOutWhatIsNotThere) {
+TEST(BrewInfo, OmitsMissingParts) {
   const BrewPackage package = infoOf("==> wget: stable 1.24.5\nNot installed\n");
   EXPECT_EQ(package.description, std::nullopt);
   EXPECT_EQ(package.installedVersion, std::nullopt);
 }
 
-TEST(BrewSearch, MakesAPackageOfEveryLine) {
+TEST(BrewSearch, TurnsEveryLineIntoAPackage) {
   const auto packages = packagesOfSearch(
       QStringLiteral("==> Formulae\nwget\nwget2\nhomebrew/cask/foo-app\nError: none\n homebrew/cask/x"));
   ASSERT_EQ(packages.size(), 6U);
@@ -72,7 +72,7 @@ TEST(BrewSearch, MakesAPackageOfEveryLine) {
   EXPECT_EQ(packages[0].type, Type::Formula);
   EXPECT_EQ(packages[3].type, Type::Cask);
   EXPECT_EQ(packages[3].name, QStringLiteral("homebrew/cask/foo-app"));
-  EXPECT_EQ(packages[5].type, Type::Formula) << "it does not begin with it";
+  EXPECT_EQ(packages[5].type, Type::Formula) << "the line does not begin with it";
   for (const BrewPackage& package : packages) {
     EXPECT_FALSE(package.description || package.installedVersion || package.latestVersion);
   }

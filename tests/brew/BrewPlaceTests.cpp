@@ -13,7 +13,8 @@ class BrewPlaceTest : public testing::Test {
     if (!runs(QStringLiteral("true"))) GTEST_SKIP() << "this system allows no mount namespace";
   }
 
-  // What the process's one manager finds, `preparation` having run; each tool finds the name of its place.
+  // What the process's shared manager finds after `preparation`; each brew's only result is the name of its own
+  // location.
   std::string foundAfter(const char* preparation) {
     const QString script = QStringLiteral(
                                "put() { mkdir -p \"$1\" && printf '#!/bin/sh\\necho %s\\n' \"$1\" >\"$1/brew\" && "
@@ -37,11 +38,11 @@ class BrewPlaceTest : public testing::Test {
   QProcess m_process;
 };
 
-TEST_F(BrewPlaceTest, IsTheFirstOfBothWhereBothAreThere) {
+TEST_F(BrewPlaceTest, IsTheFirstIfBothExist) {
   EXPECT_EQ(foundAfter("put /opt/homebrew/bin 755; put /usr/local/bin 755"), "/opt/homebrew/bin");
 }
 
-TEST_F(BrewPlaceTest, IsTheSecondWhereTheFirstIsNotThereOrNotExecutable) {
+TEST_F(BrewPlaceTest, IsTheSecondIfTheFirstIsMissingOrNotExecutable) {
   EXPECT_EQ(foundAfter("put /usr/local/bin 755"), "/usr/local/bin");
   EXPECT_EQ(foundAfter("put /opt/homebrew/bin 644; put /usr/local/bin 755"), "/usr/local/bin");
 }

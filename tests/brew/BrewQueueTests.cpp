@@ -6,7 +6,7 @@ namespace {
 
 using BrewQueueTest = test::OneAtATime;
 
-TEST_F(BrewQueueTest, StartsNothingForAManagerThatHasGone) {
+TEST_F(BrewQueueTest, StartsNothingForADestroyedManager) {
   QSemaphore held;
   queue.async([&] { held.acquire(); });
   makeManager();
@@ -25,7 +25,7 @@ TEST_F(BrewQueueTest, StartsCommandsWhoseManagerStillExists) {
   EXPECT_EQ(calls(), (std::vector<std::string>{"[list][--cask]", "[list][--formula]", "[outdated][--json]"}));
 }
 
-// What was submitted before a search's completion ran comes between it and the results.
+// Tasks that were submitted before a search's completion ran come between it and the results.
 TEST_F(BrewQueueTest, PublishesResultsAfterTasksThatAreAlreadyQueued) {
   write("search.txt", "foo\n");
   makeIdleManager();

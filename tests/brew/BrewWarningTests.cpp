@@ -6,7 +6,7 @@ namespace {
 using Names = std::vector<std::string>;
 using BrewWarningTest = test::OneAtATime;
 
-// Both streams of a command share one pipe: what it says on either comes in the order in which it said it.
+// Both streams of a command share one pipe, so their output arrives in the order in which it was printed.
 
 TEST_F(BrewWarningTest, BetweenResultsIsAResult) {
   write("search.txt", "foo\nhomebrew/cask/foo-app\nfoo-tools\n");

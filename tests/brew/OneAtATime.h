@@ -25,7 +25,7 @@ class OneAtATime : public BrewTest {
     ASSERT_TRUE(waitUntilIdle());
     forgetCalls();
   }
-  /// Until everything submitted so far has run; meanwhile nothing happens on the main thread. False after `limit`.
+  /// Waits until everything submitted so far has run, without running the main queue. False after `limit`.
   bool waitForQueue(std::chrono::milliseconds limit = std::chrono::seconds(20)) {
     const auto done = std::make_shared<QSemaphore>();
     queue.async([done] { done->release(); });

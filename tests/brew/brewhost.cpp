@@ -1,5 +1,5 @@
-// A process that runs Homebrew's commands and ends in many ways: brewhost TOOL COMMAND [NAME], where COMMAND is
-// refresh, search, info, install, upgrade or upgradeAll. SIGTERM ends it in order.
+// A process that runs brew commands and is ended in various ways: brewhost TOOL COMMAND [NAME], where COMMAND is
+// refresh, search, info, install, upgrade or upgradeAll. SIGTERM makes it quit in an orderly way.
 #include <QCoreApplication>
 #include <cstdio>
 #include <map>
@@ -40,7 +40,7 @@ int main(int argc, char** argv) {
   QCoreApplication application(argc, argv);
   const zolt::TerminationSignals signals([] { QCoreApplication::quit(); });
   QObject::connect(&application, &QCoreApplication::aboutToQuit, &application, &zolt::endBrewCommands);
-  // As Zolt's own, they live as long as the process.
+  // Never destroyed, as in Zolt itself.
   auto* queue = new zolt::WorkerQueue(zolt::WorkerQueue::utilityThreads);
   auto* manager = new BrewManager({argv[1]}, *queue);
   command->second(*manager, QString::fromUtf8(argc > 3 ? argv[3] : ""));

@@ -1,4 +1,4 @@
-// Searches with the process's one manager and prints what it finds: searchshared QUERY
+// Searches with the process's shared manager and prints the results: searchshared QUERY
 #include <QCoreApplication>
 #include <cstdio>
 

@@ -9,7 +9,7 @@ namespace {
 
 class BrewHeaderTest : public test::SidebarTest {
  protected:
-  // What is seen of a part, with the ground that it stands on.
+  // A picture of a part with its background.
   QImage seen(const QWidget& widget) {
     return sidebar->grab(QRect(widget.mapTo(sidebar.get(), QPoint()), widget.size())).toImage();
   }
@@ -24,7 +24,7 @@ class BrewHeaderTest : public test::SidebarTest {
   }
 };
 
-TEST_F(BrewHeaderTest, IsAMugInOrangeTheTitleAndTheRefreshButtonAboveTheField) {
+TEST_F(BrewHeaderTest, ShowsAnOrangeMugTheTitleAndARefreshButtonAboveTheField) {
   showIdle();
   const QList<SymbolView*> symbols = symbolsSeen();
   ASSERT_EQ(symbols.size(), 1);
@@ -50,7 +50,7 @@ TEST_F(BrewHeaderTest, IsAMugInOrangeTheTitleAndTheRefreshButtonAboveTheField) {
   EXPECT_EQ(test::symbolMostLike(icon), QStringLiteral("arrow.clockwise"));
 }
 
-TEST_F(BrewHeaderTest, StaysWhereTheSearchShowsAMagnifyingGlass) {
+TEST_F(BrewHeaderTest, StaysWhileTheSearchShowsAMagnifyingGlass) {
   showIdle();
   choose(2);
   const QList<SymbolView*> symbols = symbolsSeen();
@@ -62,7 +62,7 @@ TEST_F(BrewHeaderTest, StaysWhereTheSearchShowsAMagnifyingGlass) {
   }
 }
 
-TEST_F(BrewHeaderTest, OfASectionIsNotChosenByAClick) {
+TEST_F(BrewHeaderTest, OfASectionIsNotSelectedByAClick) {
   write("list-formula.txt", "wget\n");
   showIdle();
   const auto click = [&](int row) {

@@ -22,19 +22,19 @@ class BrewListModelTest : public testing::Test {
   BrewListModel model;
 };
 
-TEST_F(BrewListModelTest, TellsOfEachPackageInItsTip) {
+TEST_F(BrewListModelTest, DescribesEachPackageInItsTooltip) {
   EXPECT_TRUE(tip(1).contains(QStringLiteral("wget")));
   EXPECT_TRUE(tip(1).contains(QStringLiteral("Internet file retriever")));
   EXPECT_TRUE(tip(2).contains(QStringLiteral("jq")));
   EXPECT_FALSE(tip(2).contains(QStringLiteral("retriever")));
 }
 
-TEST_F(BrewListModelTest, GivesAHeaderNoTip) {
+TEST_F(BrewListModelTest, GivesAHeaderNoTooltip) {
   EXPECT_TRUE(row(0).data(Qt::ToolTipRole).isNull());
   EXPECT_TRUE(row(3).data(Qt::ToolTipRole).isNull());
 }
 
-TEST_F(BrewListModelTest, LetsPackagesBeChosenAndHeadersNot) {
+TEST_F(BrewListModelTest, MakesPackagesButNotHeadersSelectable) {
   for (const int header : {0, 3}) {
     EXPECT_FALSE(row(header).flags() & (Qt::ItemIsSelectable | Qt::ItemIsEnabled)) << header;
   }

@@ -9,7 +9,7 @@ using Calls = std::vector<std::string>;
 
 class BrewOutdatedTest : public test::SidebarTest {
  protected:
-  // The manager fills this list never; what the sidebar would show of one is tested all the same.
+  // The manager never fills this list; the sidebar's display of one is tested all the same.
   void publishOutdated(std::vector<BrewPackage> packages) {
     Q_EMIT manager->objectWillChange();
     const_cast<std::vector<BrewPackage>&>(manager->outdatedPackages()) = std::move(packages);
@@ -27,7 +27,7 @@ class BrewOutdatedTest : public test::SidebarTest {
     ASSERT_EQ(textsOf(*menu), words({"Upgrade", "Upgrade All"}));
     QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(menu->actions().at(entry)).center());
   }
-  // The calls, once the refresh that follows them is over.
+  // The calls, once the refresh that follows them has finished.
   Calls settledCalls() {
     EXPECT_TRUE(test::waitFor([&] { return calls().size() >= 4; }));
     EXPECT_TRUE(waitUntilIdle());

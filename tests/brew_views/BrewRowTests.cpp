@@ -18,7 +18,7 @@ using test::differenceOf;
 
 constexpr int kWidth = 300;
 constexpr int kIconSize = 18;
-constexpr int kIconRoom = 38;  // the texts begin after it
+constexpr int kIconRoom = 38;  // the texts begin to the right of it
 
 BrewPackage package(const char* name, const char* description, const char* version, Type type = Type::Formula) {
   const auto text = [](const char* each) {
@@ -42,7 +42,7 @@ QImage pictureOf(const BrewPackage& package, Type type = Type::Formula) {
   return picture;
 }
 
-// The square in which a row's icon is.
+// The square that contains a row's icon.
 QImage iconOf(const QImage& row) {
   const QImage room = row.copy(0, 0, kIconRoom, row.height());
   QImage ground(room.size(), room.format());
@@ -69,7 +69,7 @@ TEST(BrewRow, DrawsItsNameAboveItsDescriptionAndItsVersionAtTheRight) {
   EXPECT_NEAR(version.center().y(), row.height() / 2, 2) << "centred between both lines";
 }
 
-TEST(BrewRow, DrawsANameWithoutADescriptionAlone) {
+TEST(BrewRow, DrawsOnlyTheNameIfThereIsNoDescription) {
   const QImage row = pictureOf(package("wget", nullptr, nullptr));
   const QRect name = differenceOf(row, pictureOf(package("curl", nullptr, nullptr)));
   ASSERT_FALSE(name.isEmpty());
@@ -82,7 +82,7 @@ TEST(BrewRow, DrawsANameWithoutADescriptionAlone) {
       << "and nothing else right of the icon";
 }
 
-TEST(BrewRow, SetsTheIconOfANameAloneInTheMiddleOfItsLetters) {
+TEST(BrewRow, CentresTheIconOnTheLettersOfANameAlone) {
   for (const double points : {8.0, 12.0, 24.0}) {
     QFont font = QApplication::font();
     font.setPointSizeF(points);
@@ -136,7 +136,7 @@ TEST(BrewRow, IsAsTallAsItsLinesWithTwoPointsOfPaddingAboveAndBelow) {
     QFont caption = body;
     caption.setPointSizeF(points * 0.85);
     const int lines = QFontMetrics(name).height() + QFontMetrics(caption).height();
-    // One pixel more above and below keeps rows apart.
+    // One more pixel above and below separates the rows.
     EXPECT_EQ(BrewPackageRow::height(body, true), std::max(lines, kIconSize) + 2 * 2 + 2) << points;
     EXPECT_EQ(BrewPackageRow::height(body, false), std::max(QFontMetrics(name).height(), kIconSize) + 2 * 2 + 2)
         << points;
@@ -155,7 +155,7 @@ TEST(BrewRow, ShowsACubeInBlueForAFormulaAndAnAppInGreenForACask) {
 
 class BrewSectionRow : public testing::Test {
  protected:
-  // As the list draws the only package of a section.
+  // Painted as the list paints the only package of a section.
   QImage drawn(const BrewPackage& package, std::optional<Type> type) {
     model.setSections({{.header = QStringLiteral("Header"), .packages = {package}, .type = type}});
     QImage picture = emptyPicture(package);
@@ -179,7 +179,7 @@ TEST_F(BrewSectionRow, HasTheIconOfItsSectionWhateverItsOwnType) {
   EXPECT_EQ(model.typeAt(1), Type::Cask);
 }
 
-TEST_F(BrewSectionRow, HasTheIconOfItsOwnTypeWhereTheSectionHasNone) {
+TEST_F(BrewSectionRow, HasTheIconOfItsOwnTypeIfTheSectionHasNone) {
   const BrewPackage cask = package("some-app", nullptr, nullptr, Type::Cask);
   const BrewPackage formula = package("wget", nullptr, nullptr, Type::Formula);
   EXPECT_EQ(drawn(cask, std::nullopt), pictureOf(cask, Type::Cask));
@@ -187,7 +187,7 @@ TEST_F(BrewSectionRow, HasTheIconOfItsOwnTypeWhereTheSectionHasNone) {
   EXPECT_NE(pictureOf(formula, Type::Formula), pictureOf(formula, Type::Cask));
 }
 
-TEST_F(BrewSectionRow, IsAsTallAsItDraws) {
+TEST_F(BrewSectionRow, IsAsTallAsItsDrawing) {
   QStyleOptionViewItem option;
   option.font = QApplication::font();
   for (const char* description : {"Retriever", static_cast<const char*>(nullptr)}) {

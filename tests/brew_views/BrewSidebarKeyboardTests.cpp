@@ -11,7 +11,7 @@ namespace {
 
 using BrewSidebarKeyboardTest = test::SidebarTest;
 
-TEST_F(BrewSidebarKeyboardTest, GoesFromTopToBottomByTab) {
+TEST_F(BrewSidebarKeyboardTest, TabMovesTheFocusFromTopToBottom) {
   showIdle();
   part<QToolButton>("refresh")->setFocus();
   QStringList stops;
@@ -23,7 +23,7 @@ TEST_F(BrewSidebarKeyboardTest, GoesFromTopToBottomByTab) {
   EXPECT_EQ(stops, words({"searchPackages", "Installed", "packages"}));
 }
 
-TEST_F(BrewSidebarKeyboardTest, OpensTheMenuOfTheChosenRowWithoutAMenuKey) {
+TEST_F(BrewSidebarKeyboardTest, OpensTheMenuOfTheSelectedRowWithoutAMenuKey) {
   write("search.txt", "foo\nbar\n");
   showIdle();
   choose(2);
@@ -52,7 +52,7 @@ TEST_F(BrewSidebarKeyboardTest, OpensTheMenuOfTheChosenRowWithoutAMenuKey) {
   }
 }
 
-TEST_F(BrewSidebarKeyboardTest, KeepsTheChosenRowWhenOnlyTheStatusChanges) {
+TEST_F(BrewSidebarKeyboardTest, KeepsTheSelectionWhenOnlyTheStatusChanges) {
   write("list-formula.txt", "foo\nbar\n");
   showIdle();
   list()->setCurrentIndex(list()->model()->index(2, 0));
@@ -61,7 +61,7 @@ TEST_F(BrewSidebarKeyboardTest, KeepsTheChosenRowWhenOnlyTheStatusChanges) {
   ASSERT_TRUE(test::waitFor([&] { return part<SecondaryLabel>("status")->text() != before; }));
   EXPECT_EQ(list()->currentIndex().row(), 2);
   ASSERT_TRUE(waitUntilIdle());
-  EXPECT_EQ(list()->currentIndex().row(), -1) << "what was loaded again is new";
+  EXPECT_EQ(list()->currentIndex().row(), -1) << "reloaded packages are new";
 }
 
 TEST_F(BrewSidebarKeyboardTest, ShowsTheBestOfNewResultsFirst) {
@@ -81,7 +81,7 @@ TEST_F(BrewSidebarKeyboardTest, ShowsTheBestOfNewResultsFirst) {
   EXPECT_EQ(list()->verticalScrollBar()->value(), 0);
 }
 
-TEST_F(BrewSidebarKeyboardTest, TellsTheWholeTextAsPlainText) {
+TEST_F(BrewSidebarKeyboardTest, ShowsTheFullTextAsPlainTextInATooltip) {
   write("list-formula.txt", "foo\n");
   write("info/foo.txt", "Desc: <b>bold</b> & <img src=x>\nInstalled 1.2.3\n");
   write("list-cask.txt", "app\n");
@@ -95,7 +95,7 @@ TEST_F(BrewSidebarKeyboardTest, TellsTheWholeTextAsPlainText) {
   EXPECT_FALSE(tip(0).contains(QLatin1Char('<'))) << "a header has none";
 }
 
-TEST_F(BrewSidebarKeyboardTest, TellsFormulaeFromCasksInWords) {
+TEST_F(BrewSidebarKeyboardTest, NamesFormulaeAndCasksInWords) {
   write("list-formula.txt", "foo\n");
   write("list-cask.txt", "app\n");
   showIdle();

@@ -16,7 +16,7 @@ namespace {
 
 using BrewSidebarTest = test::SidebarTest;
 
-TEST_F(BrewSidebarTest, ShowsBothInstalledSectionsAlsoWhenTheyAreEmpty) {
+TEST_F(BrewSidebarTest, ShowsBothInstalledSectionsEvenIfTheyAreEmpty) {
   manager = std::make_unique<BrewManager>(std::vector<std::string>{"/no/such/brew"}, WorkerQueue::utility());
   show();
   EXPECT_EQ(rows(), words({"Formulae", "Casks"}));
@@ -26,7 +26,7 @@ TEST_F(BrewSidebarTest, ShowsBothInstalledSectionsAlsoWhenTheyAreEmpty) {
   EXPECT_EQ(part<QLineEdit>("searchPackages")->placeholderText(), QStringLiteral("Search packages..."));
 }
 
-TEST_F(BrewSidebarTest, NamesItsSegmentsInTheirOrder) {
+TEST_F(BrewSidebarTest, NamesItsSegmentsInOrder) {
   showIdle();
   auto* tabs = part<SegmentedPicker>("segments");
   EXPECT_EQ(tabs->segment(0)->text(), QStringLiteral("Installed"));
@@ -34,7 +34,7 @@ TEST_F(BrewSidebarTest, NamesItsSegmentsInTheirOrder) {
   EXPECT_EQ(tabs->segment(2)->text(), QStringLiteral("Search"));
 }
 
-TEST_F(BrewSidebarTest, ShowsWhatIsInstalledAsItComes) {
+TEST_F(BrewSidebarTest, ShowsInstalledPackagesAsTheyArrive) {
   write("list-formula.txt", "wget\n");
   write("list-cask.txt", "some-app\n");
   write("info/wget.txt", "==> wget\nDesc: Internet file retriever\nInstalled 1.24.5\n");
@@ -45,20 +45,20 @@ TEST_F(BrewSidebarTest, ShowsWhatIsInstalledAsItComes) {
   EXPECT_TRUE(test::waitFor([&] { return part<QLabel>("status")->text() == manager->status(); }));
 }
 
-TEST_F(BrewSidebarTest, GivesNoMenuToWhatIsInstalled) {
+TEST_F(BrewSidebarTest, HasNoMenuForInstalledPackages) {
   write("list-formula.txt", "wget\n");
   showIdle();
   ASSERT_EQ(rows().size(), 3);
   EXPECT_EQ(openMenu(1), nullptr);
 }
 
-TEST_F(BrewSidebarTest, ShowsOnlyTheHeaderOfWhatIsOutdated) {
+TEST_F(BrewSidebarTest, ShowsOnlyTheHeaderOfOutdatedPackages) {
   showIdle();
   choose(1);
   EXPECT_EQ(rows(), words({"Updates Available"}));
 }
 
-TEST_F(BrewSidebarTest, AsksForASearchWhereTheFieldIsEmpty) {
+TEST_F(BrewSidebarTest, PromptsForASearchIfTheFieldIsEmpty) {
   showIdle();
   choose(2);
   auto* placeholder = part<QWidget>("searchPlaceholder");
@@ -98,14 +98,14 @@ TEST_F(BrewSidebarTest, ClearsTheResultsWithTheField) {
   EXPECT_TRUE(manager->searchResults().empty());
 }
 
-TEST_F(BrewSidebarTest, StartsNoSearchForWhatIsTypedElsewhere) {
+TEST_F(BrewSidebarTest, StartsNoSearchForTextTypedInAnotherSegment) {
   showIdle();
   type("foo");
   choose(1);
   type("bar");
   choose(2);
   test::runLoopFor(std::chrono::milliseconds(100));
-  EXPECT_TRUE(calls().empty()) << "not even when the segment is chosen";
+  EXPECT_TRUE(calls().empty()) << "not even when the segment is selected";
   EXPECT_EQ(rows(), words({"Results"}));
   type("!");
   EXPECT_TRUE(test::waitFor([&] { return calls() == std::vector<std::string>{"[search][foobar!]"}; }));
@@ -124,10 +124,10 @@ TEST_F(BrewSidebarTest, InstallsAResultFromItsMenu) {
   QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(menu->actions().front()).center());
   EXPECT_TRUE(
       test::waitFor([&] { return std::ranges::count(calls(), "[install][--cask][homebrew/cask/foo-app]") == 1; }));
-  EXPECT_TRUE(test::waitFor([&] { return calls().size() == 4; })) << "and everything is loaded anew";
+  EXPECT_TRUE(test::waitFor([&] { return calls().size() == 4; })) << "and everything is reloaded";
 }
 
-TEST_F(BrewSidebarTest, AsksForInformationWithoutAnEffect) {
+TEST_F(BrewSidebarTest, RequestsInformationWithoutShowingIt) {
   write("search.txt", "foo\n");
   showIdle();
   choose(2);
@@ -144,7 +144,7 @@ TEST_F(BrewSidebarTest, AsksForInformationWithoutAnEffect) {
   EXPECT_EQ(manager->status(), QStringLiteral("Found 1 results"));
 }
 
-TEST_F(BrewSidebarTest, IsWalkedThroughByTheKeyboard) {
+TEST_F(BrewSidebarTest, CanBeUsedWithTheKeyboardAlone) {
   write("search.txt", "foo\nbar\n");
   showIdle();
   choose(2);
@@ -168,7 +168,7 @@ TEST_F(BrewSidebarTest, IsWalkedThroughByTheKeyboard) {
   EXPECT_TRUE(test::waitFor([&] { return std::ranges::count(calls(), "[install][bar]") == 1; }));
 }
 
-TEST_F(BrewSidebarTest, RefreshesByItsButton) {
+TEST_F(BrewSidebarTest, RefreshesOnAClickOnItsButton) {
   showIdle();
   QTest::mouseClick(part<QToolButton>("refresh"), Qt::LeftButton);
   EXPECT_TRUE(test::waitFor([&] { return calls().size() == 3; }));
@@ -185,13 +185,17 @@ TEST_F(BrewSidebarTest, ShowsFiveThousandResultsAtOnce) {
   choose(2);
   type("p");
   ASSERT_TRUE(test::waitFor([&] { return list()->model()->rowCount() == 5001; }));
-  EXPECT_TRUE(list()->model()->index(4000, 0).data(Qt::ToolTipRole).toString().contains(
-      QStringLiteral("package-with-a-rather-long-name")));
+  EXPECT_TRUE(list()
+                  ->model()
+                  ->index(4000, 0)
+                  .data(Qt::ToolTipRole)
+                  .toString()
+                  .contains(QStringLiteral("package-with-a-rather-long-name")));
   list()->scrollToBottom();
   EXPECT_TRUE(list()->viewport()->rect().intersects(list()->visualRect(list()->model()->index(5000, 0))));
 }
 
-TEST_F(BrewSidebarTest, KeepsItsPlaceInTheListThroughARefresh) {
+TEST_F(BrewSidebarTest, KeepsItsScrollPositionThroughARefresh) {
   std::string text;
   for (int i = 0; i < 50; ++i) {
     text += "formula" + std::to_string(i) + "\n";
@@ -205,7 +209,7 @@ TEST_F(BrewSidebarTest, KeepsItsPlaceInTheListThroughARefresh) {
   EXPECT_EQ(list()->verticalScrollBar()->value(), 300);
 }
 
-TEST_F(BrewSidebarTest, ComesAndGoesAHundredTimesWhileCommandsRun) {
+TEST_F(BrewSidebarTest, CanBeCreatedAndDestroyedAHundredTimesWhileCommandsRun) {
   write("list-formula.txt", "wget\njq\n");
   write("search.txt", "foo\n");
   qputenv("FAKEBREW_MODE_list", "slow");
@@ -223,7 +227,7 @@ TEST_F(BrewSidebarTest, ComesAndGoesAHundredTimesWhileCommandsRun) {
   EXPECT_EQ(rows().size(), 4);
 }
 
-TEST_F(BrewSidebarTest, MayGoWhileItsManagerGoesOn) {
+TEST_F(BrewSidebarTest, MayBeDestroyedBeforeItsManager) {
   write("list-formula.txt", "wget\n");
   makeManager();
   show();
@@ -232,7 +236,7 @@ TEST_F(BrewSidebarTest, MayGoWhileItsManagerGoesOn) {
   EXPECT_EQ(manager->installedFormulae().size(), 1U);
 }
 
-// The colour of most of an icon.
+// The predominant colour of an icon.
 QColor iconColor(QListView& list, int row) {
   const QImage picture = list.viewport()->grab().toImage();
   const double ratio = picture.devicePixelRatioF();
@@ -262,7 +266,7 @@ TEST_F(BrewSidebarTest, DrawsFormulaeInBlueAndCasksInGreen) {
   EXPECT_TRUE(isGreen(iconColor(*list(), 2)));
 }
 
-// The brightest and the darkest of what a widget shows.
+// The brightest and the darkest pixel of a widget.
 std::pair<int, int> brightness(QWidget& widget) {
   const QImage picture = widget.grab().toImage();
   std::pair<int, int> range{255, 0};
@@ -275,21 +279,21 @@ std::pair<int, int> brightness(QWidget& widget) {
   return range;
 }
 
-TEST_F(BrewSidebarTest, DrawsItsSymbolsInThePaletteOfTheMoment) {
+TEST_F(BrewSidebarTest, DrawsItsSymbolsInTheCurrentPalette) {
   showIdle();
   choose(2);
   auto* placeholder = part<QWidget>("searchPlaceholder");
   auto* symbol = placeholder->findChild<SymbolView*>();
   ASSERT_NE(symbol, nullptr);
   const auto [darkest, brightest] = brightness(*symbol);
-  EXPECT_GT(brightest - darkest, 60) << "it is seen on a light background";
+  EXPECT_GT(brightest - darkest, 60) << "visible on a light background";
   sidebar->setPalette(test::darkPalette());
   const auto [darkestOnDark, brightestOnDark] = brightness(*symbol);
   EXPECT_LT(darkestOnDark, 80);
   EXPECT_GT(brightestOnDark - darkestOnDark, 60) << "and on a dark one";
 }
 
-TEST_F(BrewSidebarTest, SearchesForWhatIsTypedWithTheBlanksAroundIt) {
+TEST_F(BrewSidebarTest, DoesNotTrimWhatIsTyped) {
   showIdle();
   choose(2);
   type(" x ");

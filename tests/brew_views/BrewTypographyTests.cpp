@@ -27,7 +27,7 @@ QImage rowOf(const char* name, const char* description, const char* version) {
   return picture;
 }
 
-// Where the texts of a row have their ink, each found by leaving it out.
+// Where each text of a row is drawn, found by leaving it out.
 struct Ink {
   QImage row;
   QRect name;
@@ -43,7 +43,7 @@ Ink inkOf(const char* text) {
           .version = differenceOf(row, rowOf(text, text, " "))};
 }
 
-// The strongest colour of a dark text on its light ground. Smoothed edges are lighter.
+// The darkest colour of dark text on a light background. Antialiased edges are lighter.
 int darkestIn(const QImage& picture, const QRect& rect) {
   int darkest = 255;
   for (int y = rect.top(); y <= rect.bottom(); ++y) {
@@ -58,9 +58,9 @@ int secondaryLightness() {
   return ControlColors(QPalette()).secondary.lightness();
 }
 
-TEST(BrewTypography, NamesAreMonospacedInTheSizeOfTheBody) {
+TEST(BrewTypography, NamesAreMonospacedInBodySize) {
   if (!QFontInfo(QFontDatabase::systemFont(QFontDatabase::FixedFont)).fixedPitch()) {
-    GTEST_SKIP() << "this system has no font of fixed pitch";
+    GTEST_SKIP() << "this system has no fixed-pitch font";
   }
   EXPECT_EQ(inkOf("iiiiiiii|").name.right(), inkOf("WWWWWWWW|").name.right());
   QFont expected = QFontDatabase::systemFont(QFontDatabase::FixedFont);
@@ -112,7 +112,8 @@ TEST_F(BrewSidebarTypography, TheStatusIsACaptionInTheSecondaryColour) {
   EXPECT_EQ(status->font().weight(), QFont::Normal);
   const QImage picture = seen(*status);
   EXPECT_GE(darkestIn(picture, picture.rect()), secondaryLightness() - 1);
-  EXPECT_LT(darkestIn(picture, picture.rect()), QPalette().color(QPalette::AlternateBase).lightness()) << "it is there";
+  EXPECT_LT(darkestIn(picture, picture.rect()), QPalette().color(QPalette::AlternateBase).lightness())
+      << "there is a text";
 }
 
 }  // namespace

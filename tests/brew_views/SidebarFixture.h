@@ -12,7 +12,7 @@
 
 namespace zolt::test {
 
-/// A sidebar in a window of its own, over a manager of the test's.
+/// A sidebar in its own window, with a manager that belongs to the test.
 class SidebarTest : public BrewTest {
  protected:
   void show() {

@@ -14,27 +14,28 @@
 
 namespace zolt::test {
 
-/// How far each pixel of a picture is from its ground, the pixel at its corner: 0 to 1, the farthest. Row by row.
+/// The contrast of each pixel with the background, which is the pixel in the corner: 0 to 1 for the strongest. Row by
+/// row.
 inline std::vector<double> inkOf(const QImage& picture) {
   const QRgb ground = picture.pixel(0, 0);
   std::vector<double> ink;
-  double most = 1;
+  double maximum = 1;
   for (int y = 0; y < picture.height(); ++y) {
     for (int x = 0; x < picture.width(); ++x) {
       const QRgb pixel = picture.pixel(x, y);
       const int distance = std::abs(qRed(pixel) - qRed(ground)) + std::abs(qGreen(pixel) - qGreen(ground)) +
                            std::abs(qBlue(pixel) - qBlue(ground));
       ink.push_back(distance);
-      most = std::max(most, ink.back());
+      maximum = std::max(maximum, ink.back());
     }
   }
   for (double& each : ink) {
-    each /= most;
+    each /= maximum;
   }
   return ink;
 }
 
-/// The name of the symbol that a picture of one, in whatever colour, is most like.
+/// The name of the symbol that a picture of one, in any colour, resembles most.
 inline QString symbolMostLike(const QImage& picture) {
   const std::vector<double> ink = inkOf(picture);
   QString best;
@@ -58,14 +59,15 @@ inline QString symbolMostLike(const QImage& picture) {
   return best;
 }
 
-/// The colour of a picture that differs most from its ground, the pixel at its corner.
+/// The colour in a picture that differs most from the background, which is the pixel in the corner.
 inline QColor inkColor(const QImage& picture) {
   const std::vector<double> ink = inkOf(picture);
-  const auto most = std::max_element(ink.begin(), ink.end()) - ink.begin();
-  return picture.pixelColor(static_cast<int>(most) % picture.width(), static_cast<int>(most) / picture.width());
+  const auto strongest = std::max_element(ink.begin(), ink.end()) - ink.begin();
+  return picture.pixelColor(static_cast<int>(strongest) % picture.width(),
+                            static_cast<int>(strongest) / picture.width());
 }
 
-/// The smallest rectangle around all pixels in which two pictures of one size differ; empty when they do not.
+/// The bounding rectangle of the pixels in which two pictures of the same size differ; empty if they are equal.
 inline QRect differenceOf(const QImage& one, const QImage& other) {
   QRect difference;
   for (int y = 0; y < one.height(); ++y) {

@@ -1,5 +1,5 @@
-// Makes a picture of the Homebrew sidebar: showsidebar TAB TEXT light|dark BREW FILE.png
-// TAB is the segment's index, TEXT what is typed into its field there, BREW the tool to run.
+// Saves a picture of the Homebrew sidebar: showsidebar TAB TEXT light|dark BREW FILE.png TAB is the segment's index,
+// TEXT is typed into its field, BREW is the brew to run.
 #include <QApplication>
 #include <QTest>
 #include <cstdio>
@@ -23,8 +23,7 @@ int main(int argc, char** argv) {
   QTest::mouseClick(sidebar.findChild<zolt::SegmentedPicker*>()->segment(QByteArray(argv[1]).toInt()), Qt::LeftButton);
   const auto isAtRest = [&] {
     zolt::test::runLoopFor(std::chrono::milliseconds(100));
-    const bool atRest =
-        zolt::test::waitFor([&] { return zolt::test::brewCommands().empty() && !manager.isLoading(); });
+    const bool atRest = zolt::test::waitFor([&] { return zolt::test::brewCommands().empty() && !manager.isLoading(); });
     zolt::test::runLoopFor(std::chrono::milliseconds(200));
     return atRest;
   };

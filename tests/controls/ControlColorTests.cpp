@@ -28,7 +28,7 @@ std::vector<QPalette> palettes() {
           paletteOf(QColor(0x24, 0x24, 0x24), QColor(0x30, 0x30, 0x30), Qt::white, QColor(0xE9, 0x54, 0x20))};
 }
 
-TEST(ControlColors, KnowTheContrastsOfTheStandard) {
+TEST(ControlColors, ComputeContrastsAsTheStandardDoes) {
   EXPECT_NEAR(contrastRatio(Qt::black, Qt::white), 21, 0.01);
   EXPECT_NEAR(contrastRatio(Qt::white, Qt::white), 1, 0.001);
   EXPECT_NEAR(contrastRatio(QColor(0x76, 0x76, 0x76), Qt::white), 4.54, 0.01);
@@ -52,14 +52,14 @@ TEST(ControlColors, AreReadableOnLightAndDarkPalettesAlike) {
   }
 }
 
-TEST(ControlColors, ShowTheSecondaryBetweenTheTextAndItsBackground) {
+TEST(ControlColors, PutTheSecondaryColourBetweenTheTextAndItsBackground) {
   for (const QPalette& palette : palettes()) {
     const ControlColors colors(palette);
     EXPECT_LT(contrastRatio(colors.secondary, colors.card), contrastRatio(colors.text, colors.card));
   }
 }
 
-TEST(ControlColors, KeepTheRedOfAButtonRed) {
+TEST(ControlColors, KeepDestructiveButtonsRed) {
   for (const QPalette& palette : palettes()) {
     const QColor red = ControlColors(palette).destructive;
     EXPECT_GT(red.red(), 150);
@@ -68,7 +68,7 @@ TEST(ControlColors, KeepTheRedOfAButtonRed) {
   }
 }
 
-TEST(ControlColors, MoveAColourOnlyAsFarAsItTakes) {
+TEST(ControlColors, BlendAColourOnlyAsFarAsNeeded) {
   EXPECT_EQ(readable(Qt::darkBlue, {Qt::white}, Qt::black), QColor(Qt::darkBlue));
   const QColor moved = readable(QColor(0xAA, 0xAA, 0xAA), {Qt::white}, Qt::black);
   EXPECT_GE(contrastRatio(moved, Qt::white), 4.5);

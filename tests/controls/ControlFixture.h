@@ -14,7 +14,7 @@
 
 namespace zolt::test {
 
-/// A mouse click where the user's would go: at a place of the window, whatever is there.
+/// A mouse click at a position in the window, delivered to whatever is there, as a user's would be.
 inline void clickAt(QWidget& widget, QPoint place) {
   QWidget* window = widget.window();
   QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, widget.mapTo(window, place));
@@ -23,7 +23,7 @@ inline void click(QWidget& widget) {
   clickAt(widget, widget.rect().center());
 }
 
-/// A key where the user's would go: to the widget that has the focus.
+/// A key press, delivered to the widget with the focus, as a user's would be.
 inline void press(QWidget& window, int key, Qt::KeyboardModifiers modifiers = {}) {
   QTest::keyClick(window.windowHandle(), static_cast<Qt::Key>(key), modifiers);
 }
@@ -34,12 +34,12 @@ inline void shown(QWidget& widget) {
   ASSERT_TRUE(QTest::qWaitForWindowActive(&widget));
 }
 
-/// What a screen reader does to a button.
+/// The action of a screen reader on a button.
 inline void act(QAbstractButton& button, const QString& action) {
   QAccessible::queryAccessibleInterface(&button)->actionInterface()->doAction(action);
 }
 
-/// The highest contrast with `background` of any pixel: that of a text's colour, where the picture shows a text.
+/// The highest contrast of any pixel with `background`; in a picture of text, the contrast of the text colour.
 inline double strongestContrast(const QImage& image, const QColor& background) {
   double strongest = 1;
   for (int y = 0; y < image.height(); ++y) {

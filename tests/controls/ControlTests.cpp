@@ -1,4 +1,4 @@
-// The switch and the segmented picker, alone in a window.
+// The switch and the segmented picker, each alone in a window.
 #include <QHBoxLayout>
 #include <QSignalSpy>
 
@@ -39,7 +39,7 @@ class SwitchTest : public testing::Test {
     return *control;
   }
   QAccessible::State stateOf(Switch& control) { return QAccessible::queryAccessibleInterface(&control)->state(); }
-  // The colour in the middle of the track's end where the knob of a switch that is on lies.
+  // The colour at the centre of the knob's position when the switch is on.
   static QColor onEnd(Switch& control) {
     return control.grab().toImage().pixelColor(control.width() - 14, control.height() / 2);
   }
@@ -61,7 +61,7 @@ TEST_F(SwitchTest, IsToggledByAClickBySpaceAndByAScreenReader) {
   EXPECT_EQ(toggled.count(), 3);
 }
 
-TEST_F(SwitchTest, FixedIsMovedByNothingThatTheUserDoes) {
+TEST_F(SwitchTest, FixedIgnoresEverythingThatTheUserDoes) {
   Switch& control = add(Switch::Kind::Fixed);
   for (const bool isOn : {false, true}) {
     control.setChecked(isOn);
@@ -83,7 +83,7 @@ TEST_F(SwitchTest, FixedLooksAndIsEnabled) {
   EXPECT_EQ(control.grab().toImage(), movable->grab().toImage());
 }
 
-TEST_F(SwitchTest, IsACheckBoxToAScreenReader) {
+TEST_F(SwitchTest, IsACheckBoxForScreenReaders) {
   Switch& control = add(Switch::Kind::Movable);
   const QAccessibleInterface* reader = QAccessible::queryAccessibleInterface(&control);
   EXPECT_EQ(reader->role(), QAccessible::CheckBox);
@@ -95,11 +95,11 @@ TEST_F(SwitchTest, IsACheckBoxToAScreenReader) {
   EXPECT_TRUE(stateOf(control).focusable);
 }
 
-TEST_F(SwitchTest, FixedIsReadOnlyToAScreenReader) {
+TEST_F(SwitchTest, FixedIsReadOnlyForScreenReaders) {
   EXPECT_TRUE(stateOf(add(Switch::Kind::Fixed)).readOnly);
 }
 
-TEST_F(SwitchTest, DisabledIsMovedByNothingAndLooksFainter) {
+TEST_F(SwitchTest, DisabledIgnoresTheUserAndLooksFainter) {
   Switch& control = add(Switch::Kind::Movable);
   control.setChecked(true);
   test::runLoopFor(std::chrono::milliseconds(200));
@@ -122,7 +122,7 @@ TEST_F(SwitchTest, MovesItsKnobAndFillsItsTrackWithTheAccent) {
   EXPECT_TRUE(test::waitFor([&] { return offEnd(control) == QColor(Qt::white); }));
 }
 
-TEST_F(SwitchTest, RestsWhenItIsSetToWhatItIs) {
+TEST_F(SwitchTest, DoesNotMoveWhenSetToItsCurrentValue) {
   Switch& control = add(Switch::Kind::Movable);
   const QImage before = control.grab().toImage();
   control.setChecked(false);
@@ -137,7 +137,7 @@ TEST_F(SwitchTest, FollowsThePalette) {
   EXPECT_EQ(offEnd(control), test::darkPalette().color(QPalette::Highlight));
 }
 
-TEST_F(SwitchTest, ShowsAFocusRingOnlyForFocusByKeyboard) {
+TEST_F(SwitchTest, ShowsAFocusRingOnlyForKeyboardFocus) {
   Switch& control = add(Switch::Kind::Fixed);
   control.clearFocus();
   const QImage without = control.grab().toImage();
@@ -173,7 +173,7 @@ TEST_F(SegmentedPickerTest, IsPickedByAClickOnASegment) {
   EXPECT_EQ(picked.at(0).at(0), 2);
 }
 
-TEST_F(SegmentedPickerTest, ShowsAChoiceWithoutTellingOfIt) {
+TEST_F(SegmentedPickerTest, ShowsASelectionWithoutEmittingASignal) {
   QSignalSpy picked(picker, &SegmentedPicker::picked);
   picker->setCurrentIndex(1);
   EXPECT_EQ(picker->currentIndex(), 1);
@@ -183,7 +183,7 @@ TEST_F(SegmentedPickerTest, ShowsAChoiceWithoutTellingOfIt) {
   EXPECT_EQ(picked.count(), 1);
 }
 
-TEST_F(SegmentedPickerTest, ArrowKeysMoveTheChoiceAndTheFocus) {
+TEST_F(SegmentedPickerTest, ArrowKeysMoveTheSelectionAndTheFocus) {
   QSignalSpy picked(picker, &SegmentedPicker::picked);
   picker->segment(0)->setFocus(Qt::TabFocusReason);
   test::press(window, Qt::Key_Right);
@@ -197,7 +197,7 @@ TEST_F(SegmentedPickerTest, ArrowKeysMoveTheChoiceAndTheFocus) {
   EXPECT_EQ(picked.count(), 3);
 }
 
-TEST_F(SegmentedPickerTest, IsOneStopOfTheTabKey) {
+TEST_F(SegmentedPickerTest, IsOneTabStop) {
   QWidget before(&window);
   before.setFocusPolicy(Qt::StrongFocus);
   before.show();
@@ -210,7 +210,7 @@ TEST_F(SegmentedPickerTest, IsOneStopOfTheTabKey) {
   EXPECT_FALSE(picker->isAncestorOf(window.focusWidget()));
 }
 
-TEST_F(SegmentedPickerTest, IsAGroupOfNamedRadioButtonsToAScreenReader) {
+TEST_F(SegmentedPickerTest, IsAGroupOfNamedRadioButtonsForScreenReaders) {
   EXPECT_EQ(QAccessible::queryAccessibleInterface(picker)->role(), QAccessible::Grouping);
   QAccessibleInterface* second = QAccessible::queryAccessibleInterface(picker->segment(1));
   EXPECT_EQ(second->role(), QAccessible::RadioButton);
@@ -221,7 +221,7 @@ TEST_F(SegmentedPickerTest, IsAGroupOfNamedRadioButtonsToAScreenReader) {
   EXPECT_TRUE(second->state().checked);
 }
 
-TEST_F(SegmentedPickerTest, RaisesTheChosenSegment) {
+TEST_F(SegmentedPickerTest, RaisesTheSelectedSegment) {
   const auto middle = [&](int index) {
     return picker->segment(index)->grab().toImage().pixelColor(10, picker->height() / 2);
   };

@@ -26,7 +26,7 @@ int rowsOfInk(const QImage& image) {
   return rows;
 }
 
-TEST(Hairline, IsAsThickAtEveryPlaceWhateverTheScale) {
+TEST(Hairline, IsEquallyThickEverywhereAtAnyScale) {
   for (const double scale : {1.0, 1.25, 1.5, 1.75, 2.0, 3.0}) {
     for (int y = 0; y < 12; ++y) {
       QImage image((QSizeF(20, 20) * scale).toSize(), QImage::Format_RGB32);
@@ -41,7 +41,7 @@ TEST(Hairline, IsAsThickAtEveryPlaceWhateverTheScale) {
   }
 }
 
-// The leftmost column in which a control differs from the same one without a text.
+// The leftmost column in which a control differs from the same one without text.
 int firstInk(const QImage& with, const QImage& without) {
   for (int x = 0; x < with.width(); ++x) {
     for (int y = 0; y < with.height(); ++y) {
@@ -51,7 +51,7 @@ int firstInk(const QImage& with, const QImage& without) {
   return -1;
 }
 
-TEST(Controls, ThatShowATextInAColumnBeginItAtTheSamePlace) {
+TEST(Controls, InOneColumnAlignTheirTexts) {
   PopUpPicker picker;
   TextField field;
   picker.resize(picker.sizeHint());
@@ -65,7 +65,7 @@ TEST(Controls, ThatShowATextInAColumnBeginItAtTheSamePlace) {
   EXPECT_EQ(inPicker, firstInk(field.grab().toImage(), emptyField));
 }
 
-TEST(PopUpPickerList, IsAsWideAsWhatThePickerPaints) {
+TEST(PopUpPickerList, IsAsWideAsThePaintedPicker) {
   PopUpPicker picker;
   picker.addItems({QStringLiteral("One"), QStringLiteral("Two")});
   picker.resize(260, picker.sizeHint().height());
@@ -87,7 +87,7 @@ TEST(SecondaryLabel, IsPaintedInTheSecondaryColour) {
   EXPECT_LE(strongest, contrastRatio(colors.secondary, colors.window) + 0.05);
 }
 
-TEST(SecondaryLabel, TellsAnElidedTextInItsTooltipAndNoOther) {
+TEST(SecondaryLabel, ShowsOnlyElidedTextInATooltip) {
   SecondaryLabel label(QStringLiteral("A text that is long enough to be elided"));
   const auto hover = [&] {
     QToolTip::hideText();
@@ -103,7 +103,7 @@ TEST(SecondaryLabel, TellsAnElidedTextInItsTooltipAndNoOther) {
   QToolTip::hideText();
 }
 
-TEST(ToolTipText, HasNoLineWiderThanItMayBeAndLosesNothing) {
+TEST(ToolTipText, HasNoLineBeyondTheMaximumWidthAndLosesNothing) {
   const QFont font = QApplication::font();
   const QString word(200, QLatin1Char('w'));
   const QString text = QStringLiteral("some words, then ") + word;
@@ -119,7 +119,7 @@ TEST(ToolTipText, HasNoLineWiderThanItMayBeAndLosesNothing) {
   EXPECT_EQ(joined, QString(text).remove(QLatin1Char(' ')));
 }
 
-TEST(ToolTipText, ShowsMarkupAsItIsWritten) {
+TEST(ToolTipText, ShowsMarkupAsPlainText) {
   QTextDocument shown;
   shown.setHtml(toolTipText({QStringLiteral("<b>1 & 2</b>"), QStringLiteral("second")}, QApplication::font()));
   EXPECT_EQ(shown.toPlainText(), QStringLiteral("<b>1 & 2</b>\nsecond"));
@@ -166,7 +166,7 @@ class ThinScrollBarTest : public testing::Test {
   ThinScrollBar* bar = nullptr;
 };
 
-TEST_F(ThinScrollBarTest, OnAWindowShowsItsThumbWhileThereIsMoreToSee) {
+TEST_F(ThinScrollBarTest, OnAWindowShowsItsThumbWhileThereIsSomethingToScroll) {
   add(ThinScrollBar::Ground::Window);
   EXPECT_TRUE(isThumbSeen());
   EXPECT_EQ(window.grab().toImage().pixelColor(41, 100), window.palette().color(QPalette::Window));
@@ -182,7 +182,7 @@ TEST_F(ThinScrollBarTest, OnATerminalIsBlackAndShowsItsThumbOnlyWhileItIsUsed) {
   point(true);
   EXPECT_TRUE(isThumbSeen());
   point(false);
-  EXPECT_TRUE(isThumbSeen()) << "and for a moment longer";
+  EXPECT_TRUE(isThumbSeen()) << "and for a little longer";
   EXPECT_TRUE(test::waitFor([&] { return !isThumbSeen(); }));
   bar->flash();
   EXPECT_TRUE(isThumbSeen());
@@ -198,7 +198,7 @@ TEST_F(ThinScrollBarTest, IsStrongerUnderThePointer) {
   EXPECT_GT(contrastRatio(after, ground), contrastRatio(before, ground));
 }
 
-TEST_F(ThinScrollBarTest, MarksStretchesInProportionToItsHeight) {
+TEST_F(ThinScrollBarTest, MarksRangesInProportionToItsHeight) {
   add(ThinScrollBar::Ground::Terminal);
   bar->setRange(0, 0);
   bar->setMarks({{.begin = 0, .end = 0}, {.begin = 0.5, .end = 0.75}});

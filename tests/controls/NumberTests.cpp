@@ -1,4 +1,4 @@
-// What a number field reads, and what a slider can stand for.
+// How a number field reads its text, and which values a slider can represent.
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -14,7 +14,7 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
 
-TEST(WholeNumber, IsReadWithItsFractionRoundedHalvesToEven) {
+TEST(WholeNumber, RoundsItsFractionHalfToEven) {
   const std::pair<const char*, std::int64_t> cases[] = {
       {"0", 0},       {"5000", 5000}, {"-5", -5},    {"+5", 5},      {"007", 7},        {" 12 ", 12},
       {"12.7", 13},   {"12.5", 12},   {"13.5", 14},  {"12.51", 13},  {"12.4999", 12},   {"-12.5", -12},
@@ -66,7 +66,7 @@ TEST(SliderScale, HasExactValuesAtItsEndsAndSteps) {
   EXPECT_EQ(kFine.valueAt(10000), 1.0);
 }
 
-TEST(SliderScale, PutsWhatLiesOutsideAtTheNearerEnd) {
+TEST(SliderScale, ClampsValuesOutOfRange) {
   constexpr SliderScale kWhole{.partsOfOne = 1, .first = 8, .last = 72, .keyStep = 1};
   EXPECT_EQ(kWhole.positionOf(3.5), 8);
   EXPECT_EQ(kWhole.positionOf(-kInfinity), 8);

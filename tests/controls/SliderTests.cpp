@@ -39,7 +39,7 @@ class SliderTest : public testing::Test {
   QSignalSpy chosen{row, &SliderRow::chosen};
 };
 
-TEST_F(SliderTest, ShowsAValueWithoutTellingOfIt) {
+TEST_F(SliderTest, ShowsAValueWithoutEmittingASignal) {
   row->setValue(14);
   EXPECT_EQ(slider().value(), 14);
   EXPECT_EQ(row->valueText(), QStringLiteral("14pt"));
@@ -48,7 +48,7 @@ TEST_F(SliderTest, ShowsAValueWithoutTellingOfIt) {
   EXPECT_EQ(chosen.count(), 0);
 }
 
-TEST_F(SliderTest, ShowsAValueBeyondAnEndAtThatEndWithItsOwnText) {
+TEST_F(SliderTest, ShowsAValueOutOfRangeAtTheNearerEndWithItsOwnText) {
   row->setValue(100);
   EXPECT_EQ(slider().value(), 72);
   EXPECT_EQ(row->valueText(), QStringLiteral("100pt"));
@@ -60,7 +60,7 @@ TEST_F(SliderTest, ShowsAValueBeyondAnEndAtThatEndWithItsOwnText) {
   EXPECT_EQ(chosen.count(), 0);
 }
 
-TEST_F(SliderTest, IsDraggedToItsEnds) {
+TEST_F(SliderTest, CanBeDraggedToItsEnds) {
   row->setValue(14);
   drag(knob(), QPoint(slider().width() + 50, knob().y()));
   EXPECT_EQ(row->valueText(), QStringLiteral("72pt"));
@@ -70,7 +70,7 @@ TEST_F(SliderTest, IsDraggedToItsEnds) {
   EXPECT_EQ(chosen.last().at(0), 8.0);
 }
 
-TEST_F(SliderTest, AKnobHeldAtItsEdgeMovesByAsMuchAsTheMouse) {
+TEST_F(SliderTest, AKnobHeldAtItsEdgeMovesByTheMousesDistance) {
   row->setValue(40);
   const QPointF before = slider().knobCenter();
   drag(knob() + QPoint(6, 0), knob() + QPoint(56, 0));
@@ -87,7 +87,7 @@ class PaintCounter : public QObject {
   }
 };
 
-TEST_F(SliderTest, TheKnobIsTintedForAsLongAsItIsHeld) {
+TEST_F(SliderTest, TheKnobIsTintedWhileItIsHeld) {
   row->setValue(40);
   const auto knobColor = [&] { return slider().grab().toImage().pixelColor(knob()); };
   EXPECT_EQ(knobColor(), QColor(Qt::white));
@@ -112,7 +112,7 @@ TEST_F(SliderTest, AClickOnTheKnobChangesNothing) {
   EXPECT_EQ(chosen.count(), 0);
 }
 
-TEST_F(SliderTest, AClickBesideTheKnobBringsItThere) {
+TEST_F(SliderTest, AClickBesideTheKnobMovesItThere) {
   row->setValue(8);
   test::clickAt(slider(), slider().rect().center());
   EXPECT_EQ(chosen.last().at(0), 40.0);
@@ -132,7 +132,7 @@ TEST_F(SliderTest, KeysMoveItByStepsAndToTheEnds) {
   EXPECT_EQ(chosen.count(), 8);
 }
 
-TEST_F(SliderTest, AKeyAtTheEndBringsAValueFromBeyondItToTheEnd) {
+TEST_F(SliderTest, AKeyAtTheEndClampsAValueThatIsOutOfRange) {
   row->setValue(100);
   slider().setFocus();
   test::press(window, Qt::Key_End);
@@ -159,7 +159,7 @@ TEST_F(SliderTest, OtherMouseButtonsChangeNothing) {
   EXPECT_EQ(chosen.count(), 0);
 }
 
-TEST_F(SliderTest, IsSetByAScreenReader) {
+TEST_F(SliderTest, CanBeSetByAScreenReader) {
   row->setValue(14);
   QAccessibleInterface* reader = QAccessible::queryAccessibleInterface(&slider());
   reader->valueInterface()->setCurrentValue(20);

@@ -32,7 +32,7 @@ TEST(ChildProcessTerminate, EndsTheChild) {
   EXPECT_EQ(run.child().terminationReason(), Reason::Signal);
 }
 
-TEST(ChildProcessTerminate, DoesNothingBeforeTheLaunchAndAfterTheEnd) {
+TEST(ChildProcessTerminate, DoesNothingBeforeLaunchOrAfterExit) {
   ChildProcess never(testChild({"wait"}));
   never.terminate();
   never.killAfter(0ms);
@@ -43,7 +43,7 @@ TEST(ChildProcessTerminate, DoesNothingBeforeTheLaunchAndAfterTheEnd) {
   EXPECT_EQ(run.child().terminationStatus(), 4);
 }
 
-TEST(ChildProcessKillAfter, KillsADeafChildAfterTheGrace) {
+TEST(ChildProcessKillAfter, KillsADeafChildAfterTheGracePeriod) {
   ChildRun run(testChild({"deaf"}));
   EXPECT_TRUE(run.says("deaf\n"));
   const auto asked = Clock::now();
@@ -84,7 +84,7 @@ TEST(ChildProcessKillAfter, KillsTheProcessGroupOfASessionLeader) {
   }
 }
 
-TEST(ChildProcessGroup, StaysWithinReachUntilItIsReleased) {
+TEST(ChildProcessGroup, CanBeSignalledUntilItIsReleased) {
   auto pipe = makePipe();
   ASSERT_TRUE(pipe);
   ChildProcess::Request request = test::shellScript(std::string(ZOLT_TEST_CHILD) + " deaf & exit 3");
@@ -96,18 +96,18 @@ TEST(ChildProcessGroup, StaysWithinReachUntilItIsReleased) {
   leader.waitUntilExit();
   EXPECT_EQ(leader.terminationStatus(), 3);
   EXPECT_EQ(leader.terminationReason(), Reason::Exit);
-  EXPECT_TRUE(test::processExists(leader.pid())) << "not reaped: nobody else may get its number";
+  EXPECT_TRUE(test::processExists(leader.pid())) << "not reaped, so its PID is not reused";
   EXPECT_EQ(test::readAll(pipe.value().reader.get(), 5), "deaf\n");
   pipe.value().writer.reset();
   leader.sendSignalToGroup(SIGKILL);
-  EXPECT_EQ(test::readAll(pipe.value().reader.get()), "") << "the last one that held the pipe is gone";
+  EXPECT_EQ(test::readAll(pipe.value().reader.get()), "") << "the last process that held the pipe is gone";
   leader.release();
   EXPECT_FALSE(test::processExists(leader.pid()));
   leader.sendSignalToGroup(SIGKILL);
   leader.release();
 }
 
-TEST(ChildProcessGroup, IsGivenUpAtTheEndWhenItWasReleasedBefore) {
+TEST(ChildProcessGroup, IsGivenUpOnExitIfReleasedBefore) {
   ChildProcess::Request request = testChild({"wait"});
   request.group = ChildProcess::kOwnGroup;
   request.keepsGroup = true;
@@ -133,7 +133,7 @@ TEST(ChildProcessEndRemaining, KillsADeafChildWithoutTheMainLoop) {
   EXPECT_EQ(run.child().terminationStatus(), SIGKILL);
 }
 
-TEST(ChildProcessEndRemaining, LetsAChildThatIsEndingEnd) {
+TEST(ChildProcessEndRemaining, LetsAChildThatIsExitingFinish) {
   ChildRun run(testChild({"wait"}));
   EXPECT_TRUE(run.says("waiting\n"));
   run.child().terminate();
@@ -143,7 +143,7 @@ TEST(ChildProcessEndRemaining, LetsAChildThatIsEndingEnd) {
   EXPECT_EQ(run.child().terminationStatus(), SIGTERM);
 }
 
-TEST(ChildProcessEndRemaining, LeavesAChildThatNobodyAskedToEnd) {
+TEST(ChildProcessEndRemaining, LeavesAChildThatWasNotAskedToEndAlone) {
   ChildRun run(testChild({"wait"}));
   EXPECT_TRUE(run.says("waiting\n"));
   ChildProcess::endRemaining(1ms);

@@ -20,7 +20,7 @@ using test::outputOf;
 using test::shellScript;
 using test::testChild;
 
-// What the helper program prints on a pseudo-terminal that is its controlling terminal.
+// The helper program's output on a pseudo-terminal that is its controlling terminal.
 std::string outputOnTerminal(const std::string& mode) {
   auto terminal = openPseudoTerminal();
   if (!terminal) return terminal.reason();
@@ -40,7 +40,7 @@ TEST(ChildProcessDescriptors, AreTheThreeStandardStreams) {
   EXPECT_EQ(outputOf(testChild({"descriptors"})), "0\n1\n2\n");
 }
 
-TEST(ChildProcessDescriptors, AreNoMoreWhenManyOfOursAreOpenWithoutCloseOnExec) {
+TEST(ChildProcessDescriptors, DoNotIncludeOursThatLackCloseOnExec) {
   std::vector<Descriptor> ours;
   for (int i = 0; i < 100; ++i) {
     std::array<int, 2> ends{};
@@ -52,7 +52,7 @@ TEST(ChildProcessDescriptors, AreNoMoreWhenManyOfOursAreOpenWithoutCloseOnExec) 
   EXPECT_EQ(outputOnTerminal("descriptors"), "0\n1\n2\n");
 }
 
-TEST(ChildProcessDescriptors, AreNoMoreWhenSeveralThreadsOpenAndLaunch) {
+TEST(ChildProcessDescriptors, DoNotIncludeOursWhenSeveralThreadsOpenAndLaunch) {
   std::vector<std::thread> threads;
   std::array<std::string, 4> wrong;
   for (std::string& output : wrong) {
@@ -84,7 +84,7 @@ TEST(ChildProcessDescriptors, MayBeOurOwnStandardStreamsInAnotherOrder) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "out\n");
 }
 
-TEST(ChildProcessSignals, AreNeitherBlockedNorIgnoredThoughOursAre) {
+TEST(ChildProcessSignals, AreNeitherBlockedNorIgnoredEvenIfOursAre) {
   sigset_t blocked;
   sigset_t before;
   sigemptyset(&blocked);

@@ -22,7 +22,7 @@ using test::testChild;
 using test::waitFor;
 using Reason = ChildProcess::Reason;
 
-// Why the program at `path` cannot be launched; empty when it can.
+// The reason why the program at `path` cannot be launched; empty if it can.
 std::string launchError(const std::string& path) {
   ChildProcess child({.executable = path, .arguments = {}, .environment = {}});
   std::atomic<bool> called = false;
@@ -62,7 +62,7 @@ TEST(ChildProcessLaunch, DoesNotSearchThePath) {
   EXPECT_EQ(launchError("sh"), "No such file or directory");
 }
 
-TEST(ChildProcessLaunch, PassesTheArgumentsAsTheyAre) {
+TEST(ChildProcessLaunch, PassesTheArgumentsUnchanged) {
   EXPECT_EQ(outputOf(testChild({"echo", "two words", "", "$HOME *", "\xC3\xA9"})), "two words\n\n$HOME *\n\xC3\xA9\n");
 }
 
@@ -70,7 +70,7 @@ TEST(ChildProcessLaunch, GivesTheProgramItsPathAsItsName) {
   EXPECT_EQ(outputOf(shellScript("echo $0")), "/bin/sh\n");
 }
 
-TEST(ChildProcessStatus, IsTheExitStatusOfAProgramThatEnds) {
+TEST(ChildProcessStatus, IsTheExitStatusOfAProgramThatExits) {
   for (const int status : {0, 1, 7, 255}) {
     ChildRun run(testChild({"exit", std::to_string(status)}));
     ASSERT_TRUE(run.launched);
@@ -92,7 +92,7 @@ TEST(ChildProcessStatus, IsTheNumberOfTheSignalThatKilledTheChild) {
   }
 }
 
-TEST(ChildProcessStatus, TellsACrashFromAnExit) {
+TEST(ChildProcessStatus, DistinguishesACrashFromAnExit) {
   ChildRun run(testChild({"crash"}));
   EXPECT_TRUE(run.ends());
   EXPECT_EQ(run.child().terminationStatus(), SIGSEGV);
@@ -108,8 +108,8 @@ TEST(ChildProcessStatus, IsZeroWhileTheChildRuns) {
   EXPECT_TRUE(run.ends());
 }
 
-// Whoever started this program may have had it ignore SIGCHLD; the system then reaps children by itself.
-TEST(ChildProcessStatus, IsKnownThoughThisProgramWasStartedIgnoringItsChildren) {
+// This program may have inherited an ignored SIGCHLD; the system then reaps children by itself.
+TEST(ChildProcessStatus, IsKnownEvenIfSigchldWasIgnoredAtStartUp) {
   const auto previous = std::signal(SIGCHLD, SIG_IGN);
   ChildRun run(testChild({"exit", "7"}));
   EXPECT_TRUE(run.ends());
@@ -117,7 +117,7 @@ TEST(ChildProcessStatus, IsKnownThoughThisProgramWasStartedIgnoringItsChildren) 
   std::signal(SIGCHLD, previous);
 }
 
-TEST(ChildProcessTerminationHandler, RunsOnceOnABackgroundThreadAfterTheChildWasReaped) {
+TEST(ChildProcessTerminationHandler, RunsOnceOnABackgroundThreadAfterTheChildIsReaped) {
   ChildProcess child(testChild({"exit", "3"}));
   std::atomic<int> calls = 0;
   std::atomic<bool> elsewhere = false;
@@ -138,7 +138,7 @@ TEST(ChildProcessTerminationHandler, RunsOnceOnABackgroundThreadAfterTheChildWas
   EXPECT_EQ(calls, 1);
 }
 
-TEST(ChildProcessTerminationHandler, IsLetGoOfAfterItHasRun) {
+TEST(ChildProcessTerminationHandler, IsReleasedAfterItHasRun) {
   const auto held = std::make_shared<int>();
   ChildRun run(testChild({"exit", "0"}));
   ChildProcess child(testChild({"exit", "0"}));

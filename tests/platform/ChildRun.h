@@ -34,9 +34,9 @@ class ChildRun {
   Result<void> launched;
 
   ChildProcess& child() { return m_child; }
-  /// What the child prints, the next `size` bytes of it, or all until it ends.
+  /// The next `size` bytes of the child's output, or all of it until the child ends.
   std::string output(std::size_t size = std::string::npos) { return readAll(m_pipe.reader.get(), size); }
-  /// Whether the child prints `text` next.
+  /// Whether the child's next output is `text`.
   bool says(const std::string& text) { return output(text.size()) == text; }
   bool ends() {
     return waitFor([this] { return !m_child.isRunning(); });

@@ -13,7 +13,7 @@
 namespace zolt {
 namespace {
 
-// A folder of our own, and in it what the questions are about.
+// A temporary folder with the files to ask about.
 class Folder {
  public:
   std::string path(const std::string& name) const { return m_folder.path().toStdString() + "/" + name; }
@@ -64,7 +64,7 @@ TEST(IsExecutableFile, IsTrueForADirectoryWithExecutePermission) {
   EXPECT_TRUE(isExecutableFile(folder.folder("open", 0700)));
 }
 
-// To root every directory is open: asked as somebody else.
+// Root may enter every directory, so this is asked as another user.
 TEST(IsExecutableFile, IsFalseForADirectoryWithoutExecutePermission) {
   const auto askAsAnybody = [] {
     if (geteuid() == 0 && setuid(65534) != 0) _exit(2);

@@ -26,7 +26,7 @@ inline Pipe openPipe() {
   return std::move(pipe.value());
 }
 
-/// Bytes that show where in the stream they stand: any piece that is missing, doubled or misplaced changes them.
+/// Bytes that depend on their position in the stream, so that a missing, repeated or misplaced piece is noticed.
 inline std::string pattern(std::size_t size) {
   std::string bytes(size, '\0');
   std::uint32_t state = 1;
@@ -46,7 +46,7 @@ inline void writeAll(int descriptor, std::string_view data) {
   }
 }
 
-/// Reads, blocking, until `size` bytes are there or the end of file.
+/// Reads, blocking, up to `size` bytes or end of file.
 inline std::string readAll(int descriptor, std::size_t size = std::string::npos) {
   std::string content;
   std::string buffer(64 * 1024, '\0');
@@ -58,8 +58,8 @@ inline std::string readAll(int descriptor, std::size_t size = std::string::npos)
   return content;
 }
 
-/// Collects, in its readability handler, all that a handle gives, and keeps the buffers for as long as it is told to.
-/// Handle and collector may go in any order.
+/// Collects everything from a handle in its readability handler, and keeps the buffers for as long as it is told to.
+/// Handle and collector may be destroyed in any order.
 class Collector {
  public:
   explicit Collector(FileHandle& handle) {
@@ -119,8 +119,8 @@ class Collector {
   std::shared_ptr<State> m_state = std::make_shared<State>();
 };
 
-/// Sends the background reader round its loop `turns` times: whatever it had to do meanwhile has been done, and
-/// whatever it does over and over has been done often.
+/// Makes the background reader go round its loop `turns` times, so that pending work has been done, and anything that
+/// it repeats has been repeated often.
 inline void turnTheReader(int turns = 20) {
   Pipe pipe = openPipe();
   FileHandle reader(std::move(pipe.reader));
@@ -134,7 +134,7 @@ inline void turnTheReader(int turns = 20) {
   }
 }
 
-/// The number of descriptors that are open once the reader has let go of those of handles released before.
+/// The number of open descriptors, once the reader has closed those of handles that were released.
 inline std::size_t descriptorsAtRest() {
   Pipe pipe = openPipe();
   FileHandle reader(std::move(pipe.reader));

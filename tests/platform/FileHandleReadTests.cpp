@@ -20,7 +20,7 @@ using test::turnTheReader;
 using test::waitFor;
 using test::writeAll;
 
-// A pipe with a handle on its reading end.
+// A pipe with a handle on its read end.
 class FileHandleReading : public testing::Test {
  protected:
   void say(std::string_view data) { writeAll(pipe.writer.get(), data); }
@@ -36,27 +36,27 @@ TEST_F(FileHandleReading, CallsTheReadabilityHandlerOnABackgroundThread) {
   EXPECT_NE(collector.thread(), std::this_thread::get_id());
 }
 
-TEST_F(FileHandleReading, CallsTheHandlerForWhatWasThereBeforeIt) {
+TEST_F(FileHandleReading, CallsTheHandlerForBytesThatArrivedBeforeIt) {
   say("early");
   const Collector collector(*reader);
   EXPECT_TRUE(collector.receives("early"));
 }
 
-TEST_F(FileHandleReading, GivesEverythingThatIsAvailable) {
+TEST_F(FileHandleReading, ReturnsEverythingThatIsAvailable) {
   say("one ");
   say("two ");
   say("three");
   EXPECT_EQ(reader->availableData().view(), "one two three");
 }
 
-TEST_F(FileHandleReading, GivesNothingWhereNothingIsAvailable) {
+TEST_F(FileHandleReading, ReturnsNothingIfNothingIsAvailable) {
   EXPECT_TRUE(reader->availableData().empty());
   say("x");
   EXPECT_EQ(reader->availableData().view(), "x");
   EXPECT_TRUE(reader->availableData().empty());
 }
 
-TEST_F(FileHandleReading, GivesNoMoreThanTheReadLimitAtOnce) {
+TEST_F(FileHandleReading, ReturnsNoMoreThanTheReadLimitAtOnce) {
   const std::string sent = test::pattern(600 * 1024);
   if (fcntl(pipe.writer.get(), F_SETPIPE_SZ, 1024 * 1024) < 0) GTEST_SKIP() << "the pipe cannot be made large enough";
   say(sent);
@@ -76,7 +76,7 @@ TEST_F(FileHandleReading, DeliversTheLastBytesBeforeTheEndOfFile) {
   EXPECT_EQ(collector.content(), "last words");
 }
 
-TEST_F(FileHandleReading, CallsTheHandlerOnceWithNothingAtTheEndOfFileAndThenNoMore) {
+TEST_F(FileHandleReading, CallsTheHandlerOnceAtEndOfFileAndThenNoMore) {
   const Collector collector(*reader);
   pipe.writer.reset();
   EXPECT_TRUE(waitFor([&] { return collector.calls() == 1; }));
@@ -85,7 +85,7 @@ TEST_F(FileHandleReading, CallsTheHandlerOnceWithNothingAtTheEndOfFileAndThenNoM
   EXPECT_EQ(collector.emptyCalls(), 1);
 }
 
-TEST_F(FileHandleReading, TakesTheHangUpOfATerminalForTheEndOfFile) {
+TEST_F(FileHandleReading, TreatsATerminalsHangUpAsEndOfFile) {
   auto terminal = openPseudoTerminal();
   ASSERT_TRUE(terminal);
   FileHandle master(std::move(terminal.value().master));
@@ -99,7 +99,7 @@ TEST_F(FileHandleReading, TakesTheHangUpOfATerminalForTheEndOfFile) {
   EXPECT_EQ(collector.calls(), calls);
 }
 
-TEST_F(FileHandleReading, IsNotCalledAgainAfterTheEndOfFileWhileBytesWaitToBeWritten) {
+TEST_F(FileHandleReading, DoesNotCallTheHandlerAfterEndOfFileWhileBytesWaitToBeWritten) {
   int ends[2];
   ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends), 0);
   const Descriptor peer(ends[1]);
@@ -112,7 +112,7 @@ TEST_F(FileHandleReading, IsNotCalledAgainAfterTheEndOfFileWhileBytesWaitToBeWri
   EXPECT_EQ(collector.calls(), 1);
 }
 
-TEST_F(FileHandleReading, CallsARemovedHandlerNoMore) {
+TEST_F(FileHandleReading, NoLongerCallsARemovedHandler) {
   const Collector collector(*reader);
   say("seen");
   EXPECT_TRUE(collector.receives("seen"));
@@ -124,7 +124,7 @@ TEST_F(FileHandleReading, CallsARemovedHandlerNoMore) {
   EXPECT_EQ(collector.content(), "seen");
 }
 
-TEST_F(FileHandleReading, GivesANewHandlerWhatTheOldOneDidNotTake) {
+TEST_F(FileHandleReading, GivesANewHandlerWhatTheOldOneDidNotRead) {
   { const Collector unused(*reader); }
   reader->setReadabilityHandler(nullptr);
   say("kept");
@@ -132,7 +132,7 @@ TEST_F(FileHandleReading, GivesANewHandlerWhatTheOldOneDidNotTake) {
   EXPECT_TRUE(collector.receives("kept"));
 }
 
-TEST_F(FileHandleReading, NeverRunsARemovedHandlerHoweverCloseTheRemovalIs) {
+TEST_F(FileHandleReading, NeverRunsAHandlerOnceItsRemovalHasReturned) {
   for (int round = 0; round < 300; ++round) {
     auto alive = std::make_unique<std::atomic<int>>(0);
     reader->setReadabilityHandler(
@@ -140,7 +140,7 @@ TEST_F(FileHandleReading, NeverRunsARemovedHandlerHoweverCloseTheRemovalIs) {
     say("x");
     reader->setReadabilityHandler(nullptr);
     const int calls = *alive;
-    alive.reset();  // a handler that still ran would touch freed memory
+    alive.reset();  // a handler that was still running would touch freed memory
     EXPECT_LE(calls, 300);
   }
 }
@@ -182,7 +182,7 @@ TEST_F(FileHandleReading, IsDrainedWhenNothingWaitsToBeRead) {
   EXPECT_TRUE(reader->isDrained());
 }
 
-TEST_F(FileHandleReading, StopsReadingWhileTooMuchIsUnderWayAndGoesOnWhenItIsReleased) {
+TEST_F(FileHandleReading, PausesWhileTooMuchIsInFlightAndResumesOnceItIsReleased) {
   const std::string sent = test::pattern(12 * 1024 * 1024);
   Collector collector(*reader);
   collector.keepBuffers();
@@ -201,7 +201,7 @@ TEST_F(FileHandleReading, StopsReadingWhileTooMuchIsUnderWayAndGoesOnWhenItIsRel
   program.join();
 }
 
-TEST(FileHandleLimit, HoldsAlsoWhenTheOtherEndHangsUp) {
+TEST(FileHandleLimit, HoldsEvenIfTheOtherEndHangsUp) {
   auto terminal = openPseudoTerminal();
   ASSERT_TRUE(terminal);
   termios raw{};

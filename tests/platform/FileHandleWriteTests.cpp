@@ -19,25 +19,25 @@ using test::waitFor;
 
 constexpr std::size_t kMiB = 1024 * 1024;
 
-// A pipe with a handle on its writing end.
+// A pipe with a handle on its write end.
 class FileHandleWriting : public testing::Test {
  protected:
   Pipe pipe = openPipe();
   std::unique_ptr<FileHandle> writer = std::make_unique<FileHandle>(std::move(pipe.writer));
 };
 
-TEST_F(FileHandleWriting, WritesAtOnceWhatTheSystemTakes) {
+TEST_F(FileHandleWriting, WritesWhatTheSystemAcceptsAtOnce) {
   EXPECT_TRUE(writer->write("hello"));
   EXPECT_EQ(readAll(pipe.reader.get(), 5), "hello");
 }
 
-TEST_F(FileHandleWriting, WritesNothingForNothing) {
+TEST_F(FileHandleWriting, WritesNothingForEmptyData) {
   EXPECT_TRUE(writer->write(""));
   writer.reset();
   EXPECT_EQ(readAll(pipe.reader.get()), "");
 }
 
-TEST_F(FileHandleWriting, ReturnsWhileNobodyReadsAndDeliversEverythingInOrderLater) {
+TEST_F(FileHandleWriting, ReturnsWithoutAReaderAndDeliversEverythingInOrderLater) {
   const std::string sent = pattern(8 * kMiB);
   // Nobody reads yet: a write that waited for a reader would never return.
   EXPECT_TRUE(writer->write(sent));
@@ -64,7 +64,7 @@ TEST_F(FileHandleWriting, KeepsTheOrderWhileTheReaderReads) {
   EXPECT_EQ(received, sent);
 }
 
-TEST_F(FileHandleWriting, RefusesWhatIsPastTheLimitAndDeliversTheRest) {
+TEST_F(FileHandleWriting, RefusesBytesBeyondTheLimitAndDeliversTheRest) {
   const std::string sent = pattern(FileHandle::writeLimitBytes + 1000);
   const auto written = writer->write(sent);
   ASSERT_FALSE(written);
@@ -75,13 +75,13 @@ TEST_F(FileHandleWriting, RefusesWhatIsPastTheLimitAndDeliversTheRest) {
 
 TEST_F(FileHandleWriting, AcceptsMoreOnceTheReaderHasReadSome) {
   EXPECT_FALSE(writer->write(std::string(FileHandle::writeLimitBytes + 1, 'a')));
-  // What is waiting now is short of the limit by what the pipe itself has taken.
+  // The pipe itself has accepted some, so less than the limit is waiting now.
   EXPECT_FALSE(writer->write(std::string(kMiB, 'b')));
   EXPECT_EQ(readAll(pipe.reader.get(), 4 * kMiB), std::string(4 * kMiB, 'a'));
   EXPECT_TRUE(waitFor([&] { return static_cast<bool>(writer->write("c")); }));
 }
 
-TEST_F(FileHandleWriting, FailsWithAReasonWhenTheReaderHasGone) {
+TEST_F(FileHandleWriting, FailsWithAReasonIfTheReaderIsGone) {
   pipe.reader.reset();
   const auto written = writer->write("lost");
   ASSERT_FALSE(written);
@@ -89,7 +89,7 @@ TEST_F(FileHandleWriting, FailsWithAReasonWhenTheReaderHasGone) {
   EXPECT_FALSE(writer->write("lost as well"));
 }
 
-TEST_F(FileHandleWriting, ReportsOnABackgroundThreadWhatCouldNotBeWrittenLater) {
+TEST_F(FileHandleWriting, ReportsALaterFailureOnABackgroundThread) {
   std::mutex mutex;
   std::string reason;
   std::thread::id thread;
@@ -110,7 +110,7 @@ TEST_F(FileHandleWriting, ReportsOnABackgroundThreadWhatCouldNotBeWrittenLater) 
   EXPECT_NE(thread, std::this_thread::get_id());
 }
 
-TEST_F(FileHandleWriting, LosesWhatWaitsWhenItIsReleased) {
+TEST_F(FileHandleWriting, DropsPendingBytesWhenReleased) {
   EXPECT_TRUE(writer->write(pattern(kMiB)));
   writer.reset();
   const std::string received = readAll(pipe.reader.get());
@@ -118,7 +118,7 @@ TEST_F(FileHandleWriting, LosesWhatWaitsWhenItIsReleased) {
   EXPECT_EQ(received, pattern(kMiB).substr(0, received.size()));
 }
 
-TEST_F(FileHandleWriting, NamesItsDescriptor) {
+TEST_F(FileHandleWriting, ReturnsItsDescriptor) {
   EXPECT_GE(writer->descriptor(), 0);
   EXPECT_EQ(write(writer->descriptor(), "direct", 6), 6);
   EXPECT_EQ(readAll(pipe.reader.get(), 6), "direct");

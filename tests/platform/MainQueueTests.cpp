@@ -22,14 +22,14 @@ using Clock = std::chrono::steady_clock;
 using test::runLoopFor;
 using test::waitFor;
 
-// Runs the loop until everything that has been submitted so far has had its turn.
+// Runs the loop until everything submitted so far has run.
 void drainMainQueue() {
   bool reached = false;
   MainQueue::async([&] { reached = true; });
   ASSERT_TRUE(waitFor([&] { return reached; }));
 }
 
-TEST(MainQueue, RunsTasksInTheOrderOfTheirSubmission) {
+TEST(MainQueue, RunsTasksInTheOrderOfSubmission) {
   std::vector<int> order;
   std::vector<int> expected;
   for (int i = 0; i < 1000; ++i) {
@@ -41,7 +41,7 @@ TEST(MainQueue, RunsTasksInTheOrderOfTheirSubmission) {
   EXPECT_EQ(order, expected);
 }
 
-TEST(MainQueue, RunsTasksOfOtherThreadsOnTheMainThreadInTheirOrder) {
+TEST(MainQueue, RunsTasksFromOtherThreadsOnTheMainThreadInOrder) {
   constexpr int kThreads = 4;
   constexpr int kTasks = 2000;
   std::vector<std::vector<int>> orders(kThreads);
@@ -94,7 +94,7 @@ TEST(MainQueue, RunsATaskWhoseOwnerLives) {
   EXPECT_TRUE(ran);
 }
 
-TEST(MainQueue, DropsATaskWhoseOwnerIsGoneAtItsSubmission) {
+TEST(MainQueue, DropsATaskWhoseOwnerIsGoneBeforeSubmission) {
   auto owner = std::make_unique<QObject>();
   const MainQueue::Owner weak(owner.get());
   owner.reset();
@@ -104,7 +104,7 @@ TEST(MainQueue, DropsATaskWhoseOwnerIsGoneAtItsSubmission) {
   EXPECT_FALSE(ran);
 }
 
-TEST(MainQueue, DropsATaskWhoseOwnerGoesBetweenSubmissionAndTurn) {
+TEST(MainQueue, DropsATaskWhoseOwnerIsDestroyedBeforeItRuns) {
   auto owner = std::make_unique<QObject>();
   bool ran = false;
   MainQueue::async(owner.get(), [&] { ran = true; });
@@ -122,7 +122,7 @@ TEST(MainQueue, DropsATaskWhoseOwnerAnEarlierTaskDestroys) {
   EXPECT_FALSE(ran);
 }
 
-TEST(MainQueue, LetsGoOfWhatADroppedTaskHolds) {
+TEST(MainQueue, ReleasesWhatADroppedTaskHolds) {
   auto owner = std::make_unique<QObject>();
   const auto held = std::make_shared<int>(0);
   MainQueue::async(owner.get(), [held] { ++*held; });
@@ -133,7 +133,7 @@ TEST(MainQueue, LetsGoOfWhatADroppedTaskHolds) {
   EXPECT_EQ(*held, 0);
 }
 
-TEST(MainQueue, RunsATaskThatATaskSubmittedInALaterTurn) {
+TEST(MainQueue, RunsATaskSubmittedByATaskInALaterTurn) {
   const QObject receiver;
   std::string order;
   MainQueue::async([&] {
@@ -181,7 +181,7 @@ TEST(MainQueue, LetsTimersThroughTasksThatSubmitThemselvesAgain) {
   EXPECT_TRUE(waitFor([&] { return fired; }));
 }
 
-TEST(MainQueue, RunsADelayedTaskNotBeforeItsTime) {
+TEST(MainQueue, RunsADelayedTaskNoEarlierThanItsTime) {
   const auto start = Clock::now();
   Clock::duration elapsed{};
   MainQueue::after(80ms, [&] { elapsed = Clock::now() - start; });
@@ -189,7 +189,7 @@ TEST(MainQueue, RunsADelayedTaskNotBeforeItsTime) {
   EXPECT_GE(elapsed, 80ms);
 }
 
-TEST(MainQueue, RunsDelayedTasksByTheirTimes) {
+TEST(MainQueue, RunsDelayedTasksInTheOrderOfTheirTimes) {
   std::string order;
   MainQueue::after(300ms, [&] { order += "late"; });
   MainQueue::after(1ms, [&] { order += "early "; });

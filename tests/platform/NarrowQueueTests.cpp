@@ -13,7 +13,7 @@
 namespace zolt {
 namespace {
 
-TEST(NarrowQueue, RunsAsManyTasksBesideEachOtherAsItIsWide) {
+TEST(NarrowQueue, RunsAsManyTasksConcurrentlyAsItIsWide) {
   std::atomic<int> running = 0;
   std::counting_semaphore<> gate(0);
   TaskGroup group;
@@ -37,7 +37,7 @@ TEST(NarrowQueue, RunsAsManyTasksBesideEachOtherAsItIsWide) {
   EXPECT_EQ(running, 5);
 }
 
-TEST(NarrowQueue, KeepsNothingElseOfTheQueueWaiting) {
+TEST(NarrowQueue, DoesNotDelayOtherTasksOfTheQueue) {
   std::counting_semaphore<> gate(0);
   std::atomic<bool> ran = false;
   WorkerQueue queue(2);
@@ -50,7 +50,7 @@ TEST(NarrowQueue, KeepsNothingElseOfTheQueueWaiting) {
   gate.release(10);
 }
 
-TEST(NarrowQueue, StartsTasksInTheOrderOfTheirSubmission) {
+TEST(NarrowQueue, StartsTasksInTheOrderOfSubmission) {
   std::vector<int> order;
   TaskGroup group;
   WorkerQueue queue(4);
@@ -67,7 +67,7 @@ TEST(NarrowQueue, StartsTasksInTheOrderOfTheirSubmission) {
   EXPECT_TRUE(std::ranges::is_sorted(order));
 }
 
-TEST(NarrowQueue, TakesTasksAgainAfterItWasIdle) {
+TEST(NarrowQueue, RunsTasksAgainAfterHavingBeenIdle) {
   std::binary_semaphore ran(0);
   WorkerQueue queue(4);
   NarrowQueue narrow(queue, 1);
@@ -77,7 +77,7 @@ TEST(NarrowQueue, TakesTasksAgainAfterItWasIdle) {
   }
 }
 
-TEST(NarrowQueue, IsOutlivedByItsTasks) {
+TEST(NarrowQueue, MayBeDestroyedBeforeItsTasksHaveRun) {
   std::atomic<int> ran = 0;
   WorkerQueue queue(1);
   {

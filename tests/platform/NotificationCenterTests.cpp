@@ -10,7 +10,7 @@ namespace {
 
 class NotificationCenterTest : public testing::Test {
  protected:
-  // An observation that writes `mark`.
+  // An observer that records `mark`.
   void observe(const QObject* observer, const std::string& name, const std::string& mark) {
     center.addObserver(observer, name, [this, mark] { seen += mark; });
   }
@@ -21,7 +21,7 @@ class NotificationCenterTest : public testing::Test {
   std::string seen;
 };
 
-TEST_F(NotificationCenterTest, CallsTheObserversOfANameInTheOrderInWhichTheyCame) {
+TEST_F(NotificationCenterTest, CallsTheObserversOfANameInTheOrderOfAddition) {
   observe(&first, "clear", "1");
   observe(&second, "clear", "2");
   observe(&first, "clear", "3");
@@ -29,7 +29,7 @@ TEST_F(NotificationCenterTest, CallsTheObserversOfANameInTheOrderInWhichTheyCame
   EXPECT_EQ(seen, "123");
 }
 
-TEST_F(NotificationCenterTest, CallsNobodyForAnotherName) {
+TEST_F(NotificationCenterTest, CallsNoObserverOfAnotherName) {
   observe(&first, "clear", "1");
   center.post("Clear");
   center.post("");
@@ -52,7 +52,7 @@ TEST_F(NotificationCenterTest, ForgetsAnObserverThatIsGone) {
   EXPECT_EQ(seen, "1");
 }
 
-TEST_F(NotificationCenterTest, CallsARemovedObserverNoMore) {
+TEST_F(NotificationCenterTest, NoLongerCallsARemovedObserver) {
   observe(&first, "clear", "1");
   observe(&first, "toggle", "t");
   observe(&second, "clear", "2");

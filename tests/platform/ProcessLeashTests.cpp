@@ -23,7 +23,7 @@ ChildProcess::Request heldBy(ProcessLeash& leash, ChildProcess::Request request)
   return request;
 }
 
-TEST(ProcessLeash, InterruptsItsGroupWhenItIsLetGo) {
+TEST(ProcessLeash, InterruptsItsGroupWhenLetGo) {
   ProcessLeash leash;
   ChildRun run(heldBy(leash, testChild({"wait"})));
   EXPECT_TRUE(run.says("waiting\n"));
@@ -32,7 +32,7 @@ TEST(ProcessLeash, InterruptsItsGroupWhenItIsLetGo) {
   EXPECT_EQ(run.child().terminationStatus(), SIGINT);
 }
 
-TEST(ProcessLeash, KillsWhatIgnoresTheInterrupt) {
+TEST(ProcessLeash, KillsAChildThatIgnoresTheInterrupt) {
   ProcessLeash leash;
   ChildRun run(heldBy(leash, testChild({"deaf"})));
   EXPECT_TRUE(run.says("deaf\n"));
@@ -43,7 +43,7 @@ TEST(ProcessLeash, KillsWhatIgnoresTheInterrupt) {
   EXPECT_TRUE(waitFor([&] { return !test::processExists(leader); }));
 }
 
-TEST(ProcessLeash, EndsWithItsObject) {
+TEST(ProcessLeash, EndsItsGroupWhenDestroyed) {
   std::optional<ProcessLeash> leash(std::in_place);
   ChildRun run(heldBy(*leash, testChild({"wait"})));
   EXPECT_TRUE(run.says("waiting\n"));
@@ -60,7 +60,7 @@ TEST(ProcessLeash, KillsItsGroupAtOnceWhenTold) {
   EXPECT_EQ(run.child().terminationStatus(), SIGKILL);
 }
 
-TEST(ProcessLeash, HasOneGroupForAll) {
+TEST(ProcessLeash, HasOneGroupForAllChildren) {
   ProcessLeash leash;
   const auto group = leash.group();
   ASSERT_TRUE(group);
@@ -70,7 +70,7 @@ TEST(ProcessLeash, HasOneGroupForAll) {
   EXPECT_NE(group.value(), getpgrp());
 }
 
-TEST(ProcessLeash, MakesAnotherGroupWhereTheLeaderWasKilled) {
+TEST(ProcessLeash, CreatesAnotherGroupIfTheLeaderWasKilled) {
   ProcessLeash leash;
   const pid_t first = leash.group().value();
   kill(first, SIGKILL);

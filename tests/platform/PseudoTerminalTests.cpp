@@ -38,7 +38,7 @@ TEST_F(PseudoTerminalTest, ConnectsItsTwoEnds) {
   EXPECT_STREQ(buffer.data(), "out");
 }
 
-TEST_F(PseudoTerminalTest, ReachesNoChild) {
+TEST_F(PseudoTerminalTest, IsNotInheritedByChildren) {
   EXPECT_EQ(fcntl(terminal.master.get(), F_GETFD), FD_CLOEXEC);
   EXPECT_EQ(fcntl(terminal.slave.get(), F_GETFD), FD_CLOEXEC);
 }
@@ -47,7 +47,7 @@ TEST_F(PseudoTerminalTest, HasNoWindowSizeAtFirst) {
   EXPECT_EQ(sizeOf(terminal.slave.get()), TerminalSize{});
 }
 
-TEST_F(PseudoTerminalTest, TakesItsWindowSizeFromTheMaster) {
+TEST_F(PseudoTerminalTest, GetsItsWindowSizeFromTheMaster) {
   const TerminalSize size{.rows = 24, .columns = 80, .pixelWidth = 640, .pixelHeight = 384};
   EXPECT_TRUE(setWindowSize(terminal.master.get(), size));
   EXPECT_EQ(sizeOf(terminal.slave.get()), size);
@@ -58,7 +58,7 @@ TEST_F(PseudoTerminalTest, ClampsASizeThatTheKernelCannotHold) {
   EXPECT_EQ(sizeOf(terminal.slave.get()), (TerminalSize{.rows = 0, .columns = 65535, .pixelWidth = 65535}));
 }
 
-TEST(SetWindowSize, IsFalseForWhatIsNoTerminal) {
+TEST(SetWindowSize, FailsIfTheDescriptorIsNotATerminal) {
   auto pipe = makePipe();
   ASSERT_TRUE(pipe);
   EXPECT_FALSE(setWindowSize(pipe.value().reader.get(), {.rows = 24, .columns = 80}));

@@ -47,7 +47,7 @@ class ReplacementFileTest : public testing::Test {
   QTemporaryDir folder;
 };
 
-TEST_F(ReplacementFileTest, AppearsWhenItIsComplete) {
+TEST_F(ReplacementFileTest, AppearsOnlyWhenComplete) {
   ReplacementFile file(path("new"));
   file.write("one ");
   file.write("two");
@@ -59,7 +59,7 @@ TEST_F(ReplacementFileTest, AppearsWhenItIsComplete) {
   EXPECT_EQ(names(), QStringList(QStringLiteral("new")));
 }
 
-TEST_F(ReplacementFileTest, TakesThePlaceOfTheOtherAtOnce) {
+TEST_F(ReplacementFileTest, ReplacesTheOtherFileAtomically) {
   put(path("file"), "what was there before");
   ReplacementFile file(path("file"));
   file.write("new");
@@ -68,7 +68,7 @@ TEST_F(ReplacementFileTest, TakesThePlaceOfTheOtherAtOnce) {
   EXPECT_EQ(content(path("file")), "new");
 }
 
-TEST_F(ReplacementFileTest, LeavesNothingWhereItIsNotWanted) {
+TEST_F(ReplacementFileTest, LeavesNothingBehindIfAbandoned) {
   put(path("file"), "before");
   {
     ReplacementFile file(path("file"));
@@ -80,7 +80,7 @@ TEST_F(ReplacementFileTest, LeavesNothingWhereItIsNotWanted) {
   EXPECT_EQ(names(), QStringList(QStringLiteral("file")));
 }
 
-TEST_F(ReplacementFileTest, HasThePermissionsOfANewFileOrOfTheOther) {
+TEST_F(ReplacementFileTest, HasThePermissionsOfTheReplacedOrOfANewFile) {
   const mode_t mask = umask(0027);
   ReplacementFile fresh(path("fresh"));
   umask(mask);
@@ -103,7 +103,7 @@ TEST_F(ReplacementFileTest, FollowsALink) {
   EXPECT_TRUE(QFileInfo(QString::fromStdString(path("link"))).isSymLink());
 }
 
-TEST_F(ReplacementFileTest, CanBeTwoOfOneName) {
+TEST_F(ReplacementFileTest, MayExistTwiceForOneName) {
   ReplacementFile one(path("file"));
   ReplacementFile two(path("file"));
   one.write("one");
@@ -114,7 +114,7 @@ TEST_F(ReplacementFileTest, CanBeTwoOfOneName) {
   EXPECT_EQ(names(), QStringList(QStringLiteral("file")));
 }
 
-TEST_F(ReplacementFileTest, SaysWhyItCannotBe) {
+TEST_F(ReplacementFileTest, ReportsWhyItCannotBeCreated) {
   EXPECT_EQ(ReplacementFile(folder.path().toStdString()).error(), EISDIR);
   EXPECT_EQ(ReplacementFile(path("no/such/folder")).error(), ENOENT);
   EXPECT_EQ(ReplacementFile(path(std::string(256, 'x').c_str())).error(), ENAMETOOLONG);
@@ -124,7 +124,7 @@ TEST_F(ReplacementFileTest, SaysWhyItCannotBe) {
   EXPECT_EQ(names(), QStringList(QStringLiteral("pipe")));
 }
 
-TEST_F(ReplacementFileTest, SaysThatItsFolderIsGone) {
+TEST_F(ReplacementFileTest, ReportsThatItsFolderIsGone) {
   ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("folder")));
   ReplacementFile file(path("folder/file"));
   file.write("text");
@@ -133,7 +133,7 @@ TEST_F(ReplacementFileTest, SaysThatItsFolderIsGone) {
   EXPECT_EQ(file.error(), ENOENT);
 }
 
-TEST_F(ReplacementFileTest, LeavesNothingWhereItsPlaceIsTaken) {
+TEST_F(ReplacementFileTest, LeavesNothingBehindIfItsNameIsTakenByADirectory) {
   {
     ReplacementFile file(path("file"));
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("file")));
@@ -143,7 +143,7 @@ TEST_F(ReplacementFileTest, LeavesNothingWhereItsPlaceIsTaken) {
   EXPECT_EQ(names(), QStringList(QStringLiteral("file")));
 }
 
-TEST_F(ReplacementFileTest, PassesOverWhatAnotherLeftBehind) {
+TEST_F(ReplacementFileTest, SkipsTheTemporaryFilesOfOtherProcesses) {
   const std::string used = ReplacementFile(path("file")).temporaryPath();
   const std::size_t number = used.rfind('-') + 1;
   put(used.substr(0, number) + std::to_string(std::stoi(used.substr(number)) + 1), "left behind");
@@ -153,7 +153,7 @@ TEST_F(ReplacementFileTest, PassesOverWhatAnotherLeftBehind) {
   EXPECT_EQ(content(path("file")), "");
 }
 
-// What `action` makes in a process of its own, which may do with itself what it likes; at most 255.
+// The result of `action`, at most 255, run in a child process whose limits and user it may change.
 int inAChild(const std::function<int()>& action) {
   const pid_t child = fork();
   if (child == 0) _exit(action());
@@ -162,7 +162,7 @@ int inAChild(const std::function<int()>& action) {
   return WEXITSTATUS(status);
 }
 
-TEST_F(ReplacementFileTest, SaysThatItIsNotAllowed) {
+TEST_F(ReplacementFileTest, ReportsMissingPermission) {
   put(path("file"), "before");
   ASSERT_EQ(chmod(path("file").c_str(), 0444), 0);
   const auto errorOf = [this](const char* name, mode_t permissionsOfFolder) {
@@ -174,11 +174,11 @@ TEST_F(ReplacementFileTest, SaysThatItIsNotAllowed) {
   };
   EXPECT_EQ(errorOf("new", 0555), EACCES);
   EXPECT_EQ(errorOf("new", 0777), 0);
-  EXPECT_EQ(errorOf("file", 0777), EACCES) << "a file that may not be written stays";
+  EXPECT_EQ(errorOf("file", 0777), EACCES) << "a file that is not writable is kept";
   EXPECT_EQ(content(path("file")), "before");
 }
 
-TEST_F(ReplacementFileTest, SaysThatItIsTooLarge) {
+TEST_F(ReplacementFileTest, ReportsThatItIsTooLarge) {
   const int error = inAChild([this] {
     signal(SIGXFSZ, SIG_IGN);
     const rlimit limit{.rlim_cur = 100000, .rlim_max = 100000};
@@ -200,7 +200,7 @@ bool write(const char* path, const std::string& text) {
   return ::write(file.get(), text.data(), text.size()) == static_cast<ssize_t>(text.size());
 }
 
-// Gives this process a disk of 64 KiB of its own, in `folder`.
+// Mounts a private disk of 64 KiB on `folder`, for this process only.
 bool mountTinyDisk(const std::string& folder) {
   const std::string user = "0 " + std::to_string(geteuid()) + " 1";
   const std::string group = "0 " + std::to_string(getegid()) + " 1";
@@ -209,7 +209,7 @@ bool mountTinyDisk(const std::string& folder) {
          mount("none", folder.c_str(), "tmpfs", 0, "size=64k") == 0;
 }
 
-TEST_F(ReplacementFileTest, SaysThatTheDiskIsFull) {
+TEST_F(ReplacementFileTest, ReportsThatTheDiskIsFull) {
   const int error = inAChild([this] {
     if (!mountTinyDisk(folder.path().toStdString())) return kNoMount;
     put(path("file"), "before");

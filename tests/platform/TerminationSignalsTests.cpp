@@ -9,24 +9,24 @@
 namespace zolt {
 namespace {
 
-TEST(TerminationSignals, CallTheProgramInsteadOfEndingIt) {
+TEST(TerminationSignals, CallTheHandlerInsteadOfEndingTheProcess) {
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
     int asked = 0;
     const TerminationSignals signals([&] { ++asked; });
     std::raise(signal);
-    EXPECT_EQ(asked, 0) << "never from within the signal";
+    EXPECT_EQ(asked, 0) << "never from within the signal handler";
     EXPECT_TRUE(test::waitFor([&] { return asked == 1; }));
   }
 }
 
-TEST(TerminationSignals, DoWhatTheyDidBeforeOnceItIsGone) {
+TEST(TerminationSignals, HaveTheirDefaultEffectOnceTheObjectIsGone) {
   {
     const TerminationSignals signals([] {});
   }
   EXPECT_EXIT(std::raise(SIGTERM), testing::KilledBySignal(SIGTERM), "");
 }
 
-TEST(TerminationSignals, EndTheProcessAtTheSecondRequest) {
+TEST(TerminationSignals, EndTheProcessOnTheSecondRequest) {
   EXPECT_EXIT(
       {
         const TerminationSignals signals([] {});
@@ -36,7 +36,7 @@ TEST(TerminationSignals, EndTheProcessAtTheSecondRequest) {
       testing::KilledBySignal(SIGTERM), "");
 }
 
-TEST(TerminationSignals, StayIgnoredWhereTheyWere) {
+TEST(TerminationSignals, StayIgnoredIfTheyWere) {
   std::signal(SIGHUP, SIG_IGN);
   {
     int asked = 0;

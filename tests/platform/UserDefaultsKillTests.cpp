@@ -1,4 +1,4 @@
-// What is left on the disk by a process that is killed while it saves, and by two that save at once.
+// The file on the disk after a process was killed while saving, and after two saved at once.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -40,7 +40,7 @@ void killAt(pid_t child, std::chrono::microseconds after) {
   waitpid(child, nullptr, 0);
 }
 
-TEST(UserDefaultsKill, LeavesAWholeFileOfOneGenerationEachTime) {
+TEST(UserDefaultsKill, LeavesACompleteFileOfOneGenerationEachTime) {
   QTemporaryDir folder;
   const std::string file = folder.filePath(QStringLiteral("zolt.ini")).toStdString();
   std::int64_t last = 0;
@@ -61,15 +61,15 @@ TEST(UserDefaultsKill, LeavesAWholeFileOfOneGenerationEachTime) {
     if (generation > last) ++advanced;
     last = generation;
   }
-  EXPECT_GT(advanced, kKills / 4) << "the kills came while it saved, not before";
+  EXPECT_GT(advanced, kKills / 4) << "the kills hit during saves, not before";
 }
 
-TEST(UserDefaultsKill, LosesNoKeyOfTwoProcessesThatSaveAtOnce) {
+TEST(UserDefaultsKill, LosesNoKeyIfTwoProcessesSaveAtOnce) {
   QTemporaryDir folder;
   const std::string file = folder.filePath(QStringLiteral("zolt.ini")).toStdString();
   const pid_t one = startSaving(file, "one", 1);
   const pid_t two = startSaving(file, "two", 1);
-  // Neither is kept from saving for long, though the other never stops.
+  // Neither waits long to save, although the other never stops.
   const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
   const auto bothSaved = [&file] {
     const UserDefaults now(file);

@@ -66,7 +66,7 @@ TEST_F(UserDefaultsTest, ReadsBackWhatWasWrittenAfterARestart) {
   EXPECT_FALSE(defaults.boolForKey("no"));
 }
 
-TEST_F(UserDefaultsTest, IsAFileThatPeopleCanReadAndNobodyElseMay) {
+TEST_F(UserDefaultsTest, IsAHumanReadableFileWithAccessForItsOwnerOnly) {
   {
     UserDefaults defaults(file);
     defaults.setDouble("fontSize", 14);
@@ -123,12 +123,12 @@ TEST_F(UserDefaultsTest, ReadsNumbersAndFlagsAsTextToo) {
   EXPECT_EQ(defaults.stringForKey("flag"), "true");
 }
 
-TEST_F(UserDefaultsTest, ReadsAListThatSomebodyWroteByHandAsItsText) {
+TEST_F(UserDefaultsTest, ReadsAHandWrittenListAsItsText) {
   write("[General]\nstartupCommand=one, two\n");
   EXPECT_EQ(UserDefaults(file).stringForKey("startupCommand"), "one, two");
 }
 
-TEST_F(UserDefaultsTest, AnnouncesEveryChangeOfAKeyAfterIt) {
+TEST_F(UserDefaultsTest, AnnouncesEveryChangeAfterItHasBeenMade) {
   UserDefaults defaults(file);
   std::vector<std::string> heard;
   QObject::connect(&defaults, &UserDefaults::changed, &defaults, [&](const std::string& key) {
@@ -143,7 +143,7 @@ TEST_F(UserDefaultsTest, AnnouncesEveryChangeOfAKeyAfterIt) {
   EXPECT_EQ(heard.size(), 4U) << "writing changes nothing";
 }
 
-TEST_F(UserDefaultsTest, WritesByItselfSoonAfterAChange) {
+TEST_F(UserDefaultsTest, WritesSoonAfterAChange) {
   UserDefaults defaults(file);
   defaults.setString("a", "1");
   EXPECT_TRUE(test::waitFor([&] { return content() == "[General]\na=1\n"; }));
@@ -153,7 +153,7 @@ TEST_F(UserDefaultsTest, WritesByItselfSoonAfterAChange) {
   EXPECT_TRUE(test::waitFor([&] { return content() == "[General]\nb=3\n"; }));
 }
 
-TEST_F(UserDefaultsTest, MakesItsFolder) {
+TEST_F(UserDefaultsTest, CreatesItsFolder) {
   file = folder.filePath(QStringLiteral("a/b/zolt.ini")).toStdString();
   UserDefaults defaults(file);
   defaults.setString("a", "1");
@@ -161,7 +161,7 @@ TEST_F(UserDefaultsTest, MakesItsFolder) {
   EXPECT_EQ(content(), "[General]\na=1\n");
 }
 
-TEST_F(UserDefaultsTest, ClearsAwayWhatAKilledSaveLeftLongAgo) {
+TEST_F(UserDefaultsTest, RemovesOldTemporaryFilesOfKilledSaves) {
   for (const char* name : {".AbCdEf", ".GhIjKl"}) {
     std::ofstream(file + name) << "half a file";
   }
@@ -171,10 +171,10 @@ TEST_F(UserDefaultsTest, ClearsAwayWhatAKilledSaveLeftLongAgo) {
   utimensat(AT_FDCWD, (file + ".unreadable").c_str(), longAgo, 0);
   const UserDefaults defaults(file);
   EXPECT_EQ(files(), (std::vector<std::string>{"zolt.ini.GhIjKl", "zolt.ini.unreadable"}))
-      << "a young one may be in use";
+      << "a recent one may be in use";
 }
 
-TEST_F(UserDefaultsTest, LosesNoKeyWhereTwoUseOneFile) {
+TEST_F(UserDefaultsTest, LosesNoKeyIfTwoUseOneFile) {
   UserDefaults one(file);
   UserDefaults two(file);
   for (int i = 0; i < 50; ++i) {
@@ -191,7 +191,7 @@ TEST_F(UserDefaultsTest, LosesNoKeyWhereTwoUseOneFile) {
   }
 }
 
-TEST_F(UserDefaultsTest, AnnouncesWhatAnotherOneWrote) {
+TEST_F(UserDefaultsTest, AnnouncesChangesWrittenByAnother) {
   UserDefaults one(file);
   UserDefaults two(file);
   std::vector<std::string> heard;
@@ -203,7 +203,7 @@ TEST_F(UserDefaultsTest, AnnouncesWhatAnotherOneWrote) {
   EXPECT_EQ(two.stringForKey("theme"), "Light");
 }
 
-TEST_F(UserDefaultsTest, BindsAKeyToEveryoneWhoShowsIt) {
+TEST_F(UserDefaultsTest, KeepsAllBindingsOfAKeyInSync) {
   UserDefaults defaults(file);
   StoredString one(defaults, "startupShell", "");
   StoredString two(defaults, "startupShell", "");
@@ -218,7 +218,7 @@ TEST_F(UserDefaultsTest, BindsAKeyToEveryoneWhoShowsIt) {
   EXPECT_EQ(StoredString(defaults, "selectedTheme", "Dark").value(), "Dark");
 }
 
-// Broken files. What is told goes to standard error.
+// Damaged files, which are reported on standard error.
 class BrokenSettings : public UserDefaultsTest {
  protected:
   std::string errorsOf(const std::function<void()>& action) {
@@ -228,7 +228,7 @@ class BrokenSettings : public UserDefaultsTest {
   }
 };
 
-TEST_F(BrokenSettings, KeepsACopyAndEveryReadableKey) {
+TEST_F(BrokenSettings, AreCopiedAndKeepEveryReadableKey) {
   const std::string broken = "[General]\ntheme=Light\n\x01\x02garbage\nfontSize=20\nhalf a line";
   write(broken);
   const std::string told = errorsOf([&] {
@@ -243,14 +243,14 @@ TEST_F(BrokenSettings, KeepsACopyAndEveryReadableKey) {
   EXPECT_EQ(content(), "[General]\nfontSize=20\nnew=value\ntheme=Light\n");
 }
 
-TEST_F(BrokenSettings, TellsOnce) {
+TEST_F(BrokenSettings, AreReportedOnce) {
   write("garbage\n");
   EXPECT_NE(errorsOf([&] { UserDefaults defaults(file); }), "");
   EXPECT_EQ(errorsOf([&] { UserDefaults defaults(file); }), "");
   EXPECT_EQ(files(), (std::vector<std::string>{"zolt.ini", "zolt.ini.unreadable"}));
 }
 
-TEST_F(BrokenSettings, KeepsEarlierCopies) {
+TEST_F(BrokenSettings, KeepEarlierCopies) {
   for (const char* broken : {"first\n", "second\n", "third\n"}) {
     write(broken);
     errorsOf([&] { UserDefaults defaults(file); });
@@ -260,18 +260,18 @@ TEST_F(BrokenSettings, KeepsEarlierCopies) {
   EXPECT_EQ(test::fileContent(file + ".unreadable3"), "third\n");
 }
 
-TEST_F(BrokenSettings, DoesNotLetAnOpenQuotationSwallowTheLinesAfterIt) {
+TEST_F(BrokenSettings, LoseNoLinesToAnOpenQuotationBeforeThem) {
   write("[General]\nstartupCommand=\"echo\ntheme=Light\n");
   errorsOf([&] { EXPECT_EQ(UserDefaults(file).stringForKey("theme"), "Light"); });
 }
 
-TEST_F(BrokenSettings, StartsWithDefaultsAfterAFileOfZeros) {
+TEST_F(BrokenSettings, OfZerosReadAsEmpty) {
   write(std::string(4096, '\0'));
   errorsOf([&] { EXPECT_EQ(UserDefaults(file).stringForKey("theme"), std::nullopt); });
   EXPECT_EQ(test::fileContent(file + ".unreadable"), std::string(4096, '\0'));
 }
 
-TEST_F(BrokenSettings, KeepsTheReadableKeysOfAHugeFile) {
+TEST_F(BrokenSettings, OfHugeSizeKeepTheirReadableKeys) {
   std::string huge = "[General]\ntheme=Light\n";
   huge += "long=" + std::string(2'000'000, 'x') + "\n";
   for (int i = 0; i < 100'000; ++i) {
@@ -289,7 +289,7 @@ TEST_F(BrokenSettings, KeepsTheReadableKeysOfAHugeFile) {
   EXPECT_EQ(test::fileContent(file + ".unreadable"), huge);
 }
 
-TEST_F(BrokenSettings, ReadsAFileWithCarriageReturnsAndAByteOrderMark) {
+TEST_F(BrokenSettings, DoNotIncludeCarriageReturnsAndAByteOrderMark) {
   write("\xEF\xBB\xBF[General]\r\ntheme=Light\r\nfontSize=20\r\n");
   const std::string told = errorsOf([&] {
     const UserDefaults defaults(file);
@@ -299,7 +299,7 @@ TEST_F(BrokenSettings, ReadsAFileWithCarriageReturnsAndAByteOrderMark) {
   EXPECT_EQ(told, "");
 }
 
-TEST_F(BrokenSettings, TakesAnythingForAFileOfSettings) {
+TEST_F(BrokenSettings, MayHoldAnyBytes) {
   std::uint32_t random = 12345;
   const auto next = [&random] { return random = random * 1664525U + 1013904223U; };
   const std::string base = "[General]\ntheme=Light\nfontSize=20\nstartupCommand=\"a, b\"\nx=@Variant(\\0\\0\\0)\n";
@@ -318,7 +318,7 @@ TEST_F(BrokenSettings, TakesAnythingForAFileOfSettings) {
   }
 }
 
-TEST_F(BrokenSettings, KeepsValuesInMemoryAndSaysSoOnceWhereTheFolderCannotBeMade) {
+TEST_F(BrokenSettings, StayInMemoryAndAreReportedOnceIfTheFolderCannotBeCreated) {
   write("a file, no folder\n");
   UserDefaults defaults(file + "/zolt.ini");
   const std::string told = errorsOf([&] {
@@ -332,7 +332,7 @@ TEST_F(BrokenSettings, KeepsValuesInMemoryAndSaysSoOnceWhereTheFolderCannotBeMad
   EXPECT_EQ(content(), "a file, no folder\n");
 }
 
-TEST_F(BrokenSettings, KeepsACopyOfTheFileThatALinkNames) {
+TEST_F(BrokenSettings, BehindALinkAreCopiedAsAFile) {
   const std::string target = file + "-target";
   const std::string broken = "[General]\ntheme=Light\nwords without a key\n";
   std::ofstream(target) << broken;
@@ -347,7 +347,7 @@ TEST_F(BrokenSettings, KeepsACopyOfTheFileThatALinkNames) {
   EXPECT_EQ(test::fileContent(target + ".unreadable"), broken);
 }
 
-TEST_F(BrokenSettings, DoesNotWaitForWhatIsNoFile) {
+TEST_F(BrokenSettings, DoNotWaitForAFifo) {
   ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
   const std::string told = errorsOf([&] {
     UserDefaults defaults(file);
@@ -357,7 +357,7 @@ TEST_F(BrokenSettings, DoesNotWaitForWhatIsNoFile) {
   EXPECT_EQ(told, "zolt: settings file " + file + ": is not a regular file; changes are not saved\n");
 }
 
-TEST_F(BrokenSettings, ReadsEverythingThatWasWrittenHowLongAndOddItMayBe) {
+TEST_F(BrokenSettings, DoNotIncludeLongOrOddValuesThatWereWritten) {
   std::string cjk;
   for (int i = 0; i < 32767; ++i) {
     cjk += "\u65E5";
@@ -372,7 +372,7 @@ TEST_F(BrokenSettings, ReadsEverythingThatWasWrittenHowLongAndOddItMayBe) {
   }
 }
 
-// As somebody who may not write everything.
+// While it lives, a process of root's runs as another user.
 class OtherUser {
  public:
   explicit OtherUser(const QString& folder) : m_wasRoot(geteuid() == 0) {
@@ -391,10 +391,10 @@ class OtherUser {
   bool m_changed = false;
 };
 
-TEST_F(BrokenSettings, ReadsAndKeepsAFileThatMayNotBeWritten) {
+TEST_F(BrokenSettings, LeaveAFileThatIsNotWritableUnchanged) {
   write("[General]\ntheme=Light\n");
   const OtherUser user(folder.path());
-  if (!user.isLimited()) GTEST_SKIP() << "this user may write everything and become nobody else";
+  if (!user.isLimited()) GTEST_SKIP() << "this user may write everything and cannot become another user";
   chmod(folder.path().toUtf8().constData(), 0500);
   const std::string told = errorsOf([&] {
     UserDefaults defaults(file);
@@ -406,7 +406,7 @@ TEST_F(BrokenSettings, ReadsAndKeepsAFileThatMayNotBeWritten) {
   EXPECT_EQ(content(), "[General]\ntheme=Light\n");
 }
 
-TEST_F(BrokenSettings, LeavesAFolderInTheFilesPlaceAlone) {
+TEST_F(BrokenSettings, LeaveADirectoryOfThatNameAlone) {
   QDir().mkpath(QString::fromStdString(file));
   const std::string told = errorsOf([&] {
     UserDefaults defaults(file);

@@ -34,7 +34,7 @@ TEST(WorkerQueue, RunsTasksOnABackgroundThread) {
   EXPECT_TRUE(waitFor([&] { return background == 10; }));
 }
 
-TEST(WorkerQueue, StartsTasksInTheOrderOfTheirSubmission) {
+TEST(WorkerQueue, StartsTasksInTheOrderOfSubmission) {
   std::vector<int> order;
   TaskGroup group;
   WorkerQueue queue(1);
@@ -50,7 +50,7 @@ TEST(WorkerQueue, StartsTasksInTheOrderOfTheirSubmission) {
   EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
 }
 
-TEST(WorkerQueue, RunsAsManyTasksBesideEachOtherAsItHasThreads) {
+TEST(WorkerQueue, RunsAsManyTasksConcurrentlyAsItHasThreads) {
   WorkerQueue queue(3);
   std::atomic<int> running = 0;
   std::counting_semaphore<> gate(0);
@@ -71,7 +71,7 @@ TEST(WorkerQueue, RunsAsManyTasksBesideEachOtherAsItHasThreads) {
   EXPECT_EQ(running, 5);
 }
 
-TEST(WorkerQueue, WaitsForWhatRunsAndDropsWhatHasNotStartedWhenItGoes) {
+TEST(WorkerQueue, WaitsForRunningTasksAndDropsTheOthersWhenDestroyed) {
   std::atomic<bool> started = false;
   std::atomic<bool> finished = false;
   std::atomic<bool> second = false;
@@ -92,7 +92,7 @@ TEST(WorkerQueue, WaitsForWhatRunsAndDropsWhatHasNotStartedWhenItGoes) {
 }
 
 #ifdef __linux__
-// Children inherit it, as they do the thread's.
+// Children inherit the priority of the thread.
 TEST(WorkerQueue, RunsTasksAtALowerPriorityThanTheMainThread) {
   std::atomic<int> niceness = -100;
   WorkerQueue queue(1);
@@ -139,7 +139,7 @@ TEST(TaskGroup, NotifiesOnTheMainThreadWhenTheLastTaskHasLeft) {
   EXPECT_TRUE(noticeOnMain);
 }
 
-TEST(TaskGroup, NotifiesInALaterTurnWhenNobodyIsInIt) {
+TEST(TaskGroup, NotifiesInALaterTurnIfItIsEmpty) {
   TaskGroup group;
   bool noticed = false;
   group.notify([&] { noticed = true; });
@@ -175,7 +175,7 @@ TEST(TaskGroup, BlocksUntilItIsEmpty) {
   other.join();
 }
 
-TEST(TaskGroup, StopsTheProgramWhenLeftMoreOftenThanEntered) {
+TEST(TaskGroup, AbortsTheProgramIfLeftMoreOftenThanEntered) {
   EXPECT_DEATH(
       {
         TaskGroup group;

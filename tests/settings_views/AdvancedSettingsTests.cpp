@@ -18,7 +18,7 @@ class AdvancedSettingsTest : public test::PreferencesTest {
   }
 
   NumberField& lines() const { return find<NumberField>("scrollbackLines"); }
-  // The user's own way: a click into the field, all of it replaced.
+  // As a user would: clicks into the field and replaces its text.
   void type(const char* text) {
     test::click(lines());
     lines().selectAll();
@@ -49,7 +49,7 @@ TEST_F(AdvancedSettingsTest, ShowsItsSectionsAndRowsInOrder) {
   EXPECT_EQ(find<DestructiveButton>("resetToDefaults").text(), QStringLiteral("Reset to Defaults"));
 }
 
-TEST_F(AdvancedSettingsTest, ShowsTheNumberWithoutGroupsAtTheRightOfAFieldAHundredWide) {
+TEST_F(AdvancedSettingsTest, ShowsTheNumberWithoutSeparatorsRightAlignedInAFieldAHundredWide) {
   config.scrollbackLines = 1234567;
   turn();
   EXPECT_EQ(lines().text(), QStringLiteral("1234567"));
@@ -67,7 +67,7 @@ TEST_F(AdvancedSettingsTest, ShowsTheNumberWithoutGroupsAtTheRightOfAFieldAHundr
   EXPECT_EQ(last - first + 1, 100);
 }
 
-TEST_F(AdvancedSettingsTest, TakesWhatIsTypedWithReturnAndNotBefore) {
+TEST_F(AdvancedSettingsTest, CommitsTheNumberOnReturnAndNotBefore) {
   type("500");
   EXPECT_EQ(config.scrollbackLines, 10000);
   test::press(*window, Qt::Key_Return);
@@ -75,7 +75,7 @@ TEST_F(AdvancedSettingsTest, TakesWhatIsTypedWithReturnAndNotBefore) {
   EXPECT_EQ(lines().text(), QStringLiteral("500"));
 }
 
-TEST_F(AdvancedSettingsTest, TakesWhatIsTypedWhenTheFieldIsLeft) {
+TEST_F(AdvancedSettingsTest, CommitsTheNumberWhenTheFieldLosesTheFocus) {
   type("-5");
   test::press(*window, Qt::Key_Tab);
   EXPECT_EQ(config.scrollbackLines, -5);
@@ -84,7 +84,7 @@ TEST_F(AdvancedSettingsTest, TakesWhatIsTypedWhenTheFieldIsLeft) {
   EXPECT_EQ(config.scrollbackLines, 600);
 }
 
-TEST_F(AdvancedSettingsTest, RoundsAFractionAndPutsBackWhatIsNoNumber) {
+TEST_F(AdvancedSettingsTest, RoundsAFractionAndRevertsInvalidInput) {
   const std::tuple<const char*, const char*, std::int64_t> cases[] = {
       {"12.7", "13", 13},
       {"12.5", "12", 12},
@@ -126,7 +126,7 @@ TEST_F(AdvancedSettingsTest, AnUnchangedNumberIsNotAssignedAgain) {
   EXPECT_EQ(announced, 0);
 }
 
-TEST_F(AdvancedSettingsTest, LeavesAloneWhatIsBeingTypedWhenTheStoreChanges) {
+TEST_F(AdvancedSettingsTest, KeepsUncommittedInputWhenTheStoreChanges) {
   type("50");
   config.scrollbackLines = 300;
   turn();
@@ -143,7 +143,7 @@ TEST_F(AdvancedSettingsTest, FollowsTheStore) {
   EXPECT_EQ(lines().text(), QStringLiteral("-42"));
 }
 
-TEST_F(AdvancedSettingsTest, EscapeTakesBackWhatIsNotFinishedAndClosesTheWindow) {
+TEST_F(AdvancedSettingsTest, EscapeRevertsUncommittedInputAndClosesTheWindow) {
   type("500");
   test::press(*window, Qt::Key_Escape);
   EXPECT_FALSE(window->isVisible());
@@ -151,7 +151,7 @@ TEST_F(AdvancedSettingsTest, EscapeTakesBackWhatIsNotFinishedAndClosesTheWindow)
   EXPECT_EQ(lines().text(), QStringLiteral("10000"));
 }
 
-TEST_F(AdvancedSettingsTest, ShowsItsFixedSwitchesAndKeepsThemSo) {
+TEST_F(AdvancedSettingsTest, ShowsItsFixedSwitchesAndNeverMovesThem) {
   const std::tuple<const char*, bool, bool> switches[] = {
       {"useAlternateScreenBuffer", true, true}, {"enableMouseReporting", true, true},
       {"gpuAcceleration", true, false},         {"disableTransparencyForFullscreen", true, true},
@@ -196,7 +196,7 @@ TEST_F(AdvancedSettingsTest, ResetSetsTheDefaultsInOrderAndThenSaves) {
     EXPECT_EQ(saves, 0);
   });
   find<DestructiveButton>("resetToDefaults").click();
-  EXPECT_EQ(saves, 1);  // by its own call, before the appearance tab has looked
+  EXPECT_EQ(saves, 1);  // by its own call, before the appearance tab reacts
 
   Snapshot expected{20, "Other", Config::ColorScheme::Light, Config::CursorStyle::Bar, false, 77, 0.5, true};
   const std::vector<std::function<void()>> steps{[&] { expected.fontSize = 14; },
@@ -214,7 +214,7 @@ TEST_F(AdvancedSettingsTest, ResetSetsTheDefaultsInOrderAndThenSaves) {
   EXPECT_FALSE(config.blurBackground);
 }
 
-TEST_F(AdvancedSettingsTest, ResetStoresTheDefaultsAndLeavesTheRest) {
+TEST_F(AdvancedSettingsTest, ResetStoresTheDefaultsAndLeavesOtherSettingsAlone) {
   changeEverything();
   defaults.setString("startupShell", "/bin/zsh");
   defaults.setString("startupCommand", "tmux");
@@ -230,7 +230,7 @@ TEST_F(AdvancedSettingsTest, ResetStoresTheDefaultsAndLeavesTheRest) {
   EXPECT_EQ(lines().text(), QStringLiteral("10000"));
 }
 
-TEST_F(AdvancedSettingsTest, ResetSavesAlsoWhenNothingDiffers) {
+TEST_F(AdvancedSettingsTest, ResetSavesEvenIfNothingDiffers) {
   config.cursorBlink = true;
   turn();
   saves = 0;
@@ -239,7 +239,7 @@ TEST_F(AdvancedSettingsTest, ResetSavesAlsoWhenNothingDiffers) {
   EXPECT_EQ(saves, 1);
 }
 
-TEST_F(AdvancedSettingsTest, ResetByMouseWinsOverANumberThatWasBeingTyped) {
+TEST_F(AdvancedSettingsTest, ResetByMouseOverridesUncommittedInput) {
   type("500");
   reset();
   turn();
@@ -247,7 +247,7 @@ TEST_F(AdvancedSettingsTest, ResetByMouseWinsOverANumberThatWasBeingTyped) {
   EXPECT_EQ(lines().text(), QStringLiteral("10000"));
 }
 
-TEST_F(AdvancedSettingsTest, TheTextOfResetIsRed) {
+TEST_F(AdvancedSettingsTest, TheResetButtonsTextIsRed) {
   auto& button = find<DestructiveButton>("resetToDefaults");
   const QColor red = ControlColors(button.palette()).destructive;
   const QImage image = button.grab().toImage();

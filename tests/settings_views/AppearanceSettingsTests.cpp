@@ -45,7 +45,7 @@ TEST_F(AppearanceSettingsTest, ShowsItsSectionsAndRowsInOrder) {
                            "cursor|Window|Opacity|Blur background"));
 }
 
-TEST_F(AppearanceSettingsTest, ShowsTheValuesOfTheStore) {
+TEST_F(AppearanceSettingsTest, ShowsTheStoredValues) {
   EXPECT_EQ(find<SegmentedPicker>("theme").currentIndex(), 0);
   EXPECT_EQ(find<SecondaryLabel>("fontFamily").text(), QStringLiteral("SF Mono"));
   EXPECT_EQ(text("fontSize"), QStringLiteral("14pt"));
@@ -72,7 +72,7 @@ TEST_F(AppearanceSettingsTest, ShowsTheFamilyAndTheValuesInTheSecondaryColour) {
   }
 }
 
-TEST_F(AppearanceSettingsTest, HasTheSegmentsInOrder) {
+TEST_F(AppearanceSettingsTest, HasItsSegmentsInOrder) {
   const auto labels = [&](const char* name) {
     QStringList texts;
     for (int i = 0; i < 3; ++i) {
@@ -84,7 +84,7 @@ TEST_F(AppearanceSettingsTest, HasTheSegmentsInOrder) {
   EXPECT_EQ(labels("cursorStyle"), QStringLiteral("Block Line Bar"));
 }
 
-TEST_F(AppearanceSettingsTest, TheThemeIsPickedAndSaved) {
+TEST_F(AppearanceSettingsTest, PicksAndSavesTheTheme) {
   const std::pair<int, const char*> picks[] = {{1, "Light"}, {2, "System"}, {0, "Dark"}};
   int expected = 0;
   for (const auto& [index, rawValue] : picks) {
@@ -96,7 +96,7 @@ TEST_F(AppearanceSettingsTest, TheThemeIsPickedAndSaved) {
   }
 }
 
-TEST_F(AppearanceSettingsTest, TheSizeGoesFromEightToSeventyTwoAndIsSaved) {
+TEST_F(AppearanceSettingsTest, TheFontSizeRangesFromEightToSeventyTwoAndIsSaved) {
   dragTo("fontSize", 1.2);
   turn();
   EXPECT_EQ(config.fontSize, 72.0);
@@ -125,14 +125,14 @@ TEST_F(AppearanceSettingsTest, TheLineSpacingHasElevenStepsAndIsNeverSaved) {
   EXPECT_TRUE(fileContent().empty());
 }
 
-TEST_F(AppearanceSettingsTest, TheOpacityIsContinuousFromThirtyToAHundredPercent) {
+TEST_F(AppearanceSettingsTest, TheOpacityIsContinuousFromThirtyToOneHundredPercent) {
   dragTo("opacity", -0.2);
   turn();
   EXPECT_EQ(config.opacity, 0.3);
   EXPECT_EQ(text("opacity"), QStringLiteral("30%"));
   EXPECT_EQ(fileContent()["opacity"], "0.3");
   double before = config.opacity;
-  for (int pixel = 0; pixel < 5; ++pixel) {  // each pixel of the way is a value of its own
+  for (int pixel = 0; pixel < 5; ++pixel) {  // every pixel is a different value
     dragTo("opacity", 0.3 + pixel / 260.0);
     EXPECT_GT(config.opacity, before);
     EXPECT_NE(config.opacity * 100, std::floor(config.opacity * 100));
@@ -154,7 +154,7 @@ TEST_F(AppearanceSettingsTest, KeysMoveTheOpacityByOnePercent) {
   EXPECT_EQ(fileContent()["opacity"], "0.98");
 }
 
-TEST_F(AppearanceSettingsTest, TheBlinkingIsSwitchedAndSaved) {
+TEST_F(AppearanceSettingsTest, SwitchesAndSavesTheBlinking) {
   test::click(find<Switch>("cursorBlink"));
   EXPECT_TRUE(config.cursorBlink);
   turn();
@@ -162,7 +162,7 @@ TEST_F(AppearanceSettingsTest, TheBlinkingIsSwitchedAndSaved) {
   EXPECT_EQ(fileContent()["cursorBlink"], "true");
 }
 
-TEST_F(AppearanceSettingsTest, TheBlurIsSwitchedAndWaitsForTheNextSave) {
+TEST_F(AppearanceSettingsTest, TheBlurIsStoredWithTheNextSave) {
   test::click(find<Switch>("blurBackground"));
   EXPECT_TRUE(config.blurBackground);
   turn();
@@ -172,7 +172,7 @@ TEST_F(AppearanceSettingsTest, TheBlurIsSwitchedAndWaitsForTheNextSave) {
   EXPECT_EQ(fileContent()["blurBackground"], "true");
 }
 
-TEST_F(AppearanceSettingsTest, TheCursorStyleWaitsForTheNextSaveAndOutlivesTheWindow) {
+TEST_F(AppearanceSettingsTest, TheCursorStyleIsStoredWithTheNextSaveEvenAfterTheWindowIsGone) {
   test::click(*find<SegmentedPicker>("cursorStyle").segment(2));
   EXPECT_EQ(config.cursorStyle, Config::CursorStyle::Bar);
   turn();
@@ -186,7 +186,7 @@ TEST_F(AppearanceSettingsTest, TheCursorStyleWaitsForTheNextSaveAndOutlivesTheWi
   EXPECT_NE(fileContent()["opacity"], "1");
 }
 
-TEST_F(AppearanceSettingsTest, ASaveWritesEveryKeyButTheLineSpacing) {
+TEST_F(AppearanceSettingsTest, ASaveWritesEveryKeyExceptTheLineSpacing) {
   test::click(find<Switch>("cursorBlink"));
   turn();
   QStringList keys;
@@ -197,7 +197,7 @@ TEST_F(AppearanceSettingsTest, ASaveWritesEveryKeyButTheLineSpacing) {
             QStringLiteral("blurBackground cursorBlink cursorStyle fontFamily fontSize opacity scrollbackLines theme"));
 }
 
-TEST_F(AppearanceSettingsTest, FollowsTheStoreWhereverItIsChanged) {
+TEST_F(AppearanceSettingsTest, FollowsChangesOfTheStoreFromAnywhere) {
   config.theme = Config::ColorScheme::System;
   config.fontFamily = "Some Mono";
   config.fontSize = 20;
@@ -218,7 +218,7 @@ TEST_F(AppearanceSettingsTest, FollowsTheStoreWhereverItIsChanged) {
   EXPECT_TRUE(find<Switch>("blurBackground").isChecked());
 }
 
-TEST_F(AppearanceSettingsTest, SavesOnceForAllChangesOfATurn) {
+TEST_F(AppearanceSettingsTest, SavesOncePerTurnOfTheEventLoop) {
   config.theme = Config::ColorScheme::Light;
   config.fontSize = 20;
   config.cursorBlink = true;
@@ -228,7 +228,7 @@ TEST_F(AppearanceSettingsTest, SavesOnceForAllChangesOfATurn) {
   EXPECT_EQ(saves, 1);
 }
 
-TEST_F(AppearanceSettingsTest, SavesForEachOfTheWatchedValuesAlone) {
+TEST_F(AppearanceSettingsTest, SavesWhenAnySingleWatchedValueChanges) {
   const std::vector<std::function<void()>> changes{[&] { config.theme = Config::ColorScheme::Light; },
                                                    [&] { config.fontSize = 20; }, [&] { config.cursorBlink = true; },
                                                    [&] { config.opacity = 0.5; }};
@@ -239,7 +239,7 @@ TEST_F(AppearanceSettingsTest, SavesForEachOfTheWatchedValuesAlone) {
   }
 }
 
-TEST_F(AppearanceSettingsTest, SavesForNoOtherValueAndForNoEqualOne) {
+TEST_F(AppearanceSettingsTest, DoesNotSaveForOtherOrEqualValues) {
   config.fontFamily = "Other";
   config.lineSpacing = 1.5;
   config.cursorStyle = Config::CursorStyle::Bar;
@@ -248,13 +248,13 @@ TEST_F(AppearanceSettingsTest, SavesForNoOtherValueAndForNoEqualOne) {
   config.fontSize = 14.0;
   config.theme = Config::ColorScheme::Dark;
   turn();
-  config.opacity = 0.4;  // and back, before anybody looks
+  config.opacity = 0.4;  // and back, before anything reacts
   config.opacity = 1.0;
   turn();
   EXPECT_EQ(saves, 0);
 }
 
-TEST_F(AppearanceSettingsTest, ShowsValuesBeyondAndBetweenTheStepsWithoutWritingThem) {
+TEST_F(AppearanceSettingsTest, ShowsOutOfRangeAndIntermediateValuesWithoutChangingThem) {
   struct Case {
     double fontSize;
     const char* shown;
@@ -285,7 +285,7 @@ TEST_F(AppearanceSettingsTest, TwoWindowsShowTheSameAndEachSavesWhatItSees) {
   EXPECT_EQ(saves, 2);
 }
 
-TEST_F(AppearanceSettingsTest, SavesAlsoWhileAnotherTabIsShownOrNone) {
+TEST_F(AppearanceSettingsTest, SavesEvenWhileAnotherTabOrNoneIsShown) {
   window->view().setSelectedTab(test::Keys);
   config.opacity = 0.7;
   turn();

@@ -15,7 +15,7 @@ class GeneralSettingsTest : public test::PreferencesTest {
   void openGeneral() { open(test::General); }
   PopUpPicker& picker() const { return find<PopUpPicker>("startupShell"); }
   TextField& command() const { return find<TextField>("startupCommand"); }
-  // The catalogue is probed once; a change of it is made by hand, the way it would be announced.
+  // The catalogue is probed only once, so its change is simulated, announcement included.
   void setShells(std::vector<Shell> catalogue) {
     Q_EMIT shells.objectWillChange();
     const_cast<std::vector<Shell>&>(shells.availableShells()) = std::move(catalogue);
@@ -37,7 +37,7 @@ TEST_F(GeneralSettingsTest, ShowsItsSectionsAndRowsInOrder) {
                          QStringLiteral("Warn before closing"), QStringLiteral("Restore previous session")}));
 }
 
-TEST_F(GeneralSettingsTest, OffersTheShellsOfTheCatalogueInItsOrder) {
+TEST_F(GeneralSettingsTest, OffersTheShellsInTheCataloguesOrder) {
   openGeneral();
   QStringList expected;
   for (const Shell& shell : shells.availableShells()) {
@@ -47,7 +47,7 @@ TEST_F(GeneralSettingsTest, OffersTheShellsOfTheCatalogueInItsOrder) {
   EXPECT_EQ(entries(), expected);
 }
 
-TEST_F(GeneralSettingsTest, ShowsNoChoiceWhileNothingIsStoredAndStoresNothingByItself) {
+TEST_F(GeneralSettingsTest, ShowsNoSelectionWhileNothingIsStoredAndStoresNothingUnasked) {
   openGeneral();
   turn();
   EXPECT_EQ(picker().currentIndex(), -1);
@@ -62,7 +62,7 @@ TEST_F(GeneralSettingsTest, ShowsTheStoredShell) {
   EXPECT_EQ(picker().currentText(), QStringLiteral("Bash"));
 }
 
-TEST_F(GeneralSettingsTest, KeepsAStoredShellThatTheCatalogueHasNot) {
+TEST_F(GeneralSettingsTest, KeepsAStoredShellThatIsNotInTheCatalogue) {
   for (const char* path : {"/opt/odd/shell", "/BIN/BASH", "/bin/bash "}) {
     defaults.setString("startupShell", path);
     openGeneral();
@@ -73,12 +73,12 @@ TEST_F(GeneralSettingsTest, KeepsAStoredShellThatTheCatalogueHasNot) {
   }
 }
 
-TEST_F(GeneralSettingsTest, StoresTheShellThatIsChosenInItsMenu) {
+TEST_F(GeneralSettingsTest, StoresTheShellPickedInTheMenu) {
   openGeneral();
   test::click(picker());
   ASSERT_TRUE(test::waitFor([&] { return picker().view()->isVisible(); }));
   QAbstractItemView* menu = picker().view();
-  QTest::qWait(QApplication::doubleClickInterval());  // the menu ignores what might be the click that opened it
+  QTest::qWait(QApplication::doubleClickInterval());  // the menu ignores clicks this soon after the one that opened it
   const int last = picker().count() - 1;
   const QPoint place = menu->visualRect(menu->model()->index(last, 0)).center();
   QTest::mouseMove(menu->viewport(), place);
@@ -89,7 +89,7 @@ TEST_F(GeneralSettingsTest, StoresTheShellThatIsChosenInItsMenu) {
   EXPECT_EQ(picker().currentText(), QString::fromStdString(shells.availableShells().back().name));
 }
 
-TEST_F(GeneralSettingsTest, StoresTheShellThatIsChosenByKeyboard) {
+TEST_F(GeneralSettingsTest, StoresTheShellPickedWithTheKeyboard) {
   openGeneral();
   picker().setFocus(Qt::TabFocusReason);
   test::press(*window, Qt::Key_Down);
@@ -114,7 +114,7 @@ TEST_F(GeneralSettingsTest, FollowsTheCatalogueAndTheStoredShell) {
   EXPECT_EQ(picker().currentText(), QStringLiteral("Old"));
 }
 
-TEST_F(GeneralSettingsTest, HasNoEntriesWhenTheCatalogueIsEmpty) {
+TEST_F(GeneralSettingsTest, HasNoEntriesIfTheCatalogueIsEmpty) {
   setShells({});
   openGeneral();
   EXPECT_EQ(picker().count(), 0);
@@ -135,7 +135,7 @@ TEST_F(GeneralSettingsTest, StoresTheCommandAsItIsTyped) {
   EXPECT_EQ(saves, 0);
 }
 
-TEST_F(GeneralSettingsTest, KeepsAnyTextOfACommand) {
+TEST_F(GeneralSettingsTest, AcceptsAnyTextAsACommand) {
   openGeneral();
   for (const char* text : {"echo \"a, b\"; x=\\n", "  spaces  ", "@ByteArray(x)", "grün ⌘", ""}) {
     command().setFocus();
@@ -160,12 +160,12 @@ TEST_F(GeneralSettingsTest, ShowsTheStoredCommandAndFollowsItWithoutWritingItBac
   EXPECT_EQ(defaults.stringForKey("startupCommand"), std::nullopt);
 }
 
-TEST_F(GeneralSettingsTest, ExplainsTheCommandInItsTooltip) {
+TEST_F(GeneralSettingsTest, ExplainsTheCommandInATooltip) {
   openGeneral();
   EXPECT_EQ(command().toolTip(), QStringLiteral("Command to run when terminal starts (optional)"));
 }
 
-TEST_F(GeneralSettingsTest, ShowsItsFixedSwitchesAndKeepsThemSo) {
+TEST_F(GeneralSettingsTest, ShowsItsFixedSwitchesAndNeverMovesThem) {
   openGeneral();
   const std::pair<const char*, bool> switches[] = {
       {"closeWindowWhenShellExits", true}, {"warnBeforeClosing", true}, {"restorePreviousSession", false}};

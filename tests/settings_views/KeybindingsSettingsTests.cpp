@@ -47,7 +47,7 @@ TEST_F(KeybindingsSettingsTest, ShowsItsSectionsInOrder) {
                                                       QStringLiteral("Command acts as Meta")}));
 }
 
-TEST_F(KeybindingsSettingsTest, PutsEightPixelsBetweenRowsAndTheShortcutAtTheOtherEdge) {
+TEST_F(KeybindingsSettingsTest, SpacesRowsEightPixelsApartWithTheShortcutAtTheTrailingEdge) {
   for (int i = 0; i < 8; ++i) {
     const int above = i == 0 ? -9 : rows()[i - 1]->geometry().bottom();
     EXPECT_EQ(rows()[i]->y() - above - 1, 8);
@@ -57,7 +57,7 @@ TEST_F(KeybindingsSettingsTest, PutsEightPixelsBetweenRowsAndTheShortcutAtTheOth
   }
 }
 
-TEST_F(KeybindingsSettingsTest, PaintsAShortcutInAFixedPitchOnAFaintRoundedBackground) {
+TEST_F(KeybindingsSettingsTest, PaintsAShortcutInAFixedPitchFontOnAFaintRoundedBackground) {
   auto* shortcut = rows()[2]->findChild<ShortcutText*>();
   const QFontMetrics metrics(shortcut->font());
   EXPECT_EQ(metrics.horizontalAdvance(QStringLiteral("iii")), metrics.horizontalAdvance(QStringLiteral("WWW")));
@@ -73,7 +73,7 @@ TEST_F(KeybindingsSettingsTest, PaintsAShortcutInAFixedPitchOnAFaintRoundedBackg
   EXPECT_NEAR(painted.blue(), faint.blue(), 2);
 }
 
-TEST_F(KeybindingsSettingsTest, WritesAShortcutInTheSecondaryColourAndItsActionInTheTextColour) {
+TEST_F(KeybindingsSettingsTest, ShowsAShortcutInTheSecondaryColourAndItsActionInTheTextColour) {
   for (KeybindingRow* row : rows()) {
     form().ensureWidgetVisible(row);
     turn();
@@ -89,7 +89,7 @@ TEST_F(KeybindingsSettingsTest, WritesAShortcutInTheSecondaryColourAndItsActionI
   }
 }
 
-TEST_F(KeybindingsSettingsTest, ShowsItsFixedSwitchesAndKeepsThemSo) {
+TEST_F(KeybindingsSettingsTest, ShowsItsFixedSwitchesAndNeverMovesThem) {
   for (const char* name : {"optionSendsMeta", "commandActsAsMeta"}) {
     Switch& control = find<Switch>(name);
     EXPECT_TRUE(control.isEnabled());

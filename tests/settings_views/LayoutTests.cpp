@@ -1,4 +1,4 @@
-// How the forms stand: one grid, nothing clipped, everything within reach of the keyboard, in any palette.
+// The layout of the forms: one grid, nothing clipped, everything reachable by keyboard, in any palette.
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
@@ -121,7 +121,7 @@ TEST_F(LayoutTest, TheTabKeyReachesEveryControlFromTopToBottom) {
     for (test::press(*window, Qt::Key_Tab); window->focusWidget() != selected; test::press(*window, Qt::Key_Tab)) {
       ASSERT_LT(reached.size(), 30U);
       reached.push_back(window->focusWidget());
-      // Scrolled into view, all of it.
+      // Scrolled completely into view.
       const QRect seen(form().viewport()->mapTo(window.get(), QPoint()), form().viewport()->size());
       EXPECT_TRUE(seen.contains(QRect(reached.back()->mapTo(window.get(), QPoint()), reached.back()->size())))
           << reached.back()->objectName().toStdString();
@@ -141,7 +141,7 @@ TEST_F(LayoutTest, TheTabKeyReachesEveryControlFromTopToBottom) {
   });
 }
 
-TEST_F(LayoutTest, AFormIsScrolledToTheControlAtWhichTheKeyboardEntersIt) {
+TEST_F(LayoutTest, AFormScrollsToTheControlThatGetsTheFocusFirst) {
   window->view().setSelectedTab(test::Advanced);
   turn();
   form().verticalScrollBar()->setValue(form().verticalScrollBar()->maximum());
@@ -172,7 +172,7 @@ TEST_F(LayoutTest, TheKeyboardScrollsAForm) {
   EXPECT_EQ(form().verticalScrollBar()->value(), 0);
 }
 
-TEST_F(LayoutTest, AWheelOverAControlChangesNothingAndIsLeftToTheForm) {
+TEST_F(LayoutTest, TheWheelOverAControlScrollsTheFormAndChangesNothing) {
   defaults.setString("startupShell", "/bin/sh");
   const auto isLeft = [](QWidget& control) {
     const QPointF place = control.rect().center();
@@ -203,7 +203,7 @@ TEST_F(LayoutTest, FollowsThePaletteWhileItIsShown) {
     EXPECT_EQ(dark.pixelColor(besideText), colors.card);
     EXPECT_EQ(dark.pixelColor(QPoint(5, window->height() - 3)), colors.window);
     EXPECT_NE(light.pixelColor(besideText), dark.pixelColor(besideText));
-    // A window that was opened in the dark looks the same.
+    // A window that was opened with the dark palette looks the same.
     PreferencesWindow fresh(config, defaults, shells);
     fresh.view().setSelectedTab(window->view().selectedTab());
     test::shown(fresh);
@@ -215,7 +215,7 @@ TEST_F(LayoutTest, FollowsThePaletteWhileItIsShown) {
   });
 }
 
-TEST_F(LayoutTest, IsDrawnWithTwiceThePixelsOnAFineScreen) {
+TEST_F(LayoutTest, IsDrawnWithTwiceThePixelsOnAHighResolutionScreen) {
   onEveryTab([&] {
     QPixmap fine(window->size() * 2);
     fine.setDevicePixelRatio(2);
@@ -223,7 +223,7 @@ TEST_F(LayoutTest, IsDrawnWithTwiceThePixelsOnAFineScreen) {
     const QImage sharp = fine.toImage();
     const QImage plain = window->grab().toImage();
     ASSERT_EQ(sharp.size(), QSize(1200, 900));
-    // The same picture, but not one that was only magnified.
+    // The same picture, but not merely magnified.
     const QImage reduced = sharp.scaled(plain.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     qint64 difference = 0;
     for (int y = 0; y < plain.height(); ++y) {

@@ -21,7 +21,7 @@ namespace zolt::test {
 
 enum Tab { General, Appearance, Keys, Advanced };
 
-/// What the preferences show, over settings in a file of its own.
+/// The models that the preferences show, with settings in a temporary file.
 struct PreferencesData {
   QTemporaryDir folder;
   UserDefaults defaults{folder.filePath(QStringLiteral("zolt.ini")).toStdString()};
@@ -29,13 +29,13 @@ struct PreferencesData {
   ShellManager shells{{}, [](const std::string& path) { return path != "/usr/local/bin/fish"; }};
 };
 
-/// The preferences window over settings in a file of its own.
+/// The preferences window, with settings in a temporary file.
 class PreferencesTest : public testing::Test, protected PreferencesData {
  protected:
   void SetUp() override {
     ASSERT_TRUE(folder.isValid());
     QObject::connect(&defaults, &UserDefaults::changed, &defaults, [this](const std::string& key) {
-      if (key == "blurBackground") ++saves;  // what a save writes last
+      if (key == "blurBackground") ++saves;  // written last by every save
       written.push_back(key);
     });
   }
@@ -45,13 +45,13 @@ class PreferencesTest : public testing::Test, protected PreferencesData {
     window->view().setSelectedTab(tab);
     shown(*window);
   }
-  /// Later turns of the event loop, in which the views follow what has changed.
+  /// Runs the event loop so that the views catch up with changes.
   static void turn() { runLoopFor(std::chrono::milliseconds(15)); }
 
   QScrollArea& form() const {
     return *static_cast<QScrollArea*>(window->findChild<QStackedWidget*>()->currentWidget());
   }
-  /// A control of the shown form, scrolled into view.
+  /// A control of the current form, scrolled into view.
   template <class T = QWidget>
   T& find(const char* name) const {
     T* found = form().findChild<T*>(QLatin1String(name));
@@ -60,7 +60,7 @@ class PreferencesTest : public testing::Test, protected PreferencesData {
     return *found;
   }
 
-  /// What the file holds, read from a copy of it, so that nothing in memory takes part.
+  /// The content of the file, read from a copy, so that nothing in memory is involved.
   std::map<std::string, std::string> fileContent() {
     defaults.synchronize();
     const QString copy = folder.filePath(QStringLiteral("copy%1.ini").arg(++copies));
@@ -76,7 +76,7 @@ class PreferencesTest : public testing::Test, protected PreferencesData {
 
   int saves = 0;
   std::vector<std::string> written;
-  std::unique_ptr<PreferencesWindow> window;  // the last: it may write when it goes
+  std::unique_ptr<PreferencesWindow> window;  // last: its destructor may write
 
  private:
   int copies = 0;

@@ -22,7 +22,7 @@ class PreferencesWindowTest : public test::PreferencesTest {
   int selected() const { return window->view().selectedTab(); }
 };
 
-TEST_F(PreferencesWindowTest, KeepsTheKeyboardWithTheTabThatIsShown) {
+TEST_F(PreferencesWindowTest, KeepsTheFocusOnTheSelectedTab) {
   tab("General").setFocus();
   QTest::keyClick(&tab("General"), Qt::Key_2, Qt::ControlModifier);
   EXPECT_EQ(selected(), 1);
@@ -30,7 +30,7 @@ TEST_F(PreferencesWindowTest, KeepsTheKeyboardWithTheTabThatIsShown) {
   window->findChild<QWidget*>(QStringLiteral("fontSize"))->setFocus();
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_3, Qt::ControlModifier);
   EXPECT_EQ(selected(), 2);
-  EXPECT_FALSE(tab("Keys").hasFocus()) << "only where a tab had it";
+  EXPECT_FALSE(tab("Keys").hasFocus()) << "only if a tab had the focus";
 }
 
 TEST_F(PreferencesWindowTest, OpensOnTheGeneralTabAtItsSize) {
@@ -43,7 +43,7 @@ TEST_F(PreferencesWindowTest, OpensOnTheGeneralTabAtItsSize) {
   EXPECT_FALSE(window->isModal());
 }
 
-TEST_F(PreferencesWindowTest, TheViewIsNeverSmallerThanItsMinimumAndItsFormsScrollThen) {
+TEST_F(PreferencesWindowTest, TheViewKeepsItsMinimumSizeAndItsFormsScroll) {
   EXPECT_EQ(window->view().minimumSize(), QSize(500, 350));
   PreferencesView view({}, config, defaults, shells);
   view.resize(100, 100);
@@ -51,7 +51,7 @@ TEST_F(PreferencesWindowTest, TheViewIsNeverSmallerThanItsMinimumAndItsFormsScro
   EXPECT_EQ(view.size(), QSize(500, 350));
 }
 
-TEST_F(PreferencesWindowTest, KeepsTheNamesItIsGivenAndShowsItsOwn) {
+TEST_F(PreferencesWindowTest, KeepsTheNamesItIsGivenButShowsItsOwn) {
   EXPECT_EQ(window->view().tabs(), QStringList({QStringLiteral("General"), QStringLiteral("Appearance"),
                                                 QStringLiteral("Keys"), QStringLiteral("Advanced")}));
   const PreferencesView other({QStringLiteral("Any"), QStringLiteral("thing")}, config, defaults, shells);
@@ -78,7 +78,7 @@ TEST_F(PreferencesWindowTest, AClickOnATabShowsItsForm) {
   EXPECT_NE(qobject_cast<GeneralSettings*>(&form()), nullptr);
 }
 
-TEST_F(PreferencesWindowTest, TheTabsStandSideBySideWithTheSelectedOneHighlighted) {
+TEST_F(PreferencesWindowTest, TheTabsAreSideBySideWithTheSelectedOneHighlighted) {
   int right = 0;
   for (const char* label : {"General", "Appearance", "Keys", "Advanced"}) {
     EXPECT_GT(tab(label).x(), right);
@@ -119,14 +119,14 @@ TEST_F(PreferencesWindowTest, ArrowKeysMoveAlongTheTabs) {
   EXPECT_EQ(selected(), 0);
 }
 
-TEST_F(PreferencesWindowTest, ATabThatThereIsNotChangesNothing) {
+TEST_F(PreferencesWindowTest, IgnoresATabIndexOutOfRange) {
   window->view().setSelectedTab(2);
   window->view().setSelectedTab(4);
   window->view().setSelectedTab(-1);
   EXPECT_EQ(selected(), 2);
 }
 
-TEST_F(PreferencesWindowTest, EscapeHidesItAndItKeepsItsTab) {
+TEST_F(PreferencesWindowTest, EscapeHidesItWithoutChangingItsTab) {
   test::click(tab("Keys"));
   test::press(*window, Qt::Key_Escape);
   EXPECT_FALSE(window->isVisible());
@@ -154,7 +154,7 @@ TEST_F(PreferencesWindowTest, OpensWhereItWasLeft) {
   turn();
   window->close();
   EXPECT_EQ(fileContent()["preferencesPlace"], std::to_string(left.x()) + "," + std::to_string(left.y()));
-  window->move(left + QPoint(5, 5));  // as a window manager may on hiding
+  window->move(left + QPoint(5, 5));  // as a window manager may do on hiding
   window->show();
   EXPECT_EQ(window->pos(), left);
   PreferencesWindow next(config, defaults, shells);
@@ -162,7 +162,7 @@ TEST_F(PreferencesWindowTest, OpensWhereItWasLeft) {
   EXPECT_EQ(next.pos(), left);
 }
 
-TEST_F(PreferencesWindowTest, RemembersWhereItWasWhenTheApplicationEnds) {
+TEST_F(PreferencesWindowTest, RemembersItsPositionWhenTheApplicationQuits) {
   const QPoint left = window->pos() + QPoint(12, 34);
   window->move(left);
   turn();
@@ -170,7 +170,7 @@ TEST_F(PreferencesWindowTest, RemembersWhereItWasWhenTheApplicationEnds) {
   EXPECT_EQ(fileContent()["preferencesPlace"], std::to_string(left.x()) + "," + std::to_string(left.y()));
 }
 
-TEST_F(PreferencesWindowTest, OpensWhereTheDesktopPutsItWhenItsScreenIsGone) {
+TEST_F(PreferencesWindowTest, OpensWhereTheDesktopPutsItIfItsScreenIsGone) {
   const QPoint usual = window->pos();
   for (const char* stored : {"900000,900000", "-900000,0", "anything"}) {
     defaults.setString("preferencesPlace", stored);

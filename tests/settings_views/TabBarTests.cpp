@@ -7,7 +7,7 @@
 namespace zolt {
 namespace {
 
-TEST(TabButtons, AreNamedPageTabsToAScreenReader) {
+TEST(TabButtons, AreNamedPageTabsForScreenReaders) {
   PreferencesTabBar bar;
   TabButton* first = bar.addTab(QStringLiteral("First"), QStringLiteral("gear"), {});
   TabButton* second = bar.addTab(QStringLiteral("Second"), QStringLiteral("app"), {});

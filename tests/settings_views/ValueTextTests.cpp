@@ -18,7 +18,7 @@ TEST(ValueTexts, DropTheFractionTowardsZero) {
   EXPECT_EQ(truncated(-0.5), 0);
 }
 
-TEST(ValueTexts, StayInTheRangeOfWholeNumbersWhateverTheValue) {
+TEST(ValueTexts, AreClampedToTheRangeOfWholeNumbers) {
   EXPECT_EQ(truncated(1e300), kMax);
   EXPECT_EQ(truncated(9223372036854775808.0), kMax);
   EXPECT_EQ(truncated(9223372036854774784.0), 9223372036854774784);
@@ -40,7 +40,7 @@ TEST(ValueTexts, ShowPointsDecimalsAndPercent) {
   EXPECT_EQ(percentText(kInfinity), QStringLiteral("9223372036854775807%"));
 }
 
-TEST(ValueTexts, PercentIsCutAfterTheMultiplicationAndSoMayBeOneLess) {
+TEST(ValueTexts, PercentIsTruncatedAfterTheMultiplicationAndSoMayBeOneLess) {
   EXPECT_EQ(percentText(0.29), QStringLiteral("28%"));
   EXPECT_EQ(percentText(0.57), QStringLiteral("56%"));
   EXPECT_EQ(percentText(0.5), QStringLiteral("50%"));

@@ -11,7 +11,7 @@ namespace {
 constexpr QSize kSize(600, 450);
 const std::array kScreens{QRect(0, 0, 1920, 1040), QRect(1920, 0, 1280, 1024)};
 
-TEST(WindowPlace, IsReadBackAsItWasWritten) {
+TEST(WindowPlace, RoundTripsThroughItsText) {
   for (const QPoint place : {QPoint(0, 0), QPoint(120, 80), QPoint(-1500, -3),
                              QPoint(std::numeric_limits<int>::max(), std::numeric_limits<int>::min())}) {
     EXPECT_EQ(placeOf(placeText(place)), place);
@@ -25,7 +25,7 @@ TEST(WindowPlace, IsNothingForAnyOtherText) {
   }
 }
 
-TEST(WindowPlace, StaysWhereAScreenShowsAllOfTheWindow) {
+TEST(WindowPlace, IsKeptIfAScreenShowsAllOfTheWindow) {
   for (const QPoint place : {QPoint(0, 0), QPoint(700, 300), QPoint(1320, 590), QPoint(2000, 100)}) {
     EXPECT_EQ(placeOnScreens(place, kSize, kScreens), place);
   }
@@ -38,7 +38,7 @@ TEST(WindowPlace, MovesOntoTheScreenThatShowsMostOfTheWindow) {
   EXPECT_EQ(placeOnScreens(QPoint(3000, 900), kSize, kScreens), QPoint(2600, 574));
 }
 
-TEST(WindowPlace, IsNoneWhereNoScreenIsAnyMore) {
+TEST(WindowPlace, IsNothingIfItsScreenIsGone) {
   const std::array left{kScreens[0]};
   EXPECT_EQ(placeOnScreens(QPoint(2000, 100), kSize, left), std::nullopt);
   EXPECT_EQ(placeOnScreens(QPoint(0, 2000), kSize, left), std::nullopt);
@@ -47,7 +47,7 @@ TEST(WindowPlace, IsNoneWhereNoScreenIsAnyMore) {
   EXPECT_EQ(placeOnScreens(QPoint(0, 0), kSize, {}), std::nullopt);
 }
 
-TEST(WindowPlace, KeepsTheTitleOnAScreenThatIsTooSmall) {
+TEST(WindowPlace, KeepsTheTitleBarVisibleOnAScreenThatIsTooSmall) {
   const std::array small{QRect(10, 20, 400, 300)};
   EXPECT_EQ(placeOnScreens(QPoint(100, 100), kSize, small), QPoint(10, 20));
 }

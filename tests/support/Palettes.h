@@ -5,7 +5,7 @@
 
 namespace zolt::test {
 
-/// What a dark desktop gives its applications.
+/// The palette of applications on a dark desktop.
 inline QPalette darkPalette() {
   const QColor text(0xEE, 0xEE, 0xEE);
   QPalette palette(QColor(0x3A, 0x3A, 0x3A), QColor(0x2B, 0x2B, 0x2B));

@@ -11,7 +11,8 @@ namespace zolt::test {
 
 namespace {
 
-// Fields 3 and 4 of /proc/PID/stat: the state, and the parent. The name before them may hold anything but a last ')'.
+// Fields 3 and 4 of /proc/PID/stat: the state, and the parent. The name before them may contain anything, so they begin
+// after the last ')'.
 bool readStat(const std::string& pid, char& state, pid_t& parent) {
   const std::string content = fileContent("/proc/" + pid + "/stat");
   const std::size_t nameEnd = content.rfind(')');

@@ -7,21 +7,21 @@
 
 namespace zolt::test {
 
-/// Whether a process with this number exists, a zombie included.
+/// Whether a process with this PID exists, even as a zombie.
 bool processExists(pid_t pid);
-/// Whether a process with this number exists and has not ended; one that nobody has reaped yet has.
+/// Whether a process with this PID is running; a zombie is not.
 bool processRuns(pid_t pid);
-/// Children of this process, of any state, by /proc.
+/// Children of this process in any state, read from /proc.
 std::vector<pid_t> childProcesses();
 /// Children of the process `parent`.
 std::vector<pid_t> childProcesses(pid_t parent);
-/// The name of the program that a process runs, at most 15 characters of it; empty when there is no such process.
+/// The name of a process's program, truncated to 15 characters; empty if there is no such process.
 std::string programName(pid_t pid);
-/// Children of this process that have ended and were not reaped.
+/// Children of this process that have ended and have not been reaped.
 std::vector<pid_t> zombies();
 /// The number of descriptors that this process has open.
 std::size_t openDescriptors();
-/// The whole content of a file; empty when it cannot be read.
+/// The content of a file; empty if it cannot be read.
 std::string fileContent(const std::string& path);
 
 }  // namespace zolt::test

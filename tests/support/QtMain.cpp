@@ -1,4 +1,4 @@
-// The main of every test program that needs Qt: an application object, and no warning of Qt's goes unnoticed.
+// The main of every test program that needs Qt: an application object, and any unexpected Qt warning is a failure.
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -6,8 +6,8 @@
 
 #include "support/TestEnvironment.h"
 
-// The sanitizers read their suppressions before main() runs: from here in this program, from the environment in those
-// it starts.
+// The sanitizers read their suppressions before main() runs: from here in this program, from the environment in its
+// children.
 extern "C" __attribute__((visibility("default"))) const char* __tsan_default_options() {
   return ZOLT_TSAN_OPTIONS;
 }
@@ -19,7 +19,7 @@ namespace {
 
 void failOnWarning(QtMsgType type, const QMessageLogContext&, const QString& message) {
   const std::string text = message.toStdString();
-  // The offscreen platform has no window manager and says so; nothing is wrong with that.
+  // The offscreen platform has no window manager and warns about it, which is harmless.
   const bool expected = text.starts_with("This plugin does not support");
   if (type == QtWarningMsg || type == QtCriticalMsg) {
     if (!expected) ADD_FAILURE() << "Qt warned: " << text;

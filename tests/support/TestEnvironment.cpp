@@ -51,7 +51,7 @@ TestEnvironment::TestEnvironment() {
   for (const QString& name : QProcessEnvironment::systemEnvironment().keys()) {
     if (!isKept(name.toStdString())) qunsetenv(name.toUtf8());
   }
-  // A death test's child is this program once more: it shares its parent's folder, which it could not clear away.
+  // A death test's child is this program again: it uses its parent's folder, as it could not remove one of its own.
   QString folder = qEnvironmentVariable(kFolderVariable);
   if (folder.isEmpty()) {
     m_folder.emplace(QDir::tempPath() + QStringLiteral("/zolt-test-XXXXXX"));
@@ -76,7 +76,7 @@ QString TestEnvironment::fontFamily() {
 
 bool TestEnvironment::hasFontFamily() {
 #ifdef Q_OS_MACOS
-  return true;  // where the system alone chooses the fonts
+  return true;  // there the system chooses the fonts
 #else
   if (!QFile::exists(fontConfiguration())) {
     std::fprintf(stderr, "There is no %s: configure with ZOLT_TEST_FONT set, as ./test does.\n",

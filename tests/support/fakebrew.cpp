@@ -1,4 +1,4 @@
-// Homebrew's tool for tests and pictures: prints what the files of a folder say. Set by the environment:
+// A fake brew for tests and pictures: prints the files of a folder. Configured by the environment:
 //
 //   FAKEBREW_DATA          the folder: COMMAND-FLAG.txt ("list-formula.txt", "outdated-json.txt", "search.txt"), and
 //                          info/NAME.txt; a package without a file has a made-up description and version
@@ -41,7 +41,7 @@ std::ifstream dataFile(const std::string& name) {
   return std::ifstream(variable("FAKEBREW_DATA") + "/" + name, std::ios::binary);
 }
 
-// False when there is no such file.
+// False if there is no such file.
 bool printFile(const std::string& name) {
   std::ifstream file = dataFile(name);
   if (!file) return false;

@@ -32,7 +32,7 @@ class Portal : public QDBusVirtualObject {
     if (message.interface() != QLatin1String(kInterface) || !asksForScheme) return false;
     const QVariant value = QVariant::fromValue(QDBusVariant(m_preference));
     if (message.member() == QLatin1String("ReadOne") && !m_oldVersion) return bus.send(message.createReply(value));
-    // The older method wraps its value twice.
+    // The older method wraps its value in two variants.
     if (message.member() == QLatin1String("Read")) {
       return bus.send(message.createReply(QVariant::fromValue(QDBusVariant(value))));
     }
@@ -72,7 +72,7 @@ int main(int argc, char** argv) {
       QCoreApplication::quit();
       return;
     }
-    // Several lines may have come at once.
+    // Several lines may have arrived at once.
     const QList<QByteArray> lines = QByteArray(buffer, static_cast<qsizetype>(got)).trimmed().split('\n');
     for (const QByteArray& line : lines) {
       portal.change(line.toUInt(), bus);
