@@ -164,7 +164,7 @@ int main(int argc, char** argv) {
   }
   zolt::bench::printRow("brew: refresh, 103 processes / bare spawn loop", zolt::bench::median(ratios), "times", 1.3,
                         true);
-  zolt::bench::printRow("brew: longest hold-up of the main thread", heldUp.wallMs, "ms", 5, true);
+  zolt::bench::printRow("brew: longest stall of the main thread", heldUp.wallMs, "ms", 5, true);
   char fact[64];
   std::snprintf(fact, sizeof fact, "%.1f ms", heldUp.cpuMs);
   zolt::bench::printFact("  of which it worked itself", fact);

@@ -19,7 +19,7 @@ QString flagOf(BrewPackageType type) {
   return type == BrewPackageType::Cask ? QStringLiteral("--cask") : QStringLiteral("--formula");
 }
 
-// The candidates in their order, each time anew.
+// Checks the candidates in order, every time.
 std::string brewPath(const std::vector<std::string>& candidates) {
   const auto found = std::ranges::find_if(candidates, isExecutableFile);
   return found == candidates.end() ? "brew" : *found;
@@ -45,8 +45,8 @@ int BrewManager::detailsAtOnce() {
 }
 
 BrewManager& BrewManager::shared() {
-  // Lives as long as the process: sidebars of all windows share it.
-  // A queue of its own: commands that hang, one for each key that was typed, keep nobody else waiting.
+  // Never destroyed: the sidebars of all windows share it. A separate queue: commands that hang (there may be one per
+  // key typed) must not block other work.
   static auto* queue = new WorkerQueue(WorkerQueue::utilityThreads);
   static auto* manager = new BrewManager({"/opt/homebrew/bin/brew", "/usr/local/bin/brew"}, *queue);
   return *manager;
@@ -87,7 +87,7 @@ void BrewManager::checkOutdated() {
 void BrewManager::loadInstalledPackages() {
   publish(m_isLoading, true);
   setStatus(QStringLiteral("Loading installed packages..."));
-  // Each refresh has its own: one whose commands hang keeps no other waiting.
+  // One queue per refresh, so that hanging commands of one do not delay the next.
   const auto details = std::make_shared<NarrowQueue>(m_queue, detailsAtOnce());
   for (const BrewPackageType type : {BrewPackageType::Formula, BrewPackageType::Cask}) {
     runBrewCommand({QStringLiteral("list"), flagOf(type)},

@@ -22,7 +22,7 @@ class BrewManager : public QObject {
   Q_OBJECT
 
  public:
-  /// A command's output as trimmed text; absent when it could not be launched or its output is not UTF-8.
+  /// A command's output as trimmed text; absent if it could not be launched or its output is not UTF-8.
   using Completion = std::function<void(const std::optional<QString>& output)>;
 
   /// Uses the first of `candidates` that is executable, or the bare word "brew" if none is, and refreshes at once.
@@ -32,8 +32,8 @@ class BrewManager : public QObject {
   /// The process-wide manager for the tool's two usual locations, created on first use.
   static BrewManager& shared();
 
-  /// How many details of one refresh are asked for at once. Each keeps a processor busy, so more than there are
-  /// processors gain nothing, and a hundred at once hold up the window whatever their priority.
+  /// How many details of one refresh are requested at once. Each keeps a processor busy, so more than there are
+  /// processors gain nothing, and a hundred at once stall the window whatever their priority.
   static int detailsAtOnce();
 
   /// Reloads everything: the installed packages with their details, and the check for outdated packages.
@@ -44,12 +44,12 @@ class BrewManager : public QObject {
   /// Searches for `query` exactly as given; an empty query clears the results at once.
   void search(const QString& query);
   void install(const BrewPackage& package);
-  /// By name alone, regardless of the package's type, deliberately.
+  /// By name only, deliberately regardless of the package's type.
   void upgrade(const BrewPackage& package);
   void upgradeAll();
 
-  /// Runs the tool with `arguments` and calls `completion` on the main thread, unless the manager is gone before the
-  /// command is started.
+  /// Runs brew with `arguments` and calls `completion` on the main thread. Does nothing if the manager is gone before
+  /// the command starts.
   void runBrewCommand(const QStringList& arguments, Completion completion);
 
   /// In the order in which their details arrived.

@@ -15,7 +15,7 @@ bool isWhiteSpace(QChar c) {
   return c == QLatin1Char('\t') || c.category() == QChar::Separator_Space;
 }
 
-// Blanks and tabs only; `QString::trimmed` takes newlines, too.
+// Blanks and tabs only; `QString::trimmed` would also remove newlines.
 QString withoutWhiteSpace(QStringView text) {
   while (!text.isEmpty() && isWhiteSpace(text.front())) {
     text = text.mid(1);

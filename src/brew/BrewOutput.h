@@ -10,7 +10,7 @@
 
 namespace zolt {
 
-/// Parsers for the output of Homebrew's tool. Pure functions.
+/// Parsers for brew's output. Pure functions.
 
 /// The output as text, with white space and newlines trimmed from both ends; absent unless all of it is valid UTF-8.
 std::optional<QString> textOfBrewOutput(const QByteArray& bytes);

@@ -12,7 +12,7 @@ enum class BrewPackageType {
   Cask,     ///< an application
 };
 
-/// One Homebrew package, built from the tool's output. A value. Two values are the same package only if their ids are
+/// One Homebrew package, built from brew's output. A value. Two values are the same package only if their ids are
 /// equal, and every value built from output has a new id.
 struct BrewPackage {
   QUuid id;

@@ -19,7 +19,7 @@ std::optional<Case> caseNamed(std::string_view name) {
   return found == cases.end() ? std::nullopt : std::optional(found->first);
 }
 
-// One a type: how a stored value becomes the setting's. An unknown case changes nothing.
+// One per type: loads a stored value. An unknown case changes nothing.
 template <class Case>
 requires std::is_enum_v<Case>
 void load(const UserDefaults& defaults, Config::Published<Case>& setting) {
@@ -49,7 +49,7 @@ void load(const UserDefaults& defaults, Config::Published<std::string>& setting)
   setting = defaults.stringForKey(setting.row().key).value_or(setting.row().initial);
 }
 
-// One a type: how a value is stored.
+// One per type: stores a value.
 template <class Case>
 requires std::is_enum_v<Case>
 void store(UserDefaults& defaults, const char* key, Case value) {
@@ -98,7 +98,7 @@ std::optional<Config::CursorStyle> cursorStyleOf(std::string_view rawValue) {
 Config::Config(UserDefaults& defaults) : m_defaults(defaults) {}
 
 Config& Config::shared() {
-  // Lives as long as the process.
+  // Never destroyed.
   static auto* config = new Config(UserDefaults::standard());
   return *config;
 }

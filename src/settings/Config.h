@@ -23,7 +23,7 @@ class Config : public QObject {
   Q_OBJECT
 
  public:
-  /// In the order in which they are offered.
+  /// In display order.
   enum class ColorScheme { Dark, Light, System };
   enum class CursorStyle { Block, Line, Bar };
 
@@ -52,7 +52,7 @@ class Config : public QObject {
   struct Row {
     const char* key;      ///< in the stored settings, and the name of the control
     const char* label;    ///< in the preferences
-    const char* section;  ///< that shows it there
+    const char* section;  ///< its section there
     T initial;  ///< also stands in for a missing text and for a number that is absent or 0; what a reset restores
     Saving saving = Saving::WithOthers;
     int resetPosition = 0;  ///< counted from 1; 0: a reset leaves the value alone
@@ -90,7 +90,7 @@ class Config : public QObject {
   /// The initial values; `defaults`, which must outlive the store, is not read.
   explicit Config(UserDefaults& defaults);
 
-  /// The process's one store, over the user's own settings; made on first use.
+  /// The process's shared store, with the user's own settings; created on first use.
   static Config& shared();
 
   /// Every setting, in the order of the table, in which they are loaded and saved.
@@ -105,13 +105,13 @@ class Config : public QObject {
   void assignDefaults();
 
  private:
-  // Before the settings, which enter themselves here.
+  // Declared before the settings, which register themselves here.
   UserDefaults& m_defaults;
   std::vector<Setting> m_settings;
 
  public:
-  // The settings table, one row a setting: key, label, section, initial value, saving, place in a reset, range. The
-  // line spacing is deliberately a value of this run alone.
+  // The settings table, one row per setting: key, label, section, initial value, saving, place in a reset, range. The
+  // line spacing is deliberately not stored.
   // clang-format off
   Published<ColorScheme>  theme{          *this, {"theme",           "Color Scheme",     "Theme",    ColorScheme::Dark,  Saving::OnChange,   3}};
   Published<double>       fontSize{       *this, {"fontSize",        "Size",             "Font",     14.0,               Saving::OnChange,   1, {8, 72, 1}}};
@@ -125,7 +125,7 @@ class Config : public QObject {
   // clang-format on
 
  Q_SIGNALS:
-  /// Before a property takes a value.
+  /// Before a property changes.
   void objectWillChange();
 };
 

@@ -5,8 +5,8 @@
 
 namespace zolt {
 
-/// Shortcuts for the command key with `key` and perhaps `Qt::SHIFT`: Command on macOS; elsewhere Ctrl+Shift, for
-/// Control alone belongs to the shell, and the Super key. The first is the one to show.
+/// Shortcuts for a command, with `key` and perhaps `Qt::SHIFT`: Command+key on macOS; elsewhere Ctrl+Shift+key (Ctrl
+/// alone belongs to the shell) and Super+key. The first is the one shown in menus.
 QList<QKeySequence> commandShortcuts(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
 }  // namespace zolt

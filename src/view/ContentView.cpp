@@ -74,7 +74,7 @@ bool ContentView::isKeyboardInSidebar() const {
   return holder != nullptr && m_sidebar->isAncestorOf(holder);
 }
 
-// Moves the keyboard from the terminal to the sidebar or back.
+// Moves the focus from the terminal to the sidebar or back.
 void ContentView::moveKeyboard() {
   if (isKeyboardInSidebar()) {
     textView().setFocus();
@@ -83,7 +83,7 @@ void ContentView::moveKeyboard() {
   }
 }
 
-// Escape, where the sidebar has no use for it, goes back to the terminal.
+// Escape that the sidebar does not handle returns to the terminal.
 void ContentView::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape && isKeyboardInSidebar()) {
     textView().setFocus();
@@ -107,8 +107,8 @@ void ContentView::ensureTerminal() {
   m_terminal = m_makeTerminal(TextCanvas::gridSizeFor(size(), devicePixelRatioF()));
   m_container = new TerminalContainerView(*m_terminal, this);
   layout()->addWidget(m_container);
-  // Laid out in the same turn of the event loop, or the shell would be told the canvas's size from before the layout.
-  // Shown first, because a hidden widget is not laid out.
+  // Show, then lay out at once: a hidden widget has no layout, and without one the canvas would report its old size to
+  // the shell.
   m_container->show();
   layout()->activate();
   setFocusProxy(m_container);

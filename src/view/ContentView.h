@@ -15,28 +15,28 @@ namespace zolt {
 
 /// The content of a terminal window: its terminal, on black, and beside it the sidebar while that is shown.
 ///
-/// Owns the terminal's controller, which is made when the view is first shown, or asked for. Reacts to the
-/// notifications of Notifications.h: every view clears its terminal, every view shows or hides its sidebar. Main
-/// thread.
+/// Owns the terminal's controller, which is created when the view is first shown or the controller is first requested.
+/// Reacts to the notifications of Notifications.h; each of them reaches every window: all clear their terminal, all
+/// toggle their sidebar. Main thread.
 class ContentView : public QWidget {
   Q_OBJECT
 
  public:
-  /// Makes the controller of a terminal that has this size from its start.
+  /// Creates a terminal's controller; the terminal has this size from the start.
   using MakeTerminal = std::function<std::unique_ptr<TerminalController>(const TerminalSize& size)>;
 
   /// `defaults` must outlive the view.
   ContentView(MakeTerminal makeTerminal, UserDefaults& defaults, QWidget* parent = nullptr);
-  /// Over the user's own settings.
+  /// Uses the user's own settings.
   explicit ContentView(MakeTerminal makeTerminal, QWidget* parent = nullptr);
   ~ContentView() override;
 
   TerminalController& terminal();
   TerminalNSTextView& textView();
   bool showsBrewSidebar() const { return m_sidebar->isRevealed(); }
-  /// Where the keyboard is in the sidebar, hiding it gives the keyboard to the terminal.
+  /// If the focus is in the sidebar, hiding it moves the focus to the terminal.
   void setShowsBrewSidebar(bool shown);
-  /// The chosen theme's name, "Dark" unless stored otherwise. Nothing is drawn after it.
+  /// The chosen theme's name, "Dark" unless stored otherwise. Drawing does not use it.
   std::string selectedTheme() const { return m_selectedTheme.value(); }
 
  protected:
@@ -53,7 +53,7 @@ class ContentView : public QWidget {
   std::unique_ptr<TerminalController> m_terminal;
   StoredString m_selectedTheme;
   SidebarSlot* m_sidebar;                        // a child
-  QShortcut* m_otherPane;                        // a child, enabled while there is another
+  QShortcut* m_otherPane;                        // a child, enabled while there is another pane
   TerminalContainerView* m_container = nullptr;  // a child, once there is a terminal
 };
 

@@ -7,7 +7,7 @@ namespace zolt {
 
 namespace {
 
-// The bar and the scroll bar are brought up to date this often while a search goes on.
+// How often the bar and the scroll bar are updated during a search.
 constexpr std::chrono::milliseconds kShownEvery{80};
 constexpr std::uint64_t kLongestPhrase = 200;  // characters
 constexpr int kAroundBar = 4;                  // logical pixels between the bar and a match
@@ -31,7 +31,7 @@ Finder::Finder(TerminalNSTextView& view, Clock& clock)
   connect(&m_session, &FindSession::resultsChanged, this, &Finder::searchChanged);
   connect(&m_session, &FindSession::currentChanged, this, &Finder::showCurrent);
   connect(&m_session, &FindSession::gaveUp, this, [this] {
-    if (m_bar) m_bar->showProblem(tr("This expression takes too long on lines as long as these."));
+    if (m_bar) m_bar->showProblem(tr("This expression takes too long on lines of this length."));
   });
   connect(&m_view, &TerminalNSTextView::textAppended, &m_session, &FindSession::textGrew);
   m_view.installEventFilter(this);

@@ -17,15 +17,15 @@ class Finder : public QObject {
   Q_OBJECT
 
  public:
-  /// `view` must outlive the finder; its parent is what the bar is laid on.
+  /// `view` must outlive the finder; the bar is laid over the view's parent.
   explicit Finder(TerminalNSTextView& view, Clock& clock = Clock::steady());
   ~Finder() override;
 
-  /// Shows the bar and gives it the keyboard. A selection within one line becomes the query.
+  /// Shows the bar and gives it the focus. A selection within one line becomes the query.
   void open();
-  /// Searches for the selection; the terminal keeps the keyboard.
+  /// Searches for the selection; the terminal keeps the focus.
   void findSelection();
-  /// Go to the next or previous match, or open the bar when it is closed.
+  /// Go to the next or previous match, or open the bar if it is closed.
   void next();
   void previous();
   /// Hides the bar and selects the current match.

@@ -15,7 +15,7 @@ struct KeyRow {
 constexpr std::array kKeys{
     KeyRow{Qt::Key_Return, KeyCode::Return},
     KeyRow{Qt::Key_Tab, KeyCode::Tab},
-    KeyRow{Qt::Key_Backtab, KeyCode::Tab},  // Tab with Shift: modifiers do not count
+    KeyRow{Qt::Key_Backtab, KeyCode::Tab},  // Shift+Tab: modifiers are ignored
     KeyRow{Qt::Key_Backspace, KeyCode::Delete},
     KeyRow{Qt::Key_Escape, KeyCode::Escape},
     KeyRow{Qt::Key_Home, KeyCode::Home},
@@ -72,8 +72,7 @@ QString charactersIgnoringModifiers(const QKeyEvent& event) {
     default:
       break;
   }
-  // Below this, Qt's key codes are the Unicode scalars of the keys' symbols, letters in upper case; above, keys have
-  // none.
+  // Below this, Qt's key codes are Unicode code points (letters in upper case); above it, keys have no character.
   if (key < 0x20 || key >= 0x01000000) return {};
   const char32_t symbol = static_cast<char32_t>(key);
   const QString characters = QString::fromUcs4(&symbol, 1);

@@ -6,7 +6,7 @@
 
 namespace zolt {
 
-/// Hardware key codes of the keys that send sequences of their own, as one numbering for every platform.
+/// Hardware key codes of the keys that send their own sequences, in one numbering for all platforms.
 enum class KeyCode : int {
   Return = 36,
   Tab = 48,
@@ -23,13 +23,13 @@ enum class KeyCode : int {
   UpArrow = 126,
 };
 
-/// The key code of a key press; nothing for every other key, the keypad's and the function keys included.
+/// The key code of a key press; nothing for keys not listed above, which include the keypad and the function keys.
 std::optional<KeyCode> keyCodeOf(const QKeyEvent& event);
 
-/// Whether the Control key is held: not the Command key of macOS.
+/// Whether the Control key is held; on macOS that is not the Command key.
 bool hasControl(const QKeyEvent& event);
 
-/// The characters that the key gives without its modifiers, Shift excepted; empty for a key that gives none.
+/// The characters that the key produces without modifiers other than Shift; empty if it produces none.
 QString charactersIgnoringModifiers(const QKeyEvent& event);
 
 }  // namespace zolt

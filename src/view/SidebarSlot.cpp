@@ -34,7 +34,7 @@ void SidebarSlot::setRevealed(bool revealed) {
     m_content->show();
   }
   show();
-  // A toggle in the middle of a slide turns it around where it is.
+  // Toggling during the animation reverses it from its current position.
   m_animation.stop();
   m_animation.setStartValue(width());
   m_animation.setEndValue(revealed ? fullWidth : 0);

@@ -19,14 +19,14 @@ class SidebarSlot : public QWidget {
   explicit SidebarSlot(MakeContent makeContent, QWidget* parent = nullptr);
 
   bool isRevealed() const { return m_revealed; }
-  /// Null while there is none.
+  /// Null while hidden.
   QWidget* content() const { return m_content; }
   bool isMoving() const { return m_animation.state() == QAbstractAnimation::Running; }
-  /// Slides in or out; in one step where the desktop has animations turned off, or while the slot is not on screen.
+  /// Slides in or out; in one step if the desktop has animations turned off or the slot is not on screen.
   void setRevealed(bool revealed);
 
  Q_SIGNALS:
-  /// Before the width changes for the first time, and after it has changed for the last.
+  /// Emitted before the first and after the last change of width.
   void aboutToMove();
   void atRest();
 

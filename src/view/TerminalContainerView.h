@@ -8,7 +8,7 @@
 
 namespace zolt {
 
-/// Gives a terminal's text view all the space there is, and finds in its text.
+/// Fills its area with a terminal's text view, and finds in its text.
 class TerminalContainerView : public QWidget {
   Q_OBJECT
 

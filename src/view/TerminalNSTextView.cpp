@@ -40,7 +40,7 @@ std::string firstCharacter(const QString& text) {
   return text.left(characters.toNextBoundary()).toStdString();
 }
 
-// What memory has no room for goes to the user's cache folder, in a file without a name.
+// History beyond the memory budget goes to an unlinked file in the user's cache folder.
 HistorySettings historySettings() {
   const QString caches = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
   return {.folder =
@@ -75,7 +75,7 @@ void TerminalNSTextView::keyDown(const QKeyEvent& event) {
 }
 
 std::optional<TerminalKey> TerminalNSTextView::handleSpecialKey(const QKeyEvent& event) {
-  // Control first: with any of the keys below it sends a control byte, where the key has a character at all.
+  // Control is tested first: with any key that has a character, including those below, it sends a control byte.
   if (hasControl(event)) {
     if (const QString characters = charactersIgnoringModifiers(event); !characters.isEmpty()) {
       return TerminalKey::ctrl(firstCharacter(characters));

@@ -18,13 +18,13 @@ class TerminalNSTextView : public TextCanvas {
   explicit TerminalNSTextView(QWidget* parent = nullptr, Clock& clock = Clock::steady());
   ~TerminalNSTextView() override;
 
-  /// Receives the input; none at first.
+  /// Receives the input; null at first.
   QPointer<TerminalController> terminal;
 
   bool acceptsFirstResponder() const { return true; }
 
   const TextStorage& textStorage() const { return *m_storage; }
-  /// Appends to the end of the text; nothing ever removes any of it.
+  /// Appends to the end of the text; nothing is ever removed.
   void append(const AttributedString& text);
 
  Q_SIGNALS:

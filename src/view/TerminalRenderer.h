@@ -2,7 +2,7 @@
 
 namespace zolt {
 
-/// Holds a renderer's font size, in logical pixels. Declared for renderers to come; nothing makes one yet.
+/// Holds a renderer's font size, in logical pixels. Declared for future renderers; nothing creates one yet.
 class TerminalRenderer {
  public:
   explicit TerminalRenderer(double size) : fontSize(size) {}

@@ -16,7 +16,8 @@ TerminalNSTextView* TerminalTextView::makeNSView(Coordinator& coordinator, QWidg
   coordinator.terminal = m_terminal;
   QObject::connect(view, &TextCanvas::gridSizeChanged, m_terminal,
                    [terminal = m_terminal](const TerminalSize& size) { terminal->resize(size); });
-  // One more turn of the main queue for each chunk, in order: the view changes apart from the session's delivery.
+  // Each chunk takes one more turn of the main queue, in order, so that the view never changes inside the session's
+  // delivery.
   const MainQueue::Owner owner(&coordinator);
   m_terminal->ptySession().onOutput = [&coordinator, owner](const Bytes& chunk) {
     MainQueue::async(owner, [&coordinator, chunk] { coordinator.appendOutput(chunk); });

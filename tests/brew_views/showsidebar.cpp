@@ -1,5 +1,5 @@
-// Saves a picture of the Homebrew sidebar: showsidebar TAB TEXT light|dark BREW FILE.png TAB is the segment's index,
-// TEXT is typed into its field, BREW is the brew to run.
+// Saves a picture of the Homebrew sidebar: showsidebar TAB TEXT light|dark BREW FILE.png
+// TAB is the segment's index, TEXT is typed into its field, BREW is the brew to run.
 #include <QApplication>
 #include <QTest>
 #include <cstdio>

@@ -1,6 +1,7 @@
-// Saves a picture of the preferences window, with its own settings in a temporary folder: showpreferences TAB
-// light|dark FILE.png [SCALE [SCROLL [KEYS]]] TAB is the tab's index, SCROLL how far down its form is scrolled, in
-// logical pixels, KEYS how often the Tab key is pressed.
+// Saves a picture of the preferences window, with its own settings in a temporary folder:
+// showpreferences TAB light|dark FILE.png [SCALE [SCROLL [KEYS]]]
+// TAB is the tab's index, SCROLL how far down its form is scrolled, in logical pixels, KEYS how often the Tab key is
+// pressed.
 #include <QApplication>
 #include <QScrollArea>
 #include <QScrollBar>

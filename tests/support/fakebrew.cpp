@@ -3,13 +3,13 @@
 //   FAKEBREW_DATA          the folder: COMMAND-FLAG.txt ("list-formula.txt", "outdated-json.txt", "search.txt"), and
 //                          info/NAME.txt; a package without a file has a made-up description and version
 //   FAKEBREW_LOG           a file to which each call appends its arguments: one line, each argument in brackets
-//   FAKEBREW_MODE          normal, or: slow (half a second first), floods (8 MiB), bytes (no UTF-8), fails (a message
+//   FAKEBREW_MODE          normal, or: slow (half a second first), floods (8 MiB), bytes (invalid UTF-8), fails (a message
 //                          on the error stream, status 1), warns (a warning on the error stream between the lines),
 //                          silent (nothing), hangs (waits, with a child of its own), deaf (as hangs, and ignores the
 //                          signals that ask it to end), finishes (waits for the folder's file "go", floods, and logs
 //                          "finished"), works (keeps a processor busy for 20 ms first), unwinds (waits for an
 //                          interrupt, finishes then, and logs each interrupt)
-//   FAKEBREW_MODE_COMMAND  the same for one command ("FAKEBREW_MODE_search")
+//   FAKEBREW_MODE_COMMAND  a mode for one command ("FAKEBREW_MODE_search")
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -57,7 +57,7 @@ void note(const Arguments& arguments) {
     line.append("[").append(argument).append("]");
   }
   line += "\n";
-  // In one write: many of these run at once.
+  // In one write, since many of these run at once.
   const int log = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
   if (log < 0 || write(log, line.data(), line.size()) != static_cast<ssize_t>(line.size())) std::exit(3);
   close(log);

@@ -13,7 +13,7 @@ namespace zolt {
 struct BrewSection {
   QString header;
   std::vector<BrewPackage> packages;
-  std::optional<BrewPackageType> type;  ///< of all its rows; without, each package's own
+  std::optional<BrewPackageType> type;  ///< of all its rows; each package's own if absent
 };
 
 /// The rows of the sidebar's list, including headers. Replaced as a whole: a reload brings new packages.
@@ -37,7 +37,7 @@ class BrewListModel : public QAbstractListModel {
   QString headerAt(int row) const;
 
  private:
-  // Which section, and which package of it; -1 for its header.
+  // The section and the package in it; -1 for its header.
   struct Row {
     int section;
     int package;

@@ -52,7 +52,8 @@ QFont captionFont(const QFont& body) {
   return font;
 }
 
-// Centred on both lines; beside a name alone, centred on its capital letters, wherever the font has them in a line.
+// Centred on both lines; beside a name alone, centred on its capital letters, wherever the font places them in the
+// line.
 int iconTop(const QRect& room, const QFont& body, bool hasDescription) {
   const int middle = room.top() + (room.height() - kIconSize) / 2;
   if (hasDescription) return middle;
@@ -62,7 +63,7 @@ int iconTop(const QRect& room, const QFont& body, bool hasDescription) {
   return std::clamp(letters, room.top(), room.top() + room.height() - kIconSize);
 }
 
-// More than any row shows. A text may have any length, and measuring all of it would take long.
+// More than any row shows. A text may have any length, and measuring all of it would be slow.
 constexpr qsizetype kLongestShown = 1000;
 
 // Not clipped: the width fits, and some fonts draw a pixel below their own descent.

@@ -211,7 +211,7 @@ void BrewSidebarView::addContextActions(QMenu& menu, const BrewPackage& package)
     menu.addAction(tr("Upgrade All"), this, [this] { m_manager.upgradeAll(); });
   } else if (m_selectedTab == Search) {
     menu.addAction(tr("Install"), this, [this, package] { m_manager.install(package); });
-    // Its output is deliberately thrown away.
+    // Its output is deliberately discarded.
     menu.addAction(tr("Info"), this, [this, package] {
       m_manager.runBrewCommand({QStringLiteral("info"), package.name}, [](const std::optional<QString>&) {});
     });

@@ -19,7 +19,7 @@ class BrewSidebarView : public QWidget {
   Q_OBJECT
 
  public:
-  /// Over the process's shared manager, which this creates on first use.
+  /// Uses the process's shared manager, creating it if needed.
   explicit BrewSidebarView(QWidget* parent = nullptr);
   /// `manager` must outlive the view.
   explicit BrewSidebarView(BrewManager& manager, QWidget* parent = nullptr);
@@ -31,12 +31,12 @@ class BrewSidebarView : public QWidget {
   QWidget* makePlaceholder();
   QWidget* makeStatusBar();
   void searchTextChanged(const QString& text);
-  /// Redraws in a later turn of the event loop, once for all changes until then.
+  /// Schedules a refresh in a later turn of the event loop; changes until then are merged.
   void redrawLater();
   void redraw();
   std::vector<BrewSection> sections() const;
   void showContextMenu(const QPoint& point);
-  /// At `point` of the list.
+  /// Opens the menu at `point` of the list.
   void openMenuOf(const QModelIndex& index, const QPoint& point);
   void addContextActions(class QMenu& menu, const BrewPackage& package);
 

@@ -58,7 +58,7 @@ int CanvasAccessible::offsetAtPoint(const QPoint& point) const {
   return m_canvas.visibleOffsetOf(m_canvas.positionAt(inViewport));
 }
 
-// New output appears at the end: that is where a reader's attention belongs.
+// New output appears at the end, so the caret is reported there.
 int CanvasAccessible::cursorPosition() const {
   return characterCount();
 }

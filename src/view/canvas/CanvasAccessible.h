@@ -13,7 +13,7 @@ class CanvasAccessible : public QAccessibleWidget, public QAccessibleTextInterfa
  public:
   explicit CanvasAccessible(TextCanvas& canvas);
 
-  /// Makes text canvases known to the platform's accessibility: before the first of them is made.
+  /// Installs the accessibility factory for text canvases; call it before the first one is created.
   static void install();
 
   void* interface_cast(QAccessible::InterfaceType type) override;

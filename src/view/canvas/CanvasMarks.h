@@ -14,7 +14,7 @@ struct RowMarks {
   friend bool operator==(const RowMarks&, const RowMarks&) = default;
 };
 
-/// Tells a canvas what to mark. Main thread.
+/// Tells a canvas which matches to highlight. Main thread.
 class CanvasMarks {
  public:
   virtual ~CanvasMarks() = default;

@@ -7,7 +7,7 @@ namespace zolt {
 
 namespace {
 
-// The index in `before` of the first row of `after` that can be found there, as a distance in rows.
+// How many rows the first row of `after` that is found in `before` has moved.
 std::optional<std::ptrdiff_t> rowsMoved(const Frame& before, const Frame& after) {
   for (std::size_t i = 0; i < after.rows.size(); ++i) {
     const auto found = std::ranges::find_if(
@@ -43,7 +43,7 @@ FrameDamage compareFrames(const Frame& before, const Frame& after, DevicePixels 
                       before.rows[static_cast<std::size_t>(source)] == after.rows[i];
     if (!same || (!wasWhole && (isWholeAt(top) || damage.shift != DevicePixels(0)))) damage.dirtyRows.push_back(i);
   }
-  // What lies below the last row keeps its blank only if there were no more rows before.
+  // The area below the last row is still blank only if the previous frame had no more rows.
   if (before.rows.size() > after.rows.size() + static_cast<std::size_t>(std::max<std::ptrdiff_t>(*moved, 0))) {
     damage.everything = true;
   }

@@ -8,9 +8,9 @@
 
 namespace zolt {
 
-/// Decides when the next frame is made: at once after a pause, else once per refresh of the screen, however often it is
-/// asked for; once per two refreshes when frames have been asked for without a pause for a while. Nobody reads what
-/// scrolls past that fast, and the time is better spent on letting it through.
+/// Decides when the next frame is made: at once after a pause, otherwise at most once per screen refresh; in a
+/// sustained flood every second refresh, because nobody can read text at that speed and the time is better spent on
+/// throughput.
 class FramePacer {
  public:
   /// Calls `makeFrame` from the event loop.

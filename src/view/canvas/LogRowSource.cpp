@@ -8,12 +8,12 @@ namespace zolt {
 namespace {
 
 constexpr int kColumnsBeforeLayout = 80;
-// Blocks counted in one step in the background: a few tenths of a millisecond, for each may have to be fetched.
+// Blocks counted per background step: a few tenths of a millisecond, as each may have to be fetched.
 constexpr std::size_t kRefinedAtOnce = 4;
 // How far a word is followed in either direction.
 constexpr TextPosition kLongestWord = 4096;
 
-// What names, paths and addresses are made of.
+// The characters of names, paths and URLs.
 bool isWordCharacter(char c) {
   return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
          std::string_view("_-./~@+%:").find(c) != std::string_view::npos;
@@ -46,7 +46,7 @@ RowContent LogRowSource::content(CanvasRow row) {
             column += plain;
             text.remove_prefix(plain);
           } else {
-            // A tab is as many blanks in its style: they show a background and an underline.
+            // A tab becomes blanks in its style, so that background and underline show.
             const LineColumn after = afterTab(column);
             const CanvasColumn from = inRow(column);
             content.pieces.push_back({.column = from,

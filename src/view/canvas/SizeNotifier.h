@@ -12,21 +12,20 @@ namespace zolt {
 
 /// Passes on a terminal's size once it has come to rest.
 ///
-/// A shell redraws its prompt for each new size that it is told (SIGWINCH), and in a log every one of them stays. So a
-/// drag of the window's edge, or a sidebar sliding in, is one change, however many steps it takes; and one that ends
-/// where it began is none. The first size is passed on in the next turn of the event loop, without waiting. Main
-/// thread.
+/// A shell redraws its prompt on every SIGWINCH, and in a log every one of those prompts stays. So a drag of the
+/// window's edge, or a sidebar sliding in, is one change, however many steps it takes; and none if it ends at the size
+/// at which it began. The first size is passed on in the next turn of the event loop, without waiting. Main thread.
 class SizeNotifier {
  public:
   /// How long a size must hold to be at rest. The steps of a drag are a frame or two apart; this also bridges slow
-  /// frames and a hand that hesitates. The text is wrapped anew at once, so only the program waits.
+  /// frames and a hesitating hand. The text itself is rewrapped at once, so only the program waits.
   static constexpr std::chrono::milliseconds restInterval{250};
 
   SizeNotifier(std::function<void(const TerminalSize&)> notify, Clock& clock = Clock::steady());
 
-  /// Takes the size that the terminal has now.
+  /// Sets the terminal's current size.
   void update(const TerminalSize& size);
-  /// While held, nothing is passed on: the size is known to be on its way. After that the rest interval begins.
+  /// While held, nothing is passed on, because more changes are known to follow. On release the rest interval begins.
   void hold(bool held);
 
  private:

@@ -19,7 +19,8 @@ namespace zolt {
 
 namespace {
 
-// The file is synced every so many bytes: that keeps the last sync short, and the wait when saving is cancelled.
+// The file is synced each time this many bytes have been written, so that the final sync, and the wait for a cancelled
+// save, are short.
 constexpr std::size_t kSyncBytes = std::size_t{8} << 20;
 // How long the destructor waits for a slow disk.
 constexpr std::chrono::seconds kEndLimit{2};
@@ -30,7 +31,7 @@ std::uint64_t sizeOf(const TextSnapshot& text) {
 
 }  // namespace
 
-// What the two threads share.
+// Shared by the two threads.
 struct OutputSaver::Work {
   enum class Stage { Writing, Replacing, Cancelled };
 

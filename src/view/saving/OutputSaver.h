@@ -41,7 +41,7 @@ class OutputSaver : public QObject {
   void finished();
   /// `reason` is a sentence.
   void failed(const QString& reason);
-  /// The background work is over: deleting the saver does not wait any more.
+  /// The background work is over: deleting the saver no longer waits.
   void ended();
 
  private:

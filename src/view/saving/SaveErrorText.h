@@ -4,7 +4,8 @@
 
 namespace zolt {
 
-/// Why `file`, a path, could not be written, as a sentence for people. `error` is an `errno`, as ReplacementFile tells.
+/// Why `file`, a path, could not be written, as a sentence for the user. `error` is an `errno`, as ReplacementFile
+/// returns it.
 QString saveErrorText(int error, const QString& file);
 
 }  // namespace zolt

@@ -7,7 +7,7 @@
 namespace zolt {
 
 /// Lies over the bottom of another widget while its output is being saved and shows the progress and a Cancel button.
-/// Escape cancels too while the panel has the keyboard. It takes neither room nor the keyboard from the widget below.
+/// Escape cancels too while the panel has the focus. It takes neither space nor the focus from the widget below.
 class SavePanel : public QWidget {
   Q_OBJECT
 
