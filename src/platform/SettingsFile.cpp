@@ -120,7 +120,7 @@ Result<void> replace(const QString& file, const QByteArray& content) {
   return Failure{saved.errorString().toStdString()};
 }
 
-void tell(const QString& file, const std::string& what) {
+void report(const QString& file, const std::string& what) {
   std::fprintf(stderr, "zolt: settings file %s: %s\n", qUtf8Printable(file), what.c_str());
 }
 
@@ -140,28 +140,29 @@ SettingsFileLock::SettingsFileLock(const QString& name)
 namespace {
 
 // Returns whether the file may be written afterwards.
-bool mend(const QString& name) {
+bool repair(const QString& name) {
   if (!QFileInfo::exists(name)) return true;
   if (!QFileInfo(name).isFile()) {
-    tell(name, "is not a regular file; changes are not saved");
+    report(name, "is not a regular file; changes are not saved");
     return false;
   }
   const SettingsFileLock lock(name);
   QFile file(name);
   const std::optional<Salvage> found = salvage(file);
   if (!found) {
-    tell(name, "cannot be read (" + file.errorString().toStdString() + "); changes are not saved");
+    report(name, "cannot be read (" + file.errorString().toStdString() + "); changes are not saved");
     return false;
   }
   if (found->isWhole) return true;
   const auto copy = keepCopy(name);
   if (!copy) {
-    tell(name, "parts of it cannot be read, and no copy could be made (" + copy.reason() + "); changes are not saved");
+    report(name,
+           "parts of it cannot be read, and no copy could be made (" + copy.reason() + "); changes are not saved");
     return false;
   }
   const auto replaced = replace(name, found->content);
-  tell(name, "parts of it cannot be read; a copy is kept in " + copy.value().toStdString() +
-                 (replaced ? "" : " (" + replaced.reason() + ")"));
+  report(name, "parts of it cannot be read; a copy is kept in " + copy.value().toStdString() +
+                   (replaced ? "" : " (" + replaced.reason() + ")"));
   return static_cast<bool>(replaced);
 }
 
@@ -192,7 +193,7 @@ SettingsFile openSettingsFile(const std::string& file) {
   const QString target = QFileInfo(given).canonicalFilePath();
   const QString name = target.isEmpty() ? given : target;
   removeLeftovers(name);
-  const bool mayWrite = mend(name);
+  const bool mayWrite = repair(name);
   // A file that could not be repaired may be huge or endless (a FIFO): it is left alone.
   const QFileInfo left(name);
   const bool tooLarge = left.size() > kSettingsFileLimitBytes || (left.exists() && !left.isFile());

@@ -131,7 +131,7 @@ void UserDefaults::synchronize() {
   }
   m_store.settings->sync();
   m_sinceWriting.start();
-  if (m_store.settings->status() == QSettings::AccessError && !std::exchange(m_failureTold, true)) {
+  if (m_store.settings->status() == QSettings::AccessError && !std::exchange(m_failureReported, true)) {
     std::fprintf(stderr, "zolt: settings cannot be saved to %s\n", qUtf8Printable(m_store.settings->fileName()));
   }
   const auto before = std::exchange(m_values, storedValues());

@@ -17,7 +17,7 @@ namespace zolt {
 ///
 /// Values are stored as text and read as the type that is asked for, whatever was written: a number stored as text
 /// reads as that number. A write is seen by every reader at once and reaches the disk atomically, in a later turn of
-/// the event loop, at most five times a second; `synchronize` and the destructor write what is waiting. Several
+/// the event loop, at most five times a second; `synchronize` and the destructor write pending changes. Several
 /// processes may use the same file: each writes only the keys that it set, and sees those of the others when it writes.
 ///
 /// If parts of the file cannot be read, the readable parts are used, and the file is copied before anything is written.
@@ -65,7 +65,7 @@ class UserDefaults : public QObject {
   std::map<std::string, std::optional<std::string>> m_waiting;  // to be written; no value: to be removed
   QTimer m_writing;
   QElapsedTimer m_sinceWriting;
-  bool m_failureTold = false;
+  bool m_failureReported = false;
 };
 
 }  // namespace zolt

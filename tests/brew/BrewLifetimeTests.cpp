@@ -128,7 +128,7 @@ TEST_P(EndOfWritingCommands, ComesWhenTheyHaveFinishedEvenIfTheProcessIsGone) {
   if (quits) {
     ASSERT_TRUE(waitForCall("[interrupted]"));
   }
-  ASSERT_EQ(std::ranges::count(calls(), "[finished]"), 0) << "it takes its time";
+  ASSERT_EQ(std::ranges::count(calls(), "[finished]"), 0) << "it is still running";
   write("go", "");
   EXPECT_TRUE(waitForCall("[finished]"));
   EXPECT_TRUE(nobodyIsLeft());

@@ -6,7 +6,7 @@
 namespace zolt {
 namespace {
 
-// In a mount namespace of its own, where nothing stands at the tool's two usual places but what the test puts there.
+// Runs in a separate mount namespace, where brew's two usual locations contain only what the test puts there.
 class BrewPlaceTest : public testing::Test {
  protected:
   void SetUp() override {

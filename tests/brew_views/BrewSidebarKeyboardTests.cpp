@@ -92,7 +92,7 @@ TEST_F(BrewSidebarKeyboardTest, ShowsTheFullTextAsPlainTextInATooltip) {
       << tip(1).toStdString();
   EXPECT_LT(tip(3).size(), 1000);
   EXPECT_TRUE(tip(3).contains(QStringLiteral(">app<br>xxx"))) << tip(3).left(80).toStdString();
-  EXPECT_FALSE(tip(0).contains(QLatin1Char('<'))) << "a header has none";
+  EXPECT_FALSE(tip(0).contains(QLatin1Char('<'))) << "a header has no tooltip";
 }
 
 TEST_F(BrewSidebarKeyboardTest, NamesFormulaeAndCasksInWords) {

@@ -176,7 +176,7 @@ TEST_F(ThinScrollBarTest, OnAWindowShowsItsThumbWhileThereIsSomethingToScroll) {
 
 TEST_F(ThinScrollBarTest, OnATerminalIsBlackAndShowsItsThumbOnlyWhileItIsUsed) {
   add(ThinScrollBar::Ground::Terminal);
-  point(false);  // wherever the pointer happens to be
+  point(false);  // wherever the pointer was
   ASSERT_TRUE(test::waitFor([&] { return !isThumbSeen(); }));
   EXPECT_EQ(window.grab().toImage().pixelColor(41, 100), QColor(Qt::black));
   point(true);

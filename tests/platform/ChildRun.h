@@ -54,7 +54,7 @@ class ChildRun {
   ChildProcess m_child;
 };
 
-/// The whole output of a child that ends by itself.
+/// The complete output of a child that exits on its own.
 inline std::string outputOf(ChildProcess::Request request) {
   ChildRun run(std::move(request));
   EXPECT_TRUE(run.launched) << run.launched.reason();

@@ -212,7 +212,7 @@ TEST(FileHandleLimit, HoldsEvenIfTheOtherEndHangsUp) {
   FileHandle master(std::move(terminal.value().master));
   std::atomic<bool> lost = false;
   master.setWriteFailureHandler([&](const std::string&) { lost = true; });
-  EXPECT_TRUE(master.write(test::pattern(1024 * 1024))) << "some of it waits: nobody reads";
+  EXPECT_TRUE(master.write(test::pattern(1024 * 1024))) << "some of it is pending: nobody reads";
   Collector collector(master);
   collector.keepBuffers();
   const std::string block(4096, 'x');

@@ -36,7 +36,7 @@ TEST(MainQueue, RunsTasksInTheOrderOfSubmission) {
     MainQueue::async([&order, i] { order.push_back(i); });
     expected.push_back(i);
   }
-  EXPECT_TRUE(order.empty()) << "tasks run in a later turn, not at their submission";
+  EXPECT_TRUE(order.empty()) << "tasks run in a later turn, not on submission";
   drainMainQueue();
   EXPECT_EQ(order, expected);
 }

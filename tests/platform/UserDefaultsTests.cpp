@@ -207,14 +207,14 @@ TEST_F(UserDefaultsTest, KeepsAllBindingsOfAKeyInSync) {
   UserDefaults defaults(file);
   StoredString one(defaults, "startupShell", "");
   StoredString two(defaults, "startupShell", "");
-  int told = 0;
-  QObject::connect(&two, &StoredString::changed, &two, [&] { ++told; });
+  int changes = 0;
+  QObject::connect(&two, &StoredString::changed, &two, [&] { ++changes; });
   EXPECT_EQ(two.value(), "");
   one.setValue("/bin/zsh");
   EXPECT_EQ(two.value(), "/bin/zsh");
-  EXPECT_EQ(told, 1);
+  EXPECT_EQ(changes, 1);
   defaults.setString("startupCommand", "x");
-  EXPECT_EQ(told, 1);
+  EXPECT_EQ(changes, 1);
   EXPECT_EQ(StoredString(defaults, "selectedTheme", "Dark").value(), "Dark");
 }
 
@@ -231,14 +231,14 @@ class BrokenSettings : public UserDefaultsTest {
 TEST_F(BrokenSettings, AreCopiedAndKeepEveryReadableKey) {
   const std::string broken = "[General]\ntheme=Light\n\x01\x02garbage\nfontSize=20\nhalf a line";
   write(broken);
-  const std::string told = errorsOf([&] {
+  const std::string reported = errorsOf([&] {
     UserDefaults defaults(file);
     EXPECT_EQ(defaults.stringForKey("theme"), "Light");
     EXPECT_EQ(defaults.doubleForKey("fontSize"), 20);
     defaults.setString("new", "value");
   });
-  EXPECT_EQ(told, "zolt: settings file " + file + ": parts of it cannot be read; a copy is kept in " + file +
-                      ".unreadable\n");
+  EXPECT_EQ(reported, "zolt: settings file " + file + ": parts of it cannot be read; a copy is kept in " + file +
+                          ".unreadable\n");
   EXPECT_EQ(test::fileContent(file + ".unreadable"), broken);
   EXPECT_EQ(content(), "[General]\nfontSize=20\nnew=value\ntheme=Light\n");
 }
@@ -279,24 +279,24 @@ TEST_F(BrokenSettings, OfHugeSizeKeepTheirReadableKeys) {
   }
   huge += "fontSize=20\n";
   write(huge);
-  const std::string told = errorsOf([&] {
+  const std::string reported = errorsOf([&] {
     const UserDefaults defaults(file);
     EXPECT_EQ(defaults.stringForKey("theme"), "Light");
     EXPECT_EQ(defaults.doubleForKey("fontSize"), 20);
     EXPECT_EQ(defaults.stringForKey("long"), std::nullopt);
   });
-  EXPECT_NE(told.find("a copy is kept"), std::string::npos);
+  EXPECT_NE(reported.find("a copy is kept"), std::string::npos);
   EXPECT_EQ(test::fileContent(file + ".unreadable"), huge);
 }
 
 TEST_F(BrokenSettings, DoNotIncludeCarriageReturnsAndAByteOrderMark) {
   write("\xEF\xBB\xBF[General]\r\ntheme=Light\r\nfontSize=20\r\n");
-  const std::string told = errorsOf([&] {
+  const std::string reported = errorsOf([&] {
     const UserDefaults defaults(file);
     EXPECT_EQ(defaults.stringForKey("theme"), "Light");
     EXPECT_EQ(defaults.doubleForKey("fontSize"), 20);
   });
-  EXPECT_EQ(told, "");
+  EXPECT_EQ(reported, "");
 }
 
 TEST_F(BrokenSettings, MayHoldAnyBytes) {
@@ -321,13 +321,13 @@ TEST_F(BrokenSettings, MayHoldAnyBytes) {
 TEST_F(BrokenSettings, StayInMemoryAndAreReportedOnceIfTheFolderCannotBeCreated) {
   write("a file, no folder\n");
   UserDefaults defaults(file + "/zolt.ini");
-  const std::string told = errorsOf([&] {
+  const std::string reported = errorsOf([&] {
     for (int i = 0; i < 3; ++i) {
       defaults.setInteger("a", i);
       defaults.synchronize();
     }
   });
-  EXPECT_EQ(told, "zolt: settings cannot be saved to " + file + "/zolt.ini\n");
+  EXPECT_EQ(reported, "zolt: settings cannot be saved to " + file + "/zolt.ini\n");
   EXPECT_EQ(defaults.integerForKey("a"), 2);
   EXPECT_EQ(content(), "a file, no folder\n");
 }
@@ -349,12 +349,12 @@ TEST_F(BrokenSettings, BehindALinkAreCopiedAsAFile) {
 
 TEST_F(BrokenSettings, DoNotWaitForAFifo) {
   ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
-  const std::string told = errorsOf([&] {
+  const std::string reported = errorsOf([&] {
     UserDefaults defaults(file);
     defaults.setString("theme", "Dark");
     EXPECT_EQ(defaults.stringForKey("theme"), "Dark");
   });
-  EXPECT_EQ(told, "zolt: settings file " + file + ": is not a regular file; changes are not saved\n");
+  EXPECT_EQ(reported, "zolt: settings file " + file + ": is not a regular file; changes are not saved\n");
 }
 
 TEST_F(BrokenSettings, DoNotIncludeLongOrOddValuesThatWereWritten) {
@@ -364,11 +364,11 @@ TEST_F(BrokenSettings, DoNotIncludeLongOrOddValuesThatWereWritten) {
   }
   const std::vector<std::string> values{cjk, std::string(32767, '\\'), "del \x7F", "\x01\x1F \xC2\x80"};
   for (const std::string& value : values) {
-    const std::string told = errorsOf([&] {
+    const std::string reported = errorsOf([&] {
       { UserDefaults(file).setString("startupCommand", value); }
       EXPECT_EQ(UserDefaults(file).stringForKey("startupCommand"), value);
     });
-    EXPECT_EQ(told, "");
+    EXPECT_EQ(reported, "");
   }
 }
 
@@ -396,24 +396,24 @@ TEST_F(BrokenSettings, LeaveAFileThatIsNotWritableUnchanged) {
   const OtherUser user(folder.path());
   if (!user.isLimited()) GTEST_SKIP() << "this user may write everything and cannot become another user";
   chmod(folder.path().toUtf8().constData(), 0500);
-  const std::string told = errorsOf([&] {
+  const std::string reported = errorsOf([&] {
     UserDefaults defaults(file);
     defaults.setString("theme", "Dark");
     EXPECT_EQ(defaults.stringForKey("theme"), "Dark");
   });
   chmod(folder.path().toUtf8().constData(), 0700);
-  EXPECT_EQ(told, "zolt: settings cannot be saved to " + file + "\n");
+  EXPECT_EQ(reported, "zolt: settings cannot be saved to " + file + "\n");
   EXPECT_EQ(content(), "[General]\ntheme=Light\n");
 }
 
 TEST_F(BrokenSettings, LeaveADirectoryOfThatNameAlone) {
   QDir().mkpath(QString::fromStdString(file));
-  const std::string told = errorsOf([&] {
+  const std::string reported = errorsOf([&] {
     UserDefaults defaults(file);
     defaults.setString("theme", "Dark");
     EXPECT_EQ(defaults.stringForKey("theme"), "Dark");
   });
-  EXPECT_NE(told, "");
+  EXPECT_NE(reported, "");
   EXPECT_TRUE(QFileInfo(QString::fromStdString(file)).isDir());
 }
 

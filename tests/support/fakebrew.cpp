@@ -3,11 +3,11 @@
 //   FAKEBREW_DATA          the folder: COMMAND-FLAG.txt ("list-formula.txt", "outdated-json.txt", "search.txt"), and
 //                          info/NAME.txt; a package without a file has a made-up description and version
 //   FAKEBREW_LOG           a file to which each call appends its arguments: one line, each argument in brackets
-//   FAKEBREW_MODE          normal, or: slow (half a second first), floods (8 MiB), bytes (invalid UTF-8), fails (a message
-//                          on the error stream, status 1), warns (a warning on the error stream between the lines),
-//                          silent (nothing), hangs (waits, with a child of its own), deaf (as hangs, and ignores the
-//                          signals that ask it to end), finishes (waits for the folder's file "go", floods, and logs
-//                          "finished"), works (keeps a processor busy for 20 ms first), unwinds (waits for an
+//   FAKEBREW_MODE          normal, or: slow (half a second first), floods (8 MiB), bytes (invalid UTF-8), fails (a
+//                          message on the error stream, status 1), warns (a warning on the error stream between the
+//                          lines), silent (nothing), hangs (waits, with a child process), deaf (as hangs, but ignores
+//                          the signals that ask it to end), finishes (waits for the folder's file "go", floods, and
+//                          logs "finished"), works (keeps a processor busy for 20 ms first), unwinds (waits for an
 //                          interrupt, finishes then, and logs each interrupt)
 //   FAKEBREW_MODE_COMMAND  a mode for one command ("FAKEBREW_MODE_search")
 #include <fcntl.h>
