@@ -1,6 +1,6 @@
 # Sourced by the end-to-end tests: waiting, comparing, finding windows.
 
-# The fonts of the tests, where ctest says which those are.
+# The fonts of the tests, if ctest has set them.
 if [ -n "${ZOLT_TEST_FONT_FOLDER:-}" ]; then
   export FONTCONFIG_FILE="$ZOLT_TEST_FONT_FOLDER/${ZOLT_TEST_FONT:-DejaVu Sans Mono}.conf"
 fi
