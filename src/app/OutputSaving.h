@@ -48,7 +48,7 @@ class OutputSaving : public QObject {
   Clock& m_clock;
   QPointer<QFileDialog> m_dialog;  // a child of the window, while it is open
   QPointer<OutputSaver> m_saver;   // a child until it has ended; null once cancelled
-  QPointer<SavePanel> m_panel;     // a child of what the terminal lies in
+  QPointer<SavePanel> m_panel;     // a child of the terminal's container
   std::unique_ptr<Timer> m_panelTimer;
 };
 

@@ -32,9 +32,9 @@ class TerminalController : public QObject {
   /// The delay between a shell's failure and its restart.
   static constexpr std::chrono::milliseconds restartDelay{500};
 
-  /// Runs `shell`, or the catalogue's default at this moment, on a terminal of `size`; without one its size is unknown
-  /// to the shell until `resize`. It starts in `workingDirectory`, or in this process's when that is empty, and
-  /// inherits `environment`, as it does each time it is started again. `clock` must outlive the controller.
+  /// Runs `shell`, or the catalogue's current default, on a terminal of `size`; if that is unset, the shell does not
+  /// know its size until `resize`. Each start, restarts included, is in `workingDirectory` (this process's if empty)
+  /// with `environment`. `clock` must outlive the controller.
   explicit TerminalController(std::optional<Shell> shell, Restart restart = Restart::AfterFailure,
                               const TerminalSize& size = {}, std::string workingDirectory = {},
                               Environment environment = processEnvironment(), Clock& clock = Clock::steady());
