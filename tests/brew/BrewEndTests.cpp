@@ -53,5 +53,25 @@ TEST_F(BrewEndTest, LaunchesNothingAfterwards) {
       testing::ExitedWithCode(0), "");
 }
 
+// A second interrupt would stop the tool's clean-up.
+TEST_F(BrewEndTest, InterruptsAnInstallationOnlyOnce) {
+  EXPECT_EXIT(
+      {
+        makeIdleManager();
+        qputenv("FAKEBREW_MODE_install", "unwinds");
+        manager->install(makeBrewPackage(QStringLiteral("x"), std::nullopt, std::nullopt, BrewPackageType::Formula));
+        const bool ready = waitForCalls({"[install][x]", "[ready]"});
+        endBrewCommands();
+        const bool interrupted = waitForCalls({"[install][x]", "[interrupted]", "[ready]"});
+        endBrewCommands();
+        write("go", "");
+        const bool once = test::waitFor([&] { return std::ranges::count(calls(), "[finished]") == 1; }) &&
+                          std::ranges::count(calls(), "[interrupted]") == 1;
+        folder.remove();
+        _exit(ready && interrupted && once ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+}
+
 }  // namespace
 }  // namespace zolt
