@@ -65,7 +65,7 @@ TEST_F(BrewEndTest, InterruptsAnInstallationOnlyOnce) {
         const bool interrupted = waitForCalls({"[install][x]", "[interrupted]", "[ready]"});
         endBrewCommands();
         write("go", "");
-        const bool once = test::waitFor([&] { return std::ranges::count(calls(), "[finished]") == 1; }) &&
+        const bool once = test::waitFor([&] { return std::ranges::count(calls(), "[goes on]") == 1; }) &&
                           std::ranges::count(calls(), "[interrupted]") == 1;
         folder.remove();
         _exit(ready && interrupted && once ? 0 : 1);

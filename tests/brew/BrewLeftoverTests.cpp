@@ -14,10 +14,10 @@ class BrewLeftoverTest : public test::BrewTest {
   void SetUp() override {
     BrewTest::SetUp();
     // A death test runs this test again in another process with another folder, so both use this one.
-    if (!qEnvironmentVariableIsSet("FAKEBREW_LEFT")) qputenv("FAKEBREW_LEFT", folder.path().toUtf8());
+    if (!qEnvironmentVariableIsSet("ZOLT_TEST_LEFT")) qputenv("ZOLT_TEST_LEFT", folder.path().toUtf8());
   }
   void TearDown() override {
-    qunsetenv("FAKEBREW_LEFT");
+    qunsetenv("ZOLT_TEST_LEFT");
     BrewTest::TearDown();
   }
 
@@ -30,7 +30,7 @@ class BrewLeftoverTest : public test::BrewTest {
   // The processes that the three commands of a refresh have left running.
   static std::vector<pid_t> leftovers() {
     std::vector<pid_t> pids;
-    const QDir left(qEnvironmentVariable("FAKEBREW_LEFT"));
+    const QDir left(qEnvironmentVariable("ZOLT_TEST_LEFT"));
     const QStringList names = left.entryList({QStringLiteral("left-*")});
     for (const QString& name : names) {
       const std::string content = test::fileContent(left.filePath(name).toStdString());
@@ -53,7 +53,7 @@ class BrewLeftoverTest : public test::BrewTest {
 TEST_F(BrewLeftoverTest, EndsABackgroundJobOfAnInterruptedCommand) {
   EXPECT_EXIT(
       {
-        makeManagerOf("sleep 3600 & echo $! >$FAKEBREW_LEFT/left-$$; wait");
+        makeManagerOf("sleep 3600 & echo $! >$ZOLT_TEST_LEFT/left-$$; wait");
         const bool started = waitForLeftovers();
         endBrewCommands();
         _exit(started && allAreGone() ? 0 : 1);
@@ -64,7 +64,7 @@ TEST_F(BrewLeftoverTest, EndsABackgroundJobOfAnInterruptedCommand) {
 TEST_F(BrewLeftoverTest, EndsAProcessThatHoldsThePipeOfAFinishedCommand) {
   EXPECT_EXIT(
       {
-        makeManagerOf("sleep 3600 & echo $! >$FAKEBREW_LEFT/left-$$");
+        makeManagerOf("sleep 3600 & echo $! >$ZOLT_TEST_LEFT/left-$$");
         const bool started = waitForLeftovers() && commandsHaveEnded();
         endBrewCommands();
         _exit(started && allAreGone() ? 0 : 1);
@@ -75,7 +75,7 @@ TEST_F(BrewLeftoverTest, EndsAProcessThatHoldsThePipeOfAFinishedCommand) {
 TEST_F(BrewLeftoverTest, EndsEverythingIfTheProcessCallsExit) {
   EXPECT_EXIT(
       {
-        makeManagerOf("trap '' INT; sleep 3600 & echo $! >$FAKEBREW_LEFT/left-$$; wait");
+        makeManagerOf("trap '' INT; sleep 3600 & echo $! >$ZOLT_TEST_LEFT/left-$$; wait");
         if (!waitForLeftovers()) _exit(1);
         std::exit(7);
       },

@@ -6,9 +6,9 @@
 //   FAKEBREW_MODE          normal, or: slow (half a second first), floods (8 MiB), bytes (invalid UTF-8), fails (a
 //                          message on the error stream, status 1), warns (a warning on the error stream between the
 //                          lines), silent (nothing), hangs (waits, with a child process), deaf (as hangs, but ignores
-//                          the signals that ask it to end), finishes (waits for the folder's file "go", floods, and
-//                          logs "finished"), works (keeps a processor busy for 20 ms first), unwinds (waits for an
-//                          interrupt, finishes then, and logs each interrupt)
+//                          the signals that ask it to end), finishes (waits for the folder's file "go", logs "goes on",
+//                          floods, and logs "finished"), works (keeps a processor busy for 20 ms first), unwinds (waits
+//                          for an interrupt, finishes then, and logs each interrupt)
 //   FAKEBREW_MODE_COMMAND  a mode for one command ("FAKEBREW_MODE_search")
 #include <fcntl.h>
 #include <unistd.h>
@@ -131,6 +131,7 @@ void finishes(const Arguments& arguments) {
   while (!dataFile("go")) {
     usleep(10'000);
   }
+  note({"goes on"});
   floods(arguments);
   note({"finished"});
 }
