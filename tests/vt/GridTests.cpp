@@ -31,16 +31,16 @@ TEST(Cell, KeepsItsFieldsApart) {
 // A model: a plain list of rows that scrolling moves.
 struct NaiveGrid {
   std::vector<std::vector<Cell>> rows;
-  void scrollUp(int top, int bottom, int count, Cell blank) {
+  void scrollUp(RowRange region, int count, Cell blank) {
     for (; count > 0; --count) {
-      rows.insert(rows.begin() + bottom, std::vector<Cell>(rows[0].size(), blank));
-      rows.erase(rows.begin() + top);
+      rows.insert(rows.begin() + region.end, std::vector<Cell>(rows[0].size(), blank));
+      rows.erase(rows.begin() + region.begin);
     }
   }
-  void scrollDown(int top, int bottom, int count, Cell blank) {
+  void scrollDown(RowRange region, int count, Cell blank) {
     for (; count > 0; --count) {
-      rows.erase(rows.begin() + bottom - 1);
-      rows.insert(rows.begin() + top, std::vector<Cell>(rows[0].size(), blank));
+      rows.erase(rows.begin() + region.end - 1);
+      rows.insert(rows.begin() + region.begin, std::vector<Cell>(rows[0].size(), blank));
     }
   }
 };
@@ -60,22 +60,22 @@ TEST(Grid, ScrollsAsIfEachRowWereMoved) {
       const int column = static_cast<int>(random() % static_cast<unsigned>(columns));
       switch (random() % 4) {
         case 0:
-          grid.scrollUp(top, bottom, count, blank);
-          naive.scrollUp(top, bottom, count, blank);
+          grid.scrollUp({.begin = top, .end = bottom}, count, blank);
+          naive.scrollUp({.begin = top, .end = bottom}, count, blank);
           break;
         case 1:
-          grid.scrollDown(top, bottom, count, blank);
-          naive.scrollDown(top, bottom, count, blank);
+          grid.scrollDown({.begin = top, .end = bottom}, count, blank);
+          naive.scrollDown({.begin = top, .end = bottom}, count, blank);
           break;
         case 2: {
           const Cell cell(U'a' + static_cast<char32_t>(random() % 26), Cell::Width::Narrow, 0);
           grid.row(top)[static_cast<std::size_t>(column)] = cell;
-          grid.touch(top, column + 1);
+          grid.touch({.row = top, .column = column + 1});
           naive.rows[static_cast<std::size_t>(top)][static_cast<std::size_t>(column)] = cell;
           break;
         }
         default:
-          grid.fill(top, column, columns, blank);
+          grid.fill(top, {.begin = column, .end = columns}, blank);
           std::fill(naive.rows[static_cast<std::size_t>(top)].begin() + column,
                     naive.rows[static_cast<std::size_t>(top)].end(), blank);
           break;

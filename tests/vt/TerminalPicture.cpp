@@ -40,7 +40,8 @@ std::string everythingOf(const Terminal& terminal) {
     out << mode.isSet(state);
   }
   const Rectangle margins = screen.margins();
-  out << " margins " << margins.top << ' ' << margins.bottom << ' ' << margins.left << ' ' << margins.right << '\n';
+  out << " margins " << margins.rows.begin << ' ' << margins.rows.end << ' ' << margins.columns.begin << ' '
+      << margins.columns.end << '\n';
   for (int row = 0; row < screen.rows(); ++row) {
     describeRow(screen, row, out);
   }
@@ -90,9 +91,9 @@ std::string brokenRule(const Screen& screen) {
   const Rectangle margins = screen.margins();
   if (cursor.row < 0 || cursor.row >= screen.rows()) return "the cursor's row is on the screen";
   if (cursor.column < 0 || cursor.column >= screen.columns()) return "the cursor's column is on the screen";
-  if (margins.top < 0 || margins.top >= margins.bottom || margins.bottom > screen.rows()) return "margins hold rows";
-  if (margins.left < 0 || margins.left >= margins.right || margins.right > screen.columns())
-    return "margins hold columns";
+  const auto& [rows, columns] = margins;
+  if (rows.begin < 0 || rows.isEmpty() || rows.end > screen.rows()) return "margins hold rows";
+  if (columns.begin < 0 || columns.isEmpty() || columns.end > screen.columns()) return "margins hold columns";
   if (screen.tabStops().size() != static_cast<std::size_t>(screen.columns())) return "every column may have a tab stop";
   for (int row = 0; row < screen.rows(); ++row) {
     const std::span<const Cell> cells = grid.row(row);

@@ -396,7 +396,7 @@ TEST(Terminal, EncodesInputInTheModesThatTheProgramHasSet) {
   EXPECT_EQ(terminal.wheelBytes(1), "\033OA");
   terminal.feed("\033[?1003;1006h");
   EXPECT_EQ(terminal.wheelBytes(1), "");
-  EXPECT_EQ(terminal.mouseBytes({.button = MouseButton::Left, .row = 2, .column = 3}), "\033[<0;4;3M");
+  EXPECT_EQ(terminal.mouseBytes({.button = MouseButton::Left, .cell = {.row = 2, .column = 3}}), "\033[<0;4;3M");
   EXPECT_EQ(terminal.pasteBytes("a\nb"), "a\rb");
   terminal.feed("\033[?2004;1004h");
   EXPECT_EQ(terminal.pasteBytes("a\033[201~b"), "\033[200~a[201~b\033[201~");

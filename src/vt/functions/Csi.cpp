@@ -54,18 +54,18 @@ const CsiFunction* findCsi(const ControlSequence& sequence) {
 
 Rectangle rectangleOf(const TerminalState& state, const ControlSequence& sequence, std::size_t first) {
   const Screen& screen = state.screen;
-  const Rectangle within = screen.modes.origin ? screen.margins() : Rectangle{0, 0, screen.rows(), screen.columns()};
+  const Rectangle within = screen.modes.origin ? screen.margins() : screen.area();
   // 0 or omitted means the edge; anything past the edge is clipped to it.
   const auto edge = [&](std::size_t index, int begin, int end, int fallback) {
     const int given = sequence.parameter(first + index, 0);
     return given == 0 ? fallback : begin + std::min(given, end - begin);
   };
-  const int top = edge(0, within.top, within.bottom, within.top + 1) - 1;
-  const int left = edge(1, within.left, within.right, within.left + 1) - 1;
-  const int bottom = edge(2, within.top, within.bottom, within.bottom);
-  const int right = edge(3, within.left, within.right, within.right);
-  if (top >= bottom || left >= right) return {};
-  return {top, left, bottom, right};
+  const auto [rows, columns] = within;
+  const Rectangle area = {.rows = {.begin = edge(0, rows.begin, rows.end, rows.begin + 1) - 1,
+                                   .end = edge(2, rows.begin, rows.end, rows.end)},
+                          .columns = {.begin = edge(1, columns.begin, columns.end, columns.begin + 1) - 1,
+                                      .end = edge(3, columns.begin, columns.end, columns.end)}};
+  return area.isEmpty() ? Rectangle() : area;
 }
 
 }  // namespace zolt::vt

@@ -36,7 +36,7 @@ void toPosition(State& state, const Sequence& sequence) {
 
 void setVerticalMargins(State& state, const Sequence& sequence) {
   const int bottom = sequence.parameter(1, 0);
-  state.screen.setVerticalMargins(positionOf(sequence), bottom == 0 ? state.screen.rows() : bottom);
+  state.screen.setVerticalMargins({.begin = positionOf(sequence), .end = bottom == 0 ? state.screen.rows() : bottom});
 }
 
 void setHorizontalMarginsOrSave(State& state, const Sequence& sequence) {
@@ -45,7 +45,8 @@ void setHorizontalMarginsOrSave(State& state, const Sequence& sequence) {
     return;
   }
   const int right = sequence.parameter(1, 0);
-  state.screen.setHorizontalMargins(positionOf(sequence), right == 0 ? state.screen.columns() : right);
+  state.screen.setHorizontalMargins(
+      {.begin = positionOf(sequence), .end = right == 0 ? state.screen.columns() : right});
 }
 
 void clearTabs(State& state, const Sequence& sequence) {

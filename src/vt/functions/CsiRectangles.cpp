@@ -20,7 +20,8 @@ void copyArea(State& state, const Sequence& sequence) {
     return origin + std::min(std::max(sequence.parameter(index, 1), 1), Screen::maxSide) - 1;
   };
   // Parameters 4 and 7 are pages; there is only one.
-  state.screen.copyRectangle(from, {.row = position(5, margins.top), .column = position(6, margins.left)});
+  state.screen.copyRectangle(from,
+                             {.row = position(5, margins.rows.begin), .column = position(6, margins.columns.begin)});
 }
 
 void fillArea(State& state, const Sequence& sequence) {

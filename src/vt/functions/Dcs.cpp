@@ -28,11 +28,11 @@ std::string range(int begin, int end) {
 }
 
 std::string verticalMargins(const State& state) {
-  return range(state.screen.margins().top, state.screen.margins().bottom);
+  return range(state.screen.margins().rows.begin, state.screen.margins().rows.end);
 }
 
 std::string horizontalMargins(const State& state) {
-  return range(state.screen.margins().left, state.screen.margins().right);
+  return range(state.screen.margins().columns.begin, state.screen.margins().columns.end);
 }
 
 std::string rows(const State& state) {

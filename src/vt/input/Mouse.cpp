@@ -38,11 +38,16 @@ bool distinguishesReleases(MouseEncoding encoding) {
   return encoding == MouseEncoding::Sgr || encoding == MouseEncoding::SgrPixels;
 }
 
+MouseCoordinates coordinatesOf(const MouseEvent& event, MouseEncoding encoding) {
+  if (encoding == MouseEncoding::SgrPixels) return {.x = std::max(0, event.pixel.x), .y = std::max(0, event.pixel.y)};
+  return {.x = std::max(0, event.cell.column), .y = std::max(0, event.cell.row)};
+}
+
 // CSI M and three characters, if none exceeds `max`.
-std::string inCharacters(int code, const Position& at, int max, bool utf8) {
-  if (std::max(at.column, at.row) > max - kCharacterOffset - 1) return {};
+std::string inCharacters(int code, MouseCoordinates at, int max, bool utf8) {
+  if (std::max(at.x, at.y) > max - kCharacterOffset - 1) return {};
   std::string report = "\x1B[M";
-  for (const int number : {code, at.column + 1, at.row + 1}) {
+  for (const int number : {code, at.x + 1, at.y + 1}) {
     const auto character = static_cast<char32_t>(number + kCharacterOffset);
     if (utf8) {
       appendUtf8(report, character);
@@ -53,12 +58,12 @@ std::string inCharacters(int code, const Position& at, int max, bool utf8) {
   return report;
 }
 
-std::string inNumbers(const char* introducer, int code, const Position& at, char final) {
-  return introducer + std::to_string(code) + ";" + std::to_string(std::int64_t{at.column} + 1) + ";" +
-         std::to_string(std::int64_t{at.row} + 1) + final;
+std::string inNumbers(const char* introducer, int code, MouseCoordinates at, char final) {
+  return introducer + std::to_string(code) + ";" + std::to_string(std::int64_t{at.x} + 1) + ";" +
+         std::to_string(std::int64_t{at.y} + 1) + final;
 }
 
-std::string encode(int code, const Position& at, bool isRelease, MouseEncoding encoding) {
+std::string encode(int code, MouseCoordinates at, bool isRelease, MouseEncoding encoding) {
   switch (encoding) {
     case MouseEncoding::Default:
       return inCharacters(code, at, kMaxByte, false);
@@ -110,9 +115,7 @@ std::string MouseReporter::report(const MouseEvent& event, const MouseModes& mod
   m_modes = modes;
   if (!isWanted(event, modes.tracking)) return {};
 
-  const bool pixels = modes.encoding == MouseEncoding::SgrPixels;
-  const Position at = {.row = std::max(0, pixels ? event.y : event.row),
-                       .column = std::max(0, pixels ? event.x : event.column)};
+  const MouseCoordinates at = coordinatesOf(event, modes.encoding);
   if (event.action == MouseAction::Motion && at == m_reportedAt) return {};
   m_reportedAt = at;
   return encode(buttonCode(event, modes), at, event.action == MouseAction::Release, modes.encoding);

@@ -27,15 +27,21 @@ enum class MouseButton : std::uint8_t {
 
 enum class MouseAction : std::uint8_t { Press, Release, Motion };
 
+/// A pixel of the text area, from 0.
+struct PixelPosition {
+  int x = 0;
+  int y = 0;
+
+  friend bool operator==(const PixelPosition&, const PixelPosition&) = default;
+};
+
 /// A mouse event. Positions are relative to the upper left; negative ones count as 0.
 struct MouseEvent {
   MouseButton button = MouseButton::None;  ///< pressed or released; ignored for motion
   MouseAction action = MouseAction::Press;
   Modifiers modifiers{};
-  int row = 0;     ///< in cells, from 0
-  int column = 0;  ///< in cells, from 0
-  int x = 0;       ///< in pixels, from 0
-  int y = 0;       ///< in pixels, from 0
+  Position cell{};        ///< under the pointer
+  PixelPosition pixel{};  ///< under the pointer
 };
 
 /// Which events are reported: modes 9, 1000, 1002 and 1003.
@@ -63,6 +69,14 @@ struct MouseModes {
   friend bool operator==(const MouseModes&, const MouseModes&) = default;
 };
 
+/// The coordinates in a report, from 0: of the cell, or of the pixel in MouseEncoding::SgrPixels.
+struct MouseCoordinates {
+  int x = 0;
+  int y = 0;
+
+  friend bool operator==(const MouseCoordinates&, const MouseCoordinates&) = default;
+};
+
 /// Encodes mouse events for the program: XTerm Control Sequences, "Mouse Tracking". One thread at a time.
 ///
 /// Must be given every event, even while the program does not track the mouse, to know which buttons are held when it
@@ -82,9 +96,9 @@ class MouseReporter {
   bool isWanted(const MouseEvent& event, MouseTracking tracking) const;
   int buttonCode(const MouseEvent& event, const MouseModes& modes) const;
 
-  std::uint16_t m_held = 0;              // one bit per MouseButton
-  MouseModes m_modes;                    // at the last event
-  std::optional<Position> m_reportedAt;  // in cells or pixels, depending on the encoding
+  std::uint16_t m_held = 0;  // one bit per MouseButton
+  MouseModes m_modes;        // at the last event
+  std::optional<MouseCoordinates> m_reportedAt;
 };
 
 /// The cursor keys that the wheel sends on the alternate screen if the program does not track the mouse (mode 1007): Up

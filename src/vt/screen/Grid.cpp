@@ -15,7 +15,8 @@ Grid::Grid(const TerminalSize& size)
   std::iota(m_order.begin(), m_order.end(), std::uint16_t{0});
 }
 
-void Grid::fill(int row, int begin, int end, Cell blank) {
+void Grid::fill(int row, ColumnRange columns, Cell blank) {
+  const auto [begin, end] = columns;
   const std::size_t at = slot(row);
   RowInfo& state = m_states[at];
   Cell* const first = cells(at);
@@ -47,27 +48,27 @@ void Grid::clearRow(int row, Cell blank) {
   clearSlot(slot(row), blank);
 }
 
-void Grid::makeRing(int top, int bottom) {
-  if (m_ringTop == top && m_ringSize == bottom - top) return;
+void Grid::makeRing(RowRange rows) {
+  if (m_ringTop == rows.begin && m_ringSize == rows.size()) return;
   const auto begin = m_order.begin() + m_ringTop;
   std::rotate(begin, begin + m_ringOffset, begin + m_ringSize);
-  m_ringTop = top;
-  m_ringSize = bottom - top;
+  m_ringTop = rows.begin;
+  m_ringSize = rows.size();
   m_ringOffset = 0;
 }
 
-void Grid::scrollUp(int top, int bottom, int count, Cell blank) {
-  makeRing(top, bottom);
+void Grid::scrollUp(RowRange rows, int count, Cell blank) {
+  makeRing(rows);
   for (int i = 0; i < count; ++i) {
-    clearRow(top + i, blank);
+    clearRow(rows.begin + i, blank);
   }
   m_ringOffset = (m_ringOffset + count) % m_ringSize;
 }
 
-void Grid::scrollDown(int top, int bottom, int count, Cell blank) {
-  makeRing(top, bottom);
+void Grid::scrollDown(RowRange rows, int count, Cell blank) {
+  makeRing(rows);
   for (int i = 0; i < count; ++i) {
-    clearRow(bottom - 1 - i, blank);
+    clearRow(rows.last() - i, blank);
   }
   m_ringOffset = (m_ringOffset + m_ringSize - count) % m_ringSize;
 }

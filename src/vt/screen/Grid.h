@@ -7,6 +7,7 @@
 
 #include "base/TerminalSize.h"
 #include "vt/cells/Cell.h"
+#include "vt/cells/Ranges.h"
 #include "vt/cells/RowMark.h"
 
 namespace zolt::vt {
@@ -20,8 +21,7 @@ struct RowInfo {
 };
 
 /// Rows of cells. Scrolling takes constant time for each row that enters or leaves, wherever the scrolling region is:
-/// rows are mapped to slots, and those of the region that was last scrolled form a ring. Rows and columns count from 0,
-/// and ends are exclusive.
+/// rows are mapped to slots, and those of the region that was last scrolled form a ring. Rows and columns count from 0.
 class Grid {
  public:
   /// At least 1 by 1, at most 65,535 by 65,535.
@@ -45,20 +45,19 @@ class Grid {
   }
   RowInfo& state(int row) { return m_states[slot(row)]; }
   const RowInfo& state(int row) const { return m_states[slot(row)]; }
-  /// Must be called when cells up to `column` (exclusive) have been written.
-  void touch(int row, int column) {
-    RowInfo& state = m_states[slot(row)];
-    if (column > state.extent) state.extent = static_cast<std::uint16_t>(column);
+  /// Must be called when cells before `end` have been written in its row.
+  void touch(Position end) {
+    RowInfo& state = m_states[slot(end.row)];
+    if (end.column > state.extent) state.extent = static_cast<std::uint16_t>(end.column);
   }
 
-  /// Fills columns [begin, end).
-  void fill(int row, int begin, int end, Cell blank);
+  void fill(int row, ColumnRange columns, Cell blank);
   /// Fills the row and resets its state and marks.
   void clearRow(int row, Cell blank);
 
-  /// Scrolls the rows [top, bottom) by `count`, at most their number. Rows that scroll in are filled with `blank`.
-  void scrollUp(int top, int bottom, int count, Cell blank);
-  void scrollDown(int top, int bottom, int count, Cell blank);
+  /// Scrolls `rows` by `count`, at most their number. Rows that scroll in are filled with `blank`.
+  void scrollUp(RowRange rows, int count, Cell blank);
+  void scrollDown(RowRange rows, int count, Cell blank);
 
   void addMark(int row, const RowMark& mark);
   /// In the order in which they were added.
@@ -75,7 +74,7 @@ class Grid {
   }
   std::size_t offset(std::size_t slot) const { return slot * static_cast<std::size_t>(m_columns); }
   Cell* cells(std::size_t slot) { return m_cells.data() + offset(slot); }
-  void makeRing(int top, int bottom);
+  void makeRing(RowRange rows);
   void clearSlot(std::size_t slot, Cell blank);
 
   int m_rows;

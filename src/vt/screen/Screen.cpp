@@ -190,7 +190,7 @@ void Screen::resetTabStops() {
 }
 
 void Screen::tab(int count) {
-  const int end = m_cursor.column < m_right ? m_right : columns();
+  const int end = m_cursor.column < m_margins.columns.end ? m_margins.columns.end : columns();
   int column = m_cursor.column;
   for (count = std::min(count, columns()); count > 0 && column < end - 1; --count) {
     do {
@@ -198,18 +198,18 @@ void Screen::tab(int count) {
     } while (column < end - 1 && !m_tabStops[static_cast<std::size_t>(column)]);
   }
   // At the edge, a tab leaves a pending wrap alone.
-  if (column != m_cursor.column) setCursor(m_cursor.row, column);
+  if (column != m_cursor.column) setCursor({.row = m_cursor.row, .column = column});
 }
 
 void Screen::backTab(int count) {
-  const int begin = modes.origin && m_cursor.column >= m_left ? m_left : 0;
+  const int begin = modes.origin && m_cursor.column >= m_margins.columns.begin ? m_margins.columns.begin : 0;
   int column = m_cursor.column;
   for (count = std::min(count, columns()); count > 0 && column > begin; --count) {
     do {
       --column;
     } while (column > begin && !m_tabStops[static_cast<std::size_t>(column)]);
   }
-  setCursor(m_cursor.row, column);
+  setCursor({.row = m_cursor.row, .column = column});
 }
 
 void Screen::setTabStop() {
@@ -225,29 +225,24 @@ void Screen::clearTabStops() {
 }
 
 void Screen::resetMargins() {
-  m_top = 0;
-  m_bottom = rows();
-  resetHorizontalMargins();
+  m_margins = area();
 }
 
 void Screen::resetHorizontalMargins() {
-  m_left = 0;
-  m_right = columns();
+  m_margins.columns = area().columns;
 }
 
-void Screen::setVerticalMargins(int top, int bottom) {
-  bottom = std::min(bottom, rows());
-  if (top < 0 || top >= bottom - 1) return;
-  m_top = top;
-  m_bottom = bottom;
+void Screen::setVerticalMargins(RowRange rows) {
+  rows.end = std::min(rows.end, this->rows());
+  if (rows.begin < 0 || rows.size() < 2) return;
+  m_margins.rows = rows;
   moveTo({});
 }
 
-void Screen::setHorizontalMargins(int left, int right) {
-  right = std::min(right, columns());
-  if (left < 0 || left >= right - 1) return;
-  m_left = left;
-  m_right = right;
+void Screen::setHorizontalMargins(ColumnRange columns) {
+  columns.end = std::min(columns.end, this->columns());
+  if (columns.begin < 0 || columns.size() < 2) return;
+  m_margins.columns = columns;
   moveTo({});
 }
 

@@ -11,6 +11,7 @@
 #include "base/TerminalSize.h"
 #include "vt/cells/CellTables.h"
 #include "vt/cells/Position.h"
+#include "vt/cells/Ranges.h"
 #include "vt/history/Scrollback.h"
 #include "vt/screen/CharacterSets.h"
 #include "vt/screen/Grid.h"
@@ -33,6 +34,8 @@ struct Cursor {
   int column = 0;
   bool wrapsNext = false;
 
+  Position position() const { return {.row = row, .column = column}; }
+
   friend bool operator==(const Cursor&, const Cursor&) = default;
 };
 
@@ -51,20 +54,10 @@ struct ScreenModes {
 /// The kind of protection that an erasing function respects.
 enum class Protection : std::uint8_t { None, Iso, Dec };
 
-/// A part of the screen, clipped to it. The bottom and the right are exclusive.
-struct Rectangle {
-  int top = 0;
-  int left = 0;
-  int bottom = 0;
-  int right = 0;
-
-  bool isEmpty() const { return top >= bottom || left >= right; }
-};
-
 /// The primary and the alternate grid with their scrollback, cursor, margins and tab stops. Most functions are named
 /// after the control functions they implement, whose mnemonics are in the comments; they accept any number, and take
-/// time at most linear in the size of the grid. Rows and columns count from 0, ends are exclusive. One thread at a
-/// time.
+/// time at most linear in the size of the grid. Rows and columns count from 0, and rectangles must lie within the
+/// screen. One thread at a time.
 class Screen {
  public:
   /// Limits that the constructor and `resize` clamp to.
@@ -75,6 +68,7 @@ class Screen {
 
   int rows() const { return m_grid->rows(); }
   int columns() const { return m_grid->columns(); }
+  Rectangle area() const { return {.rows = {.begin = 0, .end = rows()}, .columns = {.begin = 0, .end = columns()}}; }
   const Grid& grid() const { return *m_grid; }
   const CellTables& tables() const { return m_tables; }
   const Scrollback& scrollback() const { return m_scrollback; }
@@ -146,12 +140,12 @@ class Screen {
   void resetTabStops();     // DECST8C
   const std::vector<bool>& tabStops() const { return m_tabStops; }
 
-  // Margins.
-  void setVerticalMargins(int top, int bottom);    // DECSTBM
-  void setHorizontalMargins(int left, int right);  // DECSLRM
+  // Margins. At least two rows or columns; ranges that are clipped to fewer are ignored.
+  void setVerticalMargins(RowRange rows);          // DECSTBM
+  void setHorizontalMargins(ColumnRange columns);  // DECSLRM
   void resetMargins();
   void resetHorizontalMargins();
-  Rectangle margins() const { return {m_top, m_left, m_bottom, m_right}; }
+  const Rectangle& margins() const { return m_margins; }
 
   // Erasing. Cells with the kind of protection in `kept` are left alone.
   enum class Part : std::uint8_t { ToEnd, ToBegin, All };
@@ -223,29 +217,27 @@ class Screen {
   LinkId linkId(const LinkTarget& link);
   std::optional<ClusterId> clusterId(const std::u32string& scalars);
   void sweep();
-  int top() const { return modes.origin ? m_top : 0; }
-  bool isWithinMargins(int column) const { return column >= m_left && column < m_right; }
-  bool hasFullWidth() const { return m_left == 0 && m_right == columns(); }
-  void setCursor(int row, int column) { m_cursor = {.row = row, .column = column}; }
-  void scrollRegionUp(int top, int bottom, int count);
-  void scrollRegionDown(int top, int bottom, int count);
-  void moveWithinMargins(int top, int bottom, int by);
+  bool hasFullWidth() const { return m_margins.columns == area().columns; }
+  void setCursor(Position position) { m_cursor = {.row = position.row, .column = position.column}; }
+  void scrollRegionUp(RowRange rows, int count);
+  void scrollRegionDown(RowRange rows, int count);
+  void moveWithinMargins(RowRange rows, int by);
   void saveToHistory(int row);
   void clampCursor();
 
   // ScreenPrint.cpp
-  int limit() const { return m_cursor.column < m_right ? m_right : columns(); }
+  int limit() const { return m_cursor.column < m_margins.columns.end ? m_margins.columns.end : columns(); }
   void wrap();
   void advanceRow();
-  void put(char32_t character, int width);
-  void leaveFiller(int row, int column);
+  void put(char32_t character, Cell::Width width);
+  void leaveFiller(Position at);
   void printOne(char32_t character);
   std::size_t printRun(std::u32string_view text);
   bool joins(char32_t character, bool isPlain) const;
   void join(char32_t character);
   std::optional<Cursor> cellBefore() const;
   void widen(const Cursor& at, Cell cell);
-  void isolate(int row, int begin, int end);
+  void isolate(int row, ColumnRange columns);
 
   // ScreenResize.cpp
   struct Tracked;
@@ -260,9 +252,9 @@ class Screen {
   void takeFromHistory(std::size_t rows, int columns, Lines& lines);
 
   // ScreenErase.cpp
-  void eraseCells(int row, int begin, int end, Protection kept);
+  void eraseCells(int row, ColumnRange columns, Protection kept);
   void endLineBefore(int row);
-  void shiftCells(int row, int begin, int end, int by);
+  void shiftCells(int row, ColumnRange columns, int by);
 
   CellTables m_tables;
   Scrollback m_scrollback;
@@ -270,10 +262,7 @@ class Screen {
   Grid* m_grid = &m_grids[0];
   Cursor m_cursor;
   std::array<Saved, 2> m_saved;
-  int m_top = 0;
-  int m_bottom = 0;
-  int m_left = 0;
-  int m_right = 0;
+  Rectangle m_margins;
   std::vector<bool> m_tabStops;
 
   // A logical line while the screen is resized.
@@ -299,9 +288,9 @@ class Screen {
 
 template <class Change>
 void Screen::changeStyles(const Rectangle& area, bool asStream, Change change) {
-  for (int row = area.top; row < area.bottom; ++row) {
-    const int begin = asStream && row != area.top ? 0 : area.left;
-    const int end = asStream && row != area.bottom - 1 ? columns() : area.right;
+  for (int row = area.rows.begin; row < area.rows.end; ++row) {
+    const int begin = asStream && row != area.rows.begin ? 0 : area.columns.begin;
+    const int end = asStream && row != area.rows.last() ? columns() : area.columns.end;
     const std::span<Cell> cells = m_grid->row(row);
     for (int column = begin; column < end; ++column) {
       Cell& cell = cells[static_cast<std::size_t>(column)];
@@ -311,7 +300,7 @@ void Screen::changeStyles(const Rectangle& area, bool asStream, Change change) {
       if (cell.isErased()) cell = Cell(U' ', Cell::Width::Narrow, cell.attributes());
       cell = cell.withStyle(styleId(style));
     }
-    m_grid->touch(row, end);
+    m_grid->touch({.row = row, .column = end});
   }
 }
 

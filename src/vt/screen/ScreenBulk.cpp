@@ -86,7 +86,7 @@ bool Screen::canPrintBulk() const {
   const RowInfo& state = m_grid->state(m_cursor.row);
   const bool isPlain = characterSets.areAscii() && modes.autoWrap && !modes.insert && !m_pen.isProtected &&
                        m_pen.style.background == CellColor();
-  const bool scrollsAsWhole = m_top == 0 && m_bottom == rows() && hasFullWidth() && !showsAlternate();
+  const bool scrollsAsWhole = m_margins == area() && !showsAlternate();
   const bool isAtNewLine = m_cursor == Cursor{.row = rows() - 1} && state.extent == 0 && !state.hasMarks;
   return isPlain && scrollsAsWhole && isAtNewLine;
 }
@@ -101,7 +101,7 @@ Screen::BulkResult Screen::printBulk(std::string_view bytes) {
     saveToHistory(row);
     m_grid->clearRow(row, blank);
   }
-  setCursor(0, 0);
+  setCursor({});
 
   // The starts of the last screenful of lines, which are taken out of the scrollback again in the end, to be printed.
   struct LineStart {

@@ -5,14 +5,13 @@
 namespace zolt::vt {
 
 void Screen::moveToRow(int row) {
-  const int last = modes.origin ? m_bottom - 1 : rows() - 1;
-  setCursor(std::clamp(row, 0, last - top()) + top(), m_cursor.column);
+  const RowRange within = modes.origin ? m_margins.rows : area().rows;
+  setCursor({.row = within.begin + std::clamp(row, 0, within.size() - 1), .column = m_cursor.column});
 }
 
 void Screen::moveToColumn(int column) {
-  const int first = modes.origin ? m_left : 0;
-  const int last = modes.origin ? m_right - 1 : columns() - 1;
-  setCursor(m_cursor.row, std::clamp(column, 0, last - first) + first);
+  const ColumnRange within = modes.origin ? m_margins.columns : area().columns;
+  setCursor({.row = m_cursor.row, .column = within.begin + std::clamp(column, 0, within.size() - 1)});
 }
 
 void Screen::moveTo(Position position) {
@@ -21,25 +20,25 @@ void Screen::moveTo(Position position) {
 }
 
 void Screen::moveUp(int count) {
-  const int first = m_cursor.row >= m_top ? m_top : 0;
-  setCursor(std::max(first, m_cursor.row - std::min(count, rows())), m_cursor.column);
+  const int first = m_cursor.row >= m_margins.rows.begin ? m_margins.rows.begin : 0;
+  setCursor({.row = std::max(first, m_cursor.row - std::min(count, rows())), .column = m_cursor.column});
 }
 
 void Screen::moveDown(int count) {
-  const int last = m_cursor.row < m_bottom ? m_bottom - 1 : rows() - 1;
-  setCursor(std::min(last, m_cursor.row + std::min(count, rows())), m_cursor.column);
+  const int last = m_cursor.row < m_margins.rows.end ? m_margins.rows.last() : rows() - 1;
+  setCursor({.row = std::min(last, m_cursor.row + std::min(count, rows())), .column = m_cursor.column});
 }
 
 void Screen::moveForward(int count) {
-  const int last = m_cursor.column < m_right ? m_right - 1 : columns() - 1;
-  setCursor(m_cursor.row, std::min(last, m_cursor.column + std::min(count, columns())));
+  const int last = m_cursor.column < m_margins.columns.end ? m_margins.columns.last() : columns() - 1;
+  setCursor({.row = m_cursor.row, .column = std::min(last, m_cursor.column + std::min(count, columns()))});
 }
 
 void Screen::moveBack(int count) {
   const bool wrapsBack = (modes.reverseWrap || modes.extendedReverseWrap) && modes.autoWrap;
   if (!wrapsBack) {
-    const int first = m_cursor.column >= m_left ? m_left : 0;
-    setCursor(m_cursor.row, std::max(first, m_cursor.column - std::min(count, columns())));
+    const int first = m_cursor.column >= m_margins.columns.begin ? m_margins.columns.begin : 0;
+    setCursor({.row = m_cursor.row, .column = std::max(first, m_cursor.column - std::min(count, columns()))});
     return;
   }
   count = std::min(count, rows() * columns());
@@ -47,44 +46,44 @@ void Screen::moveBack(int count) {
   if (m_cursor.wrapsNext) --count;
   m_cursor.wrapsNext = false;
   while (count > 0) {
-    const int left = m_cursor.column >= m_left ? m_left : 0;
+    const int left = m_cursor.column >= m_margins.columns.begin ? m_margins.columns.begin : 0;
     const int steps = std::min(count, m_cursor.column - left);
     m_cursor.column -= steps;
     count -= steps;
     if (count == 0) return;
-    const bool atTop = m_cursor.row == m_top || m_cursor.row == 0;
+    const bool atTop = m_cursor.row == m_margins.rows.begin || m_cursor.row == 0;
     if (atTop && !modes.extendedReverseWrap) return;
-    const int above = atTop ? m_bottom - 1 : m_cursor.row - 1;
+    const int above = atTop ? m_margins.rows.last() : m_cursor.row - 1;
     if (!modes.extendedReverseWrap && !m_grid->state(above).wraps) return;
-    setCursor(above, m_right - 1);
+    setCursor({.row = above, .column = m_margins.columns.last()});
     --count;
   }
 }
 
 void Screen::moveRows(int count) {
-  const int last = modes.origin ? m_bottom - 1 : rows() - 1;
-  setCursor(std::clamp(m_cursor.row + std::min(count, rows()), 0, last), m_cursor.column);
+  const int last = modes.origin ? m_margins.rows.last() : rows() - 1;
+  setCursor({.row = std::clamp(m_cursor.row + std::min(count, rows()), 0, last), .column = m_cursor.column});
 }
 
 void Screen::moveColumns(int count) {
-  const int last = modes.origin ? m_right - 1 : columns() - 1;
-  setCursor(m_cursor.row, std::clamp(m_cursor.column + std::min(count, columns()), 0, last));
+  const int last = modes.origin ? m_margins.columns.last() : columns() - 1;
+  setCursor({.row = m_cursor.row, .column = std::clamp(m_cursor.column + std::min(count, columns()), 0, last)});
 }
 
 void Screen::carriageReturn() {
-  const bool isInside = modes.origin || m_cursor.column >= m_left;
-  setCursor(m_cursor.row, isInside ? m_left : 0);
+  const bool isInside = modes.origin || m_cursor.column >= m_margins.columns.begin;
+  setCursor({.row = m_cursor.row, .column = isInside ? m_margins.columns.begin : 0});
 }
 
 void Screen::lineFeed() {
   // Scrolling a region separates its last row from the row below that continues it.
-  if (m_cursor.row == m_bottom - 1 && m_bottom < rows()) m_grid->state(m_cursor.row).wraps = false;
+  if (m_cursor.row == m_margins.rows.last() && m_margins.rows.end < rows()) m_grid->state(m_cursor.row).wraps = false;
   advanceRow();
 }
 
 void Screen::advanceRow() {
-  if (m_cursor.row == m_bottom - 1) {
-    if (isWithinMargins(m_cursor.column)) scrollRegionUp(m_top, m_bottom, 1);
+  if (m_cursor.row == m_margins.rows.last()) {
+    if (m_margins.columns.contains(m_cursor.position())) scrollRegionUp(m_margins.rows, 1);
   } else if (m_cursor.row < rows() - 1) {
     ++m_cursor.row;
   }
@@ -92,8 +91,8 @@ void Screen::advanceRow() {
 }
 
 void Screen::reverseLineFeed() {
-  if (m_cursor.row == m_top) {
-    if (isWithinMargins(m_cursor.column)) scrollRegionDown(m_top, m_bottom, 1);
+  if (m_cursor.row == m_margins.rows.begin) {
+    if (m_margins.columns.contains(m_cursor.position())) scrollRegionDown(m_margins.rows, 1);
   } else if (m_cursor.row > 0) {
     --m_cursor.row;
   }
@@ -101,19 +100,19 @@ void Screen::reverseLineFeed() {
 }
 
 void Screen::backIndex() {
-  if (m_cursor.column != m_left) {
-    if (m_cursor.column > 0) setCursor(m_cursor.row, m_cursor.column - 1);
-  } else if (m_cursor.row >= m_top && m_cursor.row < m_bottom) {
+  if (m_cursor.column != m_margins.columns.begin) {
+    if (m_cursor.column > 0) setCursor({.row = m_cursor.row, .column = m_cursor.column - 1});
+  } else if (m_margins.rows.contains(m_cursor.position())) {
     insertColumns(1);
   }
 }
 
 void Screen::forwardIndex() {
-  if (m_cursor.column != m_right - 1) {
-    if (m_cursor.column < columns() - 1) setCursor(m_cursor.row, m_cursor.column + 1);
-  } else if (m_cursor.row >= m_top && m_cursor.row < m_bottom) {
+  if (m_cursor.column != m_margins.columns.last()) {
+    if (m_cursor.column < columns() - 1) setCursor({.row = m_cursor.row, .column = m_cursor.column + 1});
+  } else if (m_margins.rows.contains(m_cursor.position())) {
     const Cursor before = m_cursor;
-    m_cursor.column = m_left;
+    m_cursor.column = m_margins.columns.begin;
     deleteColumns(1);
     m_cursor = before;
   }
@@ -122,8 +121,8 @@ void Screen::forwardIndex() {
 Cursor Screen::reportedCursor() const {
   Cursor reported = m_cursor;
   if (modes.origin) {
-    reported.row -= m_top;
-    reported.column -= m_left;
+    reported.row -= m_margins.rows.begin;
+    reported.column -= m_margins.columns.begin;
   }
   return reported;
 }
@@ -139,8 +138,8 @@ void Screen::restoreCursor() {
   clampCursor();
   modes.origin = saved.origin;
   if (modes.origin) {
-    m_cursor.row = std::clamp(m_cursor.row, m_top, m_bottom - 1);
-    m_cursor.column = std::clamp(m_cursor.column, m_left, m_right - 1);
+    m_cursor.row = std::clamp(m_cursor.row, m_margins.rows.begin, m_margins.rows.last());
+    m_cursor.column = std::clamp(m_cursor.column, m_margins.columns.begin, m_margins.columns.last());
   }
   characterSets = saved.characterSets;
   style() = saved.pen.style;

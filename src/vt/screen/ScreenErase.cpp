@@ -22,19 +22,19 @@ void Screen::endLineBefore(int row) {
   }
 }
 
-void Screen::eraseCells(int row, int begin, int end, Protection kept) {
-  isolate(row, begin, end);
+void Screen::eraseCells(int row, ColumnRange columns, Protection kept) {
+  isolate(row, columns);
   if (kept == Protection::None) {
-    m_grid->fill(row, begin, end, blank());
+    m_grid->fill(row, columns, blank());
   } else {
     const Cell blank = this->blank();
     for (Cell& cell :
-         m_grid->row(row).subspan(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin))) {
+         m_grid->row(row).subspan(static_cast<std::size_t>(columns.begin), static_cast<std::size_t>(columns.size()))) {
       if (!isKept(cell, kept)) cell = blank;
     }
-    if (!blank.isBlank()) m_grid->touch(row, end);
+    if (!blank.isBlank()) m_grid->touch({.row = row, .column = columns.end});
   }
-  if (end == columns()) m_grid->state(row).wraps = false;
+  if (columns.end == this->columns()) m_grid->state(row).wraps = false;
 }
 
 void Screen::eraseInLine(Part part, Protection kept) {
@@ -43,7 +43,7 @@ void Screen::eraseInLine(Part part, Protection kept) {
   m_cursor.wrapsNext = false;
   // But not when erasing to the end: shells do that in the middle of a wrapped command line before they redraw it.
   if (part != Part::ToEnd) endLineBefore(m_cursor.row);
-  eraseCells(m_cursor.row, begin, end, kept);
+  eraseCells(m_cursor.row, {.begin = begin, .end = end}, kept);
 }
 
 void Screen::eraseInDisplay(Part part, Protection kept) {
@@ -57,7 +57,7 @@ void Screen::eraseInDisplay(Part part, Protection kept) {
     if (kept == Protection::None) {
       m_grid->clearRow(row, blank());
     } else {
-      eraseCells(row, 0, columns(), kept);
+      eraseCells(row, area().columns, kept);
     }
   }
 }
@@ -65,85 +65,88 @@ void Screen::eraseInDisplay(Part part, Protection kept) {
 void Screen::eraseCharacters(int count) {
   const int end = m_cursor.column + std::min(std::max(count, 1), columns() - m_cursor.column);
   m_cursor.wrapsNext = false;
-  eraseCells(m_cursor.row, m_cursor.column, end, protection == Protection::Iso ? Protection::Iso : Protection::None);
+  eraseCells(m_cursor.row, {.begin = m_cursor.column, .end = end},
+             protection == Protection::Iso ? Protection::Iso : Protection::None);
 }
 
-// Shifts the cells [begin, end) of a row right by `by`, or left if it is negative, and blanks the gap.
-void Screen::shiftCells(int row, int begin, int end, int by) {
-  const int size = end - begin;
+// Shifts the cells of a row right by `by`, or left if it is negative, and blanks the gap.
+void Screen::shiftCells(int row, ColumnRange columns, int by) {
+  const auto [begin, end] = columns;
+  const int size = columns.size();
   by = std::clamp(by, -size, size);
   const int written = std::clamp<int>(m_grid->state(row).extent, begin, end);
-  isolate(row, begin, end);
+  isolate(row, columns);
   // Also erase the remaining half of a wide character whose other half is shifted out.
-  isolate(row, by > 0 ? end - by : begin - by, end);
+  isolate(row, {.begin = by > 0 ? end - by : begin - by, .end = end});
   Cell* const cells = m_grid->row(row).data();
   const Cell blank = this->blank();
   cells[end - 1] = cells[end - 1].withoutFiller();
   if (by > 0) {
     std::copy_backward(cells + begin, cells + end - by, cells + end);
     std::fill(cells + begin, cells + begin + by, blank);
-    m_grid->touch(row, std::min(end, std::max(written + by, begin + by)));
+    m_grid->touch({.row = row, .column = std::min(end, std::max(written + by, begin + by))});
   } else {
     std::copy(cells + begin - by, cells + end, cells + begin);
     std::fill(cells + end + by, cells + end, blank);
-    if (!blank.isBlank()) m_grid->touch(row, end);
+    if (!blank.isBlank()) m_grid->touch({.row = row, .column = end});
   }
-  if (end == columns()) m_grid->state(row).wraps = false;
+  if (end == this->columns()) m_grid->state(row).wraps = false;
 }
 
 void Screen::insertCharacters(int count) {
-  if (!isWithinMargins(m_cursor.column)) return;
+  if (!m_margins.columns.contains(m_cursor.position())) return;
   m_cursor.wrapsNext = false;
-  shiftCells(m_cursor.row, m_cursor.column, m_right, std::min(count, columns()));
+  shiftCells(m_cursor.row, {.begin = m_cursor.column, .end = m_margins.columns.end}, std::min(count, columns()));
 }
 
 void Screen::deleteCharacters(int count) {
-  if (!isWithinMargins(m_cursor.column)) return;
+  if (!m_margins.columns.contains(m_cursor.position())) return;
   m_cursor.wrapsNext = false;
-  shiftCells(m_cursor.row, m_cursor.column, m_right, -std::min(count, columns()));
+  shiftCells(m_cursor.row, {.begin = m_cursor.column, .end = m_margins.columns.end}, -std::min(count, columns()));
 }
 
-void Screen::scrollRegionUp(int top, int bottom, int count) {
-  count = std::min(count, bottom - top);
+void Screen::scrollRegionUp(RowRange rows, int count) {
+  count = std::min(count, rows.size());
   if (count <= 0) return;
-  if (!hasFullWidth()) return moveWithinMargins(top, bottom, count);
+  if (!hasFullWidth()) return moveWithinMargins(rows, count);
   // Rows that leave the top of the screen go to the scrollback.
-  if (top == 0 && !showsAlternate()) {
+  if (rows.begin == 0 && !showsAlternate()) {
     for (int row = 0; row < count; ++row) {
       saveToHistory(row);
     }
-  } else if (top > 0) {
-    m_grid->state(top - 1).wraps = false;
+  } else if (rows.begin > 0) {
+    m_grid->state(rows.begin - 1).wraps = false;
   }
-  m_grid->scrollUp(top, bottom, count, blank());
+  m_grid->scrollUp(rows, count, blank());
 }
 
-void Screen::scrollRegionDown(int top, int bottom, int count) {
-  count = std::min(count, bottom - top);
+void Screen::scrollRegionDown(RowRange rows, int count) {
+  count = std::min(count, rows.size());
   if (count <= 0) return;
-  if (!hasFullWidth()) return moveWithinMargins(top, bottom, -count);
-  endLineBefore(top);
-  m_grid->state(std::max(top, bottom - 1 - count)).wraps = false;
-  m_grid->scrollDown(top, bottom, count, blank());
+  if (!hasFullWidth()) return moveWithinMargins(rows, -count);
+  endLineBefore(rows.begin);
+  m_grid->state(std::max(rows.begin, rows.last() - count)).wraps = false;
+  m_grid->scrollDown(rows, count, blank());
 }
 
 // Scrolls the columns between the left and right margins up by `by` rows, or down if it is negative. Cells are copied,
 // because the rest of each row stays.
-void Screen::moveWithinMargins(int top, int bottom, int by) {
-  for (int row = top; row < bottom; ++row) {
-    isolate(row, m_left, m_right);
+void Screen::moveWithinMargins(RowRange rows, int by) {
+  const ColumnRange columns = m_margins.columns;
+  for (int row = rows.begin; row < rows.end; ++row) {
+    isolate(row, columns);
     m_grid->state(row).wraps = false;
   }
-  const auto width = static_cast<std::size_t>(m_right - m_left);
-  for (int i = 0; i < bottom - top; ++i) {
-    const int row = by > 0 ? top + i : bottom - 1 - i;
+  const auto width = static_cast<std::size_t>(columns.size());
+  for (int i = 0; i < rows.size(); ++i) {
+    const int row = by > 0 ? rows.begin + i : rows.last() - i;
     const int from = row + by;
-    if (from >= top && from < bottom) {
-      std::ranges::copy(m_grid->row(from).subspan(static_cast<std::size_t>(m_left), width),
-                        m_grid->row(row).begin() + m_left);
-      m_grid->touch(row, m_right);
+    if (from >= rows.begin && from < rows.end) {
+      std::ranges::copy(m_grid->row(from).subspan(static_cast<std::size_t>(columns.begin), width),
+                        m_grid->row(row).begin() + columns.begin);
+      m_grid->touch({.row = row, .column = columns.end});
     } else {
-      m_grid->fill(row, m_left, m_right, blank());
+      m_grid->fill(row, columns, blank());
     }
   }
 }
@@ -155,89 +158,90 @@ void Screen::saveToHistory(int row) {
 }
 
 void Screen::insertLines(int count) {
-  if (m_cursor.row < m_top || m_cursor.row >= m_bottom || !isWithinMargins(m_cursor.column)) return;
-  scrollRegionDown(m_cursor.row, m_bottom, count);
-  setCursor(m_cursor.row, m_left);
+  if (!m_margins.contains(m_cursor.position())) return;
+  scrollRegionDown({.begin = m_cursor.row, .end = m_margins.rows.end}, count);
+  setCursor({.row = m_cursor.row, .column = m_margins.columns.begin});
 }
 
 void Screen::deleteLines(int count) {
-  if (m_cursor.row < m_top || m_cursor.row >= m_bottom || !isWithinMargins(m_cursor.column)) return;
+  if (!m_margins.contains(m_cursor.position())) return;
   // Unlike scrolled lines, deleted ones do not go to the scrollback.
-  m_grid->state(m_bottom - 1).wraps = false;
+  m_grid->state(m_margins.rows.last()).wraps = false;
   if (m_cursor.row == 0 && hasFullWidth()) {
     endLineBefore(0);
-    m_grid->scrollUp(0, m_bottom, std::min(count, m_bottom), blank());
+    m_grid->scrollUp({.begin = 0, .end = m_margins.rows.end}, std::min(count, m_margins.rows.end), blank());
   } else {
-    scrollRegionUp(m_cursor.row, m_bottom, count);
+    scrollRegionUp({.begin = m_cursor.row, .end = m_margins.rows.end}, count);
   }
-  setCursor(m_cursor.row, m_left);
+  setCursor({.row = m_cursor.row, .column = m_margins.columns.begin});
 }
 
 void Screen::scrollUp(int count) {
-  m_grid->state(m_bottom - 1).wraps = false;
-  scrollRegionUp(m_top, m_bottom, count);
+  m_grid->state(m_margins.rows.last()).wraps = false;
+  scrollRegionUp(m_margins.rows, count);
 }
 
 void Screen::scrollDown(int count) {
-  scrollRegionDown(m_top, m_bottom, count);
+  scrollRegionDown(m_margins.rows, count);
 }
 
 void Screen::scrollLeft(int count) {
-  for (int row = m_top; row < m_bottom; ++row) {
-    shiftCells(row, m_left, m_right, -std::min(count, columns()));
+  for (int row = m_margins.rows.begin; row < m_margins.rows.end; ++row) {
+    shiftCells(row, m_margins.columns, -std::min(count, columns()));
   }
 }
 
 void Screen::scrollRight(int count) {
-  for (int row = m_top; row < m_bottom; ++row) {
-    shiftCells(row, m_left, m_right, std::min(count, columns()));
+  for (int row = m_margins.rows.begin; row < m_margins.rows.end; ++row) {
+    shiftCells(row, m_margins.columns, std::min(count, columns()));
   }
 }
 
 void Screen::insertColumns(int count) {
-  if (m_cursor.row < m_top || m_cursor.row >= m_bottom || !isWithinMargins(m_cursor.column)) return;
-  for (int row = m_top; row < m_bottom; ++row) {
-    shiftCells(row, m_cursor.column, m_right, std::min(count, columns()));
+  if (!m_margins.contains(m_cursor.position())) return;
+  for (int row = m_margins.rows.begin; row < m_margins.rows.end; ++row) {
+    shiftCells(row, {.begin = m_cursor.column, .end = m_margins.columns.end}, std::min(count, columns()));
   }
 }
 
 void Screen::deleteColumns(int count) {
-  if (m_cursor.row < m_top || m_cursor.row >= m_bottom || !isWithinMargins(m_cursor.column)) return;
-  for (int row = m_top; row < m_bottom; ++row) {
-    shiftCells(row, m_cursor.column, m_right, -std::min(count, columns()));
+  if (!m_margins.contains(m_cursor.position())) return;
+  for (int row = m_margins.rows.begin; row < m_margins.rows.end; ++row) {
+    shiftCells(row, {.begin = m_cursor.column, .end = m_margins.columns.end}, -std::min(count, columns()));
   }
 }
 
 void Screen::fillRectangle(const Rectangle& area, char32_t character) {
   const std::uint64_t attributes = this->attributes();
-  for (int row = area.top; row < area.bottom && !area.isEmpty(); ++row) {
-    isolate(row, area.left, area.right);
+  for (int row = area.rows.begin; row < area.rows.end && !area.isEmpty(); ++row) {
+    isolate(row, area.columns);
     const std::span<Cell> cells = m_grid->row(row);
-    std::fill(cells.begin() + area.left, cells.begin() + area.right, Cell(character, Cell::Width::Narrow, attributes));
-    m_grid->touch(row, area.right);
-    if (area.right == columns()) m_grid->state(row).wraps = false;
+    std::fill(cells.begin() + area.columns.begin, cells.begin() + area.columns.end,
+              Cell(character, Cell::Width::Narrow, attributes));
+    m_grid->touch({.row = row, .column = area.columns.end});
+    if (area.columns.end == columns()) m_grid->state(row).wraps = false;
   }
 }
 
 void Screen::eraseRectangle(const Rectangle& area, Protection kept) {
-  for (int row = area.top; row < area.bottom && !area.isEmpty(); ++row) {
-    if (area.left == 0) endLineBefore(row);
-    eraseCells(row, area.left, area.right, kept);
+  for (int row = area.rows.begin; row < area.rows.end && !area.isEmpty(); ++row) {
+    if (area.columns.begin == 0) endLineBefore(row);
+    eraseCells(row, area.columns, kept);
   }
 }
 
 void Screen::copyRectangle(const Rectangle& area, Position to) {
   const auto [row, column] = to;
   if (row < 0 || column < 0 || row >= rows() || column >= columns()) return;
-  const int height = std::min(area.bottom - area.top, rows() - row);
-  const int width = std::min(area.right - area.left, columns() - column);
+  const int height = std::min(area.rows.size(), rows() - row);
+  const int width = std::min(area.columns.size(), columns() - column);
   if (height <= 0 || width <= 0) return;
   // Source and destination may overlap, so copy the cells out first.
   std::vector<Cell> copied;
   copied.reserve(static_cast<std::size_t>(height) * static_cast<std::size_t>(width));
   for (int i = 0; i < height; ++i) {
-    const std::span<const Cell> cells = std::as_const(*m_grid).row(area.top + i);
-    copied.insert(copied.end(), cells.begin() + area.left, cells.begin() + area.left + width);
+    const std::span<const Cell> cells = std::as_const(*m_grid).row(area.rows.begin + i);
+    copied.insert(copied.end(), cells.begin() + area.columns.begin, cells.begin() + area.columns.begin + width);
     // Erase halves of wide characters at the edges.
     Cell& first = copied[copied.size() - static_cast<std::size_t>(width)];
     if (first.width() == Cell::Width::Tail) first = Cell(Cell::makeAttributes(first.style(), 0, false));
@@ -246,10 +250,10 @@ void Screen::copyRectangle(const Rectangle& area, Position to) {
     last = last.withoutFiller();
   }
   for (int i = 0; i < height; ++i) {
-    isolate(row + i, column, column + width);
+    isolate(row + i, {.begin = column, .end = column + width});
     const auto from = copied.begin() + static_cast<std::ptrdiff_t>(i) * width;
     std::copy(from, from + width, m_grid->row(row + i).begin() + column);
-    m_grid->touch(row + i, column + width);
+    m_grid->touch({.row = row + i, .column = column + width});
     if (column + width == columns()) m_grid->state(row + i).wraps = false;
   }
 }
@@ -257,8 +261,8 @@ void Screen::copyRectangle(const Rectangle& area, Position to) {
 // As on a VT420: the negated sum of all characters and of a number for each of their attributes.
 std::uint16_t Screen::checksum(const Rectangle& area) const {
   std::uint32_t sum = 0;
-  for (int row = area.top; row < area.bottom; ++row) {
-    for (int column = area.left; column < area.right; ++column) {
+  for (int row = area.rows.begin; row < area.rows.end; ++row) {
+    for (int column = area.columns.begin; column < area.columns.end; ++column) {
       const Cell cell = std::as_const(*m_grid).row(row)[static_cast<std::size_t>(column)];
       if (cell.width() == Cell::Width::Tail) continue;
       if (cell.isCluster()) {
@@ -284,12 +288,12 @@ void Screen::alignmentPattern() {
   resetMargins();
   endLineBefore(0);
   modes.origin = false;
-  setCursor(0, 0);
+  setCursor({});
   for (int row = 0; row < rows(); ++row) {
     m_grid->clearRow(row, Cell());
     const std::span<Cell> cells = m_grid->row(row);
     std::ranges::fill(cells, Cell(U'E', Cell::Width::Narrow, 0));
-    m_grid->touch(row, columns());
+    m_grid->touch({.row = row, .column = columns()});
   }
 }
 

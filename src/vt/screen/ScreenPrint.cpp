@@ -15,25 +15,25 @@ using Width = Cell::Width;
 
 // Moves to the start of the next row, which continues the line.
 void Screen::wrap() {
-  if (m_left == 0 && limit() == columns()) m_grid->state(m_cursor.row).wraps = true;
-  const int column = m_cursor.column >= m_left ? m_left : 0;
+  if (m_margins.columns.begin == 0 && limit() == columns()) m_grid->state(m_cursor.row).wraps = true;
+  const int column = m_cursor.column >= m_margins.columns.begin ? m_margins.columns.begin : 0;
   advanceRow();
   m_cursor.column = column;
 }
 
-// Erases wide characters that straddle an edge of [begin, end), before those columns are written.
-void Screen::isolate(int row, int begin, int end) {
+// Erases wide characters that straddle an edge of `columns`, before those are written.
+void Screen::isolate(int row, ColumnRange columns) {
   const std::span<Cell> cells = m_grid->row(row);
   const auto eraseAcross = [&](int column) {
-    if (column <= 0 || column >= columns()) return;
+    if (column <= 0 || column >= this->columns()) return;
     Cell& tail = cells[static_cast<std::size_t>(column)];
     if (tail.width() != Width::Tail) return;
     Cell& head = cells[static_cast<std::size_t>(column) - 1];
     head = Cell(Cell::makeAttributes(head.style(), 0, false));
     tail = Cell(Cell::makeAttributes(tail.style(), 0, false));
   };
-  eraseAcross(begin);
-  eraseAcross(end);
+  eraseAcross(columns.begin);
+  eraseAcross(columns.end);
 }
 
 void Screen::printAscii(std::string_view text) {
@@ -65,7 +65,7 @@ void Screen::printAscii(std::string_view text) {
     const int count = static_cast<int>(std::min<std::size_t>(text.size(), static_cast<std::size_t>(limit - begin)));
     const int end = begin + count;
     const auto [cells, state] = m_grid->writable(row);
-    if (state.extent > begin) isolate(row, begin, end);
+    if (state.extent > begin) isolate(row, {.begin = begin, .end = end});
     spreadAscii(text.substr(0, static_cast<std::size_t>(count)), attributes, cells + begin);
     state.extent = std::max(state.extent, static_cast<std::uint16_t>(end));
     if (end == columns()) state.wraps = false;
@@ -95,13 +95,14 @@ std::size_t Screen::printRun(std::u32string_view text) {
   int column = begin;
   const auto [cells, state] = m_grid->writable(m_cursor.row);
   const bool isWritten = state.extent > begin;
-  if (isWritten) isolate(m_cursor.row, begin, begin);
+  if (isWritten) isolate(m_cursor.row, {.begin = begin, .end = begin});
   std::size_t count = 0;
   for (; count < text.size(); ++count) {
     const CharacterProperties properties = characterProperties(text[count]);
     const bool mayJoin = modes.graphemeClusters && !(properties.isPlain && m_lastIsPlain);
     if (properties.width == 0 || mayJoin || column + properties.width > limit) break;
-    if (isWritten && column + properties.width < columns()) isolate(m_cursor.row, begin, column + properties.width);
+    if (isWritten && column + properties.width < columns())
+      isolate(m_cursor.row, {.begin = begin, .end = column + properties.width});
     const bool isWide = properties.width == 2;
     cells[column] = Cell(text[count], isWide ? Width::Wide : Width::Narrow, attributes);
     if (isWide) cells[column + 1] = Cell(0, Width::Tail, attributes);
@@ -125,7 +126,7 @@ void Screen::repeat(int count) {
   // Only the character is repeated, without the marks that were combined with it.
   for (; count > 0; --count) {
     m_openCluster = false;
-    put(character, std::max<int>(characterProperties(character).width, 1));
+    put(character, characterProperties(character).width == 2 ? Width::Wide : Width::Narrow);
   }
 }
 
@@ -142,7 +143,7 @@ void Screen::printOne(char32_t character) {
     join(character);
     return;
   }
-  put(character, properties.width);
+  put(character, properties.width == 2 ? Width::Wide : Width::Narrow);
   m_lastPrinted = character;
   m_openCluster = true;
   m_lastIsPlain = properties.isPlain;
@@ -150,24 +151,26 @@ void Screen::printOne(char32_t character) {
 
 // Leaves the column before a margin blank, where a wide character does not fit. In the last column that is a filler,
 // which is not part of the text.
-void Screen::leaveFiller(int row, int column) {
-  const Width width = column + 1 == columns() ? Width::Filler : Width::Narrow;
-  m_grid->row(row)[static_cast<std::size_t>(column)] = Cell(0, width, m_blank.attributes());
-  m_grid->touch(row, column + 1);
+void Screen::leaveFiller(Position at) {
+  const Width width = at.column + 1 == columns() ? Width::Filler : Width::Narrow;
+  m_grid->row(at.row)[static_cast<std::size_t>(at.column)] = Cell(0, width, m_blank.attributes());
+  m_grid->touch({.row = at.row, .column = at.column + 1});
 }
 
-// Prints a character of width 1 or 2 at the cursor.
-void Screen::put(char32_t character, int width) {
+// Prints a narrow or wide character at the cursor.
+void Screen::put(char32_t character, Width width) {
   const std::uint64_t attributes = this->attributes();
   if (m_cursor.wrapsNext && modes.autoWrap) wrap();
   m_cursor.wrapsNext = false;
   int limit = this->limit();
-  const int first = m_cursor.column >= m_left && limit == m_right ? m_left : 0;
-  if (limit - first < width) width = 1;
-  if (width == 2 && m_cursor.column == limit - 1) {
+  const int first =
+      m_cursor.column >= m_margins.columns.begin && limit == m_margins.columns.end ? m_margins.columns.begin : 0;
+  if (limit - first < 2) width = Width::Narrow;
+  const bool isWide = width == Width::Wide;
+  if (isWide && m_cursor.column == limit - 1) {
     if (modes.autoWrap) {
-      isolate(m_cursor.row, m_cursor.column, limit);
-      leaveFiller(m_cursor.row, m_cursor.column);
+      isolate(m_cursor.row, {.begin = m_cursor.column, .end = limit});
+      leaveFiller(m_cursor.position());
       wrap();
       limit = this->limit();
     } else {
@@ -176,13 +179,14 @@ void Screen::put(char32_t character, int width) {
   }
   const int row = m_cursor.row;
   const int begin = m_cursor.column;
-  const int end = begin + width;
-  if (modes.insert) shiftCells(row, begin, std::max(limit, end), width);
-  isolate(row, begin, end);
+  const int count = isWide ? 2 : 1;
+  const int end = begin + count;
+  if (modes.insert) shiftCells(row, {.begin = begin, .end = std::max(limit, end)}, count);
+  isolate(row, {.begin = begin, .end = end});
   const std::span<Cell> cells = m_grid->row(row);
-  cells[static_cast<std::size_t>(begin)] = Cell(character, width == 2 ? Width::Wide : Width::Narrow, attributes);
-  if (width == 2) cells[static_cast<std::size_t>(begin) + 1] = Cell(0, Width::Tail, attributes);
-  m_grid->touch(row, end);
+  cells[static_cast<std::size_t>(begin)] = Cell(character, width, attributes);
+  if (isWide) cells[static_cast<std::size_t>(begin) + 1] = Cell(0, Width::Tail, attributes);
+  m_grid->touch({.row = row, .column = end});
   if (end == columns()) m_grid->state(row).wraps = false;
   m_cursor.wrapsNext = end == limit;
   m_cursor.column = m_cursor.wrapsNext ? end - 1 : end;
@@ -225,31 +229,32 @@ void Screen::join(char32_t character) {
 
 // Makes the cell at `at`, the last one printed, wide.
 void Screen::widen(const Cursor& at, Cell cell) {
-  const int limit = at.column < m_right ? m_right : columns();
+  const int limit = at.column < m_margins.columns.end ? m_margins.columns.end : columns();
   const Cell wide = Cell::cluster(cell.clusterId(), Width::Wide, cell.attributes());
   const Cell tail(0, Width::Tail, cell.attributes());
-  const auto write = [&](int row, int column) {
-    isolate(row, column, column + 2);
+  const auto write = [&](Position to) {
+    const auto [row, column] = to;
+    isolate(row, {.begin = column, .end = column + 2});
     const std::span<Cell> cells = m_grid->row(row);
     cells[static_cast<std::size_t>(column)] = wide;
     cells[static_cast<std::size_t>(column) + 1] = tail;
-    m_grid->touch(row, column + 2);
+    m_grid->touch({.row = row, .column = column + 2});
     if (column + 2 == columns()) m_grid->state(row).wraps = false;
     const bool wrapsNext = column + 2 == limit;
     m_cursor = {.row = row, .column = wrapsNext ? column + 1 : column + 2, .wrapsNext = wrapsNext};
   };
   if (at.column + 2 <= limit) {
-    if (modes.insert) shiftCells(at.row, at.column + 1, limit, 1);
-    write(at.row, at.column);
+    if (modes.insert) shiftCells(at.row, {.begin = at.column + 1, .end = limit}, 1);
+    write(at.position());
     return;
   }
   // In the last column it does not fit: move it to the next row.
-  const int first = at.column >= m_left ? m_left : 0;
+  const int first = at.column >= m_margins.columns.begin ? m_margins.columns.begin : 0;
   if (!modes.autoWrap || limit - first < 2) return;
-  leaveFiller(at.row, at.column);
+  leaveFiller(at.position());
   m_cursor = at;
   wrap();
-  write(m_cursor.row, m_cursor.column);
+  write(m_cursor.position());
 }
 
 }  // namespace zolt::vt

@@ -88,7 +88,7 @@ struct Screen::Lines {
       if (isWide && cells.size() >= 2) cells[column++] = Cell(0, Width::Tail, cell.attributes());
     }
     if (from.wraps && column < cells.size()) cells[column++] = Cell(0, Width::Filler, 0);
-    grid.touch(row, static_cast<int>(column));
+    grid.touch({.row = row, .column = static_cast<int>(column)});
     grid.state(row).wraps = from.wraps;
     auto mark = std::ranges::lower_bound(line.marks, static_cast<int>(from.begin), {}, &RowMark::column);
     for (; mark != line.marks.end() && (static_cast<std::size_t>(mark->column) < from.end || !from.wraps); ++mark) {
@@ -317,7 +317,7 @@ void Screen::resizeAlternate(const TerminalSize& size) {
     const int from = row + skipped;
     const int count = std::min(columns, static_cast<int>(before.state(from).extent));
     std::ranges::copy(before.row(from).first(static_cast<std::size_t>(count)), after.row(row).begin());
-    after.touch(row, count);
+    after.touch({.row = row, .column = count});
     if (before.columns() <= columns) {
       Cell& last = after.row(row)[static_cast<std::size_t>(before.columns()) - 1];
       last = last.withoutFiller();
