@@ -52,7 +52,7 @@ TEST_P(CanvasFontFamilyTest, SuitsTheCanvas) {
   const QByteArray output = tests.readAll();
   if (output.contains("which is not installed")) GTEST_SKIP() << GetParam() << " is not installed";
   EXPECT_EQ(tests.exitCode(), 0) << output.toStdString();
-  EXPECT_TRUE(output.contains("tests ran")) << output.toStdString();
+  EXPECT_TRUE(output.contains("suites ran")) << output.toStdString();
 }
 
 INSTANTIATE_TEST_SUITE_P(Families, CanvasFontFamilyTest,
