@@ -5,15 +5,16 @@ if [ -n "${ZOLT_TEST_FONT_FOLDER:-}" ]; then
   export FONTCONFIG_FILE="$ZOLT_TEST_FONT_FOLDER/${ZOLT_TEST_FONT:-DejaVu Sans Mono}.conf"
 fi
 
-# Waits until a command succeeds; fails with `what` after 20 s.
+# Waits until a command succeeds; fails with `what`, and what the program printed, after 60 s.
 await() {
   local what=$1
   shift
-  for _ in $(seq 200); do
+  for _ in $(seq 600); do
     if "$@" >/dev/null 2>&1; then return; fi
     sleep 0.1
   done
   echo "timed out: $what"
+  if [ -s "${home:-}/output" ]; then sed 's/^/printed: /' "$home/output"; fi
   exit 1
 }
 
