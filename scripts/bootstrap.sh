@@ -119,6 +119,7 @@ build_preset() {
 }
 
 # with_virtual_display COMMAND...: runs it on an X server of its own, which is gone afterwards; the command's status.
+# The server does not start over when its last client leaves: the next one would be refused meanwhile.
 with_virtual_display() {
   local chosen server status=0
   if ! command -v Xvfb >/dev/null 2>&1; then
@@ -126,7 +127,7 @@ with_virtual_display() {
     return 1
   fi
   chosen=$(mktemp)
-  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$chosen" >/dev/null 2>&1 &
+  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$chosen" >/dev/null 2>&1 &
   server=$!
   trap 'kill "$server" 2>/dev/null; rm -f "$chosen"; exit 130' INT TERM
   for _ in $(seq 200); do
