@@ -50,12 +50,18 @@ void measure(const std::string& what, const std::string& text, double limit, con
   // What the parser gets has passed a pseudo-terminal, which ends lines in CR LF.
   const std::string received = zolt::bench::withTerminalLineEnds(text);
   std::vector<double> ratios;
+  std::vector<double> nanosecondsPerByte;
   for (int round = 0; round < kRounds; ++round) {
-    ratios.push_back(secondsToDiscard(discard, file) / secondsToParse(received));
+    const double seconds = secondsToParse(received);
+    ratios.push_back(secondsToDiscard(discard, file) / seconds);
+    nanosecondsPerByte.push_back(seconds * 1e9 / static_cast<double>(received.size()));
   }
   std::remove(file.c_str());
   zolt::bench::printRow("parser, " + what + " / discarding reader's rate", zolt::bench::median(ratios), "times", limit,
                         false);
+  char fact[64];
+  std::snprintf(fact, sizeof fact, "%.2f ns", zolt::bench::median(nanosecondsPerByte));
+  zolt::bench::printFact("  the parser's time per byte", fact);
 }
 
 }  // namespace

@@ -31,11 +31,13 @@ void measure(const std::string& what, const std::string& text, double limit, cha
   std::vector<double> ratios;
   std::vector<double> cpu;
   std::vector<double> rate;
+  std::vector<double> nanosecondsPerByte;
   runPair(argv[1], argv[2], file);  // warm-up
   for (int i = 0; i < kPairs; ++i) {
     const Pair pair = runPair(argv[1], argv[2], file);
     ratios.push_back(pair.zolt.wall / pair.discard.wall);
     cpu.push_back((pair.zolt.cpu - pair.discard.cpu) / (static_cast<double>(text.size()) / 1e8));
+    nanosecondsPerByte.push_back(pair.zolt.wall * 1e9 / static_cast<double>(text.size()));
     rate.push_back(static_cast<double>(text.size()) / 1e6 / pair.discard.wall);
   }
   std::remove(file.c_str());
@@ -46,6 +48,8 @@ void measure(const std::string& what, const std::string& text, double limit, cha
   zolt::bench::printFact("  processor time beyond the reader's, per 100 MB", fact);
   std::snprintf(fact, sizeof fact, "%.0f MB/s", zolt::bench::median(rate));
   zolt::bench::printFact("  the discarding reader's rate", fact);
+  std::snprintf(fact, sizeof fact, "%.1f ns", zolt::bench::median(nanosecondsPerByte));
+  zolt::bench::printFact("  Zolt's time per byte", fact);
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 #include "emulation/ANSIParser.h"
 
 #include <algorithm>
+#include <bit>
+#include <optional>
 
 #include "emulation/SGR.h"
 #include "text/GraphemeClusters.h"
@@ -43,6 +45,28 @@ bool isFinalCharacter(std::string_view cluster) {
   return start.first >= 0x40 && (start.first < 0x7E || (start.first == 0x7E && start.alone));
 }
 
+struct ShortNumber {
+  std::uint32_t value = 0;
+  std::size_t digits = 0;  // 0 to 3
+};
+
+// The decimal number at `position`, 0 without digits; nothing if it has four or more, or may have.
+std::optional<ShortNumber> shortNumber(std::string_view text, std::size_t position) {
+  constexpr std::uint32_t kZeros = 0x30303030;
+  constexpr std::uint32_t kAboveNine = 0x76767676;  // carries into the high bit of a byte from 10 on
+  constexpr std::uint32_t kHighBits = 0x80808080;
+  if (text.size() - position < 4) return std::nullopt;
+  // No branch for each digit: how many there are is what a processor cannot guess.
+  const std::uint32_t values = detail::fourBytes(text.data() + position) ^ kZeros;
+  const std::uint32_t others = ((values + kAboveNine) | values) & kHighBits;
+  if (others == 0) return std::nullopt;
+  const auto digits = static_cast<std::size_t>(std::countr_zero(others)) / 8;
+  // The units last, blanks before the first digit.
+  const auto aligned = static_cast<std::uint32_t>(std::uint64_t{values} << (32 - 8 * digits));
+  return ShortNumber{.value = (aligned >> 8 & 0xFF) * 100 + (aligned >> 16 & 0xFF) * 10 + (aligned >> 24),
+                     .digits = digits};
+}
+
 }  // namespace
 
 AttributedString ANSIParser::parse(std::string_view text) {
@@ -61,7 +85,8 @@ AttributedString ANSIParser::parse(std::string_view text) {
     const char c = text[position];
     if (c == kEscape) {
       makeAttributedString(result);
-      position = parseEscapeSequence(text, position).value_or(position + 1);
+      const std::size_t end = parseEscapeSequence(text, position);
+      position = end == kNoSequence ? position + 1 : end;
     } else if (c == '\r') {
       if (position + 1 < text.size() && text[position + 1] == '\n') {
         position += 2;  // one cluster, neither a carriage return nor a line feed: dropped
@@ -84,21 +109,21 @@ AttributedString ANSIParser::parse(std::string_view text) {
 
 void ANSIParser::makeAttributedString(AttributedString& result) {
   if (result.pendingLength() == 0) return;
-  if (m_style) {
-    result.endRun(*m_style);
+  if (m_rendition.fitsStyleCode()) {
+    result.endRun(m_style);
   } else {
     result.endRun(m_rendition.attributes());
   }
 }
 
-ANSIParser::SequenceEnd ANSIParser::parseEscapeSequence(std::string_view text, std::size_t escape) {
+std::size_t ANSIParser::parseEscapeSequence(std::string_view text, std::size_t escape) {
   const std::size_t next = escape + 1;
-  if (next == text.size()) return std::nullopt;
+  if (next == text.size()) return kNoSequence;
   const std::size_t afterNext = clusterEnd(text, next);
   if (afterNext == next + 1) {
     switch (text[next]) {
       case '[':
-        if (const SequenceEnd end = parsePlainSGR(text, next)) return end;
+        if (const std::size_t end = parsePlainSGR(text, next); end != kNoSequence) return end;
         return parseCSI(text, next);
       case ']':
         return parseOSC(text, next);
@@ -115,7 +140,7 @@ ANSIParser::SequenceEnd ANSIParser::parseEscapeSequence(std::string_view text, s
   return afterNext;
 }
 
-ANSIParser::SequenceEnd ANSIParser::parseCSI(std::string_view text, std::size_t bracket) {
+std::size_t ANSIParser::parseCSI(std::string_view text, std::size_t bracket) {
   const std::size_t paramsStart = bracket + 1;
   for (std::size_t position = paramsStart; position < text.size();) {
     // An ASCII character below "@" is never final, whatever marks follow it: it composes to nothing that is.
@@ -131,10 +156,10 @@ ANSIParser::SequenceEnd ANSIParser::parseCSI(std::string_view text, std::size_t 
     }
     position = end;
   }
-  return std::nullopt;
+  return kNoSequence;
 }
 
-ANSIParser::SequenceEnd ANSIParser::parseOSC(std::string_view text, std::size_t bracket) {
+std::size_t ANSIParser::parseOSC(std::string_view text, std::size_t bracket) {
   // BEL and ESC are controls and never part of a cluster: a byte search finds them.
   std::size_t position = bracket + 1;
   while (true) {
@@ -162,39 +187,33 @@ void ANSIParser::handleSGR(std::string_view params) {
 }
 
 // Colourful output is mostly these: they are read without first looking for their end.
-ANSIParser::SequenceEnd ANSIParser::parsePlainSGR(std::string_view text, std::size_t bracket) {
-  constexpr int kMaxDigits = 18;  // any number of so many digits fits a code
+std::size_t ANSIParser::parsePlainSGR(std::string_view text, std::size_t bracket) {
   std::size_t count = 0;
-  std::int64_t code = 0;
-  int digits = 0;
-  for (std::size_t position = bracket + 1; position < text.size(); ++position) {
-    const char c = text[position];
-    if (c >= '0' && c <= '9') {
-      if (++digits > kMaxDigits) return std::nullopt;
-      code = code * 10 + (c - '0');
-      continue;
-    }
-    if (c != ';' && c != 'm') return std::nullopt;
-    if (digits != 0) {
-      if (count == m_plainCodes.size()) return std::nullopt;
-      m_plainCodes[count++] = code;
+  std::size_t position = bracket + 1;
+  while (position < text.size()) {
+    const auto number = shortNumber(text, position);
+    if (!number) return kNoSequence;
+    position += number->digits;
+    if (position == text.size()) return kNoSequence;
+    const char c = text[position++];
+    if (c != ';' && c != 'm') return kNoSequence;
+    if (number->digits != 0) {
+      if (count == m_plainCodes.size()) return kNoSequence;
+      m_plainCodes[count++] = number->value;
     }
     if (c == 'm') {
-      const std::size_t end = position + 1;
-      if (end < text.size() && !isAscii(text[end])) return std::nullopt;  // possibly a mark on the "m"
-      if (end == bracket + 2) m_plainCodes[count++] = 0;                  // no parameters at all
+      if (position < text.size() && !isAscii(text[position])) return kNoSequence;  // possibly a mark on the "m"
+      if (position == bracket + 2) m_plainCodes[count++] = 0;                      // no parameters at all
       apply({m_plainCodes.data(), count});
-      return end;
+      return position;
     }
-    code = 0;
-    digits = 0;
   }
-  return std::nullopt;
+  return kNoSequence;
 }
 
 void ANSIParser::apply(std::span<const std::int64_t> codes) {
   m_rendition.apply(codes);
-  m_style = m_rendition.styleCode();
+  if (m_rendition.fitsStyleCode()) m_style = m_rendition.styleCode();
 }
 
 }  // namespace zolt

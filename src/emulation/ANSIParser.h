@@ -3,7 +3,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -33,25 +32,26 @@ class ANSIParser {
   AttributedString parse(std::string_view text);
 
  private:
-  /// The position after a consumed sequence, or nothing if no complete sequence starts there.
-  using SequenceEnd = std::optional<std::size_t>;
+  /// What the functions below return if no complete sequence starts there; else the position after the sequence. An
+  /// optional would pass through memory, which costs more than reading a short sequence.
+  static constexpr std::size_t kNoSequence = std::string_view::npos;
 
-  SequenceEnd parseEscapeSequence(std::string_view text, std::size_t escape);
-  SequenceEnd parseCSI(std::string_view text, std::size_t bracket);
-  static SequenceEnd parseOSC(std::string_view text, std::size_t bracket);
+  std::size_t parseEscapeSequence(std::string_view text, std::size_t escape);
+  std::size_t parseCSI(std::string_view text, std::size_t bracket);
+  static std::size_t parseOSC(std::string_view text, std::size_t bracket);
   void handleCSICommand(std::string_view command, std::string_view params);
   void handleSGR(std::string_view params);
-  /// Applies the sequence at `bracket` in one pass if it is SGR with only digits and semicolons; else nothing.
-  SequenceEnd parsePlainSGR(std::string_view text, std::size_t bracket);
+  /// Applies the sequence at `bracket` in one pass if it is SGR with only short numbers and semicolons; else nothing.
+  std::size_t parsePlainSGR(std::string_view text, std::size_t bracket);
   void apply(std::span<const std::int64_t> codes);
   /// Turns the pending text into one run in the current rendition; does nothing if there is none.
   void makeAttributedString(AttributedString& result);
 
   Rendition m_rendition;
-  std::optional<StyleCode> m_style = StyleCode();  // of the rendition, where it fits one
-  std::size_t m_runsInLastChunk = 0;               // the next is likely to have about as many
-  std::array<std::int64_t, 32> m_plainCodes;       // of the sequence being read
-  std::vector<std::int64_t> m_codes;               // of one that is not plain
+  StyleCode m_style;                          // of the rendition, where it fits one
+  std::size_t m_runsInLastChunk = 0;          // the next is likely to have about as many
+  std::array<std::int64_t, 32> m_plainCodes;  // of the sequence being read
+  std::vector<std::int64_t> m_codes;          // of one that is not plain
 };
 
 }  // namespace zolt

@@ -1,7 +1,6 @@
 #include "emulation/Rendition.h"
 
 #include <array>
-#include <optional>
 
 #include "emulation/SGR.h"
 
@@ -130,10 +129,9 @@ Rendition::Role Rendition::shown(Role role) const {
   return has(kReverse) == (role == Foreground) ? Background : Foreground;
 }
 
-std::optional<StyleCode> Rendition::styleCode() const {
+StyleCode Rendition::styleCode() const {
   const RenditionColor& foreground = color(shown(Foreground));
   const RenditionColor& background = color(shown(Background));
-  if (foreground.kind == ColorKind::Exact || background.kind == ColorKind::Exact) return std::nullopt;
   StyleCode::Parts parts{.foreground = CompactColor(),
                          .opacity = StyleCode::Opacity::Clear,
                          .isBold = has(kBold),
@@ -145,7 +143,8 @@ std::optional<StyleCode> Rendition::styleCode() const {
     if (foreground.kind == ColorKind::Compact) parts.opacity = StyleCode::Opacity::Opaque;
     if (has(kDim)) parts.opacity = StyleCode::Opacity::Half;
   }
-  if (background.kind == ColorKind::Compact) parts.background = background.compact;
+  parts.background = background.compact;
+  parts.hasBackground = background.kind == ColorKind::Compact;
   return StyleCode(parts);
 }
 

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
 #include <span>
 
 #include "text/Color.h"
@@ -22,11 +21,15 @@ class Rendition {
   /// palette index that color256 refuses.
   void apply(std::span<const std::int64_t> codes);
 
-  /// The style of text in this rendition, packed; nothing if a colour does not fit. Reverse is applied first, before
-  /// hidden and dim: with the default colours it yields clear text on white, deliberately.
-  std::optional<StyleCode> styleCode() const;
-  /// The same style, for any colours.
+  /// The style of text in this rendition. Reverse is applied first, before hidden and dim: with the default colours it
+  /// yields clear text on white, deliberately.
   TextAttributes attributes() const;
+  /// Whether both colours are such that a packed code holds the style.
+  bool fitsStyleCode() const {
+    return m_colors[Foreground].kind != ColorKind::Exact && m_colors[Background].kind != ColorKind::Exact;
+  }
+  /// The same style, packed. It must fit.
+  StyleCode styleCode() const;
 
  private:
   /// Exact only if the colour has no compact form: a component above 1.0, say.

@@ -30,8 +30,10 @@ std::optional<StyleCode> StyleCode::of(const TextAttributes& attributes) {
               .isUnderlined = attributes.underline == Line::Single,
               .isStruck = attributes.strikethrough == Line::Single};
   if (attributes.background) {
-    parts.background = CompactColor::of(*attributes.background);
-    if (!parts.background || attributes.background->alpha != 1.0) return std::nullopt;
+    const auto background = CompactColor::of(*attributes.background);
+    if (!background || attributes.background->alpha != 1.0) return std::nullopt;
+    parts.background = *background;
+    parts.hasBackground = true;
   }
   return StyleCode(parts);
 }

@@ -21,7 +21,8 @@ class StyleCode {
   struct Parts {
     CompactColor foreground{255, 255, 255};
     Opacity opacity = Opacity::Opaque;
-    std::optional<CompactColor> background{};
+    CompactColor background{};  // black where there is none
+    bool hasBackground = false;
     bool isBold = false;
     bool isItalic = false;
     bool isUnderlined = false;
@@ -32,8 +33,8 @@ class StyleCode {
   constexpr StyleCode() : StyleCode(Parts{}) {}
   constexpr explicit StyleCode(const Parts& parts)
       : m_bits(parts.foreground.bits() | static_cast<std::uint64_t>(parts.opacity) << kOpacity |
-               static_cast<std::uint64_t>(parts.background ? parts.background->bits() : 0) << kBackground |
-               static_cast<std::uint64_t>(parts.background.has_value()) << kHasBackground |
+               std::uint64_t{parts.background.bits()} << kBackground |
+               static_cast<std::uint64_t>(parts.hasBackground) << kHasBackground |
                static_cast<std::uint64_t>(parts.isBold) << kBold |
                static_cast<std::uint64_t>(parts.isItalic) << kItalic |
                static_cast<std::uint64_t>(parts.isUnderlined) << kUnderlined |

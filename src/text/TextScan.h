@@ -24,11 +24,18 @@ inline constexpr std::uint64_t kHighBits = 0x8080808080808080ULL;
 inline constexpr std::uint64_t kOnes = 0x0101010101010101ULL;
 inline constexpr std::uint64_t kBlanks = 0x2020202020202020ULL;
 
-// Eight bytes in little-endian order on every machine.
+// Bytes in little-endian order on every machine.
 inline std::uint64_t eightBytes(const char* text) {
   std::uint64_t bytes = 0;
   std::memcpy(&bytes, text, sizeof bytes);
   if constexpr (std::endian::native == std::endian::big) bytes = __builtin_bswap64(bytes);
+  return bytes;
+}
+
+inline std::uint32_t fourBytes(const char* text) {
+  std::uint32_t bytes = 0;
+  std::memcpy(&bytes, text, sizeof bytes);
+  if constexpr (std::endian::native == std::endian::big) bytes = __builtin_bswap32(bytes);
   return bytes;
 }
 
