@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -9,11 +10,11 @@
 
 namespace zolt {
 
-/// The styles of one block of text, numbered from 0 in the order in which they came. A style that fits a code is stored
-/// once.
+/// The styles of one block of text, numbered from 0 in the order in which they came.
 ///
-/// Looking up a style takes constant time however many there are. There is at most one for each byte of the block, so
-/// numbers fit 16 bits. One thread at a time; once sealed, any thread may read.
+/// A style that comes again has the number that it had if it is one of the latest thousand or so; else it is stored
+/// again. Looking one up is two comparisons within a few kilobytes, however many there are. There is at most one for
+/// each byte of the block, so numbers fit 16 bits. One thread at a time; once sealed, any thread may read.
 class BlockStyles {
  public:
   using Number = std::uint16_t;
@@ -22,7 +23,7 @@ class BlockStyles {
   /// Styles read back from a sealed block. Every index that a listed code has must exist in `listed`.
   BlockStyles(std::vector<StyleCode> codes, std::vector<TextAttributes> listed);
 
-  /// The number of a packed style, which is added if it is new.
+  /// The number of a packed style, which is added if it is none of the latest.
   Number number(StyleCode packed);
   /// The number of any style.
   Number number(const TextAttributes& attributes);
@@ -40,12 +41,10 @@ class BlockStyles {
 
  private:
   Number add(StyleCode code);
-  std::size_t bucketOf(StyleCode code) const;
-  void enlargeIndex();
 
   std::vector<StyleCode> m_codes;
   std::vector<TextAttributes> m_listed;
-  std::vector<std::uint32_t> m_buckets;  // hash -> number + 1, 0 for none; a power of two of them
+  std::vector<std::array<Number, 2>> m_latest;  // by hash, the latest two; empty once sealed
 };
 
 }  // namespace zolt
