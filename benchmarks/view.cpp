@@ -1,5 +1,7 @@
 // view: the log view in a window over a hundred million lines: jumps and resizes, with what they paint.
 #include <QApplication>
+#include <QImage>
+#include <QPainter>
 #include <algorithm>
 #include <cstdio>
 #include <random>
@@ -39,10 +41,45 @@ void paint(zolt::TerminalNSTextView& view) {
   view.viewport()->repaint();
 }
 
+// 120 by 40 cells, each with a character, a colour and a background of its own: the picture of a full-screen program.
+void measureColouredFrame() {
+  constexpr int kFrames = 60;
+  zolt::TerminalNSTextView view;
+  view.resize(1400, 900);
+  view.show();
+  QApplication::processEvents();
+  std::mt19937 random(5);
+  const auto color = [&] {
+    const auto component = [&] { return static_cast<double>(random() % 256) / 255.0; };
+    return zolt::Color{component(), component(), component(), 1.0};
+  };
+  for (int row = 0; row < 40; ++row) {
+    for (int column = 0; column < 120; ++column) {
+      zolt::TextAttributes attributes;
+      attributes.foreground = color();
+      attributes.background = color();
+      view.append(zolt::AttributedString(std::string(1, static_cast<char>('!' + random() % 94)), attributes));
+    }
+    view.append(zolt::AttributedString("\n", zolt::TextAttributes{}));
+  }
+  paint(view);
+  QImage picture(view.viewport()->size(), QImage::Format_RGB32);
+  QImage copy(picture.size(), QImage::Format_RGB32);
+  std::vector<double> ratios;
+  for (int i = 0; i < kFrames; ++i) {
+    const double painted = zolt::bench::secondsFor([&] { view.viewport()->render(&picture); });
+    const double copied = zolt::bench::secondsFor([&] { QPainter(&copy).drawImage(0, 0, picture); });
+    ratios.push_back(painted / copied);
+  }
+  zolt::bench::printRow("a frame of 120 by 40 cells with own colours / a copy of it", zolt::bench::median(ratios),
+                        "times", 3, true);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
+  measureColouredFrame();
   zolt::TerminalNSTextView view;
   view.resize(900, 600);
   view.show();

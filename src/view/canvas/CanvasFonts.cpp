@@ -29,31 +29,25 @@ QFont CanvasFonts::systemFont(double size) {
   return font;
 }
 
-CanvasFonts::LoadedFace& CanvasFonts::face(FontWeight weight, FontSlant slant) {
+CanvasFonts::Face& CanvasFonts::face(FontWeight weight, FontSlant slant) {
   const bool bold = weight == FontWeight::Bold;
   const bool italic = slant == FontSlant::Italic;
-  std::optional<LoadedFace>& loaded = m_faces[(bold ? 1U : 0U) + (italic ? 2U : 0U)];
+  std::optional<Face>& loaded = m_faces[(bold ? 1U : 0U) + (italic ? 2U : 0U)];
   if (!loaded) {
     QFont font = systemFont(m_size * m_scale);
     font.setBold(bold);
     font.setItalic(italic);
-    loaded.emplace();
-    loaded->font = QRawFont::fromFont(font);
-    for (char character = '!'; character <= '~'; ++character) {
-      const QList<quint32> glyphs = loaded->font.glyphIndexesForString(QString(QLatin1Char(character)));
-      if (!glyphs.isEmpty()) loaded->glyphs[static_cast<std::size_t>(character)] = glyphs.front();
-    }
+    loaded.emplace(font);
   }
   return *loaded;
 }
 
-const QRawFont& CanvasFonts::font(FontWeight weight, FontSlant slant) {
-  return face(weight, slant).font;
-}
+CanvasFonts::Face::Face(const QFont& font) : m_font(QRawFont::fromFont(font)) {}
 
-std::uint32_t CanvasFonts::glyph(FontWeight weight, FontSlant slant, char character) {
-  const auto index = static_cast<unsigned char>(character);
-  return index < 128 ? face(weight, slant).glyphs[index] : 0;
+GlyphMask CanvasFonts::Face::makeMask(char character) const {
+  if (character <= ' ' || character > '~') return {};
+  const QList<quint32> glyphs = m_font.glyphIndexesForString(QString(QLatin1Char(character)));
+  return glyphs.isEmpty() || glyphs.front() == 0 ? GlyphMask() : GlyphMask::of(m_font, glyphs.front());
 }
 
 }  // namespace zolt

@@ -3,12 +3,12 @@
 #include <QFont>
 #include <QRawFont>
 #include <array>
-#include <cstdint>
 #include <optional>
 
 #include "text/TextAttributes.h"
 #include "view/canvas/CanvasCell.h"
 #include "view/canvas/CanvasPixels.h"
+#include "view/canvas/GlyphMask.h"
 
 namespace zolt {
 
@@ -26,8 +26,8 @@ struct CellMetrics {
   DevicePixels leftOf(CanvasColumn column) const { return width * column.value; }
 };
 
-/// The fixed-pitch system font at one scale: its regular, bold, italic and bold italic face. The glyph of each ASCII
-/// character is looked up once.
+/// The fixed-pitch system font at one scale: its regular, bold, italic and bold italic face. Each glyph is
+/// drawn once.
 class CanvasFonts {
  public:
   /// `size` in logical pixels, `scale` device pixels to one of them.
@@ -39,22 +39,35 @@ class CanvasFonts {
   double scale() const { return m_scale; }
   const CellMetrics& metrics() const { return m_metrics; }
 
-  const QRawFont& font(FontWeight weight, FontSlant slant);
-  /// The glyph of an ASCII character; 0 for one without a picture (blank, control).
-  std::uint32_t glyph(FontWeight weight, FontSlant slant, char character);
+  /// The glyphs of the ASCII characters in one face.
+  class Face {
+   public:
+    explicit Face(const QFont& font);
 
- private:
-  struct LoadedFace {
-    QRawFont font;
-    std::array<std::uint32_t, 128> glyphs{};
+    /// The picture of an ASCII character, made when it is first needed; empty for one without (blank, control).
+    const GlyphMask& mask(char character) {
+      const auto index = static_cast<unsigned char>(character);
+      if (index >= m_masks.size()) return m_blank;
+      std::optional<GlyphMask>& mask = m_masks[index];
+      if (!mask) mask = makeMask(character);
+      return *mask;
+    }
+
+   private:
+    GlyphMask makeMask(char character) const;
+
+    QRawFont m_font;
+    GlyphMask m_blank;
+    std::array<std::optional<GlyphMask>, 128> m_masks;
   };
 
-  LoadedFace& face(FontWeight weight, FontSlant slant);
+  Face& face(FontWeight weight, FontSlant slant);
 
+ private:
   double m_size;
   double m_scale;
   CellMetrics m_metrics;
-  std::array<std::optional<LoadedFace>, 4> m_faces;  // by weight + 2 * slant, loaded when first used
+  std::array<std::optional<Face>, 4> m_faces;  // by weight + 2 * slant, loaded when first used
 };
 
 }  // namespace zolt

@@ -227,7 +227,7 @@ void TextCanvas::paintEvent(QPaintEvent* event) {
   const double scale = m_fonts->scale();
   // Device pixels: glyphs are drawn at their own size, and nothing falls between two pixels.
   painter.scale(1 / scale, 1 / scale);
-  RowPainter rows(painter, *m_fonts);
+  RowPainter rows(*m_fonts);
   for (const QRect& logical : event->region()) {
     const QRectF area(logical.x() * scale, logical.y() * scale, logical.width() * scale, logical.height() * scale);
     painter.setClipRect(area);
@@ -243,8 +243,9 @@ void TextCanvas::paintEvent(QPaintEvent* event) {
         selected = {.begin = m_source->columnAt(number, key.selected.begin),
                     .end = m_source->columnAt(number, key.selected.end)};
       }
-      rows.paint(m_rows[row], at, selected);
-      paintMarks(rows, row, at);
+      rows.paint(m_rows[row], selected);
+      paintMarks(rows, row);
+      rows.draw(painter, at);
     }
   }
   paintPreedit(painter);

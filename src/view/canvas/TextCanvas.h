@@ -134,7 +134,7 @@ class TextCanvas : public QAbstractScrollArea {
   /// The logical pixels of a rectangle given in device pixels.
   QRectF toLogical(DevicePoint topLeft, DevicePixels width, DevicePixels height) const;
   void updateRows(const std::vector<std::size_t>& rows);
-  void paintMarks(class RowPainter& painter, std::size_t row, DevicePoint origin);
+  void paintMarks(class RowPainter& painter, std::size_t row);
   void paintPreedit(QPainter& painter);
   void selectionChanged();
   CanvasRange unitAt(CanvasPosition position, SelectionUnit unit) const;

@@ -13,6 +13,7 @@ namespace {
 // Both bright, with black text: readable whatever colour the text had.
 constexpr QRgb kFound = 0xFFCFB04A;
 constexpr QRgb kCurrent = 0xFFFF7F24;
+constexpr QRgb kMarkedText = 0xFF000000;
 // A match that is scrolled to appears one such part of the view down.
 constexpr int kRevealedAt = 3;
 
@@ -58,7 +59,7 @@ CanvasRange TextCanvas::rangeInView() {
   return {.begin = m_rows.front().range.begin, .end = m_rows.back().range.end};
 }
 
-void TextCanvas::paintMarks(RowPainter& painter, std::size_t row, DevicePoint origin) {
+void TextCanvas::paintMarks(RowPainter& painter, std::size_t row) {
   const RowKey& key = m_frame.rows[row];
   if (key.marks == RowMarks()) return;
   const CanvasRow number = m_source->rowAt(key.text.begin);
@@ -66,7 +67,7 @@ void TextCanvas::paintMarks(RowPainter& painter, std::size_t row, DevicePoint or
     if (range.empty()) return;
     const ColumnRange columns{.begin = m_source->columnAt(number, range.begin),
                               .end = m_source->columnAt(number, range.end)};
-    painter.paintMark(m_rows[row], origin, columns, QColor::fromRgb(color), Qt::black);
+    painter.paintMark(m_rows[row], columns, color, kMarkedText);
   };
   for (const CanvasRange& found : key.marks.found) {
     paint(found, kFound);
