@@ -44,6 +44,7 @@ class FetchTest : public test::UpdateTest {
 
   UpdateNetwork network;
   QBuffer content;
+  test::ManualClock clock;
   std::unique_ptr<Fetch> fetch;
 };
 
@@ -186,7 +187,6 @@ TEST_F(FetchTest, SlowDataKeepsAFetchAliveUntilItsTotalLimit) {
   wanted.idleLimit = 3s;
   wanted.limit = 10s;
   serve("/a", {.body = "x", .manner = Manner::Drips});
-  test::ManualClock clock;
   fetch = std::make_unique<Fetch>(network.manager(), wanted, content, nullptr, clock);
   std::optional<FetchError> error;
   std::int64_t received = 0;

@@ -112,6 +112,7 @@ class OutputSaverTest : public testing::Test {
   QTemporaryDir folder;
   QString target = folder.filePath(QStringLiteral("output.txt"));
   std::shared_ptr<Gate> gate = std::make_shared<Gate>();
+  test::ManualClock clock;
   std::unique_ptr<OutputSaver> saver;
   int finished = 0;
   int ended = 0;
@@ -174,7 +175,6 @@ TEST_F(OutputSaverTest, SavesTheOutputOfItsMoment) {
 
 TEST_F(OutputSaverTest, ReportsItsProgressOnceAnInterval) {
   constexpr auto kInterval = OutputSaver::progressInterval;
-  test::ManualClock clock;
   TextStorage storage = gatedStorage();
   storage.append(AttributedString(lines(500'000), TextAttributes()));
   storage.waitUntilIdle();
