@@ -72,7 +72,7 @@ std::size_t scannerCount(const Search& search, std::string_view text) {
     std::exit(1);
   }
   zolt::FindScanner scanner(pattern.value());
-  std::vector<zolt::FindMatch> matches;
+  std::vector<zolt::TextRange> matches;
   std::size_t count = 0;
   for (std::size_t at = 0; at < text.size(); at += kBlock) {
     scanner.feed(text.substr(at, kBlock), matches);

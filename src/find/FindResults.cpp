@@ -11,10 +11,10 @@ namespace {
 constexpr std::uint64_t kSpreadMatches = 4096;
 constexpr std::size_t kSpreadParts = 64;  // as many segments at most are shown in parts
 
-std::uint64_t partsWithMatches(const FindMatch& extent, const std::vector<FindMatch>& matches) {
-  const std::uint64_t length = std::max<std::uint64_t>(extent.end - extent.begin, 1);
+std::uint64_t partsWithMatches(const TextRange& extent, const std::vector<TextRange>& matches) {
+  const std::uint64_t length = std::max<std::uint64_t>(extent.length(), 1);
   std::uint64_t parts = 0;
-  for (const FindMatch& match : matches) {
+  for (const TextRange& match : matches) {
     parts |= std::uint64_t{1} << ((match.begin - extent.begin) * 64 / length);
   }
   return parts;
@@ -22,7 +22,7 @@ std::uint64_t partsWithMatches(const FindMatch& extent, const std::vector<FindMa
 
 }  // namespace
 
-void FindResults::set(std::size_t segment, FindMatch extent, std::vector<FindMatch> matches) {
+void FindResults::set(std::size_t segment, TextRange extent, std::vector<TextRange> matches) {
   if (segment >= m_segments.size()) m_segments.resize(segment + 1);
   matches.shrink_to_fit();
   Segment& known = m_segments[segment];
@@ -46,7 +46,7 @@ void FindResults::clear() {
 void FindResults::drop(Segment& segment) {
   if (!segment.kept) return;
   m_kept -= segment.matches.size();
-  std::vector<FindMatch>().swap(segment.matches);  // frees the memory, which an assignment of {} would keep
+  std::vector<TextRange>().swap(segment.matches);  // frees the memory, which an assignment of {} would keep
   segment.kept = false;
 }
 
@@ -62,26 +62,26 @@ std::uint64_t FindResults::countIn(std::size_t segment) const {
   return segment < m_segments.size() ? m_segments[segment].count : 0;
 }
 
-const std::vector<FindMatch>* FindResults::matchesIn(std::size_t segment) const {
+const std::vector<TextRange>* FindResults::matchesIn(std::size_t segment) const {
   return segment < m_segments.size() && m_segments[segment].kept ? &m_segments[segment].matches : nullptr;
 }
 
 std::size_t FindResults::memoryBytes() const {
   std::size_t bytes = 0;
   for (const Segment& segment : m_segments) {
-    bytes += segment.matches.capacity() * sizeof(FindMatch);
+    bytes += segment.matches.capacity() * sizeof(TextRange);
   }
   return bytes;
 }
 
-std::vector<FindMatch> FindResults::spread() const {
-  std::vector<FindMatch> places;
+std::vector<TextRange> FindResults::spread() const {
+  std::vector<TextRange> places;
   for (const Segment& segment : m_segments) {
     if (segment.count == 0) continue;
     if (m_count <= kSpreadMatches && segment.kept) {
       places.insert(places.end(), segment.matches.begin(), segment.matches.end());
     } else if (m_segments.size() <= kSpreadParts) {
-      const std::uint64_t length = segment.extent.end - segment.extent.begin;
+      const std::uint64_t length = segment.extent.length();
       for (std::uint64_t part = 0; part < 64; ++part) {
         if ((segment.parts >> part & 1) == 0) continue;
         places.push_back({segment.extent.begin + part * length / 64, segment.extent.begin + (part + 1) * length / 64});
@@ -99,37 +99,37 @@ std::optional<FindResults::Step> FindResults::stepToMissing(std::size_t segment)
   return Step{.match = {}, .missing = segment};
 }
 
-FindResults::Step FindResults::lastBefore(std::size_t segment, std::uint64_t position) const {
+FindResults::Step FindResults::lastBefore(std::size_t segment, TextPosition position) const {
   for (std::size_t i = segment + 1; i-- > 0;) {
     if (isKnown(i) && m_segments[i].count == 0) continue;
     if (const auto missing = stepToMissing(i)) return *missing;
-    const std::vector<FindMatch>& matches = m_segments[i].matches;
-    const auto after = std::ranges::lower_bound(matches, position, {}, &FindMatch::begin);
+    const std::vector<TextRange>& matches = m_segments[i].matches;
+    const auto after = std::ranges::lower_bound(matches, position, {}, &TextRange::begin);
     if (after != matches.begin()) return {.match = *(after - 1), .missing = {}};
   }
   return {};
 }
 
-FindResults::Step FindResults::firstFrom(std::size_t segment, std::uint64_t position, std::size_t segments) const {
+FindResults::Step FindResults::firstFrom(std::size_t segment, TextPosition position, std::size_t segments) const {
   for (std::size_t i = segment; i < segments; ++i) {
     if (isKnown(i) && m_segments[i].count == 0) continue;
     if (const auto missing = stepToMissing(i)) return *missing;
-    const std::vector<FindMatch>& matches = m_segments[i].matches;
-    const auto found = std::ranges::lower_bound(matches, position, {}, &FindMatch::begin);
+    const std::vector<TextRange>& matches = m_segments[i].matches;
+    const auto found = std::ranges::lower_bound(matches, position, {}, &TextRange::begin);
     if (found != matches.end()) return {.match = *found, .missing = {}};
   }
   return {};
 }
 
-std::optional<std::uint64_t> FindResults::countBefore(std::size_t segment, std::uint64_t position) const {
+std::optional<std::uint64_t> FindResults::countBefore(std::size_t segment, TextPosition position) const {
   std::uint64_t count = 0;
   for (std::size_t i = 0; i < segment; ++i) {
     if (!isKnown(i)) return std::nullopt;
     count += m_segments[i].count;
   }
-  const std::vector<FindMatch>* matches = matchesIn(segment);
+  const std::vector<TextRange>* matches = matchesIn(segment);
   if (matches == nullptr) return std::nullopt;
-  return count + static_cast<std::uint64_t>(std::ranges::lower_bound(*matches, position, {}, &FindMatch::begin) -
+  return count + static_cast<std::uint64_t>(std::ranges::lower_bound(*matches, position, {}, &TextRange::begin) -
                                             matches->begin());
 }
 

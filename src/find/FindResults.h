@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "find/FindMatch.h"
+#include "text/TextPosition.h"
 
 namespace zolt {
 
@@ -18,7 +18,7 @@ class FindResults {
   static constexpr std::size_t kKeptMatches = std::size_t{4} << 20;
 
   /// Sets the matches of a segment, in order, replacing earlier ones. The segment covers `extent` of the text.
-  void set(std::size_t segment, FindMatch extent, std::vector<FindMatch> matches);
+  void set(std::size_t segment, TextRange extent, std::vector<TextRange> matches);
   /// Removes everything.
   void clear();
 
@@ -28,11 +28,11 @@ class FindResults {
   /// The number of matches in the segment; 0 if it has not been searched.
   std::uint64_t countIn(std::size_t segment) const;
   /// The matches in the segment; null if they are not known or were not kept.
-  const std::vector<FindMatch>* matchesIn(std::size_t segment) const;
+  const std::vector<TextRange>* matchesIn(std::size_t segment) const;
 
   /// Where in the text there are matches, in order, for a scroll bar: the matches themselves while there are few,
   /// otherwise the parts of segments that have some, or whole segments.
-  std::vector<FindMatch> spread() const;
+  std::vector<TextRange> spread() const;
 
   /// The memory used by the matches, in bytes.
   std::size_t memoryBytes() const;
@@ -40,24 +40,24 @@ class FindResults {
   /// The result of moving from match to match: a match, or a segment that must be searched first, or neither at the end
   /// of the text.
   struct Step {
-    std::optional<FindMatch> match;
+    std::optional<TextRange> match;
     std::optional<std::size_t> missing;
   };
   /// The last match that begins before `position`, which lies in `segment`.
-  Step lastBefore(std::size_t segment, std::uint64_t position) const;
+  Step lastBefore(std::size_t segment, TextPosition position) const;
   /// The first match that begins at or after `position`, which lies in `segment`, of `segments` in total.
-  Step firstFrom(std::size_t segment, std::uint64_t position, std::size_t segments) const;
+  Step firstFrom(std::size_t segment, TextPosition position, std::size_t segments) const;
   /// The number of matches before `position`, which lies in `segment`; nothing if any of these segments is missing.
-  std::optional<std::uint64_t> countBefore(std::size_t segment, std::uint64_t position) const;
+  std::optional<std::uint64_t> countBefore(std::size_t segment, TextPosition position) const;
 
  private:
   struct Segment {
     bool known = false;
     bool kept = false;
     std::uint64_t count = 0;
-    FindMatch extent;
+    TextRange extent;
     std::uint64_t parts = 0;  // a bit for each 64th of the extent: whether a match begins there
-    std::vector<FindMatch> matches;
+    std::vector<TextRange> matches;
   };
 
   void drop(Segment& segment);

@@ -18,21 +18,21 @@ bool isWordWithin(std::string_view text, FindRange range) {
 
 }  // namespace
 
-FindScanner::FindScanner(FindPattern pattern, std::uint64_t start, FindInterrupt* interrupt)
+FindScanner::FindScanner(FindPattern pattern, TextPosition start, FindInterrupt* interrupt)
     : m_pattern(std::move(pattern)), m_interrupt(interrupt != nullptr ? interrupt : &m_never), m_position(start) {}
 
-void FindScanner::feed(std::string_view chunk, std::vector<FindMatch>& matches) {
+void FindScanner::feed(std::string_view chunk, std::vector<TextRange>& matches) {
   for (; !chunk.empty() && !m_interrupt->hasStopped(); chunk.remove_prefix(std::min(chunk.size(), kStepBytes))) {
     take(chunk.substr(0, kStepBytes), matches);
   }
 }
 
-void FindScanner::finish(std::vector<FindMatch>& matches) {
+void FindScanner::finish(std::vector<TextRange>& matches) {
   // One more line end completes the last line and adds no match.
   take("\n", matches);
 }
 
-void FindScanner::take(std::string_view bytes, std::vector<FindMatch>& matches) {
+void FindScanner::take(std::string_view bytes, std::vector<TextRange>& matches) {
   const std::size_t fresh = m_text.size();
   m_text += bytes;
   if (const auto* needle = std::get_if<PlainNeedle>(&m_pattern.matcher())) {
@@ -43,7 +43,7 @@ void FindScanner::take(std::string_view bytes, std::vector<FindMatch>& matches) 
   dropSearched();
 }
 
-void FindScanner::findPlain(const PlainNeedle& needle, std::vector<FindMatch>& matches) {
+void FindScanner::findPlain(const PlainNeedle& needle, std::vector<TextRange>& matches) {
   // A needle contains no line end, so lines do not matter. A whole word is certain only with the byte after it.
   const std::size_t needed = needle.size() + (m_pattern.wholeWord() ? 1 : 0);
   if (m_text.size() < needed) return;
@@ -61,7 +61,7 @@ void FindScanner::findPlain(const PlainNeedle& needle, std::vector<FindMatch>& m
   m_searched = std::max(m_searched, m_text.size() - needed + 1);
 }
 
-void FindScanner::findInLines(const LineExpression& expression, std::size_t fresh, std::vector<FindMatch>& matches) {
+void FindScanner::findInLines(const LineExpression& expression, std::size_t fresh, std::vector<TextRange>& matches) {
   // CR ends a line, too. The empty line that this makes of CR LF has no matches.
   std::replace(m_text.begin() + static_cast<std::ptrdiff_t>(fresh), m_text.end(), '\r', '\n');
   const std::size_t firstEnd = std::min(m_text.find('\n', fresh), m_text.size());
@@ -81,7 +81,7 @@ void FindScanner::findInLines(const LineExpression& expression, std::size_t fres
 }
 
 // Searches all of a long line but its last part. Where the parts end depends on the line alone, not on the chunks.
-void FindScanner::findInParts(const LineExpression& expression, std::size_t lineEnd, std::vector<FindMatch>& matches) {
+void FindScanner::findInParts(const LineExpression& expression, std::size_t lineEnd, std::vector<TextRange>& matches) {
   while (lineEnd > m_searched && lineEnd - m_searched > kLongLineBytes) {
     const std::size_t end = m_searched + kLongLineBytes;
     // A match that begins later is found in full in the next part.
@@ -91,7 +91,7 @@ void FindScanner::findInParts(const LineExpression& expression, std::size_t line
 }
 
 void FindScanner::findInText(const LineExpression& expression, FindRange text, std::size_t to, std::size_t startsBefore,
-                             std::vector<FindMatch>& matches) {
+                             std::vector<TextRange>& matches) {
   const std::string_view view = std::string_view(m_text).substr(text.begin, text.end - text.begin);
   while (const auto found = expression.find(view, m_searched - text.begin, to - text.begin, *m_interrupt)) {
     const FindRange range{text.begin + found->begin, text.begin + found->end};
@@ -112,7 +112,7 @@ void FindScanner::dropSearched() {
   if (m_searched < 2) return;
   const std::size_t dropped = m_searched - 1;
   m_text.erase(0, dropped);
-  m_position += dropped;
+  m_position = m_position + dropped;
   m_searched = 1;
 }
 

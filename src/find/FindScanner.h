@@ -7,8 +7,9 @@
 #include <vector>
 
 #include "find/FindInterrupt.h"
-#include "find/FindMatch.h"
 #include "find/FindPattern.h"
+#include "find/FindRange.h"
+#include "text/TextPosition.h"
 
 namespace zolt {
 
@@ -28,27 +29,27 @@ class FindScanner {
 
   /// The first byte has the position `start` and begins a line. Nothing more is found once `interrupt`, which must
   /// outlive the scanner, has stopped the search.
-  explicit FindScanner(FindPattern pattern, std::uint64_t start = 0, FindInterrupt* interrupt = nullptr);
+  explicit FindScanner(FindPattern pattern, TextPosition start = {}, FindInterrupt* interrupt = nullptr);
 
   FindScanner(const FindScanner&) = delete;
   FindScanner& operator=(const FindScanner&) = delete;
 
   /// Appends to `matches`, in order, those that are certain after this chunk of the text.
-  void feed(std::string_view chunk, std::vector<FindMatch>& matches);
+  void feed(std::string_view chunk, std::vector<TextRange>& matches);
 
   /// Appends the remaining matches at the end of the text. Do not call `feed` afterwards.
-  void finish(std::vector<FindMatch>& matches);
+  void finish(std::vector<TextRange>& matches);
 
   /// The number of bytes kept until more text arrives.
   std::size_t heldBytes() const { return m_text.size(); }
 
  private:
-  void take(std::string_view bytes, std::vector<FindMatch>& matches);
-  void findPlain(const PlainNeedle& needle, std::vector<FindMatch>& matches);
-  void findInLines(const LineExpression& expression, std::size_t fresh, std::vector<FindMatch>& matches);
-  void findInParts(const LineExpression& expression, std::size_t lineEnd, std::vector<FindMatch>& matches);
+  void take(std::string_view bytes, std::vector<TextRange>& matches);
+  void findPlain(const PlainNeedle& needle, std::vector<TextRange>& matches);
+  void findInLines(const LineExpression& expression, std::size_t fresh, std::vector<TextRange>& matches);
+  void findInParts(const LineExpression& expression, std::size_t lineEnd, std::vector<TextRange>& matches);
   void findInText(const LineExpression& expression, FindRange text, std::size_t to, std::size_t startsBefore,
-                  std::vector<FindMatch>& matches);
+                  std::vector<TextRange>& matches);
   std::size_t lineStart() const;
   void dropSearched();
 
@@ -56,7 +57,7 @@ class FindScanner {
   FindInterrupt m_never;
   FindInterrupt* m_interrupt;
   std::string m_text;          // the text not searched yet, and the byte before it
-  std::uint64_t m_position;    // of m_text's first byte
+  TextPosition m_position;     // of m_text's first byte
   std::size_t m_searched = 0;  // an offset in m_text: the next match begins here or later
 };
 

@@ -7,7 +7,7 @@
 
 #include "base/Result.h"
 #include "find/FindInterrupt.h"
-#include "find/FindMatch.h"
+#include "find/FindRange.h"
 
 namespace re2 {
 class RE2;

@@ -37,13 +37,13 @@ TextSnapshot snapshotOfSegments(const TextStorage& text, std::size_t first, std:
   return text.snapshot(firstBlock == 0 ? 0 : firstBlock - 1, std::min(end * kSegmentBlocks + 1, text.blockCount()));
 }
 
-std::vector<FindMatch> findInSegment(const FindPattern& pattern, const TextSnapshot& snapshot, std::size_t segment,
+std::vector<TextRange> findInSegment(const FindPattern& pattern, const TextSnapshot& snapshot, std::size_t segment,
                                      FindInterrupt& interrupt) {
   const std::size_t first = segment * kSegmentBlocks;
   const std::size_t end = std::min(first + kSegmentBlocks, snapshot.endBlock());
   const TextPosition begin = snapshot.summary(first).start;
   const TextPosition limit = snapshot.summary(end - 1).end();
-  std::vector<FindMatch> matches;
+  std::vector<TextRange> matches;
 
   BlockText before;
   std::string_view lead;
@@ -61,7 +61,7 @@ std::vector<FindMatch> findInSegment(const FindPattern& pattern, const TextSnaps
   }
   scanner.finish(matches);
 
-  const auto startsAt = [](const FindMatch& match) { return match.begin; };
+  const auto startsAt = [](const TextRange& match) { return match.begin; };
   matches.erase(std::ranges::lower_bound(matches, limit, {}, startsAt), matches.end());
   matches.erase(matches.begin(), std::ranges::lower_bound(matches, begin, {}, startsAt));
   return matches;

@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "find/FindInterrupt.h"
-#include "find/FindMatch.h"
 #include "find/FindPattern.h"
 #include "history/TextStorage.h"
+#include "text/TextPosition.h"
 
 namespace zolt {
 
@@ -27,7 +27,7 @@ TextSnapshot snapshotOfSegments(const TextStorage& text, std::size_t first, std:
 /// Its first line may have begun before it, and its last line may continue after it. They are searched up to one block
 /// (65,280 bytes) to either side. In longer lines a match longer than that may be missed, and a different one of
 /// several overlapping matches may be chosen than if the line were searched as a whole.
-std::vector<FindMatch> findInSegment(const FindPattern& pattern, const TextSnapshot& snapshot, std::size_t segment,
+std::vector<TextRange> findInSegment(const FindPattern& pattern, const TextSnapshot& snapshot, std::size_t segment,
                                      FindInterrupt& interrupt);
 
 }  // namespace zolt

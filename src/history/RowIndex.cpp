@@ -33,7 +33,7 @@ void RowIndex::sync() {
   }
   countLostBlocks();
   m_tailRows = exactRows(*m_storage.block(sealed));
-  m_end = m_storage.size();
+  m_end = m_storage.end();
 }
 
 // Rows that start before `column`: one at each multiple of the width.

@@ -23,8 +23,8 @@ using RowNumber = std::int64_t;
 class RowIndex {
  public:
   struct Row {
-    TextPosition begin = 0;      ///< the first character whose column lies in the row
-    TextPosition end = 0;        ///< after the last one, without the line end
+    TextPosition begin;          ///< the first character whose column lies in the row
+    TextPosition end;            ///< after the last one, without the line end
     LineColumn firstColumn = 0;  ///< the row shows columns() columns of its line, from this one
     LineColumn beginColumn = 0;  ///< of `begin`; greater than firstColumn when a tab extends into the row
   };
@@ -84,7 +84,7 @@ class RowIndex {
   std::vector<bool> m_estimated;  // by block
   RowNumber m_sealedRows = 0;
   RowNumber m_tailRows = 1;
-  TextPosition m_end = 0;  // of the storage at the last sync
+  TextPosition m_end;  // of the storage at the last sync
   std::uint64_t m_generation = 0;
   std::size_t m_lostSeen = 0;            // of the storage's lost blocks
   std::size_t m_refineFrom = 0;          // blocks before this are exact

@@ -10,11 +10,10 @@
 #include "history/BlockStore.h"
 #include "history/BlockStyles.h"
 #include "text/TextAttributes.h"
+#include "text/TextPosition.h"
 
 namespace zolt {
 
-/// A place in a text storage: the number of bytes before it.
-using TextPosition = std::uint64_t;
 /// A column of a line that is not wrapped, from 0. Tabs stop every 8 columns; every other byte takes one.
 using LineColumn = std::uint64_t;
 
@@ -43,7 +42,7 @@ class TextBlock : public SealedBlock {
 
   /// What is known about a block without its text.
   struct Summary {
-    TextPosition start = 0;
+    TextPosition start;
     std::uint64_t firstLine = 0;        ///< the number of the line that the first byte belongs to
     LineColumn startColumn = 0;         ///< of the first byte in its line
     LineColumn continuedEndColumn = 0;  ///< the column after the content of a first fragment that continues a line

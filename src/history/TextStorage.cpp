@@ -35,7 +35,7 @@ class TextStorage::RunCursor {
 };
 
 TextStorage::TextStorage(HistorySettings settings)
-    : m_store(std::move(settings)), m_open(std::make_shared<TextBlock>(0, 0, 0)) {}
+    : m_store(std::move(settings)), m_open(std::make_shared<TextBlock>(TextPosition(), 0, 0)) {}
 
 void TextStorage::append(const AttributedString& string) {
   RunCursor runs(string);
@@ -116,10 +116,10 @@ std::uint64_t TextStorage::lineAt(TextPosition position) const {
 }
 
 TextPosition TextStorage::lineEnd(std::uint64_t line) const {
-  if (line + 1 == lineCount()) return size();
+  if (line + 1 == lineCount()) return this->end();
   TextPosition end = lineStart(line + 1) - 1;
   const TextPosition start = lineStart(line);
-  if (end > start && at(end) == '\n' && at(end - 1) == '\r') --end;
+  if (end > start && at(end) == '\n' && at(end - 1) == '\r') end = end - 1;
   return end;
 }
 

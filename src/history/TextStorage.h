@@ -29,7 +29,9 @@ class TextStorage {
   /// Appends `string`, whose text is ASCII.
   void append(const AttributedString& string);
 
-  TextPosition size() const { return m_open->end(); }
+  TextPosition end() const { return m_open->end(); }
+  /// In bytes.
+  std::uint64_t size() const { return end().value; }
   bool empty() const { return size() == 0; }
   std::uint64_t lineCount() const { return m_layout.lineEnds + 1; }
 
@@ -41,7 +43,7 @@ class TextStorage {
   const TextBlock::Summary& summary(std::size_t index) const;
   /// The blocks found to be lost, in the order of discovery. Their layout differs from their summary.
   const std::vector<std::size_t>& lostBlocks() const { return m_lost; }
-  /// The block that contains `position` <= size(); the end belongs to the last block.
+  /// The block that contains `position` <= end(); the end belongs to the last block.
   std::size_t blockAt(TextPosition position) const;
 
   /// Where line `line` < lineCount() starts.
@@ -53,7 +55,7 @@ class TextStorage {
 
   /// The bytes from `begin` to `end` (not included), as stored.
   std::string text(TextPosition begin, TextPosition end) const;
-  /// The byte at `position` < size().
+  /// The byte at `position` < end().
   char at(TextPosition position) const;
 
   using RunVisitor = std::function<void(TextPosition begin, std::string_view text, const TextAttributes& attributes)>;

@@ -94,7 +94,7 @@ void Finder::close() {
 
 // The selection, if it is short and within one line.
 QString Finder::selectedPhrase() const {
-  const CanvasRange range = m_view.selection().range();
+  const TextRange range = m_view.selection().range();
   if (range.length() > kLongestPhrase) return {};
   const QString phrase = m_view.selectedText();
   return phrase.contains(QLatin1Char('\n')) ? QString() : phrase;

@@ -47,7 +47,7 @@ class Finder : public QObject {
   TerminalNSTextView& m_view;
   FindSession m_session;
   QPointer<FindBar> m_bar;  // a child of the view's parent, made when first shown
-  CanvasPosition m_from;    // the end of the view when the bar was opened
+  TextPosition m_from;      // the end of the view when the bar was opened
   std::unique_ptr<Timer> m_shownLater;
 };
 

@@ -40,7 +40,7 @@ class AppDelegateTest : public testing::Test {
   }
   static std::string shown(TerminalWindow& window) {
     const TextStorage& storage = window.contentViewController().rootView().textView().textStorage();
-    return storage.text(0, storage.size());
+    return storage.text({}, storage.end());
   }
   static bool waitForText(TerminalWindow& window, const std::string& text) {
     return waitFor([&] { return shown(window).find(text) != std::string::npos; });

@@ -125,7 +125,7 @@ TEST_F(MenuTest, CopyWhatIsSelectedInTheTerminal) {
 TEST_F(MenuTest, PasteIntoTheTerminalOnce) {
   open({"cat"});
   TerminalNSTextView& view = window->contentViewController().rootView().textView();
-  const auto shown = [&] { return view.textStorage().text(0, view.textStorage().size()); };
+  const auto shown = [&] { return view.textStorage().text({}, view.textStorage().end()); };
   ASSERT_TRUE(test::waitFor([&] { return shown().find("ready") != std::string::npos; }));
   QApplication::clipboard()->setText(QStringLiteral("pasted;"));
   press(Qt::Key_V);
@@ -168,7 +168,7 @@ TEST_F(MenuTest, LeaveAltToTheProgramInTheTerminal) {
   open({"hex"});
   QWidget* terminal = QApplication::focusWidget();
   const TerminalNSTextView& view = window->contentViewController().rootView().textView();
-  const auto shown = [&] { return view.textStorage().text(0, view.textStorage().size()); };
+  const auto shown = [&] { return view.textStorage().text({}, view.textStorage().end()); };
   ASSERT_TRUE(test::waitFor([&] { return shown().find("ready") != std::string::npos; }));
   QTest::keyClick(terminal, Qt::Key_Alt);
   EXPECT_EQ(QApplication::focusWidget(), terminal);
@@ -222,7 +222,7 @@ TEST_F(MenuTest, DoNotResizeTheTerminalOfARunningShell) {
 TEST_F(MenuTest, TellTheProgramOneSizeOnly) {
   open({"size"});
   const TerminalNSTextView& view = window->contentViewController().rootView().textView();
-  const auto shown = [&] { return view.textStorage().text(0, view.textStorage().size()); };
+  const auto shown = [&] { return view.textStorage().text({}, view.textStorage().end()); };
   ASSERT_TRUE(test::waitFor([&] { return shown().find('x') != std::string::npos; }));
   test::runLoopFor(std::chrono::milliseconds(200));
   EXPECT_EQ(shown(), std::to_string(view.gridSize().rows) + "x" + std::to_string(view.gridSize().columns));

@@ -43,7 +43,7 @@ class Runs {
 
 StyledRuns runsOf(const TextStorage& storage) {
   Runs runs;
-  storage.forEachRun(0, storage.size(),
+  storage.forEachRun({}, storage.end(),
                      [&](TextPosition, std::string_view text, const TextAttributes& style) { runs.add(text, style); });
   return runs.runs();
 }

@@ -10,8 +10,6 @@ namespace {
 using namespace std::string_view_literals;
 
 using Texts = std::vector<std::string>;
-using Matches = std::vector<FindMatch>;
-
 constexpr FindOptions kExact{.matchCase = true};
 constexpr FindOptions kAnyCase{};
 constexpr FindOptions kWord{.wholeWord = true};
@@ -121,7 +119,7 @@ TEST(FindScanner, FindsNulsAndBytesThatAreNotUtf8) {
 }
 
 TEST(FindScanner, CountsFromThePositionItIsGiven) {
-  FindScanner scanner(FindPattern::compile("b$", kExpression).value(), std::uint64_t{1} << 40);
+  FindScanner scanner(FindPattern::compile("b$", kExpression).value(), TextPosition(std::uint64_t{1} << 40));
   Matches matches;
   scanner.feed("ab\nb", matches);
   scanner.finish(matches);

@@ -7,6 +7,7 @@
 
 #include "find/Finding.h"
 #include "find/NaiveFind.h"
+#include "support/TextPositions.h"
 #include "text/RandomText.h"
 
 namespace zolt {
@@ -14,12 +15,12 @@ namespace {
 
 constexpr Piece kWords[] = {{"a", 8}, {"b", 5}, {"ab", 5}, {" ", 6}, {"_", 1}, {"\n", 3}, {"\r", 1}, {"aaa", 2}};
 
-std::vector<FindMatch> findInAll(const TextStorage& storage, const FindPattern& pattern) {
+std::vector<TextRange> findInAll(const TextStorage& storage, const FindPattern& pattern) {
   FindInterrupt never;
-  std::vector<FindMatch> all;
+  std::vector<TextRange> all;
   for (std::size_t segment = 0; segment < segmentCount(storage); ++segment) {
     const TextSnapshot snapshot = snapshotOfSegments(storage, segment, segment + 1);
-    const std::vector<FindMatch> matches = findInSegment(pattern, snapshot, segment, never);
+    const std::vector<TextRange> matches = findInSegment(pattern, snapshot, segment, never);
     all.insert(all.end(), matches.begin(), matches.end());
   }
   return all;
@@ -67,10 +68,10 @@ TEST(LogSearch, FindsAMatchAcrossTwoSegmentsOnceAndInTheFirst) {
     FindInterrupt never;
     const FindPattern pattern = patternOf("needle");
     const TextSnapshot both = snapshotOfSegments(storage, 0, 2);
-    const std::vector<FindMatch> expected{{before.size(), before.size() + 6}};
+    const std::vector<TextRange> expected{rangeOf(before.size(), before.size() + 6)};
     const bool beginsInFirst = shift > 0;
-    EXPECT_EQ(findInSegment(pattern, both, 0, never), beginsInFirst ? expected : std::vector<FindMatch>()) << shift;
-    EXPECT_EQ(findInSegment(pattern, both, 1, never), beginsInFirst ? std::vector<FindMatch>() : expected) << shift;
+    EXPECT_EQ(findInSegment(pattern, both, 0, never), beginsInFirst ? expected : std::vector<TextRange>()) << shift;
+    EXPECT_EQ(findInSegment(pattern, both, 1, never), beginsInFirst ? std::vector<TextRange>() : expected) << shift;
   }
 }
 
@@ -79,7 +80,7 @@ TEST(LogSearch, MatchesTheStartOfALineOnlyWhereALineStarts) {
   const std::string line(kSegmentBytes + kSegmentBytes / 2, 'x');
   storage.append(AttributedString(line + "\n" + line, TextAttributes()));
   const auto found = findInAll(storage, patternOf("^x", {.regularExpression = true}));
-  EXPECT_EQ(found, (std::vector<FindMatch>{{0, 1}, {line.size() + 1, line.size() + 2}}));
+  EXPECT_EQ(found, (Matches{{0, 1}, {line.size() + 1, line.size() + 2}}));
 }
 
 TEST(LogSearch, FindsEveryByteOfALineOfManySegments) {
@@ -92,11 +93,11 @@ TEST(LogSearch, FindsEveryByteOfALineOfManySegments) {
 TEST(LogSearch, KnowsTheSegmentOfAPosition) {
   TextStorage storage;
   EXPECT_EQ(segmentCount(storage), 1U);
-  EXPECT_EQ(segmentAt(storage, 0), 0U);
+  EXPECT_EQ(segmentAt(storage, 0_pos), 0U);
   storage.append(AttributedString(std::string(kSegmentBytes + 1, 'x'), TextAttributes()));
   EXPECT_EQ(segmentCount(storage), 2U);
-  EXPECT_EQ(segmentAt(storage, kSegmentBytes - 1), 0U);
-  EXPECT_EQ(segmentAt(storage, kSegmentBytes), 1U);
+  EXPECT_EQ(segmentAt(storage, TextPosition(kSegmentBytes - 1)), 0U);
+  EXPECT_EQ(segmentAt(storage, TextPosition(kSegmentBytes)), 1U);
 }
 
 TEST(LogSearch, CanBeStoppedWhileAnExpressionTakesQuadraticTime) {

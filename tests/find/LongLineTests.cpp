@@ -11,8 +11,6 @@ constexpr std::size_t kOverlap = FindScanner::kOverlapBytes;
 constexpr FindOptions kExpression{.matchCase = true, .regularExpression = true};
 constexpr std::size_t kChunkSizes[] = {1, 4096, 65536, 100'000, 10'000'000};
 
-using Matches = std::vector<FindMatch>;
-
 // A line of dots with words near all places where parts may begin and end.
 struct LongLine {
   std::string text;
@@ -27,9 +25,9 @@ LongLine withWordsNearPartEnds(std::size_t size) {
     const std::size_t within = end % (kPart - kOverlap);
     const bool near = within < 60 || (within > kOverlap - 60 && within < kOverlap + 60);
     if (!near && end % 997 != 0) continue;
-    if (!line.words.empty() && line.words.back().end >= end) continue;
+    if (!line.words.empty() && line.words.back().end.value >= end) continue;
     line.text.replace(end, word.size(), word);
-    line.words.push_back({end, end + word.size()});
+    line.words.push_back(rangeOf(end, end + word.size()));
   }
   return line;
 }

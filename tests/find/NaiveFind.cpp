@@ -63,21 +63,21 @@ MatchAt expression(const std::string& query, FindOptions options) {
 
 }  // namespace
 
-std::vector<FindMatch> naiveFind(std::string_view text, std::string_view query, FindOptions options) {
+std::vector<TextRange> naiveFind(std::string_view text, std::string_view query, FindOptions options) {
   // The lead bytes of the letters with two cases in the queries of the tests.
   const bool foreignLetters = query.find_first_of("\xC3\xCF\xCE") != std::string_view::npos;
   const bool quoted = !options.regularExpression && !options.matchCase && foreignLetters;
   const MatchAt matchAt = options.regularExpression ? expression(std::string(query), options)
                           : quoted                  ? expression(RE2::QuoteMeta(std::string(query)), options)
                                                     : plain(std::string(query), options);
-  std::vector<FindMatch> matches;
+  std::vector<TextRange> matches;
   for (std::size_t lineBegin = 0; lineBegin < text.size();) {
     const std::size_t lineEnd = std::min(text.find_first_of("\r\n", lineBegin), text.size());
     const std::string_view line = text.substr(lineBegin, lineEnd - lineBegin);
     for (std::size_t at = 0; at < line.size();) {
       const auto end = matchAt(line, at);
       if (end && *end > at) {
-        matches.push_back({lineBegin + at, lineBegin + *end});
+        matches.push_back({TextPosition(lineBegin + at), TextPosition(lineBegin + *end)});
         at = *end;
       } else {
         ++at;

@@ -9,6 +9,7 @@
 #include "history/RowIndex.h"
 #include "history/TemporaryFolder.h"
 #include "history/TextStorage.h"
+#include "support/TextPositions.h"
 
 namespace zolt {
 namespace {
@@ -112,12 +113,12 @@ TEST(ColdHistory, ReplacesLostTextWithoutMovingTheRest) {
     ASSERT_GT(lost, 2U) << named.name;
     const auto lines = naive.lines();
     ASSERT_EQ(storage.lineCount(), lines.size()) << named.name;
-    const std::string shown = storage.text(0, storage.size());
+    const std::string shown = storage.text({}, storage.end());
     ASSERT_EQ(shown.size(), text.size());
     const bool hasRoom = text.size() > lines.size();  // for more than the line ends
     EXPECT_EQ(shown.starts_with("[Zolt: this"), hasRoom) << named.name;
     const TextPosition kept = storage.summary(lost).start;
-    EXPECT_EQ(shown.substr(kept), text.substr(kept)) << named.name;
+    EXPECT_EQ(shown.substr(kept.value), text.substr(kept.value)) << named.name;
     EXPECT_EQ(storage.lostBlocks().size(), lost);
     for (std::size_t line = 0; line < lines.size(); line += 97) {
       if (lines[line].begin <= kept) continue;
@@ -138,22 +139,22 @@ TEST(ColdHistory, KeepsItsRowsInOrderWhenBlocksAreLost) {
       storage.append(AttributedString(text, TextAttributes()));
       index.sync();
       storage.waitUntilIdle();
-      storage.text(0, storage.size());  // notices the loss
+      storage.text({}, storage.end());  // notices the loss
       ASSERT_FALSE(storage.lostBlocks().empty());
       index.sync();
       while (index.refine(100)) {
       }
-      TextPosition before = 0;
+      TextPosition before;
       for (RowNumber row = 0; row < index.rowCount(); row += 13) {
         const RowIndex::Row at = index.locate(row);
         ASSERT_GE(at.begin, before) << named.name << " " << columns << " row " << row;
         before = at.begin;
       }
-      EXPECT_EQ(index.locate(index.rowCount() - 1).end, storage.size());
+      EXPECT_EQ(index.locate(index.rowCount() - 1).end, storage.end());
       index.setColumns(columns + 1);
       while (index.refine(100)) {
       }
-      EXPECT_EQ(index.locate(index.rowCount() - 1).end, storage.size());
+      EXPECT_EQ(index.locate(index.rowCount() - 1).end, storage.end());
     }
   }
 }

@@ -20,12 +20,12 @@ std::vector<NaiveLog::Line> NaiveLog::lines() const {
       line.columns = columnAfter(m_text[i], line.columns);
       continue;
     }
-    line.contentEnd = i;
+    line.contentEnd = TextPosition(i);
     if (m_text[i] == '\r' && i + 1 < m_text.size() && m_text[i + 1] == '\n') ++i;
-    line.end = i + 1;
-    lines.push_back({.begin = i + 1, .contentEnd = 0, .end = 0, .columns = 0});
+    line.end = TextPosition(i + 1);
+    lines.push_back({.begin = line.end, .contentEnd = {}, .end = {}, .columns = 0});
   }
-  lines.back().contentEnd = lines.back().end = m_text.size();
+  lines.back().contentEnd = lines.back().end = TextPosition(m_text.size());
   return lines;
 }
 
@@ -42,15 +42,15 @@ NaiveRows::NaiveRows(const NaiveLog& log, std::int64_t columns) : m_rowOfPositio
       row.begin = position;
       row.beginColumn = column;
       while (position < line.contentEnd && column < row.firstColumn + width) {
-        m_rowOfPosition[position] = firstRow + k;
-        column = columnAfter(log.text()[position], column);
-        ++position;
+        m_rowOfPosition[position.value] = firstRow + k;
+        column = columnAfter(log.text()[position.value], column);
+        position = position + 1;
       }
       row.end = position;
       m_rows.push_back(row);
     }
-    for (; position < std::max(line.end, line.contentEnd + 1); ++position) {
-      m_rowOfPosition[position] = firstRow + rowsOfLine - 1;
+    for (; position < std::max(line.end, line.contentEnd + 1); position = position + 1) {
+      m_rowOfPosition[position.value] = firstRow + rowsOfLine - 1;
     }
   }
 }

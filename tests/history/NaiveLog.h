@@ -14,9 +14,9 @@ class NaiveLog {
  public:
   /// Half-open; `contentEnd` is where the line end begins, and `columns` the column after the content.
   struct Line {
-    TextPosition begin = 0;
-    TextPosition contentEnd = 0;
-    TextPosition end = 0;
+    TextPosition begin;
+    TextPosition contentEnd;
+    TextPosition end;
     LineColumn columns = 0;
   };
 
@@ -39,7 +39,7 @@ class NaiveRows {
   std::int64_t count() const { return static_cast<std::int64_t>(m_rows.size()); }
   const RowIndex::Row& operator[](std::int64_t row) const { return m_rows[static_cast<std::size_t>(row)]; }
   /// The row that shows `position`, at most the size of the log.
-  std::int64_t rowAt(TextPosition position) const { return m_rowOfPosition[static_cast<std::size_t>(position)]; }
+  std::int64_t rowAt(TextPosition position) const { return m_rowOfPosition[position.value]; }
 
  private:
   std::vector<RowIndex::Row> m_rows;

@@ -130,7 +130,7 @@ TEST(OutputWriter, WritesTheReplacementForLostText) {
   }
   storage.waitUntilIdle();
   ASSERT_GT(storage.usage().droppedBlocks, 0U);
-  const std::string expected = withLineFeeds(storage.text(0, storage.size()));
+  const std::string expected = withLineFeeds(storage.text({}, storage.end()));
   ASSERT_TRUE(expected.starts_with(kHistoryLostNotice));
   EXPECT_TRUE(same(written(storage), expected));
   EXPECT_TRUE(written(storage, OutputWriter(appendName)).starts_with(kHistoryLostNotice)) << "in the default style";

@@ -4,6 +4,7 @@
 
 #include "history/LogTexts.h"
 #include "history/RowIndex.h"
+#include "support/TextPositions.h"
 
 namespace zolt {
 namespace {
@@ -56,11 +57,11 @@ TEST(RowIndexEstimates, AgreeOnWhichRowShowsAPositionBeforeTheyAreCorrected) {
       for (int sample = 0; sample < 40; ++sample) {
         // A new index each time, since every call makes some counts exact. Near block boundaries rows span two blocks.
         RowIndex index(log.storage, columns);
-        TextPosition position = random.below(log.storage.size() + 1);
-        if (sample % 2 == 0) position = (1 + random.below(4)) * kCapacity + random.below(40) - 20;
+        TextPosition position(random.below(log.storage.size() + 1));
+        if (sample % 2 == 0) position = TextPosition((1 + random.below(4)) * kCapacity + random.below(40) - 20);
         const RowIndex::Row shown = index.locate(index.rowAt(position));
         ASSERT_TRUE(same(shown, rows[rows.rowAt(position)]))
-            << named.name << ", position " << position << ", " << columns << " columns";
+            << named.name << ", " << position << ", " << columns << " columns";
       }
     }
   }

@@ -4,6 +4,7 @@
 
 #include "history/LogTexts.h"
 #include "history/RowIndex.h"
+#include "support/TextPositions.h"
 
 namespace zolt {
 namespace {
@@ -35,7 +36,7 @@ TEST(RowIndexSync, KeepsTheIndexAnsweringAsOfTheLastSync) {
     while (index.refine(8)) {
     }
     const NaiveRows rows(log.naive, index.columns());
-    const TextPosition end = log.storage.size();
+    const TextPosition end = log.storage.end();
     log.append("\n");
     log.append(std::string(random.below(3 * kCapacity), 'x'));
     log.append("\n");
@@ -56,7 +57,7 @@ TEST(RowIndexSync, KeepsTheEmptyLineAfterAFullBlockUntilTheNextSync) {
     const NaiveRows rows(log.naive, 80);
     log.append("x");  // starts a new block, where the last line now begins
     ASSERT_EQ(log.storage.blockCount(), 2u);
-    ASSERT_NO_FATAL_FAILURE(expectRowsUpTo(index, rows, kCapacity)) << escaped(lineEnd);
+    ASSERT_NO_FATAL_FAILURE(expectRowsUpTo(index, rows, TextPosition(kCapacity))) << escaped(lineEnd);
   }
 }
 

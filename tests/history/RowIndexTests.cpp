@@ -5,6 +5,7 @@
 #include <string>
 
 #include "history/LogTexts.h"
+#include "support/TextPositions.h"
 
 namespace zolt {
 namespace {
@@ -12,7 +13,7 @@ namespace {
 constexpr std::size_t kCapacity = TextBlock::capacity;
 
 std::string print(const RowIndex::Row& row) {
-  return "bytes " + std::to_string(row.begin) + " to " + std::to_string(row.end) + ", columns from " +
+  return "bytes " + std::to_string(row.begin.value) + " to " + std::to_string(row.end.value) + ", columns from " +
          std::to_string(row.firstColumn) + ", first at " + std::to_string(row.beginColumn);
 }
 
@@ -25,7 +26,7 @@ void expectSameRows(const Log& log, RowIndex& index, RandomText& random) {
   const std::uint64_t generation = index.generation();
   const auto expectRow = [&](std::int64_t row) { ASSERT_EQ(print(index.locate(row)), print(rows[row])) << row; };
   const auto expectPosition = [&](TextPosition position) {
-    ASSERT_EQ(index.rowAt(position), rows.rowAt(position)) << "position " << position;
+    ASSERT_EQ(index.rowAt(position), rows.rowAt(position)) << position;
   };
   constexpr std::int64_t kAll = 300;
   for (std::int64_t i = 0; i < std::min(rows.count(), kAll); ++i) {
@@ -35,11 +36,11 @@ void expectSameRows(const Log& log, RowIndex& index, RandomText& random) {
   ASSERT_NO_FATAL_FAILURE(expectRow(0));
   ASSERT_NO_FATAL_FAILURE(expectRow(rows.count() - 1));
   for (int i = 0; i < 300; ++i) {
-    ASSERT_NO_FATAL_FAILURE(expectPosition(random.below(log.storage.size() + 1)));
+    ASSERT_NO_FATAL_FAILURE(expectPosition(TextPosition(random.below(log.storage.size() + 1))));
   }
   for (std::size_t block = 0; block < log.storage.blockCount(); ++block) {
     const TextPosition edge = log.storage.block(block)->end();
-    for (TextPosition at = edge < 10 ? 0 : edge - 10; at <= std::min(edge + 10, log.storage.size()); ++at) {
+    for (TextPosition at = edge.backBy(10); at <= std::min(edge + 10, log.storage.end()); at = at + 1) {
       ASSERT_NO_FATAL_FAILURE(expectPosition(at));
       ASSERT_NO_FATAL_FAILURE(expectRow(rows.rowAt(at)));
     }
@@ -58,7 +59,7 @@ TEST(RowIndex, HasOneRowForAnEmptyLog) {
   RowIndex index(log.storage, 80);
   EXPECT_EQ(index.rowCount(), 1);
   EXPECT_EQ(print(index.locate(0)), print({}));
-  EXPECT_EQ(index.rowAt(0), 0);
+  EXPECT_EQ(index.rowAt(0_pos), 0);
   EXPECT_FALSE(index.refine(1));
 }
 
@@ -67,9 +68,9 @@ TEST(RowIndex, FillsARowForEachWidthOfColumnsAndAtLeastOne) {
   log.append("12345\n\n1234567890\n123");
   RowIndex index(log.storage, 5);
   EXPECT_EQ(index.rowCount(), 5);
-  EXPECT_EQ(print(index.locate(3)), print({.begin = 12, .end = 17, .firstColumn = 5, .beginColumn = 5}));
-  EXPECT_EQ(index.rowAt(5), 0);  // the line feed after a full row starts no row of its own
-  EXPECT_EQ(index.rowAt(17), 3);
+  EXPECT_EQ(print(index.locate(3)), print({.begin = 12_pos, .end = 17_pos, .firstColumn = 5, .beginColumn = 5}));
+  EXPECT_EQ(index.rowAt(5_pos), 0);  // the line feed after a full row starts no row of its own
+  EXPECT_EQ(index.rowAt(17_pos), 3);
   for (const std::int64_t columns : {1, 2, 3, 4, 5, 6, 9, 10, 11, 80}) {
     ASSERT_NO_FATAL_FAILURE(expectSameRows(log, columns));
   }
@@ -80,8 +81,8 @@ TEST(RowIndex, LetsATabExtendOverSeveralRows) {
   log.append("a\tb");
   RowIndex index(log.storage, 3);
   EXPECT_EQ(index.rowCount(), 3);
-  EXPECT_EQ(print(index.locate(1)), print({.begin = 2, .end = 2, .firstColumn = 3, .beginColumn = 8}));
-  EXPECT_EQ(print(index.locate(2)), print({.begin = 2, .end = 3, .firstColumn = 6, .beginColumn = 8}));
+  EXPECT_EQ(print(index.locate(1)), print({.begin = 2_pos, .end = 2_pos, .firstColumn = 3, .beginColumn = 8}));
+  EXPECT_EQ(print(index.locate(2)), print({.begin = 2_pos, .end = 3_pos, .firstColumn = 6, .beginColumn = 8}));
   for (std::int64_t columns = 1; columns <= 20; ++columns) {
     ASSERT_NO_FATAL_FAILURE(expectSameRows(log, columns));
   }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "history/TextStorage.h"
+#include "support/TextPositions.h"
 #include "text/RandomText.h"
 
 namespace zolt {
@@ -41,19 +42,20 @@ struct StyledLog {
 };
 
 // Visits `begin` to `end`, compares text and style of every byte, and returns the number of runs.
-std::size_t expectSameRuns(const StyledLog& log, TextPosition begin, TextPosition end) {
+std::size_t expectSameRuns(const StyledLog& log, TextRange range) {
+  const auto [begin, end] = range;
   TextPosition position = begin;
   std::size_t runs = 0;
   log.storage.forEachRun(begin, end, [&](TextPosition at, std::string_view text, const TextAttributes& attributes) {
     ++runs;
     ASSERT_EQ(at, position);
     ASSERT_FALSE(text.empty());
-    ASSERT_EQ(text, std::string_view(log.text).substr(at, text.size()));
+    ASSERT_EQ(text, std::string_view(log.text).substr(at.value, text.size()));
     ASSERT_EQ(log.storage.blockAt(at), log.storage.blockAt(at + text.size() - 1));
     for (std::size_t i = 0; i < text.size(); ++i) {
-      ASSERT_EQ(attributes, styleNumber(log.styles[at + i])) << "position " << at + i;
+      ASSERT_EQ(attributes, styleNumber(log.styles[at.value + i])) << at + i;
     }
-    position += text.size();
+    position = position + text.size();
   });
   EXPECT_EQ(position, std::max(begin, end));
   return runs;
@@ -64,32 +66,32 @@ TEST(TextStorageRuns, KeepTheStylesOfWhatWasAppended) {
   log.append("one", 1);
   log.append("two\n", 2);
   log.append("three", 1);
-  EXPECT_EQ(expectSameRuns(log, 0, 12), 3u);
-  EXPECT_EQ(expectSameRuns(log, 2, 4), 2u);
-  EXPECT_EQ(expectSameRuns(log, 4, 6), 1u);
+  EXPECT_EQ(expectSameRuns(log, rangeOf(0, 12)), 3u);
+  EXPECT_EQ(expectSameRuns(log, rangeOf(2, 4)), 2u);
+  EXPECT_EQ(expectSameRuns(log, rangeOf(4, 6)), 1u);
 }
 
 TEST(TextStorageRuns, AreAbsentFromAnEmptyRange) {
   StyledLog log;
-  EXPECT_EQ(expectSameRuns(log, 0, 0), 0u);
+  EXPECT_EQ(expectSameRuns(log, rangeOf(0, 0)), 0u);
   log.append("one", 1);
-  EXPECT_EQ(expectSameRuns(log, 1, 1), 0u);
-  EXPECT_EQ(expectSameRuns(log, 3, 3), 0u);
+  EXPECT_EQ(expectSameRuns(log, rangeOf(1, 1)), 0u);
+  EXPECT_EQ(expectSameRuns(log, rangeOf(3, 3)), 0u);
 }
 
 TEST(TextStorageRuns, OfOneStyleAreJoined) {
   StyledLog log;
   log.append("one", 1);
   log.append("more", 1);
-  EXPECT_EQ(expectSameRuns(log, 0, 7), 1u);
+  EXPECT_EQ(expectSameRuns(log, rangeOf(0, 7)), 1u);
 }
 
 TEST(TextStorageRuns, AreSplitAtBlockBoundaries) {
   StyledLog log;
   log.append(std::string(2 * kCapacity + 10, 'x'), 7);
-  EXPECT_EQ(expectSameRuns(log, 0, 2 * kCapacity + 10), 3u);
-  EXPECT_EQ(expectSameRuns(log, kCapacity - 1, kCapacity + 1), 2u);
-  EXPECT_EQ(expectSameRuns(log, kCapacity - 1, kCapacity), 1u);
+  EXPECT_EQ(expectSameRuns(log, rangeOf(0, 2 * kCapacity + 10)), 3u);
+  EXPECT_EQ(expectSameRuns(log, rangeOf(kCapacity - 1, kCapacity + 1)), 2u);
+  EXPECT_EQ(expectSameRuns(log, rangeOf(kCapacity - 1, kCapacity)), 1u);
 }
 
 TEST(TextStorageRuns, ChangeInsideALineEndThatStaysInOneBlock) {
@@ -97,8 +99,8 @@ TEST(TextStorageRuns, ChangeInsideALineEndThatStaysInOneBlock) {
   log.append(std::string(kCapacity - 1, 'x') + "\r", 1);
   log.append("\n", 2);
   log.append("y", 3);
-  EXPECT_EQ(expectSameRuns(log, 0, kCapacity + 2), 3u);
-  EXPECT_EQ(expectSameRuns(log, kCapacity, kCapacity + 1), 1u);
+  EXPECT_EQ(expectSameRuns(log, rangeOf(0, kCapacity + 2)), 3u);
+  EXPECT_EQ(expectSameRuns(log, rangeOf(kCapacity, kCapacity + 1)), 1u);
 }
 
 TEST(TextStorageRuns, KeepStylesThatWereLastUsedLongAgo) {
@@ -108,7 +110,7 @@ TEST(TextStorageRuns, KeepStylesThatWereLastUsedLongAgo) {
       log.append("ab", style);
     }
   }
-  EXPECT_EQ(expectSameRuns(log, 0, 3000), 1500u);
+  EXPECT_EQ(expectSameRuns(log, rangeOf(0, 3000)), 1500u);
 }
 
 TEST(TextStorageRuns, KeepAStylePerByteThroughoutABlock) {
@@ -120,7 +122,7 @@ TEST(TextStorageRuns, KeepAStylePerByteThroughoutABlock) {
     log.note("x", i);
   }
   log.storage.append(string);
-  EXPECT_EQ(expectSameRuns(log, 0, kCapacity + 100), kCapacity + 100);
+  EXPECT_EQ(expectSameRuns(log, rangeOf(0, kCapacity + 100)), kCapacity + 100);
 }
 
 TEST(TextStorageRuns, KeepTheStylesOfStringsWithManyRunsAcrossBlocks) {
@@ -138,11 +140,11 @@ TEST(TextStorageRuns, KeepTheStylesOfStringsWithManyRunsAcrossBlocks) {
       }
       log.storage.append(string);
     }
-    ASSERT_NO_FATAL_FAILURE(expectSameRuns(log, 0, log.text.size()));
+    ASSERT_NO_FATAL_FAILURE(expectSameRuns(log, rangeOf(0, log.text.size())));
     for (int sample = 0; sample < 300; ++sample) {
-      const TextPosition begin = random.below(log.text.size() + 1);
-      const TextPosition end = std::min<TextPosition>(begin + random.below(200), log.text.size());
-      ASSERT_NO_FATAL_FAILURE(expectSameRuns(log, begin, end));
+      const TextPosition begin(random.below(log.text.size() + 1));
+      const TextPosition end = std::min(begin + random.below(200), log.storage.end());
+      ASSERT_NO_FATAL_FAILURE(expectSameRuns(log, {.begin = begin, .end = end}));
     }
   }
 }

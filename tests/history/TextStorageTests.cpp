@@ -5,6 +5,7 @@
 #include <string>
 
 #include "history/LogTexts.h"
+#include "support/TextPositions.h"
 
 namespace zolt {
 namespace {
@@ -28,12 +29,12 @@ void expectSameLines(const Log& log) {
     const bool last = line + 1 == lines.size();
     ASSERT_EQ(storage.lineAt(last ? expected.end : expected.end - 1), line);
   }
-  EXPECT_EQ(storage.text(0, storage.size()), text);
+  EXPECT_EQ(storage.text({}, storage.end()), text);
 }
 
 // Expects blocks without gaps, within their capacity, that never begin between CR and LF.
 void expectSoundBlocks(const TextStorage& storage) {
-  TextPosition position = 0;
+  TextPosition position;
   for (std::size_t i = 0; i < storage.blockCount(); ++i) {
     const auto heldBlock = storage.block(i);
     const TextBlock& block = *heldBlock;
@@ -43,7 +44,7 @@ void expectSoundBlocks(const TextStorage& storage) {
     if (i == 0) continue;
     ASSERT_FALSE(block.size() != 0 && block.text().front() == '\n' && storage.at(block.start() - 1) == '\r');
   }
-  ASSERT_EQ(position, storage.size());
+  ASSERT_EQ(position, storage.end());
 }
 
 TEST(TextStorage, HasOneEmptyLineToBeginWith) {
@@ -51,18 +52,18 @@ TEST(TextStorage, HasOneEmptyLineToBeginWith) {
   EXPECT_TRUE(storage.empty());
   EXPECT_EQ(storage.size(), 0u);
   EXPECT_EQ(storage.lineCount(), 1u);
-  EXPECT_EQ(storage.lineStart(0), 0u);
-  EXPECT_EQ(storage.lineEnd(0), 0u);
-  EXPECT_EQ(storage.lineAt(0), 0u);
-  EXPECT_EQ(storage.text(0, 0), "");
+  EXPECT_EQ(storage.lineStart(0), 0_pos);
+  EXPECT_EQ(storage.lineEnd(0), 0_pos);
+  EXPECT_EQ(storage.lineAt(0_pos), 0u);
+  EXPECT_EQ(storage.text({}, {}), "");
 }
 
 TEST(TextStorage, EndsALineAtALineFeedACarriageReturnAndAPairOfThem) {
   Log log;
   log.append("a\nb\rc\r\nd");
   EXPECT_EQ(log.storage.lineCount(), 4u);
-  EXPECT_EQ(log.storage.lineStart(3), 7u);
-  EXPECT_EQ(log.storage.lineEnd(2), 5u);
+  EXPECT_EQ(log.storage.lineStart(3), 7_pos);
+  EXPECT_EQ(log.storage.lineEnd(2), 5_pos);
   expectSameLines(log);
 }
 
@@ -70,9 +71,9 @@ TEST(TextStorage, HasAnEmptyLineAfterTheLastLineEnd) {
   Log log;
   log.append("a\n");
   EXPECT_EQ(log.storage.lineCount(), 2u);
-  EXPECT_EQ(log.storage.lineStart(1), 2u);
-  EXPECT_EQ(log.storage.lineEnd(1), 2u);
-  EXPECT_EQ(log.storage.lineAt(2), 1u);
+  EXPECT_EQ(log.storage.lineStart(1), 2_pos);
+  EXPECT_EQ(log.storage.lineEnd(1), 2_pos);
+  EXPECT_EQ(log.storage.lineAt(2_pos), 1u);
 }
 
 TEST(TextStorage, JoinsALaterLineFeedToItsCarriageReturn) {
@@ -108,13 +109,13 @@ TEST(TextStorage, AppendsNothingForAnEmptyString) {
 TEST(TextStorage, ReturnsAnyRangeOfItsText) {
   Log log;
   log.append(std::string(kCapacity - 2, 'x') + "abcdef");
-  EXPECT_EQ(log.storage.text(kCapacity - 3, kCapacity + 3), "xabcde");
-  EXPECT_EQ(log.storage.text(5, 5), "");
-  EXPECT_EQ(log.storage.text(6, 5), "");
-  EXPECT_EQ(log.storage.at(kCapacity), 'c');
-  EXPECT_EQ(log.storage.blockAt(kCapacity - 1), 0u);
-  EXPECT_EQ(log.storage.blockAt(kCapacity), 1u);
-  EXPECT_EQ(log.storage.blockAt(log.storage.size()), 1u);
+  EXPECT_EQ(log.storage.text(TextPosition(kCapacity - 3), TextPosition(kCapacity + 3)), "xabcde");
+  EXPECT_EQ(log.storage.text(5_pos, 5_pos), "");
+  EXPECT_EQ(log.storage.text(6_pos, 5_pos), "");
+  EXPECT_EQ(log.storage.at(TextPosition(kCapacity)), 'c');
+  EXPECT_EQ(log.storage.blockAt(TextPosition(kCapacity - 1)), 0u);
+  EXPECT_EQ(log.storage.blockAt(TextPosition(kCapacity)), 1u);
+  EXPECT_EQ(log.storage.blockAt(log.storage.end()), 1u);
 }
 
 TEST(TextStorage, NeverSplitsACarriageReturnAndItsLineFeedBetweenBlocks) {
@@ -171,10 +172,10 @@ TEST(TextStorage, HasTheSameLinesHoweverItsTextIsChunked) {
     ASSERT_NO_FATAL_FAILURE(expectSameLines(log)) << "round " << round;
     ASSERT_NO_FATAL_FAILURE(expectSoundBlocks(log.storage)) << "round " << round;
     for (int sample = 0; sample < 200; ++sample) {
-      const TextPosition begin = random.below(log.storage.size() + 1);
+      const TextPosition begin(random.below(log.storage.size() + 1));
       const TextPosition end = begin + random.below(300);
-      const std::size_t length = std::min<std::size_t>(end, log.storage.size()) - begin;
-      ASSERT_EQ(log.storage.text(begin, begin + length), log.naive.text().substr(begin, length));
+      const std::size_t length = std::min(end, log.storage.end()) - begin;
+      ASSERT_EQ(log.storage.text(begin, begin + length), log.naive.text().substr(begin.value, length));
     }
   }
 }

@@ -2,9 +2,9 @@
 
 #include <ostream>
 
+#include "support/TextPositions.h"
 #include "view/canvas/CanvasCell.h"
 #include "view/canvas/CanvasPixels.h"
-#include "view/canvas/CanvasPosition.h"
 
 namespace zolt {
 
@@ -12,9 +12,6 @@ inline namespace literals {
 
 constexpr DevicePixels operator""_px(unsigned long long pixels) {
   return DevicePixels(pixels);
-}
-constexpr CanvasPosition operator""_pos(unsigned long long characters) {
-  return CanvasPosition(characters);
 }
 constexpr CanvasRow operator""_row(unsigned long long row) {
   return CanvasRow(static_cast<std::int64_t>(row));
@@ -27,9 +24,6 @@ constexpr CanvasColumn operator""_col(unsigned long long column) {
 
 inline std::ostream& operator<<(std::ostream& out, DevicePixels pixels) {
   return out << pixels.value << " px";
-}
-inline std::ostream& operator<<(std::ostream& out, CanvasPosition position) {
-  return out << "position " << position.value;
 }
 inline std::ostream& operator<<(std::ostream& out, CanvasRow row) {
   return out << "row " << row.value;

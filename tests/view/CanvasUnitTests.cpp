@@ -25,7 +25,7 @@ concept Multipliable = requires(A a, B b) {
 template <class Unit>
 class CanvasUnitTest : public testing::Test {};
 
-using Units = testing::Types<DevicePixels, LogicalPixels, CanvasPosition, CanvasRow, CanvasColumn>;
+using Units = testing::Types<DevicePixels, LogicalPixels, TextPosition, CanvasRow, CanvasColumn>;
 TYPED_TEST_SUITE(CanvasUnitTest, Units);
 
 TYPED_TEST(CanvasUnitTest, IsMadeOfANumberOnlyWhenSaidSoAndNeverBecomesOne) {
@@ -43,7 +43,7 @@ TYPED_TEST(CanvasUnitTest, IsNotMixedWithAnother) {
   };
   EXPECT_FALSE(mixes(std::type_identity<DevicePixels>()));
   EXPECT_FALSE(mixes(std::type_identity<LogicalPixels>()));
-  EXPECT_FALSE(mixes(std::type_identity<CanvasPosition>()));
+  EXPECT_FALSE(mixes(std::type_identity<TextPosition>()));
   EXPECT_FALSE(mixes(std::type_identity<CanvasRow>()));
   EXPECT_FALSE(mixes(std::type_identity<CanvasColumn>()));
 }
@@ -54,7 +54,7 @@ TYPED_TEST(CanvasUnitTest, CostsWhatItsNumberCosts) {
 }
 
 TEST(CanvasUnits, KnowOnlyTheArithmeticThatMakesSense) {
-  EXPECT_FALSE((Addable<CanvasPosition, CanvasPosition>));
+  EXPECT_FALSE((Addable<TextPosition, TextPosition>));
   EXPECT_FALSE((Addable<CanvasRow, CanvasRow>));
   EXPECT_FALSE((Addable<CanvasColumn, CanvasColumn>));
   EXPECT_FALSE((Addable<DevicePixels, int>));
@@ -71,8 +71,8 @@ TEST(CanvasUnits, KnowOnlyTheArithmeticThatMakesSense) {
 }
 
 TEST(CanvasUnits, CountNoCharactersInAnEmptyRange) {
-  EXPECT_EQ((CanvasRange{.begin = 3_pos, .end = 8_pos}.length()), 5U);
-  EXPECT_EQ((CanvasRange{.begin = 8_pos, .end = 3_pos}.length()), 0U);
+  EXPECT_EQ((TextRange{.begin = 3_pos, .end = 8_pos}.length()), 5U);
+  EXPECT_EQ((TextRange{.begin = 8_pos, .end = 3_pos}.length()), 0U);
 }
 
 }  // namespace

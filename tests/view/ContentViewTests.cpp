@@ -230,7 +230,7 @@ TEST_F(ContentViewTest, ClearsEveryWindowAtOnce) {
   other.show();
   const auto otherText = [&] {
     const TextStorage& storage = other.textView().textStorage();
-    return storage.text(0, storage.size());
+    return storage.text({}, storage.end());
   };
   ASSERT_TRUE(test::waitFor([&] { return otherText().find("ready") != std::string::npos; }));
   post(clearTerminal);

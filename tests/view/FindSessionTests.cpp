@@ -33,14 +33,14 @@ class FindSessionTest : public testing::Test {
     append(lines);
   }
   void search(const char* query, FindOptions options = {}) {
-    session.search(FindPattern::compile(query, options).value(), CanvasPosition(storage.size()));
+    session.search(FindPattern::compile(query, options).value(), TextPosition(storage.size()));
   }
   bool finish() {
     return waitFor([&] { return !session.isSearching(); });
   }
   std::string currentText() const {
     const auto match = session.current();
-    return match ? storage.text(match->begin.value, match->end.value) : "none";
+    return match ? storage.text(match->begin, match->end) : "none";
   }
   std::uint64_t currentBegin() const { return session.current() ? session.current()->begin.value : UINT64_MAX; }
 
@@ -183,11 +183,11 @@ TEST_F(FindSessionTest, MarksThePartsOfMatchesThatARowShows) {
   search("needle");
   ASSERT_TRUE(finish());
   const RowMarks whole = session.marksIn({.begin = 0_pos, .end = 13_pos});
-  EXPECT_EQ(whole.found, (std::vector<CanvasRange>{{.begin = 0_pos, .end = 6_pos}}));
-  EXPECT_EQ(whole.current, (CanvasRange{.begin = 7_pos, .end = 13_pos}));
+  EXPECT_EQ(whole.found, (std::vector<TextRange>{{.begin = 0_pos, .end = 6_pos}}));
+  EXPECT_EQ(whole.current, (TextRange{.begin = 7_pos, .end = 13_pos}));
   const RowMarks part = session.marksIn({.begin = 2_pos, .end = 9_pos});
-  EXPECT_EQ(part.found, (std::vector<CanvasRange>{{.begin = 2_pos, .end = 6_pos}}));
-  EXPECT_EQ(part.current, (CanvasRange{.begin = 7_pos, .end = 9_pos}));
+  EXPECT_EQ(part.found, (std::vector<TextRange>{{.begin = 2_pos, .end = 6_pos}}));
+  EXPECT_EQ(part.current, (TextRange{.begin = 7_pos, .end = 9_pos}));
   EXPECT_EQ(session.marksIn({.begin = 6_pos, .end = 7_pos}), RowMarks());
 }
 
@@ -197,7 +197,7 @@ TEST_F(FindSessionTest, MarksWhatHasJustComeAtOnce) {
   ASSERT_TRUE(finish());
   append("...needle...\n");
   EXPECT_EQ(session.marksIn({.begin = 7_pos, .end = 19_pos}).found,
-            (std::vector<CanvasRange>{{.begin = 10_pos, .end = 16_pos}}));
+            (std::vector<TextRange>{{.begin = 10_pos, .end = 16_pos}}));
 }
 
 TEST_F(FindSessionTest, MarksTheRestOfAMatchThatBeganInTheSegmentBefore) {
@@ -205,11 +205,10 @@ TEST_F(FindSessionTest, MarksTheRestOfAMatchThatBeganInTheSegmentBefore) {
   append(std::string(kSegmentBytes - storage.size() - 3, '.') + "needle" + std::string(300, '.'));
   search("needle");
   ASSERT_TRUE(finish());
-  session.marksIn({.begin = CanvasPosition(kSegmentBytes), .end = CanvasPosition(kSegmentBytes + 50)});
+  session.marksIn({.begin = TextPosition(kSegmentBytes), .end = TextPosition(kSegmentBytes + 50)});
   ASSERT_TRUE(finish());
-  EXPECT_EQ(
-      session.marksIn({.begin = CanvasPosition(kSegmentBytes), .end = CanvasPosition(kSegmentBytes + 50)}).current,
-      (CanvasRange{.begin = CanvasPosition(kSegmentBytes), .end = CanvasPosition(kSegmentBytes + 3)}));
+  EXPECT_EQ(session.marksIn({.begin = TextPosition(kSegmentBytes), .end = TextPosition(kSegmentBytes + 50)}).current,
+            (TextRange{.begin = TextPosition(kSegmentBytes), .end = TextPosition(kSegmentBytes + 3)}));
 }
 
 TEST_F(FindSessionTest, ForgetsEverythingWhenItStops) {
@@ -239,7 +238,7 @@ TEST_F(FindSessionTest, LooksOnlyForTheLatestOfManyPatterns) {
 TEST_F(FindSessionTest, MayGoWhileItSearches) {
   fillTo(100 * kSegmentBytes);
   auto other = std::make_unique<FindSession>(storage);
-  other->search(FindPattern::compile("needle", {}).value(), CanvasPosition(storage.size()));
+  other->search(FindPattern::compile("needle", {}).value(), TextPosition(storage.size()));
   bool hasFound = false;
   QObject::connect(other.get(), &FindSession::resultsChanged, [&] { hasFound = true; });
   ASSERT_TRUE(waitFor([&] { return hasFound; }));
@@ -276,8 +275,8 @@ TEST_F(FindSessionTest, BringsBackMatchesThatItCouldNotKeep) {
   ASSERT_TRUE(finish());
   EXPECT_EQ(session.count(), 6 * kSegmentBytes);
   for (const std::size_t segment : {5U, 0U, 3U, 1U}) {
-    const CanvasRange row{.begin = CanvasPosition(segment * kSegmentBytes + 10),
-                          .end = CanvasPosition(segment * kSegmentBytes + 15)};
+    const TextRange row{.begin = TextPosition(segment * kSegmentBytes + 10),
+                        .end = TextPosition(segment * kSegmentBytes + 15)};
     EXPECT_TRUE(waitFor([&] { return session.marksIn(row).found.size() == 5; })) << segment;
   }
   session.goForward();

@@ -54,7 +54,7 @@ class FinderTest : public testing::Test {
     return view.grab().toImage();
   }
   /// Whether a pixel of this colour is in the middle line of the row of the character.
-  bool isMarked(CanvasPosition position, QRgb color) {
+  bool isMarked(TextPosition position, QRgb color) {
     const QImage image = picture();
     const QRectF character = view.rectOf(position);
     if (character.isEmpty()) return false;
@@ -183,7 +183,7 @@ TEST_F(FinderTest, NeverLeavesTheCurrentMatchUnderTheBar) {
     QTest::keyClick(&field(), Qt::Key_Return);
     ASSERT_TRUE(shows(QStringLiteral("%1 of 300").arg(i)));
     view.makeFrameNow();
-    const CanvasPosition marked(wide.find("needle " + std::to_string(i - 1) + "\n"));
+    const TextPosition marked(wide.find("needle " + std::to_string(i - 1) + "\n"));
     const QRectF match = view.rectOf(marked);
     ASSERT_FALSE(match.isEmpty());
     ASSERT_FALSE(QRectF(bar().geometry()).intersects(match)) << i;

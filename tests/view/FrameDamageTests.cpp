@@ -15,8 +15,7 @@ Frame frameOf(std::uint64_t first, std::size_t rows, DevicePixels top = 0_px) {
   frame.rowHeight = kRow;
   frame.firstRowTop = top;
   for (std::uint64_t n = first; n < first + rows; ++n) {
-    frame.rows.push_back(
-        {.text = {.begin = CanvasPosition(100 * n), .end = CanvasPosition(100 * n + 50)}, .selected = {}});
+    frame.rows.push_back({.text = {.begin = TextPosition(100 * n), .end = TextPosition(100 * n + 50)}, .selected = {}});
   }
   return frame;
 }

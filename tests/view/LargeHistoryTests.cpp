@@ -139,7 +139,7 @@ TEST_F(LargeHistoryTest, HasEveryCharacterOfAFloodThatItIsResizedToOneColumnAndB
   EXPECT_TRUE(complete) << text.textStorage().size();
   EXPECT_GT(resizes, 10);
   // Line ends that fell between two reads are there as well.
-  const std::string all = text.textStorage().text(0, text.textStorage().size());
+  const std::string all = text.textStorage().text({}, text.textStorage().end());
   EXPECT_EQ(std::ranges::count_if(all, [](char c) { return c >= 'a' && c <= 'z'; }), std::ptrdiff_t{kCharacters});
   window.resize(900, 600);
   text.makeFrameNow();

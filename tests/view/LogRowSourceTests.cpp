@@ -66,7 +66,7 @@ TEST(LogRowSource, FindsColumnsAndPositionsInARow) {
 
 TEST(LogRowSource, SelectsWordsAsPeopleNameFiles) {
   Log log("see /usr/lib-2/a_b.c, done", 80);
-  const CanvasRange word = log.source.wordAt(8_pos);
+  const TextRange word = log.source.wordAt(8_pos);
   EXPECT_EQ(log.source.text(word), "/usr/lib-2/a_b.c");
   EXPECT_EQ(log.source.text(log.source.wordAt(20_pos)), ",");
   EXPECT_TRUE(log.source.wordAt(log.source.end()).empty());

@@ -26,7 +26,7 @@ class SelectionTest : public test::TextViewTest {
     release(to);
   }
   // Just left of the character at `position`.
-  QPoint before(CanvasPosition position) {
+  QPoint before(TextPosition position) {
     view.makeFrameNow();
     const QRectF cell = view.rectOf(position);
     return {static_cast<int>(cell.left()) + 1, static_cast<int>(cell.center().y())};

@@ -11,7 +11,7 @@ class CoordinatorTest : public testing::Test {
   CoordinatorTest() { coordinator.textView = &view; }
 
   void output(const std::string& bytes) { coordinator.appendOutput(Bytes(bytes)); }
-  std::string text() const { return view.textStorage().text(0, view.textStorage().size()); }
+  std::string text() const { return view.textStorage().text({}, view.textStorage().end()); }
   TextAttributes styleAt(TextPosition position) const {
     TextAttributes found;
     view.textStorage().forEachRun(position, position + 1,
@@ -28,9 +28,9 @@ TEST_F(CoordinatorTest, ShowsChunksInOrderAndKeepsTheRenditionBetweenThem) {
   output("\x1B[31mred");
   output(" too");
   EXPECT_EQ(text(), "ls\nred too");
-  EXPECT_EQ(styleAt(0).foreground, Color::white);
-  EXPECT_EQ(styleAt(3).foreground, (Color{0.8, 0, 0, 1}));
-  EXPECT_EQ(styleAt(8).foreground, (Color{0.8, 0, 0, 1}));
+  EXPECT_EQ(styleAt(0_pos).foreground, Color::white);
+  EXPECT_EQ(styleAt(3_pos).foreground, (Color{0.8, 0, 0, 1}));
+  EXPECT_EQ(styleAt(8_pos).foreground, (Color{0.8, 0, 0, 1}));
 }
 
 TEST_F(CoordinatorTest, DropsBothChunksOfASplitCharacter) {
@@ -62,7 +62,7 @@ TEST_F(CoordinatorTest, DoesNothingWhenTheViewIsGone) {
   coordinator.textView = &view;
   output("next");
   EXPECT_EQ(text(), "next");
-  EXPECT_EQ(styleAt(0).foreground, Color::white) << "the parser did not see the colour either";
+  EXPECT_EQ(styleAt(0_pos).foreground, Color::white) << "the parser did not see the colour either";
 }
 
 using TerminalTextViewTest = test::TerminalWindowTest;

@@ -91,7 +91,7 @@ TEST_F(TextCanvasTest, PaintsTheSelectionBehindItsCellsOnly) {
   view.makeFrameNow();
   const QImage image = picture();
   const QColor highlight(0x26, 0x4F, 0x78);
-  for (CanvasPosition position = 0_pos; position < 8_pos; position = position + 1) {
+  for (TextPosition position = 0_pos; position < 8_pos; position = position + 1) {
     const QRect cell = view.rectOf(position).toAlignedRect();
     const bool selected = position >= 2_pos && position < 5_pos;
     EXPECT_EQ(image.pixelColor(cell.topLeft()) == highlight, selected) << position;
@@ -272,10 +272,10 @@ TEST_F(TextCanvasTest, KeepsTheTopLineInPlaceWhenTheWidthChanges) {
   }
   append(text);
   view.makeFrameNow();
-  const CanvasPosition line(view.textStorage().lineStart(1000));
+  const TextPosition line(view.textStorage().lineStart(1000));
   view.scrollTo(view.cellMetrics().topOf(view.source().rowAt(line)) + DevicePixels(kInset));
   view.makeFrameNow();
-  const CanvasPosition top = view.positionAt(QPointF(kInset, 1));
+  const TextPosition top = view.positionAt(QPointF(kInset, 1));
   EXPECT_EQ(top, line);
   for (const int width : {300, 1200, 170, 900}) {
     view.resize(width, 600);

@@ -41,9 +41,9 @@ class TextViewTest : public testing::Test {
     }
     append(text);
   }
-  std::string wholeText() const { return view.textStorage().text(0, view.textStorage().size()); }
+  std::string wholeText() const { return view.textStorage().text({}, view.textStorage().end()); }
   /// The middle of the character at `position`, in the viewport; makes the frame first.
-  QPoint middleOf(CanvasPosition position) {
+  QPoint middleOf(TextPosition position) {
     view.makeFrameNow();
     return view.rectOf(position).center().toPoint();
   }
@@ -64,7 +64,7 @@ class TerminalWindowTest : public testing::Test {
   TerminalNSTextView& view() { return window->textView(); }
   std::string shown() const {
     const TextStorage& storage = window->textView().textStorage();
-    return storage.text(0, storage.size());
+    return storage.text({}, storage.end());
   }
   bool waitForText(const std::string& text) {
     return waitFor([&] { return shown().find(text) != std::string::npos; });

@@ -70,7 +70,7 @@ int CanvasAccessible::selectionCount() const {
 void CanvasAccessible::selection(int selectionIndex, int* startOffset, int* endOffset) const {
   *startOffset = *endOffset = 0;
   if (selectionIndex != 0 || m_canvas.selection().empty()) return;
-  const CanvasRange range = m_canvas.selection().range();
+  const TextRange range = m_canvas.selection().range();
   *startOffset = m_canvas.visibleOffsetOf(range.begin);
   *endOffset = m_canvas.visibleOffsetOf(range.end);
 }

@@ -2,14 +2,14 @@
 
 #include <vector>
 
-#include "view/canvas/CanvasPosition.h"
+#include "text/TextPosition.h"
 
 namespace zolt {
 
 /// The search results in a row.
 struct RowMarks {
-  std::vector<CanvasRange> found;  ///< in order
-  CanvasRange current;             ///< the part of the current match in this row; not in `found`
+  std::vector<TextRange> found;  ///< in order
+  TextRange current;             ///< the part of the current match in this row; not in `found`
 
   friend bool operator==(const RowMarks&, const RowMarks&) = default;
 };
@@ -19,7 +19,7 @@ class CanvasMarks {
  public:
   virtual ~CanvasMarks() = default;
   /// The marks in `row`, clipped to it.
-  virtual RowMarks marksIn(CanvasRange row) = 0;
+  virtual RowMarks marksIn(TextRange row) = 0;
 };
 
 }  // namespace zolt

@@ -65,11 +65,11 @@ FindSession::~FindSession() {
   if (m_stop) *m_stop = true;
 }
 
-void FindSession::search(const FindPattern& pattern, CanvasPosition from) {
+void FindSession::search(const FindPattern& pattern, TextPosition from) {
   stop();
   m_stop = std::make_shared<std::atomic<bool>>(false);
   m_pattern = pattern;
-  m_from = LogRowSource::toText(from);
+  m_from = from;
   m_walk = Walk{.direction = Direction::Backward, .from = m_from};
   m_firstOpen = m_unknownBelow = segmentCount(m_text);
   walk();
@@ -233,19 +233,18 @@ void FindSession::walk() {
     } else if (std::exchange(m_walk->wrapped, true)) {
       m_walk.reset();
     } else {
-      m_walk->from = backward ? m_text.size() : 0;
+      m_walk->from = backward ? m_text.end() : TextPosition();
     }
   }
 }
 
-void FindSession::setCurrent(const FindMatch& match) {
+void FindSession::setCurrent(const TextRange& match) {
   m_current = match;
   Q_EMIT currentChanged();
 }
 
-std::optional<CanvasRange> FindSession::current() const {
-  if (!m_current) return std::nullopt;
-  return LogRowSource::toCanvas(m_current->begin, m_current->end);
+std::optional<TextRange> FindSession::current() const {
+  return m_current;
 }
 
 std::optional<std::uint64_t> FindSession::numberOfCurrent() const {
@@ -254,17 +253,13 @@ std::optional<std::uint64_t> FindSession::numberOfCurrent() const {
   return before ? std::optional(*before + 1) : std::nullopt;
 }
 
-std::vector<CanvasRange> FindSession::spread() const {
-  std::vector<CanvasRange> ranges;
-  for (const FindMatch& place : m_results.spread()) {
-    ranges.push_back(LogRowSource::toCanvas(place.begin, place.end));
-  }
-  return ranges;
+std::vector<TextRange> FindSession::spread() const {
+  return m_results.spread();
 }
 
 // The segment's matches. If they are not available the segment is searched, and resultsChanged is emitted then.
-const std::vector<FindMatch>* FindSession::matchesIn(std::size_t segment) {
-  const std::vector<FindMatch>* matches = m_results.matchesIn(segment);
+const std::vector<TextRange>* FindSession::matchesIn(std::size_t segment) {
+  const std::vector<TextRange>* matches = m_results.matchesIn(segment);
   if (matches == nullptr && segment < segmentCount(m_text)) {
     addOnce(m_wanted, segment);
     pump();
@@ -273,24 +268,23 @@ const std::vector<FindMatch>* FindSession::matchesIn(std::size_t segment) {
 }
 
 // In the newest text, for a plain query: under load a row would be out of view before a job had searched it.
-std::optional<std::vector<FindMatch>> FindSession::matchesAtOnce(const FindMatch& row, std::size_t segment) const {
+std::optional<std::vector<TextRange>> FindSession::matchesAtOnce(const TextRange& row, std::size_t segment) const {
   const bool isNewest = segment + 2 >= segmentCount(m_text);
   if (!isNewest || !std::holds_alternative<PlainNeedle>(m_pattern->matcher())) return std::nullopt;
-  const TextPosition from = row.begin - std::min<TextPosition>(row.begin, FindPattern::kQueryBytes);
-  const TextPosition to = std::min<TextPosition>(row.end + FindPattern::kQueryBytes, m_text.size());
-  std::vector<FindMatch> matches;
+  const TextPosition from = row.begin.backBy(FindPattern::kQueryBytes);
+  const TextPosition to = std::min(row.end + FindPattern::kQueryBytes, m_text.end());
+  std::vector<TextRange> matches;
   FindScanner scanner(*m_pattern, from);
   scanner.feed(m_text.text(from, to), matches);
   scanner.finish(matches);
   return matches;
 }
 
-RowMarks FindSession::marksIn(CanvasRange canvasRow) {
+RowMarks FindSession::marksIn(TextRange row) {
   RowMarks marks;
-  if (!isActive() || canvasRow.empty()) return marks;
-  const FindMatch row{.begin = LogRowSource::toText(canvasRow.begin), .end = LogRowSource::toText(canvasRow.end)};
-  const auto take = [&](const FindMatch& match) {
-    const CanvasRange part = LogRowSource::toCanvas(std::max(match.begin, row.begin), std::min(match.end, row.end));
+  if (!isActive() || row.empty()) return marks;
+  const auto take = [&](const TextRange& match) {
+    const TextRange part{.begin = std::max(match.begin, row.begin), .end = std::min(match.end, row.end)};
     if (part.empty()) return;
     if (m_current && match == *m_current) {
       marks.current = part;
@@ -306,9 +300,9 @@ RowMarks FindSession::marksIn(CanvasRange canvasRow) {
   }
   for (std::size_t segment = first == 0 ? 0 : first - 1; segment <= last; ++segment) {
     // The segment before matters only if a match reaches from it into the row.
-    const std::vector<FindMatch>* matches = segment < first ? m_results.matchesIn(segment) : matchesIn(segment);
+    const std::vector<TextRange>* matches = segment < first ? m_results.matchesIn(segment) : matchesIn(segment);
     if (matches == nullptr) continue;
-    auto match = std::ranges::lower_bound(*matches, row.begin, {}, &FindMatch::begin);
+    auto match = std::ranges::lower_bound(*matches, row.begin, {}, &TextRange::begin);
     if (match != matches->begin()) --match;
     for (; match != matches->end() && match->begin < row.end; ++match) {
       take(*match);

@@ -30,7 +30,7 @@ class FindSession : public QObject, public CanvasMarks {
 
   /// Searches for `pattern` from now on. The current match will be the last one that begins before `from`, or the last
   /// of all if there is none.
-  void search(const FindPattern& pattern, CanvasPosition from);
+  void search(const FindPattern& pattern, TextPosition from);
   /// Ends the search.
   void stop();
   bool isActive() const { return m_pattern.has_value(); }
@@ -42,7 +42,7 @@ class FindSession : public QObject, public CanvasMarks {
   /// Whether some of the text is still to be searched, not counting text that has just arrived.
   bool isSearching() const;
   /// The current match; none at first, and where nothing matches.
-  std::optional<CanvasRange> current() const;
+  std::optional<TextRange> current() const;
   /// Its number, from 1 at the top; nothing until all text before it has been searched.
   std::optional<std::uint64_t> numberOfCurrent() const;
   /// Go to the match before or after the current one, wrapping around at the ends. If that match is not known yet, it
@@ -51,8 +51,8 @@ class FindSession : public QObject, public CanvasMarks {
   void goForward() { go(Direction::Forward); }
 
   /// The parts of the text that contain matches, for a scroll bar.
-  std::vector<CanvasRange> spread() const;
-  RowMarks marksIn(CanvasRange row) override;
+  std::vector<TextRange> spread() const;
+  RowMarks marksIn(TextRange row) override;
 
  Q_SIGNALS:
   /// More has been found, or the search has changed.
@@ -68,7 +68,7 @@ class FindSession : public QObject, public CanvasMarks {
   // A step to another match that waits for a segment to be searched.
   struct Walk {
     Direction direction = Direction::Backward;
-    TextPosition from = 0;
+    TextPosition from;
     bool wrapped = false;
   };
   struct Segments {
@@ -79,8 +79,8 @@ class FindSession : public QObject, public CanvasMarks {
   };
   struct Found {
     std::size_t segment = 0;
-    FindMatch extent;
-    std::vector<FindMatch> matches;
+    TextRange extent;
+    std::vector<TextRange> matches;
   };
   struct Job;
   struct Outcome {
@@ -97,15 +97,15 @@ class FindSession : public QObject, public CanvasMarks {
   void searchTail();
   void go(Direction direction);
   void walk();
-  void setCurrent(const FindMatch& match);
-  const std::vector<FindMatch>* matchesIn(std::size_t segment);
-  std::optional<std::vector<FindMatch>> matchesAtOnce(const FindMatch& row, std::size_t segment) const;
+  void setCurrent(const TextRange& match);
+  const std::vector<TextRange>* matchesIn(std::size_t segment);
+  std::optional<std::vector<TextRange>> matchesAtOnce(const TextRange& row, std::size_t segment) const;
 
   const TextStorage& m_text;
   std::optional<FindPattern> m_pattern;
   FindResults m_results;
-  std::optional<FindMatch> m_current;
-  TextPosition m_from = 0;
+  std::optional<TextRange> m_current;
+  TextPosition m_from;
   std::optional<Walk> m_walk;
 
   std::shared_ptr<std::atomic<bool>> m_stop;  // stops the jobs in flight

@@ -4,16 +4,16 @@
 #include <cstdint>
 #include <vector>
 
+#include "text/TextPosition.h"
 #include "view/canvas/CanvasMarks.h"
 #include "view/canvas/CanvasPixels.h"
-#include "view/canvas/CanvasPosition.h"
 
 namespace zolt {
 
 /// What one row of a painted frame shows. Rows with equal keys look the same.
 struct RowKey {
-  CanvasRange text;
-  CanvasRange selected;  ///< the selected part of it
+  TextRange text;
+  TextRange selected;  ///< the selected part of it
   RowMarks marks{};
 
   friend bool operator==(const RowKey&, const RowKey&) = default;

@@ -11,7 +11,7 @@ constexpr int kColumnsBeforeLayout = 80;
 // Blocks counted per background step: a few tenths of a millisecond, as each may have to be fetched.
 constexpr std::size_t kRefinedAtOnce = 4;
 // How far a word is followed in either direction.
-constexpr TextPosition kLongestWord = 4096;
+constexpr std::uint64_t kLongestWord = 4096;
 
 // The characters of names, paths and URLs.
 bool isWordCharacter(char c) {
@@ -30,7 +30,7 @@ bool LogRowSource::refine() {
 RowContent LogRowSource::content(CanvasRow row) {
   const RowIndex::Row located = m_index.locate(row.value);
   RowContent content;
-  content.range = toCanvas(located.begin, located.end);
+  content.range = {.begin = located.begin, .end = located.end};
   LineColumn column = located.beginColumn;
   const auto inRow = [&](LineColumn at) {
     return CanvasColumn(
@@ -61,12 +61,12 @@ RowContent LogRowSource::content(CanvasRow row) {
   return content;
 }
 
-CanvasRange LogRowSource::rowRange(CanvasRow row) {
+TextRange LogRowSource::rowRange(CanvasRow row) {
   const RowIndex::Row located = m_index.locate(row.value);
-  return toCanvas(located.begin, located.end);
+  return {.begin = located.begin, .end = located.end};
 }
 
-CanvasPosition LogRowSource::positionAt(CanvasRow row, CanvasColumn column) {
+TextPosition LogRowSource::positionAt(CanvasRow row, CanvasColumn column) {
   const RowIndex::Row located = m_index.locate(row.value);
   const LineColumn wanted = located.firstColumn + static_cast<LineColumn>(std::max(column.value, 0));
   LineColumn at = located.beginColumn;
@@ -74,25 +74,24 @@ CanvasPosition LogRowSource::positionAt(CanvasRow row, CanvasColumn column) {
   for (const char c : m_storage.text(located.begin, located.end)) {
     if (at >= wanted) break;
     at = c == '\t' ? afterTab(at) : at + 1;
-    ++position;
+    position = position + 1;
   }
-  return toCanvas(position);
+  return position;
 }
 
-CanvasColumn LogRowSource::columnAt(CanvasRow row, CanvasPosition position) {
+CanvasColumn LogRowSource::columnAt(CanvasRow row, TextPosition position) {
   const RowIndex::Row located = m_index.locate(row.value);
-  const TextPosition before = toText(position);
-  if (before < located.begin) return {};
+  if (position < located.begin) return {};
   LineColumn at = located.beginColumn;
-  for (const char c : m_storage.text(located.begin, std::min(before, located.end))) {
+  for (const char c : m_storage.text(located.begin, std::min(position, located.end))) {
     at = c == '\t' ? afterTab(at) : at + 1;
   }
   return CanvasColumn(
       static_cast<int>(std::min<LineColumn>(at - located.firstColumn, static_cast<LineColumn>(columns()))));
 }
 
-std::string LogRowSource::text(CanvasRange range) const {
-  std::string copied = m_storage.text(toText(range.begin), toText(range.end));
+std::string LogRowSource::text(TextRange range) const {
+  std::string copied = m_storage.text(range.begin, range.end);
   std::size_t kept = 0;
   for (std::size_t i = 0; i < copied.size(); ++i) {
     if (copied[i] == '\r') {
@@ -106,11 +105,10 @@ std::string LogRowSource::text(CanvasRange range) const {
   return copied;
 }
 
-CanvasRange LogRowSource::wordAt(CanvasPosition at) const {
-  if (at >= end()) return {.begin = end(), .end = end()};
-  const TextPosition position = toText(at);
-  const TextPosition from = position - std::min(position, kLongestWord);
-  const std::string around = m_storage.text(from, std::min(position + kLongestWord, m_storage.size()));
+TextRange LogRowSource::wordAt(TextPosition position) const {
+  if (position >= end()) return {.begin = end(), .end = end()};
+  const TextPosition from = position.backBy(kLongestWord);
+  const std::string around = m_storage.text(from, std::min(position + kLongestWord, m_storage.end()));
   auto begin = static_cast<std::size_t>(position - from);
   std::size_t end = begin + 1;
   if (isWordCharacter(around[begin])) {
@@ -121,13 +119,13 @@ CanvasRange LogRowSource::wordAt(CanvasPosition at) const {
       ++end;
     }
   }
-  return toCanvas(from + begin, from + end);
+  return {.begin = from + begin, .end = from + end};
 }
 
-CanvasRange LogRowSource::lineAt(CanvasPosition position) const {
-  const std::uint64_t line = m_storage.lineAt(toText(position));
-  const TextPosition end = line + 1 < m_storage.lineCount() ? m_storage.lineStart(line + 1) : m_storage.size();
-  return toCanvas(m_storage.lineStart(line), end);
+TextRange LogRowSource::lineAt(TextPosition position) const {
+  const std::uint64_t line = m_storage.lineAt(position);
+  const TextPosition end = line + 1 < m_storage.lineCount() ? m_storage.lineStart(line + 1) : m_storage.end();
+  return {.begin = m_storage.lineStart(line), .end = end};
 }
 
 }  // namespace zolt

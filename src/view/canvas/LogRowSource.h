@@ -12,12 +12,6 @@ class LogRowSource : public RowSource {
   /// `storage` must outlive the source.
   explicit LogRowSource(const TextStorage& storage);
 
-  static constexpr CanvasPosition toCanvas(TextPosition position) { return CanvasPosition(position); }
-  static constexpr CanvasRange toCanvas(TextPosition begin, TextPosition end) {
-    return {.begin = toCanvas(begin), .end = toCanvas(end)};
-  }
-  static constexpr TextPosition toText(CanvasPosition position) { return position.value; }
-
   void sync() override { m_index.sync(); }
   int columns() const override { return static_cast<int>(m_index.columns()); }
   void setColumns(int columns) override { m_index.setColumns(columns); }
@@ -26,18 +20,16 @@ class LogRowSource : public RowSource {
   bool refine() override;
 
   RowContent content(CanvasRow row) override;
-  CanvasRange rowRange(CanvasRow row) override;
-  CanvasRow rowAt(CanvasPosition position) override { return CanvasRow(m_index.rowAt(toText(position))); }
-  CanvasRow roughRowAt(CanvasPosition position) const override {
-    return CanvasRow(m_index.roughRowAt(toText(position)));
-  }
-  CanvasPosition positionAt(CanvasRow row, CanvasColumn column) override;
-  CanvasColumn columnAt(CanvasRow row, CanvasPosition position) override;
+  TextRange rowRange(CanvasRow row) override;
+  CanvasRow rowAt(TextPosition position) override { return CanvasRow(m_index.rowAt(position)); }
+  CanvasRow roughRowAt(TextPosition position) const override { return CanvasRow(m_index.roughRowAt(position)); }
+  TextPosition positionAt(CanvasRow row, CanvasColumn column) override;
+  CanvasColumn columnAt(CanvasRow row, TextPosition position) override;
 
-  CanvasPosition end() const override { return toCanvas(m_storage.size()); }
-  std::string text(CanvasRange range) const override;
-  CanvasRange wordAt(CanvasPosition position) const override;
-  CanvasRange lineAt(CanvasPosition position) const override;
+  TextPosition end() const override { return m_storage.end(); }
+  std::string text(TextRange range) const override;
+  TextRange wordAt(TextPosition position) const override;
+  TextRange lineAt(TextPosition position) const override;
 
  private:
   const TextStorage& m_storage;

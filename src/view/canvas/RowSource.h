@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "text/TextAttributes.h"
+#include "text/TextPosition.h"
 #include "view/canvas/CanvasCell.h"
-#include "view/canvas/CanvasPosition.h"
 
 namespace zolt {
 
@@ -20,7 +20,7 @@ struct StyledPiece {
 
 /// One row, ready to be painted.
 struct RowContent {
-  CanvasRange range;                ///< the characters in the row, a line end not included
+  TextRange range;                  ///< the characters in the row, a line end not included
   CanvasColumn end;                 ///< the column after the last character
   std::vector<StyledPiece> pieces;  ///< in order, without tabs; gaps are blank
 };
@@ -48,24 +48,24 @@ class RowSource {
   /// `row` from 0 to rowCount() (not included).
   virtual RowContent content(CanvasRow row) = 0;
   /// The characters of a row, without the cost of its content.
-  virtual CanvasRange rowRange(CanvasRow row) = 0;
-  virtual CanvasRow rowAt(CanvasPosition position) = 0;
+  virtual TextRange rowRange(CanvasRow row) = 0;
+  virtual CanvasRow rowAt(TextPosition position) = 0;
   /// An estimate of the row that shows `position`, without fetching any text.
-  virtual CanvasRow roughRowAt(CanvasPosition position) const = 0;
+  virtual CanvasRow roughRowAt(TextPosition position) const = 0;
   /// The position in `row` before the first character at `column` or after it; the end of the row when there is none.
-  virtual CanvasPosition positionAt(CanvasRow row, CanvasColumn column) = 0;
+  virtual TextPosition positionAt(CanvasRow row, CanvasColumn column) = 0;
   /// The column of `position` in `row`: 0 for a position before the row, the column after the last character for one
   /// past its end.
-  virtual CanvasColumn columnAt(CanvasRow row, CanvasPosition position) = 0;
+  virtual CanvasColumn columnAt(CanvasRow row, TextPosition position) = 0;
 
   /// The end of the text.
-  virtual CanvasPosition end() const = 0;
+  virtual TextPosition end() const = 0;
   /// The text of a range as a person copies it, lines ending in LF.
-  virtual std::string text(CanvasRange range) const = 0;
+  virtual std::string text(TextRange range) const = 0;
   /// The word around `position`; a single character where there is no word.
-  virtual CanvasRange wordAt(CanvasPosition position) const = 0;
+  virtual TextRange wordAt(TextPosition position) const = 0;
   /// The line around `position`, with its line end.
-  virtual CanvasRange lineAt(CanvasPosition position) const = 0;
+  virtual TextRange lineAt(TextPosition position) const = 0;
 };
 
 }  // namespace zolt

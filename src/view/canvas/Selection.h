@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "view/canvas/CanvasPosition.h"
+#include "text/TextPosition.h"
 
 namespace zolt {
 
@@ -13,31 +13,31 @@ enum class SelectionUnit { Character, Word, Line };
 class Selection {
  public:
   bool empty() const { return range().empty(); }
-  CanvasRange range() const {
+  TextRange range() const {
     return {.begin = std::min(m_origin.begin, m_head.begin), .end = std::max(m_origin.end, m_head.end)};
   }
   SelectionUnit unit() const { return m_unit; }
 
   void clear() { *this = Selection(); }
   /// Selects `origin`: empty at a place, or a whole unit around it.
-  void begin(SelectionUnit unit, CanvasRange origin) {
+  void begin(SelectionUnit unit, TextRange origin) {
     m_unit = unit;
     m_origin = m_head = origin;
   }
   /// Moves the other end to `head`, a place or a whole unit.
-  void extend(CanvasRange head) { m_head = head; }
+  void extend(TextRange head) { m_head = head; }
 
   /// The part of `text` that is selected; empty ranges are all equal.
-  CanvasRange within(CanvasRange text) const {
-    const CanvasRange all = range();
-    const CanvasRange part{.begin = std::max(text.begin, all.begin), .end = std::min(text.end, all.end)};
-    return part.empty() ? CanvasRange{} : part;
+  TextRange within(TextRange text) const {
+    const TextRange all = range();
+    const TextRange part{.begin = std::max(text.begin, all.begin), .end = std::min(text.end, all.end)};
+    return part.empty() ? TextRange{} : part;
   }
 
  private:
   SelectionUnit m_unit = SelectionUnit::Character;
-  CanvasRange m_origin;
-  CanvasRange m_head;
+  TextRange m_origin;
+  TextRange m_head;
 };
 
 }  // namespace zolt

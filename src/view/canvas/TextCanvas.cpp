@@ -184,7 +184,7 @@ void TextCanvas::layOut() {
     m_frame.firstRowTop = cell.topOf(first) - top;
     for (CanvasRow row = first; row <= last; ++row) {
       m_rows.push_back(m_source->content(row));
-      const CanvasRange range = m_rows.back().range;
+      const TextRange range = m_rows.back().range;
       m_frame.rows.push_back({.text = range, .selected = m_selection.within(range)});
       if (m_marks != nullptr) m_frame.rows.back().marks = m_marks->marksIn(range);
     }
@@ -314,10 +314,10 @@ bool TextCanvas::viewportEvent(QEvent* event) {
   return QAbstractScrollArea::viewportEvent(event);
 }
 
-QRectF TextCanvas::rectOf(CanvasPosition position) {
+QRectF TextCanvas::rectOf(TextPosition position) {
   const CellMetrics& cell = m_fonts->metrics();
   for (std::size_t i = 0; i < m_rows.size(); ++i) {
-    const CanvasRange range = m_rows[i].range;
+    const TextRange range = m_rows[i].range;
     const bool inRow =
         position >= range.begin && (position < range.end || (position == range.end && i + 1 == m_rows.size()));
     if (!inRow) continue;

@@ -62,18 +62,18 @@ class TextCanvas : public QAbstractScrollArea {
   /// To be called when the marks have changed.
   void marksChanged();
   /// Shows the places of these ranges in the scroll bar.
-  void markScrollBar(const std::vector<CanvasRange>& ranges);
+  void markScrollBar(const std::vector<TextRange>& ranges);
   /// Scrolls, if need be, so that `range` is in view below the topmost `covered` of the view, with some context around
   /// it.
-  void reveal(CanvasRange range, LogicalPixels covered);
+  void reveal(TextRange range, LogicalPixels covered);
   /// The text in view.
-  CanvasRange rangeInView();
+  TextRange rangeInView();
 
   const Selection& selection() const { return m_selection; }
-  void select(CanvasRange range);
+  void select(TextRange range);
   QString selectedText() const { return textOf(m_selection.range()); }
   /// The text of a range as a person copies it.
-  QString textOf(CanvasRange range) const;
+  QString textOf(TextRange range) const;
   Q_INVOKABLE void copy();
   Q_INVOKABLE void selectAll();
   Q_INVOKABLE void paste();
@@ -82,15 +82,15 @@ class TextCanvas : public QAbstractScrollArea {
   void holdGridSize(bool held) { m_sizeNotifier.hold(held); }
 
   /// The position nearest to a point of the viewport, in logical pixels.
-  CanvasPosition positionAt(QPointF point);
+  TextPosition positionAt(QPointF point);
   /// The rows in view as text, with an LF between two rows, and the mapping between its characters and positions. What
   /// lies above or below the view maps to the first or last character.
   QString visibleText() const;
-  CanvasPosition positionOfVisible(int offset) const;
-  int visibleOffsetOf(CanvasPosition position) const;
+  TextPosition positionOfVisible(int offset) const;
+  int visibleOffsetOf(TextPosition position) const;
 
   /// The rectangle of a character, in logical pixels of the viewport; empty when it is not in the current frame.
-  QRectF rectOf(CanvasPosition position);
+  QRectF rectOf(TextPosition position);
 
  Q_SIGNALS:
   /// The size of the text area: soon after the widget is first shown, then whenever a new one has come to rest.
@@ -137,8 +137,8 @@ class TextCanvas : public QAbstractScrollArea {
   void paintMarks(class RowPainter& painter, std::size_t row);
   void paintPreedit(QPainter& painter);
   void selectionChanged();
-  CanvasRange unitAt(CanvasPosition position, SelectionUnit unit) const;
-  CanvasRange selectableUnit(QPointF point, SelectionUnit unit);
+  TextRange unitAt(TextPosition position, SelectionUnit unit) const;
+  TextRange selectableUnit(QPointF point, SelectionUnit unit);
   void beginSelection(QPointF point, SelectionUnit unit);
   void extendSelection(QPointF point);
   void pasteFrom(int clipboardMode);
@@ -152,7 +152,7 @@ class TextCanvas : public QAbstractScrollArea {
 
   // Where the view is: at the end, or `m_anchorDelta` below the top of the row that shows `m_anchor`.
   bool m_atEnd = true;
-  CanvasPosition m_anchor;
+  TextPosition m_anchor;
   DevicePixels m_anchorDelta;
 
   Frame m_frame;

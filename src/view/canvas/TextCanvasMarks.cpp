@@ -28,21 +28,21 @@ void TextCanvas::marksChanged() {
   m_pacer.request();
 }
 
-void TextCanvas::markScrollBar(const std::vector<CanvasRange>& ranges) {
+void TextCanvas::markScrollBar(const std::vector<TextRange>& ranges) {
   std::vector<BarMark> marks;
   marks.reserve(ranges.size());
   m_source->sync();
   const auto rows = static_cast<double>(m_source->rowCount());
-  const auto place = [&](CanvasPosition position) {
+  const auto place = [&](TextPosition position) {
     return static_cast<double>(m_source->roughRowAt(position).value) / rows;
   };
-  for (const CanvasRange& range : ranges) {
+  for (const TextRange& range : ranges) {
     marks.push_back({.begin = place(range.begin), .end = place(range.end)});
   }
   m_bar->setMarks(std::move(marks));
 }
 
-void TextCanvas::reveal(CanvasRange range, LogicalPixels covered) {
+void TextCanvas::reveal(TextRange range, LogicalPixels covered) {
   m_source->sync();
   const CellMetrics& cell = m_fonts->metrics();
   const DevicePixels height = deviceHeight();
@@ -53,7 +53,7 @@ void TextCanvas::reveal(CanvasRange range, LogicalPixels covered) {
   scrollTo(cell.topOf(m_source->rowAt(range.begin)) - std::max(height / kRevealedAt, toDevice(covered)));
 }
 
-CanvasRange TextCanvas::rangeInView() {
+TextRange TextCanvas::rangeInView() {
   makeFrameNow();
   if (m_rows.empty()) return {};
   return {.begin = m_rows.front().range.begin, .end = m_rows.back().range.end};
@@ -63,13 +63,13 @@ void TextCanvas::paintMarks(RowPainter& painter, std::size_t row) {
   const RowKey& key = m_frame.rows[row];
   if (key.marks == RowMarks()) return;
   const CanvasRow number = m_source->rowAt(key.text.begin);
-  const auto paint = [&](CanvasRange range, QRgb color) {
+  const auto paint = [&](TextRange range, QRgb color) {
     if (range.empty()) return;
     const ColumnRange columns{.begin = m_source->columnAt(number, range.begin),
                               .end = m_source->columnAt(number, range.end)};
     painter.paintMark(m_rows[row], columns, color, kMarkedText);
   };
-  for (const CanvasRange& found : key.marks.found) {
+  for (const TextRange& found : key.marks.found) {
     paint(found, kFound);
   }
   paint(key.marks.current, kCurrent);

@@ -28,7 +28,7 @@ constexpr std::uint64_t kSelectedAtOnce = std::uint64_t{1} << 20;
 // The selection as text that is made when it is pasted; empty once the canvas is gone.
 class SelectedLater : public QMimeData {
  public:
-  SelectedLater(const TextCanvas& canvas, CanvasRange range) : m_canvas(&canvas), m_range(range) {}
+  SelectedLater(const TextCanvas& canvas, TextRange range) : m_canvas(&canvas), m_range(range) {}
 
   QStringList formats() const override { return {QStringLiteral("text/plain")}; }
 
@@ -41,17 +41,17 @@ class SelectedLater : public QMimeData {
 
  private:
   QPointer<const TextCanvas> m_canvas;
-  CanvasRange m_range;
+  TextRange m_range;
 };
 
 }  // namespace
 
-CanvasPosition TextCanvas::positionAt(QPointF point) {
+TextPosition TextCanvas::positionAt(QPointF point) {
   if (m_rows.empty()) return {};
   const CellMetrics& cell = m_fonts->metrics();
   const DevicePixels y = toDevice(LogicalPixels(point.y())) - m_frame.firstRowTop;
   const auto index = std::clamp<std::int64_t>(y / cell.height, 0, std::ssize(m_rows) - 1);
-  const CanvasRange range = m_rows[static_cast<std::size_t>(index)].range;
+  const TextRange range = m_rows[static_cast<std::size_t>(index)].range;
   if (y < DevicePixels(0)) return range.begin;
   // Below the last row is its end.
   if (y >= cell.height * std::ssize(m_rows)) return range.end;
@@ -60,14 +60,14 @@ CanvasPosition TextCanvas::positionAt(QPointF point) {
                               CanvasColumn(static_cast<int>(std::lround(std::max(column, 0.0)))));
 }
 
-CanvasRange TextCanvas::selectableUnit(QPointF point, SelectionUnit unit) {
-  CanvasPosition position = positionAt(point);
+TextRange TextCanvas::selectableUnit(QPointF point, SelectionUnit unit) {
+  TextPosition position = positionAt(point);
   if (unit == SelectionUnit::Character) return {.begin = position, .end = position};
   // A unit is that of the character under the pointer, not of the gap nearest to it.
   const QRectF right = rectOf(position);
   const double halfCell = m_fonts->metrics().width.toDouble() / (2 * m_fonts->scale());
   const bool isLeft = point.x() < right.x() && right.x() > inset.value + halfCell;
-  if (position > CanvasPosition(0) && isLeft) position = position - 1;
+  if (position > TextPosition(0) && isLeft) position = position - 1;
   return unit == SelectionUnit::Word ? m_source->wordAt(position) : m_source->lineAt(position);
 }
 
@@ -82,7 +82,7 @@ void TextCanvas::extendSelection(QPointF point) {
   m_pacer.request();
 }
 
-void TextCanvas::select(CanvasRange range) {
+void TextCanvas::select(TextRange range) {
   m_selection.begin(SelectionUnit::Character, range);
   selectionChanged();
 }
@@ -92,7 +92,7 @@ void TextCanvas::selectionChanged() {
   m_pacer.request();
   QClipboard* clipboard = QApplication::clipboard();
   if (!clipboard->supportsSelection() || m_selection.empty()) return;
-  const CanvasRange range = m_selection.range();
+  const TextRange range = m_selection.range();
   if (range.length() > kSelectedAtOnce) {
     clipboard->setMimeData(new SelectedLater(*this, range), QClipboard::Selection);  // which owns it
   } else {
@@ -100,7 +100,7 @@ void TextCanvas::selectionChanged() {
   }
 }
 
-QString TextCanvas::textOf(CanvasRange range) const {
+QString TextCanvas::textOf(TextRange range) const {
   const std::string text = m_source->text(range);
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }

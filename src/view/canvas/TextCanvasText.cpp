@@ -52,15 +52,15 @@ QString TextCanvas::visibleText() const {
   return text;
 }
 
-CanvasPosition TextCanvas::positionOfVisible(int offset) const {
+TextPosition TextCanvas::positionOfVisible(int offset) const {
   for (const RowContent& row : m_rows) {
     if (offset <= lengthOf(row)) return row.range.begin + static_cast<std::uint64_t>(std::max(offset, 0));
     offset -= lengthOf(row) + 1;
   }
-  return m_rows.empty() ? CanvasPosition() : m_rows.back().range.end;
+  return m_rows.empty() ? TextPosition() : m_rows.back().range.end;
 }
 
-int TextCanvas::visibleOffsetOf(CanvasPosition position) const {
+int TextCanvas::visibleOffsetOf(TextPosition position) const {
   int offset = 0;
   for (const RowContent& row : m_rows) {
     if (position < row.range.begin)
