@@ -138,8 +138,15 @@ void finishes(const Arguments& arguments) {
 
 void unwinds(const Arguments& arguments) {
   std::signal(SIGINT, [](int) { note({"interrupted"}); });
+  // Blocked until it is waited for: it may come between the two.
+  sigset_t interrupt;
+  sigemptyset(&interrupt);
+  sigaddset(&interrupt, SIGINT);
+  sigset_t before;
+  sigprocmask(SIG_BLOCK, &interrupt, &before);
   note({"ready"});
-  pause();
+  sigsuspend(&before);
+  sigprocmask(SIG_SETMASK, &before, nullptr);
   finishes(arguments);
 }
 
