@@ -4,8 +4,8 @@
 #include <QActionGroup>
 #include <array>
 
+#include "controls/CommandKey.h"
 #include "platform/NotificationCenter.h"
-#include "view/CommandKey.h"
 #include "view/Notifications.h"
 
 namespace zolt {

@@ -6,8 +6,8 @@
 
 #include "platform/Clock.h"
 #include "view/FindBar.h"
+#include "view/FindSession.h"
 #include "view/TerminalNSTextView.h"
-#include "view/canvas/FindSession.h"
 
 namespace zolt {
 

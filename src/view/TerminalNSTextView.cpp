@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "view/KeyCodes.h"
-#include "view/canvas/LogRowSource.h"
+#include "view/LogRowSource.h"
 
 namespace zolt {
 

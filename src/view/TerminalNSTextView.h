@@ -4,9 +4,9 @@
 #include <QPointer>
 #include <optional>
 
+#include "canvas/TextCanvas.h"
 #include "history/TextStorage.h"
 #include "session/TerminalController.h"
-#include "view/canvas/TextCanvas.h"
 
 namespace zolt {
 

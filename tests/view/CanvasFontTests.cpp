@@ -6,8 +6,8 @@
 #include <QFontMetricsF>
 #include <QProcess>
 
-#include "view/CanvasLiterals.h"
-#include "view/canvas/CanvasFonts.h"
+#include "canvas/CanvasFonts.h"
+#include "canvas/CanvasLiterals.h"
 
 namespace zolt {
 namespace {

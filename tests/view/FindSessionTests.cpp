@@ -1,4 +1,4 @@
-#include "view/canvas/FindSession.h"
+#include "view/FindSession.h"
 
 #include <gtest/gtest.h>
 
@@ -6,9 +6,9 @@
 #include <random>
 #include <string>
 
+#include "canvas/CanvasLiterals.h"
 #include "find/LogSearch.h"
 #include "support/WaitFor.h"
-#include "view/CanvasLiterals.h"
 
 namespace zolt {
 namespace {

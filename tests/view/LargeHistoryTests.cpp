@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "view/LogRowSource.h"
 #include "view/ViewFixture.h"
-#include "view/canvas/LogRowSource.h"
 
 namespace zolt {
 namespace {

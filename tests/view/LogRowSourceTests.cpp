@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "view/CanvasLiterals.h"
-#include "view/canvas/LogRowSource.h"
+#include "canvas/CanvasLiterals.h"
+#include "view/LogRowSource.h"
 
 namespace zolt {
 namespace {

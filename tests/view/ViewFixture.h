@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "support/WaitFor.h"
-#include "view/CanvasLiterals.h"
+#include "canvas/CanvasLiterals.h"
 #include "view/ContentView.h"
 
 namespace zolt::test {

@@ -1,0 +1,175 @@
+#pragma once
+
+#include <QAbstractScrollArea>
+#include <QTimer>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "base/TerminalSize.h"
+#include "canvas/CanvasFonts.h"
+#include "canvas/FrameDamage.h"
+#include "canvas/FramePacer.h"
+#include "canvas/RowSource.h"
+#include "canvas/ScrollModel.h"
+#include "canvas/Selection.h"
+#include "canvas/SizeNotifier.h"
+
+namespace zolt {
+
+class CanvasMarks;
+class ThinScrollBar;
+
+/// A scrolling widget that shows the rows of a row source and lets the user select and copy them.
+///
+/// A frame costs what is visible, whatever the size of the text, and there is at most one per refresh of the screen.
+/// Scrolling moves pixels; only rows that changed are painted.
+class TextCanvas : public QAbstractScrollArea {
+  Q_OBJECT
+
+ public:
+  /// Blank space around the text.
+  static constexpr LogicalPixels inset{5};
+
+  /// `clock` must outlive the canvas.
+  explicit TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent = nullptr, Clock& clock = Clock::steady());
+  ~TextCanvas() override;
+
+  /// The terminal size of a canvas of `size`, in logical pixels, on a screen with `scale` device pixels to one of them.
+  static TerminalSize gridSizeFor(QSize size, double scale);
+
+  RowSource& source() { return *m_source; }
+  TerminalSize gridSize() const { return m_gridSize; }
+  const CellMetrics& cellMetrics() const { return m_fonts->metrics(); }
+
+  /// To be called when the source has more to show.
+  void contentChanged();
+  /// Shows the end of the text from now on, until the user scrolls away from it.
+  void scrollToEndOfDocument();
+  bool isAtEnd() const { return m_atEnd; }
+  /// The distance from the top of the text to the top of the view, and its maximum.
+  DevicePixels scrollOffset();
+  DevicePixels scrollMaximum();
+  void scrollTo(DevicePixels offset);
+
+  /// How many rows the current frame has.
+  std::size_t rowsInFrame() const { return m_rows.size(); }
+  /// Makes the frame that is due now instead of at the next refresh.
+  void makeFrameNow();
+
+  /// Paints the marks of `marks`, or none. It must outlive the canvas or be replaced before it goes.
+  void setMarks(CanvasMarks* marks);
+  /// To be called when the marks have changed.
+  void marksChanged();
+  /// Shows the places of these ranges in the scroll bar.
+  void markScrollBar(const std::vector<TextRange>& ranges);
+  /// Scrolls, if need be, so that `range` is in view below the topmost `covered` of the view, with some context around
+  /// it.
+  void reveal(TextRange range, LogicalPixels covered);
+  /// The text in view.
+  TextRange rangeInView();
+
+  const Selection& selection() const { return m_selection; }
+  void select(TextRange range);
+  QString selectedText() const { return textOf(m_selection.range()); }
+  /// The text of a range as a person copies it.
+  QString textOf(TextRange range) const;
+  Q_INVOKABLE void copy();
+  Q_INVOKABLE void selectAll();
+  Q_INVOKABLE void paste();
+
+  /// While held, a new size is not announced; for changes in steps that are one change to the user.
+  void holdGridSize(bool held) { m_sizeNotifier.hold(held); }
+
+  /// The position nearest to a point of the viewport, in logical pixels.
+  TextPosition positionAt(QPointF point);
+  /// The rows in view as text, with an LF between two rows, and the mapping between its characters and positions. What
+  /// lies above or below the view maps to the first or last character.
+  QString visibleText() const;
+  TextPosition positionOfVisible(int offset) const;
+  int visibleOffsetOf(TextPosition position) const;
+
+  /// The rectangle of a character, in logical pixels of the viewport; empty when it is not in the current frame.
+  QRectF rectOf(TextPosition position);
+
+ Q_SIGNALS:
+  /// The size of the text area: soon after the widget is first shown, then whenever a new one has come to rest.
+  void gridSizeChanged(const zolt::TerminalSize& size);
+
+ protected:
+  /// Text that an input method committed or that was pasted.
+  virtual void insertText(const QString& text) = 0;
+
+  bool event(QEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void scrollContentsBy(int dx, int dy) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void inputMethodEvent(QInputMethodEvent* event) override;
+  QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+  bool focusNextPrevChild(bool next) override;
+
+ private:
+  void addActions();
+  void updateScale();
+  void updateGridSize();
+  void makeFrame();
+  void layOut();
+  void updateScrollBar();
+  ScrollModel scrollModel() const;
+  DevicePixels offsetNow();
+  void setOffset(DevicePixels offset);
+  DevicePixels toDevice(LogicalPixels length) const;
+  /// Of the viewport.
+  DevicePixels deviceHeight() const;
+  /// The logical pixels of a rectangle given in device pixels.
+  QRectF toLogical(DevicePoint topLeft, DevicePixels width, DevicePixels height) const;
+  void updateRows(const std::vector<std::size_t>& rows);
+  void paintMarks(class RowPainter& painter, std::size_t row);
+  void paintPreedit(QPainter& painter);
+  void selectionChanged();
+  TextRange unitAt(TextPosition position, SelectionUnit unit) const;
+  TextRange selectableUnit(QPointF point, SelectionUnit unit);
+  void beginSelection(QPointF point, SelectionUnit unit);
+  void extendSelection(QPointF point);
+  void pasteFrom(int clipboardMode);
+
+  std::unique_ptr<RowSource> m_source;
+  std::unique_ptr<CanvasFonts> m_fonts;
+  FramePacer m_pacer;
+  ThinScrollBar* m_bar;  // a child
+  TerminalSize m_gridSize;
+  SizeNotifier m_sizeNotifier;
+
+  // Where the view is: at the end, or `m_anchorDelta` below the top of the row that shows `m_anchor`.
+  bool m_atEnd = true;
+  TextPosition m_anchor;
+  DevicePixels m_anchorDelta;
+
+  Frame m_frame;
+  std::vector<RowContent> m_rows;  // of m_frame
+  bool m_frameValid = false;
+  bool m_updatingBar = false;
+
+  CanvasMarks* m_marks = nullptr;
+
+  Selection m_selection;
+  bool m_selectionStarted = false;   // there is an origin that a click with Shift can extend from
+  std::optional<QPointF> m_pointer;  // while a selection is being dragged
+  int m_autoScrollTimer = 0;
+  qint64 m_doubleClickTime = -1;
+  QPointF m_doubleClickPoint;
+  QTimer m_refineTimer;
+  QString m_preedit;
+};
+
+}  // namespace zolt

@@ -1,0 +1,208 @@
+// How the mouse and the clipboard work on a text canvas.
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QStyleHints>
+#include <QTimerEvent>
+#include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
+
+#include "canvas/TextCanvas.h"
+#include "controls/ThinScrollBar.h"
+
+namespace zolt {
+
+namespace {
+
+constexpr int kAutoScrollMs = 30;
+constexpr int kWheelUnitsPerNotch = 120;  // as QWheelEvent counts: eighths of a degree, 15 degrees a notch
+
+// A selection of more characters is converted to text only when it is pasted.
+constexpr std::uint64_t kSelectedAtOnce = std::uint64_t{1} << 20;
+
+// The selection as text that is made when it is pasted; empty once the canvas is gone.
+class SelectedLater : public QMimeData {
+ public:
+  SelectedLater(const TextCanvas& canvas, TextRange range) : m_canvas(&canvas), m_range(range) {}
+
+  QStringList formats() const override { return {QStringLiteral("text/plain")}; }
+
+ protected:
+  QVariant retrieveData(const QString& type, QMetaType preferred) const override {
+    if (!m_canvas || type != formats().front()) return {};
+    const QString text = m_canvas->textOf(m_range);
+    return preferred == QMetaType::fromType<QString>() ? QVariant(text) : QVariant(text.toUtf8());
+  }
+
+ private:
+  QPointer<const TextCanvas> m_canvas;
+  TextRange m_range;
+};
+
+}  // namespace
+
+TextPosition TextCanvas::positionAt(QPointF point) {
+  if (m_rows.empty()) return {};
+  const CellMetrics& cell = m_fonts->metrics();
+  const DevicePixels y = toDevice(LogicalPixels(point.y())) - m_frame.firstRowTop;
+  const auto index = std::clamp<std::int64_t>(y / cell.height, 0, std::ssize(m_rows) - 1);
+  const TextRange range = m_rows[static_cast<std::size_t>(index)].range;
+  if (y < DevicePixels(0)) return range.begin;
+  // Below the last row is its end.
+  if (y >= cell.height * std::ssize(m_rows)) return range.end;
+  const double column = (toDevice(LogicalPixels(point.x())) - toDevice(inset)).toDouble() / cell.width.toDouble();
+  return m_source->positionAt(m_source->rowAt(range.begin),
+                              CanvasColumn(static_cast<int>(std::lround(std::max(column, 0.0)))));
+}
+
+TextRange TextCanvas::selectableUnit(QPointF point, SelectionUnit unit) {
+  TextPosition position = positionAt(point);
+  if (unit == SelectionUnit::Character) return {.begin = position, .end = position};
+  // A unit is that of the character under the pointer, not of the gap nearest to it.
+  const QRectF right = rectOf(position);
+  const double halfCell = m_fonts->metrics().width.toDouble() / (2 * m_fonts->scale());
+  const bool isLeft = point.x() < right.x() && right.x() > inset.value + halfCell;
+  if (position > TextPosition(0) && isLeft) position = position - 1;
+  return unit == SelectionUnit::Word ? m_source->wordAt(position) : m_source->lineAt(position);
+}
+
+void TextCanvas::beginSelection(QPointF point, SelectionUnit unit) {
+  m_selection.begin(unit, selectableUnit(point, unit));
+  m_pointer = point;
+  m_pacer.request();
+}
+
+void TextCanvas::extendSelection(QPointF point) {
+  m_selection.extend(selectableUnit(point, m_selection.unit()));
+  m_pacer.request();
+}
+
+void TextCanvas::select(TextRange range) {
+  m_selection.begin(SelectionUnit::Character, range);
+  selectionChanged();
+}
+
+// Where the platform has a selection clipboard (X11, Wayland), a selection goes there.
+void TextCanvas::selectionChanged() {
+  m_pacer.request();
+  QClipboard* clipboard = QApplication::clipboard();
+  if (!clipboard->supportsSelection() || m_selection.empty()) return;
+  const TextRange range = m_selection.range();
+  if (range.length() > kSelectedAtOnce) {
+    clipboard->setMimeData(new SelectedLater(*this, range), QClipboard::Selection);  // which owns it
+  } else {
+    clipboard->setText(selectedText(), QClipboard::Selection);
+  }
+}
+
+QString TextCanvas::textOf(TextRange range) const {
+  const std::string text = m_source->text(range);
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+void TextCanvas::copy() {
+  if (!m_selection.empty()) QApplication::clipboard()->setText(selectedText());
+}
+
+void TextCanvas::selectAll() {
+  m_source->sync();
+  select({.begin = {}, .end = m_source->end()});
+}
+
+void TextCanvas::paste() {
+  pasteFrom(QClipboard::Clipboard);
+}
+
+void TextCanvas::pasteFrom(int clipboardMode) {
+  const QString text = QApplication::clipboard()->text(static_cast<QClipboard::Mode>(clipboardMode));
+  if (!text.isEmpty()) insertText(text);
+}
+
+void TextCanvas::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::MiddleButton && QApplication::clipboard()->supportsSelection()) {
+    pasteFrom(QClipboard::Selection);
+    return;
+  }
+  if (event->button() != Qt::LeftButton) return;
+  const QPointF point = event->position();
+  const bool third = m_doubleClickTime >= 0 &&
+                     static_cast<qint64>(event->timestamp()) - m_doubleClickTime <
+                         QApplication::styleHints()->mouseDoubleClickInterval() &&
+                     (point - m_doubleClickPoint).manhattanLength() < QApplication::startDragDistance();
+  m_doubleClickTime = -1;
+  if (third) {
+    beginSelection(point, SelectionUnit::Line);
+  } else if (event->modifiers().testFlag(Qt::ShiftModifier) && m_selectionStarted) {
+    m_pointer = point;
+    extendSelection(point);
+  } else {
+    beginSelection(point, SelectionUnit::Character);
+    m_selectionStarted = true;
+  }
+}
+
+void TextCanvas::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
+  m_doubleClickTime = static_cast<qint64>(event->timestamp());
+  m_doubleClickPoint = event->position();
+  m_selectionStarted = true;
+  beginSelection(event->position(), SelectionUnit::Word);
+}
+
+void TextCanvas::mouseMoveEvent(QMouseEvent* event) {
+  if (!m_pointer) return;
+  m_pointer = event->position();
+  extendSelection(event->position());
+  const bool outside = m_pointer->y() < 0 || m_pointer->y() >= viewport()->height();
+  if (outside && m_autoScrollTimer == 0) {
+    m_autoScrollTimer = startTimer(kAutoScrollMs);
+  } else if (!outside && m_autoScrollTimer != 0) {
+    killTimer(std::exchange(m_autoScrollTimer, 0));
+  }
+}
+
+void TextCanvas::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || !m_pointer) return;
+  m_pointer.reset();
+  if (m_autoScrollTimer != 0) killTimer(std::exchange(m_autoScrollTimer, 0));
+  selectionChanged();
+}
+
+// Dragging past an edge scrolls, the faster the farther away the pointer is.
+void TextCanvas::timerEvent(QTimerEvent* event) {
+  if (event->timerId() != m_autoScrollTimer || !m_pointer) {
+    QAbstractScrollArea::timerEvent(event);
+    return;
+  }
+  const double beyond = m_pointer->y() < 0 ? m_pointer->y() : std::max(m_pointer->y() - viewport()->height() + 1, 0.0);
+  scrollTo(scrollOffset() + toDevice(LogicalPixels(beyond)));
+  makeFrame();
+  extendSelection(*m_pointer);
+}
+
+void TextCanvas::wheelEvent(QWheelEvent* event) {
+  double logical = event->pixelDelta().y();
+  if (event->pixelDelta().isNull()) {
+    const double rows =
+        static_cast<double>(event->angleDelta().y()) / kWheelUnitsPerNotch * QApplication::wheelScrollLines();
+    logical = rows * m_fonts->metrics().height.toDouble() / m_fonts->scale();
+  }
+  if (logical != 0) scrollTo(scrollOffset() - toDevice(LogicalPixels(logical)));
+  event->accept();
+}
+
+void TextCanvas::contextMenuEvent(QContextMenuEvent* event) {
+  auto* menu = new QMenu(this);
+  connect(menu, &QMenu::aboutToHide, menu, &QObject::deleteLater);  // choosing an item only hides it
+  menu->addActions(actions());
+  menu->actions().front()->setEnabled(!m_selection.empty());
+  connect(menu, &QMenu::aboutToHide, this, [this] { actions().front()->setEnabled(true); });
+  menu->popup(event->globalPos());
+}
+
+}  // namespace zolt

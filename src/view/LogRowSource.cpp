@@ -1,0 +1,131 @@
+#include "view/LogRowSource.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace zolt {
+
+namespace {
+
+constexpr int kColumnsBeforeLayout = 80;
+// Blocks counted per background step: a few tenths of a millisecond, as each may have to be fetched.
+constexpr std::size_t kRefinedAtOnce = 4;
+// How far a word is followed in either direction.
+constexpr std::uint64_t kLongestWord = 4096;
+
+// The characters of names, paths and URLs.
+bool isWordCharacter(char c) {
+  return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
+         std::string_view("_-./~@+%:").find(c) != std::string_view::npos;
+}
+
+}  // namespace
+
+LogRowSource::LogRowSource(const TextStorage& storage) : m_storage(storage), m_index(storage, kColumnsBeforeLayout) {}
+
+bool LogRowSource::refine() {
+  return m_index.refine(kRefinedAtOnce);
+}
+
+RowContent LogRowSource::content(CanvasRow row) {
+  const RowIndex::Row located = m_index.locate(row.value);
+  RowContent content;
+  content.range = {.begin = located.begin, .end = located.end};
+  LineColumn column = located.beginColumn;
+  const auto inRow = [&](LineColumn at) {
+    return CanvasColumn(
+        static_cast<int>(std::min<LineColumn>(at - located.firstColumn, static_cast<LineColumn>(columns()))));
+  };
+  m_storage.forEachRun(
+      located.begin, located.end, [&](TextPosition, std::string_view text, const TextAttributes& attributes) {
+        while (!text.empty()) {
+          const std::size_t plain = std::min(text.find('\t'), text.size());
+          if (plain != 0) {
+            content.pieces.push_back(
+                {.column = inRow(column), .text = std::string(text.substr(0, plain)), .attributes = attributes});
+            column += plain;
+            text.remove_prefix(plain);
+          } else {
+            // A tab becomes blanks in its style, so that background and underline show.
+            const LineColumn after = afterTab(column);
+            const CanvasColumn from = inRow(column);
+            content.pieces.push_back({.column = from,
+                                      .text = std::string(static_cast<std::size_t>(inRow(after) - from), ' '),
+                                      .attributes = attributes});
+            column = after;
+            text.remove_prefix(1);
+          }
+        }
+      });
+  content.end = inRow(std::max(column, located.firstColumn));
+  return content;
+}
+
+TextRange LogRowSource::rowRange(CanvasRow row) {
+  const RowIndex::Row located = m_index.locate(row.value);
+  return {.begin = located.begin, .end = located.end};
+}
+
+TextPosition LogRowSource::positionAt(CanvasRow row, CanvasColumn column) {
+  const RowIndex::Row located = m_index.locate(row.value);
+  const LineColumn wanted = located.firstColumn + static_cast<LineColumn>(std::max(column.value, 0));
+  LineColumn at = located.beginColumn;
+  TextPosition position = located.begin;
+  for (const char c : m_storage.text(located.begin, located.end)) {
+    if (at >= wanted) break;
+    at = c == '\t' ? afterTab(at) : at + 1;
+    position = position + 1;
+  }
+  return position;
+}
+
+CanvasColumn LogRowSource::columnAt(CanvasRow row, TextPosition position) {
+  const RowIndex::Row located = m_index.locate(row.value);
+  if (position < located.begin) return {};
+  LineColumn at = located.beginColumn;
+  for (const char c : m_storage.text(located.begin, std::min(position, located.end))) {
+    at = c == '\t' ? afterTab(at) : at + 1;
+  }
+  return CanvasColumn(
+      static_cast<int>(std::min<LineColumn>(at - located.firstColumn, static_cast<LineColumn>(columns()))));
+}
+
+std::string LogRowSource::text(TextRange range) const {
+  std::string copied = m_storage.text(range.begin, range.end);
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < copied.size(); ++i) {
+    if (copied[i] == '\r') {
+      copied[kept++] = '\n';
+      if (i + 1 < copied.size() && copied[i + 1] == '\n') ++i;
+    } else {
+      copied[kept++] = copied[i];
+    }
+  }
+  copied.resize(kept);
+  return copied;
+}
+
+TextRange LogRowSource::wordAt(TextPosition position) const {
+  if (position >= end()) return {.begin = end(), .end = end()};
+  const TextPosition from = position.backBy(kLongestWord);
+  const std::string around = m_storage.text(from, std::min(position + kLongestWord, m_storage.end()));
+  auto begin = static_cast<std::size_t>(position - from);
+  std::size_t end = begin + 1;
+  if (isWordCharacter(around[begin])) {
+    while (begin > 0 && isWordCharacter(around[begin - 1])) {
+      --begin;
+    }
+    while (end < around.size() && isWordCharacter(around[end])) {
+      ++end;
+    }
+  }
+  return {.begin = from + begin, .end = from + end};
+}
+
+TextRange LogRowSource::lineAt(TextPosition position) const {
+  const std::uint64_t line = m_storage.lineAt(position);
+  const TextPosition end = line + 1 < m_storage.lineCount() ? m_storage.lineStart(line + 1) : m_storage.end();
+  return {.begin = m_storage.lineStart(line), .end = end};
+}
+
+}  // namespace zolt

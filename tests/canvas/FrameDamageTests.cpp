@@ -1,0 +1,86 @@
+#include <gtest/gtest.h>
+
+#include "canvas/CanvasLiterals.h"
+#include "canvas/FrameDamage.h"
+
+namespace zolt {
+namespace {
+
+constexpr DevicePixels kRow = 10_px;
+constexpr DevicePixels kViewport = 50_px;
+
+// Rows that show the characters from 100 * n on, for each n from `first` on.
+Frame frameOf(std::uint64_t first, std::size_t rows, DevicePixels top = 0_px) {
+  Frame frame;
+  frame.rowHeight = kRow;
+  frame.firstRowTop = top;
+  for (std::uint64_t n = first; n < first + rows; ++n) {
+    frame.rows.push_back({.text = {.begin = TextPosition(100 * n), .end = TextPosition(100 * n + 50)}, .selected = {}});
+  }
+  return frame;
+}
+
+FrameDamage compare(const Frame& before, const Frame& after) {
+  return compareFrames(before, after, kViewport);
+}
+
+using Rows = std::vector<std::size_t>;
+
+TEST(FrameDamage, IsNothingBetweenEqualFrames) {
+  const FrameDamage damage = compare(frameOf(3, 5), frameOf(3, 5));
+  EXPECT_FALSE(damage.everything);
+  EXPECT_EQ(damage.shift, 0_px);
+  EXPECT_TRUE(damage.dirtyRows.empty());
+}
+
+TEST(FrameDamage, IsTheRowWhoseTextGrew) {
+  Frame after = frameOf(3, 5);
+  after.rows[4].text.end = 751_pos;
+  EXPECT_EQ(compare(frameOf(3, 5), after).dirtyRows, Rows{4});
+}
+
+TEST(FrameDamage, IsTheRowWhoseSelectionChanged) {
+  Frame after = frameOf(3, 5);
+  after.rows[2].selected = {.begin = 500_pos, .end = 510_pos};
+  EXPECT_EQ(compare(frameOf(3, 5), after).dirtyRows, Rows{2});
+}
+
+TEST(FrameDamage, MovesThePictureWhenTheTextScrolls) {
+  const FrameDamage down = compare(frameOf(3, 5), frameOf(5, 5));
+  EXPECT_FALSE(down.everything);
+  EXPECT_EQ(down.shift, -2 * kRow);
+  EXPECT_EQ(down.dirtyRows, (Rows{3, 4}));
+  const FrameDamage up = compare(frameOf(5, 5), frameOf(3, 5));
+  EXPECT_EQ(up.shift, 2 * kRow);
+  EXPECT_EQ(up.dirtyRows, (Rows{0, 1}));
+}
+
+TEST(FrameDamage, MovesByPixelsToo) {
+  const FrameDamage damage = compare(frameOf(3, 5), frameOf(3, 6, -4_px));
+  EXPECT_EQ(damage.shift, -4_px);
+  EXPECT_EQ(damage.dirtyRows, Rows{5}) << "only the row that came into view";
+}
+
+TEST(FrameDamage, PaintsARowAgainThatWasCutOffBeforeItMoved) {
+  // The last row reached 4 pixels below the viewport: they were never painted.
+  const FrameDamage damage = compare(frameOf(3, 5, 4_px), frameOf(3, 5, 0_px));
+  EXPECT_EQ(damage.shift, -4_px);
+  EXPECT_EQ(damage.dirtyRows, Rows{4});
+}
+
+TEST(FrameDamage, IsEverythingWhenNoRowStays) {
+  EXPECT_TRUE(compare(frameOf(3, 5), frameOf(30, 5)).everything);
+}
+
+TEST(FrameDamage, IsEverythingWhenRowsHaveAnotherHeight) {
+  Frame after = frameOf(3, 5);
+  after.rowHeight = kRow + 1_px;
+  EXPECT_TRUE(compare(frameOf(3, 5), after).everything);
+}
+
+TEST(FrameDamage, IsEverythingWhenRowsVanish) {
+  EXPECT_TRUE(compare(frameOf(3, 5), frameOf(3, 4)).everything);
+}
+
+}  // namespace
+}  // namespace zolt
