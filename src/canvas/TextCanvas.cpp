@@ -10,6 +10,7 @@
 #include <cmath>
 
 #include "canvas/CanvasAccessible.h"
+#include "canvas/CanvasInput.h"
 #include "canvas/RowPainter.h"
 #include "controls/CommandKey.h"
 #include "controls/ThinScrollBar.h"
@@ -330,6 +331,10 @@ QRectF TextCanvas::rectOf(TextPosition position) {
 // Tab belongs to the shell.
 bool TextCanvas::focusNextPrevChild(bool) {
   return false;
+}
+
+void TextCanvas::keyPressEvent(QKeyEvent* event) {
+  if (m_input != nullptr) m_input->keyPressed(*event);
 }
 
 void TextCanvas::focusInEvent(QFocusEvent* event) {

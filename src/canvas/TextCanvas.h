@@ -17,6 +17,7 @@
 
 namespace zolt {
 
+class CanvasInput;
 class CanvasMarks;
 class ThinScrollBar;
 
@@ -37,6 +38,9 @@ class TextCanvas : public QAbstractScrollArea {
 
   /// The terminal size of a canvas of `size`, in logical pixels, on a screen with `scale` device pixels to one of them.
   static TerminalSize gridSizeFor(QSize size, double scale);
+
+  /// What is entered goes to `input`, which must outlive the canvas or be replaced before it goes; null: nowhere.
+  void setInput(CanvasInput* input) { m_input = input; }
 
   RowSource& source() { return *m_source; }
   TerminalSize gridSize() const { return m_gridSize; }
@@ -97,10 +101,8 @@ class TextCanvas : public QAbstractScrollArea {
   void gridSizeChanged(const zolt::TerminalSize& size);
 
  protected:
-  /// Text that an input method committed or that was pasted.
-  virtual void insertText(const QString& text) = 0;
-
   bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
   bool viewportEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
@@ -160,6 +162,7 @@ class TextCanvas : public QAbstractScrollArea {
   bool m_frameValid = false;
   bool m_updatingBar = false;
 
+  CanvasInput* m_input = nullptr;
   CanvasMarks* m_marks = nullptr;
 
   Selection m_selection;

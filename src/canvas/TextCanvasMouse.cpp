@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "canvas/CanvasInput.h"
 #include "canvas/TextCanvas.h"
 #include "controls/ThinScrollBar.h"
 
@@ -120,7 +121,7 @@ void TextCanvas::paste() {
 
 void TextCanvas::pasteFrom(int clipboardMode) {
   const QString text = QApplication::clipboard()->text(static_cast<QClipboard::Mode>(clipboardMode));
-  if (!text.isEmpty()) insertText(text);
+  if (m_input != nullptr && !text.isEmpty()) m_input->textPasted(text);
 }
 
 void TextCanvas::mousePressEvent(QMouseEvent* event) {

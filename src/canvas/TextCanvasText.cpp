@@ -2,6 +2,7 @@
 #include <QInputMethodEvent>
 #include <algorithm>
 
+#include "canvas/CanvasInput.h"
 #include "canvas/TextCanvas.h"
 
 namespace zolt {
@@ -20,7 +21,7 @@ int lengthOf(const RowContent& row) {
 
 void TextCanvas::inputMethodEvent(QInputMethodEvent* event) {
   m_preedit = event->preeditString();
-  if (!event->commitString().isEmpty()) insertText(event->commitString());
+  if (m_input != nullptr && !event->commitString().isEmpty()) m_input->textCommitted(event->commitString());
   viewport()->update();
   event->accept();
 }

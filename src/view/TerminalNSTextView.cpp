@@ -55,6 +55,7 @@ TerminalNSTextView::TerminalNSTextView(QWidget* parent, Clock& clock)
 TerminalNSTextView::TerminalNSTextView(std::unique_ptr<TextStorage> storage, QWidget* parent, Clock& clock)
     : TextCanvas(std::make_unique<LogRowSource>(*storage), parent, clock), m_storage(std::move(storage)) {
   setAccessibleName(tr("Terminal"));
+  setInput(this);
 }
 
 TerminalNSTextView::~TerminalNSTextView() = default;

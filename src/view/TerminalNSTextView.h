@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <optional>
 
+#include "canvas/CanvasInput.h"
 #include "canvas/TextCanvas.h"
 #include "history/TextStorage.h"
 #include "session/TerminalController.h"
@@ -11,7 +12,7 @@
 namespace zolt {
 
 /// The log display: shows a growing text and sends what is typed to its terminal. Typing never changes the text.
-class TerminalNSTextView : public TextCanvas {
+class TerminalNSTextView : public TextCanvas, private CanvasInput {
   Q_OBJECT
 
  public:
@@ -30,14 +31,15 @@ class TerminalNSTextView : public TextCanvas {
  Q_SIGNALS:
   void textAppended();
 
- protected:
-  void keyPressEvent(QKeyEvent* event) override { keyDown(*event); }
-  void insertText(const QString& text) override;
-
  private:
   TerminalNSTextView(std::unique_ptr<TextStorage> storage, QWidget* parent, Clock& clock);
 
+  void keyPressed(const QKeyEvent& event) override { keyDown(event); }
+  void textCommitted(const QString& text) override { insertText(text); }
+  void textPasted(const QString& text) override { insertText(text); }
+
   void keyDown(const QKeyEvent& event);
+  void insertText(const QString& text);
   static std::optional<TerminalKey> handleSpecialKey(const QKeyEvent& event);
 
   std::unique_ptr<TextStorage> m_storage;
