@@ -36,6 +36,7 @@ struct ColumnRange {
   CanvasColumn end;
 
   constexpr bool empty() const { return begin >= end; }
+  friend constexpr bool operator==(const ColumnRange&, const ColumnRange&) = default;
 };
 
 }  // namespace zolt

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "canvas/CanvasMarks.h"
+#include "canvas/CanvasCell.h"
 #include "canvas/CanvasPixels.h"
 #include "text/TextPosition.h"
 
@@ -13,8 +13,10 @@ namespace zolt {
 /// What one row of a painted frame shows. Rows with equal keys look the same.
 struct RowKey {
   TextRange text;
-  TextRange selected;  ///< the selected part of it
-  RowMarks marks{};
+  std::uint64_t stamp = 0;  ///< of its content
+  ColumnRange selected{};
+  std::vector<ColumnRange> found{};  ///< search results, in order
+  ColumnRange current{};             ///< the part of the current match in this row; not in `found`
 
   friend bool operator==(const RowKey&, const RowKey&) = default;
 };

@@ -2,28 +2,12 @@
 
 #include <cstdint>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "canvas/CanvasCell.h"
-#include "text/TextAttributes.h"
+#include "canvas/RowContent.h"
 #include "text/TextPosition.h"
 
 namespace zolt {
-
-/// Text in one style whose characters take one column each, from `column` of its row on.
-struct StyledPiece {
-  CanvasColumn column;
-  std::string text;
-  TextAttributes attributes;
-};
-
-/// One row, ready to be painted.
-struct RowContent {
-  TextRange range;                  ///< the characters in the row, a line end not included
-  CanvasColumn end;                 ///< the column after the last character
-  std::vector<StyledPiece> pieces;  ///< in order, without tabs; gaps are blank
-};
 
 /// What a text canvas shows: wrapped rows of styled text, and how rows, columns and positions belong together.
 ///
@@ -52,11 +36,6 @@ class RowSource {
   virtual CanvasRow rowAt(TextPosition position) = 0;
   /// An estimate of the row that shows `position`, without fetching any text.
   virtual CanvasRow roughRowAt(TextPosition position) const = 0;
-  /// The position in `row` before the first character at `column` or after it; the end of the row when there is none.
-  virtual TextPosition positionAt(CanvasRow row, CanvasColumn column) = 0;
-  /// The column of `position` in `row`: 0 for a position before the row, the column after the last character for one
-  /// past its end.
-  virtual CanvasColumn columnAt(CanvasRow row, TextPosition position) = 0;
 
   /// The end of the text.
   virtual TextPosition end() const = 0;

@@ -27,13 +27,6 @@ class Selection {
   /// Moves the other end to `head`, a place or a whole unit.
   void extend(TextRange head) { m_head = head; }
 
-  /// The part of `text` that is selected; empty ranges are all equal.
-  TextRange within(TextRange text) const {
-    const TextRange all = range();
-    const TextRange part{.begin = std::max(text.begin, all.begin), .end = std::min(text.end, all.end)};
-    return part.empty() ? TextRange{} : part;
-  }
-
  private:
   SelectionUnit m_unit = SelectionUnit::Character;
   TextRange m_origin;

@@ -8,9 +8,11 @@
 #include <QWindow>
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "canvas/CanvasAccessible.h"
 #include "canvas/CanvasInput.h"
+#include "canvas/CanvasMarks.h"
 #include "canvas/RowPainter.h"
 #include "controls/CommandKey.h"
 #include "controls/ThinScrollBar.h"
@@ -185,12 +187,20 @@ void TextCanvas::layOut() {
     m_frame.firstRowTop = cell.topOf(first) - top;
     for (CanvasRow row = first; row <= last; ++row) {
       m_rows.push_back(m_source->content(row));
-      const TextRange range = m_rows.back().range;
-      m_frame.rows.push_back({.text = range, .selected = m_selection.within(range)});
-      if (m_marks != nullptr) m_frame.rows.back().marks = m_marks->marksIn(range);
+      m_frame.rows.push_back(keyOf(m_rows.back()));
     }
     if (m_source->generation() == generation) break;
   }
+}
+
+RowKey TextCanvas::keyOf(const RowContent& row) const {
+  RowKey key{.text = row.range, .stamp = row.stamp, .selected = row.columnsOf(m_selection.range())};
+  if (m_marks == nullptr) return key;
+  const RowMarks marks = m_marks->marksIn(row.range);
+  std::ranges::transform(marks.found, std::back_inserter(key.found),
+                         [&](TextRange found) { return row.columnsOf(found); });
+  key.current = row.columnsOf(marks.current);
+  return key;
 }
 
 void TextCanvas::makeFrame() {
@@ -237,14 +247,7 @@ void TextCanvas::paintEvent(QPaintEvent* event) {
     for (auto row = static_cast<std::size_t>(std::max(firstRow, 0.0)); row < m_rows.size(); ++row) {
       const DevicePoint at{.x = toDevice(inset), .y = m_frame.topOf(row)};
       if (at.y.toDouble() >= area.bottom()) break;
-      const RowKey& key = m_frame.rows[row];
-      ColumnRange selected;
-      if (!key.selected.empty()) {
-        const CanvasRow number = m_source->rowAt(key.text.begin);
-        selected = {.begin = m_source->columnAt(number, key.selected.begin),
-                    .end = m_source->columnAt(number, key.selected.end)};
-      }
-      rows.paint(m_rows[row], selected);
+      rows.paint(m_rows[row], m_frame.rows[row].selected);
       paintMarks(rows, row);
       rows.draw(painter, at);
     }
@@ -322,7 +325,7 @@ QRectF TextCanvas::rectOf(TextPosition position) {
     const bool inRow =
         position >= range.begin && (position < range.end || (position == range.end && i + 1 == m_rows.size()));
     if (!inRow) continue;
-    const CanvasColumn column = m_source->columnAt(m_source->rowAt(range.begin), position);
+    const CanvasColumn column = m_rows[i].columnOf(position);
     return toLogical({.x = toDevice(inset) + cell.leftOf(column), .y = m_frame.topOf(i)}, cell.width, cell.height);
   }
   return {};

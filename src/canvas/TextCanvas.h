@@ -126,6 +126,7 @@ class TextCanvas : public QAbstractScrollArea {
   void updateGridSize();
   void makeFrame();
   void layOut();
+  RowKey keyOf(const RowContent& row) const;
   void updateScrollBar();
   ScrollModel scrollModel() const;
   DevicePixels offsetNow();

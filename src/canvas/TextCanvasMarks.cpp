@@ -61,18 +61,10 @@ TextRange TextCanvas::rangeInView() {
 
 void TextCanvas::paintMarks(RowPainter& painter, std::size_t row) {
   const RowKey& key = m_frame.rows[row];
-  if (key.marks == RowMarks()) return;
-  const CanvasRow number = m_source->rowAt(key.text.begin);
-  const auto paint = [&](TextRange range, QRgb color) {
-    if (range.empty()) return;
-    const ColumnRange columns{.begin = m_source->columnAt(number, range.begin),
-                              .end = m_source->columnAt(number, range.end)};
-    painter.paintMark(m_rows[row], columns, color, kMarkedText);
-  };
-  for (const TextRange& found : key.marks.found) {
-    paint(found, kFound);
+  for (const ColumnRange found : key.found) {
+    painter.paintMark(m_rows[row], found, kFound, kMarkedText);
   }
-  paint(key.marks.current, kCurrent);
+  if (!key.current.empty()) painter.paintMark(m_rows[row], key.current, kCurrent, kMarkedText);
 }
 
 }  // namespace zolt

@@ -52,13 +52,12 @@ TextPosition TextCanvas::positionAt(QPointF point) {
   const CellMetrics& cell = m_fonts->metrics();
   const DevicePixels y = toDevice(LogicalPixels(point.y())) - m_frame.firstRowTop;
   const auto index = std::clamp<std::int64_t>(y / cell.height, 0, std::ssize(m_rows) - 1);
-  const TextRange range = m_rows[static_cast<std::size_t>(index)].range;
-  if (y < DevicePixels(0)) return range.begin;
+  const RowContent& row = m_rows[static_cast<std::size_t>(index)];
+  if (y < DevicePixels(0)) return row.range.begin;
   // Below the last row is its end.
-  if (y >= cell.height * std::ssize(m_rows)) return range.end;
+  if (y >= cell.height * std::ssize(m_rows)) return row.range.end;
   const double column = (toDevice(LogicalPixels(point.x())) - toDevice(inset)).toDouble() / cell.width.toDouble();
-  return m_source->positionAt(m_source->rowAt(range.begin),
-                              CanvasColumn(static_cast<int>(std::lround(std::max(column, 0.0)))));
+  return row.positionAt(CanvasColumn(static_cast<int>(std::lround(std::max(column, 0.0)))));
 }
 
 TextRange TextCanvas::selectableUnit(QPointF point, SelectionUnit unit) {

@@ -31,19 +31,22 @@ RowContent LogRowSource::content(CanvasRow row) {
   const RowIndex::Row located = m_index.locate(row.value);
   RowContent content;
   content.range = {.begin = located.begin, .end = located.end};
+  content.stamp = m_storage.lostBlocks().size();  // lost text is shown as a notice
   LineColumn column = located.beginColumn;
   const auto inRow = [&](LineColumn at) {
     return CanvasColumn(
         static_cast<int>(std::min<LineColumn>(at - located.firstColumn, static_cast<LineColumn>(columns()))));
   };
+  content.steps.push_back({.position = located.begin, .column = inRow(column)});
   m_storage.forEachRun(
-      located.begin, located.end, [&](TextPosition, std::string_view text, const TextAttributes& attributes) {
+      located.begin, located.end, [&](TextPosition position, std::string_view text, const TextAttributes& attributes) {
         while (!text.empty()) {
           const std::size_t plain = std::min(text.find('\t'), text.size());
           if (plain != 0) {
             content.pieces.push_back(
                 {.column = inRow(column), .text = std::string(text.substr(0, plain)), .attributes = attributes});
             column += plain;
+            position = position + plain;
             text.remove_prefix(plain);
           } else {
             // A tab becomes blanks in its style, so that background and underline show.
@@ -53,6 +56,8 @@ RowContent LogRowSource::content(CanvasRow row) {
                                       .text = std::string(static_cast<std::size_t>(inRow(after) - from), ' '),
                                       .attributes = attributes});
             column = after;
+            position = position + 1;
+            content.steps.push_back({.position = position, .column = inRow(column)});
             text.remove_prefix(1);
           }
         }
@@ -64,30 +69,6 @@ RowContent LogRowSource::content(CanvasRow row) {
 TextRange LogRowSource::rowRange(CanvasRow row) {
   const RowIndex::Row located = m_index.locate(row.value);
   return {.begin = located.begin, .end = located.end};
-}
-
-TextPosition LogRowSource::positionAt(CanvasRow row, CanvasColumn column) {
-  const RowIndex::Row located = m_index.locate(row.value);
-  const LineColumn wanted = located.firstColumn + static_cast<LineColumn>(std::max(column.value, 0));
-  LineColumn at = located.beginColumn;
-  TextPosition position = located.begin;
-  for (const char c : m_storage.text(located.begin, located.end)) {
-    if (at >= wanted) break;
-    at = c == '\t' ? afterTab(at) : at + 1;
-    position = position + 1;
-  }
-  return position;
-}
-
-CanvasColumn LogRowSource::columnAt(CanvasRow row, TextPosition position) {
-  const RowIndex::Row located = m_index.locate(row.value);
-  if (position < located.begin) return {};
-  LineColumn at = located.beginColumn;
-  for (const char c : m_storage.text(located.begin, std::min(position, located.end))) {
-    at = c == '\t' ? afterTab(at) : at + 1;
-  }
-  return CanvasColumn(
-      static_cast<int>(std::min<LineColumn>(at - located.firstColumn, static_cast<LineColumn>(columns()))));
 }
 
 std::string LogRowSource::text(TextRange range) const {

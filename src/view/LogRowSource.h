@@ -23,8 +23,6 @@ class LogRowSource : public RowSource {
   TextRange rowRange(CanvasRow row) override;
   CanvasRow rowAt(TextPosition position) override { return CanvasRow(m_index.rowAt(position)); }
   CanvasRow roughRowAt(TextPosition position) const override { return CanvasRow(m_index.roughRowAt(position)); }
-  TextPosition positionAt(CanvasRow row, CanvasColumn column) override;
-  CanvasColumn columnAt(CanvasRow row, TextPosition position) override;
 
   TextPosition end() const override { return m_storage.end(); }
   std::string text(TextRange range) const override;

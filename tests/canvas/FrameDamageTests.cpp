@@ -15,7 +15,7 @@ Frame frameOf(std::uint64_t first, std::size_t rows, DevicePixels top = 0_px) {
   frame.rowHeight = kRow;
   frame.firstRowTop = top;
   for (std::uint64_t n = first; n < first + rows; ++n) {
-    frame.rows.push_back({.text = {.begin = TextPosition(100 * n), .end = TextPosition(100 * n + 50)}, .selected = {}});
+    frame.rows.push_back({.text = {.begin = TextPosition(100 * n), .end = TextPosition(100 * n + 50)}});
   }
   return frame;
 }
@@ -41,7 +41,20 @@ TEST(FrameDamage, IsTheRowWhoseTextGrew) {
 
 TEST(FrameDamage, IsTheRowWhoseSelectionChanged) {
   Frame after = frameOf(3, 5);
-  after.rows[2].selected = {.begin = 500_pos, .end = 510_pos};
+  after.rows[2].selected = {.begin = 0_col, .end = 10_col};
+  EXPECT_EQ(compare(frameOf(3, 5), after).dirtyRows, Rows{2});
+}
+
+TEST(FrameDamage, IsTheRowWhoseMarksChanged) {
+  Frame after = frameOf(3, 5);
+  after.rows[1].found = {{.begin = 2_col, .end = 4_col}};
+  after.rows[3].current = {.begin = 2_col, .end = 4_col};
+  EXPECT_EQ(compare(frameOf(3, 5), after).dirtyRows, (Rows{1, 3}));
+}
+
+TEST(FrameDamage, IsTheRowThatWasRewrittenInPlace) {
+  Frame after = frameOf(3, 5);
+  after.rows[2].stamp = 1;
   EXPECT_EQ(compare(frameOf(3, 5), after).dirtyRows, Rows{2});
 }
 

@@ -55,13 +55,36 @@ TEST(LogRowSource, ShowsTheRestOfATabThatReachesOverTheEndOfARow) {
 
 TEST(LogRowSource, FindsColumnsAndPositionsInARow) {
   Log log("a\tbc", 40);
-  EXPECT_EQ(log.source.positionAt(0_row, 0_col), 0_pos);
-  EXPECT_EQ(log.source.positionAt(0_row, 8_col), 2_pos);
-  EXPECT_EQ(log.source.positionAt(0_row, 4_col), 2_pos) << "inside the tab: the character after it";
-  EXPECT_EQ(log.source.positionAt(0_row, 99_col), 4_pos);
-  EXPECT_EQ(log.source.columnAt(0_row, 0_pos), 0_col);
-  EXPECT_EQ(log.source.columnAt(0_row, 2_pos), 8_col);
-  EXPECT_EQ(log.source.columnAt(0_row, 4_pos), 10_col);
+  const RowContent row = log.source.content(0_row);
+  EXPECT_EQ(row.positionAt(0_col), 0_pos);
+  EXPECT_EQ(row.positionAt(8_col), 2_pos);
+  EXPECT_EQ(row.positionAt(4_col), 2_pos) << "inside the tab: the character after it";
+  EXPECT_EQ(row.positionAt(99_col), 4_pos);
+  EXPECT_EQ(row.columnOf(0_pos), 0_col);
+  EXPECT_EQ(row.columnOf(2_pos), 8_col);
+  EXPECT_EQ(row.columnOf(4_pos), 10_col);
+}
+
+TEST(LogRowSource, GivesRowsAnotherStampOnceTheirTextIsLost) {
+  // Loses everything as soon as it is cold.
+  TextStorage storage({.memoryBudget = 0, .hotBlocks = 2, .folder = "nowhere", .openFile = [](const std::string&) {
+                         return std::unique_ptr<SpillFile>();
+                       }});
+  LogRowSource source(storage);
+  source.setColumns(80);
+  storage.append(AttributedString(std::string(79, 'x') + '\n', TextAttributes()));
+  source.sync();
+  const RowContent before = source.content(0_row);
+  EXPECT_EQ(source.content(0_row).stamp, before.stamp);
+  for (int i = 0; i < 10; ++i) {
+    storage.append(AttributedString(std::string(TextBlock::capacity, 'x'), TextAttributes()));
+  }
+  storage.waitUntilIdle();
+  source.sync();
+  const RowContent after = source.content(0_row);
+  ASSERT_NE(after.pieces.front().text, before.pieces.front().text) << "a notice stands there";
+  EXPECT_EQ(after.range, before.range);
+  EXPECT_NE(after.stamp, before.stamp);
 }
 
 TEST(LogRowSource, SelectsWordsAsPeopleNameFiles) {

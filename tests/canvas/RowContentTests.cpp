@@ -1,0 +1,71 @@
+#include "canvas/RowContent.h"
+
+#include <gtest/gtest.h>
+
+#include "canvas/CanvasLiterals.h"
+
+namespace zolt {
+namespace {
+
+// Characters 10 to 19: the one at 12 takes columns 2 to 7, the one at 15 columns 10 to 15.
+RowContent row() {
+  RowContent row;
+  row.range = rangeOf(10, 20);
+  row.end = 20_col;
+  row.steps = {{.position = 10_pos, .column = 0_col},
+               {.position = 13_pos, .column = 8_col},
+               {.position = 16_pos, .column = 16_col}};
+  return row;
+}
+
+TEST(RowContent, TellsTheColumnOfEachPosition) {
+  EXPECT_EQ(row().columnOf(10_pos), 0_col);
+  EXPECT_EQ(row().columnOf(12_pos), 2_col);
+  EXPECT_EQ(row().columnOf(13_pos), 8_col);
+  EXPECT_EQ(row().columnOf(15_pos), 10_col);
+  EXPECT_EQ(row().columnOf(19_pos), 19_col);
+}
+
+TEST(RowContent, EndsColumnsAtItsEdges) {
+  EXPECT_EQ(row().columnOf(3_pos), 0_col);
+  EXPECT_EQ(row().columnOf(20_pos), 20_col);
+  EXPECT_EQ(row().columnOf(99_pos), 20_col);
+}
+
+TEST(RowContent, TellsThePositionBeforeTheFirstCharacterAtAColumnOrAfterIt) {
+  EXPECT_EQ(row().positionAt(0_col), 10_pos);
+  EXPECT_EQ(row().positionAt(2_col), 12_pos);
+  EXPECT_EQ(row().positionAt(3_col), 13_pos) << "within a wide character";
+  EXPECT_EQ(row().positionAt(8_col), 13_pos);
+  EXPECT_EQ(row().positionAt(15_col), 16_pos);
+  EXPECT_EQ(row().positionAt(19_col), 19_pos);
+  EXPECT_EQ(row().positionAt(99_col), 20_pos);
+}
+
+TEST(RowContent, MayStartAfterItsFirstColumn) {
+  RowContent late;
+  late.range = rangeOf(10, 12);
+  late.end = 7_col;
+  late.steps = {{.position = 10_pos, .column = 5_col}};
+  EXPECT_EQ(late.columnOf(10_pos), 5_col);
+  EXPECT_EQ(late.columnOf(9_pos), 0_col);
+  EXPECT_EQ(late.positionAt(0_col), 10_pos);
+  EXPECT_EQ(late.positionAt(4_col), 10_pos);
+  EXPECT_EQ(late.positionAt(6_col), 11_pos);
+}
+
+TEST(RowContent, TellsTheColumnsOfTheTextThatItShares) {
+  EXPECT_EQ(row().columnsOf(rangeOf(0, 99)), (ColumnRange{.begin = 0_col, .end = 20_col}));
+  EXPECT_EQ(row().columnsOf(rangeOf(12, 13)), (ColumnRange{.begin = 2_col, .end = 8_col}));
+  EXPECT_EQ(row().columnsOf(rangeOf(0, 10)), ColumnRange());
+  EXPECT_EQ(row().columnsOf(rangeOf(20, 30)), ColumnRange());
+  EXPECT_EQ(row().columnsOf(rangeOf(15, 15)), ColumnRange());
+}
+
+TEST(RowContent, IsEmptyWithoutSteps) {
+  EXPECT_EQ(RowContent().columnOf(0_pos), 0_col);
+  EXPECT_EQ(RowContent().positionAt(5_col), 0_pos);
+}
+
+}  // namespace
+}  // namespace zolt
