@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QRect>
 #include <algorithm>
+#include <iterator>
 
 namespace zolt {
 

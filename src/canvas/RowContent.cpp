@@ -19,6 +19,7 @@ ColumnRange RowContent::columnsOf(TextRange text) const {
 }
 
 TextPosition RowContent::positionAt(CanvasColumn column) const {
+  column = std::max(column, CanvasColumn());
   // Between two steps is a character that takes several columns: the place is after it.
   const auto next = std::ranges::upper_bound(steps, column, {}, &ColumnStep::column);
   const ColumnStep step = next == steps.begin() ? ColumnStep{.position = range.begin, .column = {}} : *(next - 1);

@@ -28,9 +28,10 @@ struct RowContent {
   TextRange range;          ///< the characters in the row, a line end not included
   CanvasColumn end;         ///< the column after the last character
   std::uint64_t stamp = 0;  ///< rows with the same range and stamp look the same
-  std::vector<ColumnStep>
-      steps;  ///< in order of both, the first at the start of the range; none: it starts in column 0
-  std::vector<StyledPiece> pieces;  ///< in order, without tabs; gaps are blank
+  /// In order of both, the first at the start of the range; none: the row starts in column 0.
+  std::vector<ColumnStep> steps;
+  /// In order, without tabs; gaps are blank.
+  std::vector<StyledPiece> pieces;
 
   /// The column of `position`: 0 for one before the row, `end` for one past its last character.
   CanvasColumn columnOf(TextPosition position) const;

@@ -46,7 +46,7 @@ QRgb RowPainter::toRgb(const Color& color) {
 void RowPainter::begin(CanvasColumn end) {
   const CellMetrics& cell = m_fonts.metrics();
   const QSize size((cell.width * (end.value + 2)).toInt(), cell.height.toInt());
-  if (m_picture.width() < size.width()) {
+  if (m_picture.width() < size.width() || m_picture.height() < size.height()) {
     m_picture = QImage(size, QImage::Format_RGB32);
     m_pixels = reinterpret_cast<QRgb*>(m_picture.bits());
   }
@@ -111,9 +111,9 @@ void RowPainter::blend(const GlyphMask& mask, int x, QRgb color) {
   const std::uint32_t alpha = qAlpha(color);
   for (int row = area.top(); row <= area.bottom(); ++row) {
     QRgb* pixels = m_pixels + static_cast<std::ptrdiff_t>(row) * m_picture.width();
-    const QRgb* coverages = mask.coverage.data() + static_cast<std::ptrdiff_t>(row - top) * mask.width - left;
+    const QRgb* coverages = mask.coverage.data() + static_cast<std::ptrdiff_t>(row - top) * mask.width;
     for (int column = area.left(); column <= area.right(); ++column) {
-      QRgb coverage = coverages[column];
+      QRgb coverage = coverages[column - left];
       if (coverage == 0) continue;
       if (alpha != 255) coverage = scaled(coverage, alpha);
       pixels[column] = mixed(pixels[column], color, coverage);

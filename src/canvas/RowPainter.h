@@ -6,7 +6,7 @@
 #include <QRgb>
 
 #include "canvas/CanvasFonts.h"
-#include "canvas/RowSource.h"
+#include "canvas/RowContent.h"
 #include "text/Color.h"
 
 namespace zolt {

@@ -140,7 +140,6 @@ class TextCanvas : public QAbstractScrollArea {
   void paintMarks(class RowPainter& painter, std::size_t row);
   void paintPreedit(QPainter& painter);
   void selectionChanged();
-  TextRange unitAt(TextPosition position, SelectionUnit unit) const;
   TextRange selectableUnit(QPointF point, SelectionUnit unit);
   void beginSelection(QPointF point, SelectionUnit unit);
   void extendSelection(QPointF point);

@@ -194,8 +194,7 @@ std::size_t ANSIParser::parsePlainSGR(std::string_view text, std::size_t bracket
     const auto number = shortNumber(text, position);
     if (!number) return kNoSequence;
     position += number->digits;
-    if (position == text.size()) return kNoSequence;
-    const char c = text[position++];
+    const char c = text[position++];  // there are four bytes at least, and three digits at most
     if (c != ';' && c != 'm') return kNoSequence;
     if (number->digits != 0) {
       if (count == m_plainCodes.size()) return kNoSequence;

@@ -12,9 +12,10 @@ namespace zolt {
 
 /// The styles of one block of text, numbered from 0 in the order in which they came.
 ///
-/// A style that comes again has the number that it had if it is one of the latest thousand or so; else it is stored
-/// again. Looking one up is two comparisons within a few kilobytes, however many there are. There is at most one for
-/// each byte of the block, so numbers fit 16 bits. One thread at a time; once sealed, any thread may read.
+/// A style that comes again soon usually has the number that it had: two are remembered for each of 512 hash values,
+/// and one that was crowded out is stored again. Looking one up takes two comparisons, however many there are. There is
+/// at most one for each byte of the block, so numbers fit 16 bits. One thread at a time; once sealed, any thread may
+/// read.
 class BlockStyles {
  public:
   using Number = std::uint16_t;
@@ -23,7 +24,7 @@ class BlockStyles {
   /// Styles read back from a sealed block. Every index that a listed code has must exist in `listed`.
   BlockStyles(std::vector<StyleCode> codes, std::vector<TextAttributes> listed);
 
-  /// The number of a packed style, which is added if it is none of the latest.
+  /// The number of a packed style, which is added if it is not remembered.
   Number number(StyleCode packed);
   /// The number of any style.
   Number number(const TextAttributes& attributes);

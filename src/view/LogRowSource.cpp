@@ -31,7 +31,6 @@ RowContent LogRowSource::content(CanvasRow row) {
   const RowIndex::Row located = m_index.locate(row.value);
   RowContent content;
   content.range = {.begin = located.begin, .end = located.end};
-  content.stamp = m_storage.lostBlocks().size();  // lost text is shown as a notice
   LineColumn column = located.beginColumn;
   const auto inRow = [&](LineColumn at) {
     return CanvasColumn(
@@ -63,6 +62,7 @@ RowContent LogRowSource::content(CanvasRow row) {
         }
       });
   content.end = inRow(std::max(column, located.firstColumn));
+  content.stamp = m_storage.lostBlocks().size();  // lost text, which is noticed when it is read, shows as a notice
   return content;
 }
 

@@ -34,6 +34,7 @@ TEST(RowContent, EndsColumnsAtItsEdges) {
 
 TEST(RowContent, TellsThePositionBeforeTheFirstCharacterAtAColumnOrAfterIt) {
   EXPECT_EQ(row().positionAt(0_col), 10_pos);
+  EXPECT_EQ(row().positionAt(CanvasColumn(-1)), 10_pos);
   EXPECT_EQ(row().positionAt(2_col), 12_pos);
   EXPECT_EQ(row().positionAt(3_col), 13_pos) << "within a wide character";
   EXPECT_EQ(row().positionAt(8_col), 13_pos);
