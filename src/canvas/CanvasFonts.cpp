@@ -1,20 +1,24 @@
 #include "canvas/CanvasFonts.h"
 
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QFontMetricsF>
 #include <QList>
 #include <QString>
+#include <QTextLayout>
 #include <algorithm>
 #include <cmath>
 
 namespace zolt {
 
-CanvasFonts::CanvasFonts(double size, double scale) : m_size(size), m_scale(scale) {
-  const QFontMetricsF metrics(systemFont(size * scale));
+CanvasFonts::CanvasFonts(const CanvasFont& font, double scale) : m_font(font), m_scale(scale) {
+  const QFontMetricsF metrics(fontFor(font, font.size * scale));
   const auto whole = [](double pixels) { return DevicePixels(std::max(1L, std::lround(pixels))); };
+  const double natural = std::ceil(metrics.lineSpacing());
+  const double height = std::max(natural, std::round(font.lineSpacing * font.size * scale));
   m_metrics.width = whole(metrics.horizontalAdvance(QLatin1Char('M')));
-  m_metrics.height = DevicePixels(std::max(1, static_cast<int>(std::ceil(metrics.lineSpacing()))));
-  m_metrics.baseline = whole(metrics.ascent() + metrics.leading() / 2);
+  m_metrics.height = DevicePixels(std::max(1, static_cast<int>(height)));
+  m_metrics.baseline = whole(metrics.ascent() + metrics.leading() / 2 + std::floor((height - natural) / 2));
   m_metrics.lineThickness = whole(metrics.lineWidth());
   m_metrics.underlineTop =
       std::min(m_metrics.height - m_metrics.lineThickness, m_metrics.baseline + whole(metrics.underlinePos()));
@@ -29,25 +33,73 @@ QFont CanvasFonts::systemFont(double size) {
   return font;
 }
 
+QFont CanvasFonts::fontFor(const CanvasFont& font, double size) {
+  QFont wanted = systemFont(size);
+  if (font.family.isEmpty() || !QFontDatabase::hasFamily(font.family)) return wanted;
+  wanted.setFamily(font.family);
+  return wanted;
+}
+
 CanvasFonts::Face& CanvasFonts::face(FontWeight weight, FontSlant slant) {
   const bool bold = weight == FontWeight::Bold;
   const bool italic = slant == FontSlant::Italic;
   std::optional<Face>& loaded = m_faces[(bold ? 1U : 0U) + (italic ? 2U : 0U)];
   if (!loaded) {
-    QFont font = systemFont(m_size * m_scale);
+    QFont font = fontFor(m_font, m_font.size * m_scale);
     font.setBold(bold);
     font.setItalic(italic);
-    loaded.emplace(font);
+    loaded.emplace(font, m_metrics);
   }
   return *loaded;
 }
 
-CanvasFonts::Face::Face(const QFont& font) : m_font(QRawFont::fromFont(font)) {}
+CanvasFonts::Face::Face(const QFont& font, const CellMetrics& metrics)
+    : m_font(font), m_raw(QRawFont::fromFont(font)), m_metrics(metrics) {}
 
 GlyphMask CanvasFonts::Face::makeMask(char character) const {
   if (character <= ' ' || character > '~') return {};
-  const QList<quint32> glyphs = m_font.glyphIndexesForString(QString(QLatin1Char(character)));
-  return glyphs.isEmpty() || glyphs.front() == 0 ? GlyphMask() : GlyphMask::of(m_font, glyphs.front());
+  const QList<quint32> glyphs = m_raw.glyphIndexesForString(QString(QLatin1Char(character)));
+  return glyphs.isEmpty() || glyphs.front() == 0 ? GlyphMask() : GlyphMask::of(m_raw, glyphs.front());
+}
+
+const GlyphMask& CanvasFonts::Face::cluster(std::string_view utf8, int columns) {
+  std::string key(1, static_cast<char>(columns));
+  key += utf8;
+  const auto known = m_clusters.find(key);
+  if (known != m_clusters.end()) return known->second;
+  if (m_clusters.size() >= kMaxClusters) m_clusters.clear();
+  return m_clusters.emplace(std::move(key), makeCluster(std::string(utf8), columns)).first->second;
+}
+
+GlyphMask CanvasFonts::Face::makeCluster(const std::string& utf8, int columns) const {
+  return shapedCluster(
+      QString::fromStdString(utf8), m_font,
+      {.width = m_metrics.width * columns, .height = m_metrics.height, .baseline = m_metrics.baseline});
+}
+
+const GlyphMask& CanvasFonts::Face::ligature(std::string_view ascii) {
+  std::string key(ascii);
+  const auto known = m_ligatures.find(key);
+  if (known != m_ligatures.end()) return known->second;
+  if (m_ligatures.size() >= kMaxClusters) m_ligatures.clear();
+  GlyphMask made = makeLigature(ascii);
+  return m_ligatures.emplace(std::move(key), std::move(made)).first->second;
+}
+
+// A font makes a ligature by replacing glyphs of the run: one of them is then another than that of its character.
+GlyphMask CanvasFonts::Face::makeLigature(std::string_view ascii) const {
+  const QString text = QString::fromLatin1(ascii.data(), static_cast<qsizetype>(ascii.size()));
+  QTextLayout layout(text, m_font);
+  layout.beginLayout();
+  layout.createLine();
+  layout.endLayout();
+  const QList<QGlyphRun> runs = layout.glyphRuns();
+  const QList<quint32> plain = m_raw.glyphIndexesForString(text);
+  if (runs.size() == 1 && runs.front().glyphIndexes() == plain) return {};
+  return shapedCluster(text, m_font,
+                       {.width = m_metrics.width * static_cast<int>(ascii.size()),
+                        .height = m_metrics.height,
+                        .baseline = m_metrics.baseline});
 }
 
 }  // namespace zolt

@@ -3,10 +3,15 @@
 #include <QFont>
 #include <QRawFont>
 #include <array>
+#include <cstddef>
 #include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
 
 #include "canvas/CanvasCell.h"
 #include "canvas/CanvasPixels.h"
+#include "canvas/CanvasStyle.h"
 #include "canvas/GlyphMask.h"
 #include "text/TextAttributes.h"
 
@@ -26,23 +31,26 @@ struct CellMetrics {
   DevicePixels leftOf(CanvasColumn column) const { return width * column.value; }
 };
 
-/// The fixed-pitch system font at one scale: its regular, bold, italic and bold italic face. Each glyph is
-/// drawn once.
+/// A canvas's font at one scale: its regular, bold, italic and bold italic face, and from other fonts what it lacks.
+/// Each glyph is drawn once.
 class CanvasFonts {
  public:
-  /// `size` in logical pixels, `scale` device pixels to one of them.
-  CanvasFonts(double size, double scale);
+  /// `scale` device pixels to a logical one.
+  CanvasFonts(const CanvasFont& font, double scale);
 
   /// The fixed-pitch system font at `size` pixels.
   static QFont systemFont(double size);
+  /// The font that a canvas uses for `font`, at `size` pixels.
+  static QFont fontFor(const CanvasFont& font, double size);
 
   double scale() const { return m_scale; }
+  const CanvasFont& font() const { return m_font; }
   const CellMetrics& metrics() const { return m_metrics; }
 
-  /// The glyphs of the ASCII characters in one face.
+  /// The glyphs in one face.
   class Face {
    public:
-    explicit Face(const QFont& font);
+    Face(const QFont& font, const CellMetrics& metrics);
 
     /// The picture of an ASCII character, made when it is first needed; empty for one without (blank, control).
     const GlyphMask& mask(char character) {
@@ -52,19 +60,32 @@ class CanvasFonts {
       if (!mask) mask = makeMask(character);
       return *mask;
     }
+    /// The picture of a cluster, in UTF-8, over `columns`.
+    const GlyphMask& cluster(std::string_view utf8, int columns);
+    /// The picture of ASCII characters that the font joins into ligatures; empty if it joins none of them.
+    const GlyphMask& ligature(std::string_view ascii);
 
    private:
     GlyphMask makeMask(char character) const;
+    GlyphMask makeCluster(const std::string& utf8, int columns) const;
+    GlyphMask makeLigature(std::string_view ascii) const;
 
-    QRawFont m_font;
+    // A text has a few hundred different clusters; one made for the purpose starts over.
+    static constexpr std::size_t kMaxClusters = 8192;
+
+    QFont m_font;
+    QRawFont m_raw;
+    CellMetrics m_metrics;
     GlyphMask m_blank;
     std::array<std::optional<GlyphMask>, 128> m_masks;
+    std::unordered_map<std::string, GlyphMask> m_clusters;   // by the columns, as a character, and the text
+    std::unordered_map<std::string, GlyphMask> m_ligatures;  // by the text
   };
 
   Face& face(FontWeight weight, FontSlant slant);
 
  private:
-  double m_size;
+  CanvasFont m_font;
   double m_scale;
   CellMetrics m_metrics;
   std::array<std::optional<Face>, 4> m_faces;  // by weight + 2 * slant, loaded when first used

@@ -11,7 +11,7 @@ namespace {
 std::optional<std::ptrdiff_t> rowsMoved(const Frame& before, const Frame& after) {
   for (std::size_t i = 0; i < after.rows.size(); ++i) {
     const auto found = std::ranges::find_if(
-        before.rows, [&](const RowKey& key) { return key.text.begin == after.rows[i].text.begin; });
+        before.rows, [&](const RowKey& key) { return key.content.identity == after.rows[i].content.identity; });
     if (found != before.rows.end()) return (found - before.rows.begin()) - static_cast<std::ptrdiff_t>(i);
   }
   return std::nullopt;

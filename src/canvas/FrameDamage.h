@@ -2,21 +2,25 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "canvas/CanvasCell.h"
+#include "canvas/CanvasCursor.h"
 #include "canvas/CanvasPixels.h"
-#include "text/TextPosition.h"
+#include "canvas/RowContent.h"
 
 namespace zolt {
 
 /// What one row of a painted frame shows. Rows with equal keys look the same.
 struct RowKey {
-  TextRange text;
-  std::uint64_t stamp = 0;  ///< of its content
+  RowStamp content;
   ColumnRange selected{};
   std::vector<ColumnRange> found{};  ///< search results, in order
   ColumnRange current{};             ///< the part of the current match in this row; not in `found`
+  std::optional<CanvasCursor> cursor{};
+  ColumnRange link{};          ///< underlined, because the pointer is on it
+  bool isBlinkedAway = false;  ///< blinking text is hidden just now
 
   friend bool operator==(const RowKey&, const RowKey&) = default;
 };

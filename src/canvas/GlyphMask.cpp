@@ -5,7 +5,10 @@
 #include <QImage>
 #include <QPainter>
 #include <QRect>
+#include <QTextLayout>
+#include <QTextOption>
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 
 namespace zolt {
@@ -65,6 +68,82 @@ GlyphMask GlyphMask::of(const QRawFont& font, std::uint32_t glyph) {
                    [](QRgb pixel) { return pixel & RGB_MASK; });
   }
   return mask;
+}
+
+namespace {
+
+// The cluster in white on nothing, at `scale`, with a margin around its room for what overhangs.
+QImage clusterPicture(const QTextLayout& layout, const ClusterRoom& room, QPoint margin, QPointF offset, double scale) {
+  QImage image(room.width.toInt() + 2 * margin.x(), room.height.toInt() + 2 * margin.y(),
+               QImage::Format_ARGB32_Premultiplied);
+  image.fill(Qt::transparent);
+  QPainter painter(&image);
+  painter.setPen(Qt::white);
+  painter.translate(margin.x() + offset.x(), margin.y() + room.baseline.toInt() + offset.y());
+  painter.scale(scale, scale);
+  layout.draw(&painter, QPointF(0, -layout.lineAt(0).ascent()));
+  return image;
+}
+
+constexpr bool isWhite(QRgb pixel) {
+  return qRed(pixel) == qAlpha(pixel) && qGreen(pixel) == qAlpha(pixel) && qBlue(pixel) == qAlpha(pixel);
+}
+
+// The part of a picture that is not transparent, as a mask.
+GlyphMask maskOf(const QImage& image, QPoint margin, const ClusterRoom& room) {
+  QRect area;
+  bool isColored = false;
+  for (int y = 0; y < image.height(); ++y) {
+    const QRgb* pixels = line(image, y);
+    for (int x = 0; x < image.width(); ++x) {
+      if (qAlpha(pixels[x]) == 0) continue;
+      area |= QRect(x, y, 1, 1);
+      isColored = isColored || !isWhite(pixels[x]);
+    }
+  }
+  GlyphMask mask{.left = area.left() - margin.x(),
+                 .top = area.top() - margin.y() - room.baseline.toInt(),
+                 .width = area.width(),
+                 .height = area.height(),
+                 .coverage = {},
+                 .isColored = isColored};
+  for (int y = area.top(); y <= area.bottom(); ++y) {
+    const QRgb* pixels = line(image, y);
+    std::transform(pixels + area.left(), pixels + area.right() + 1, std::back_inserter(mask.coverage),
+                   [&](QRgb pixel) { return isColored ? pixel : pixel & RGB_MASK; });
+  }
+  return mask;
+}
+
+}  // namespace
+
+GlyphMask shapedCluster(const QString& cluster, const QFont& font, const ClusterRoom& room) {
+  QTextLayout layout(cluster, font);
+  QTextOption option;
+  option.setWrapMode(QTextOption::NoWrap);
+  layout.setTextOption(option);
+  layout.beginLayout();
+  QTextLine shaped = layout.createLine();
+  if (!shaped.isValid()) return {};
+  shaped.setLineWidth(1e6);
+  layout.endLayout();
+  const QPoint margin(room.width.toInt(), room.height.toInt());
+  const auto wide = static_cast<double>(room.width.value);
+  const double natural = shaped.naturalTextWidth();
+  // In the middle of its cells; a font's own cell that is wider by a rounding is no reason to shrink it.
+  const double scale = natural > wide * 1.02 ? wide / natural : 1;
+  const QPointF offset(std::floor((wide - natural * scale) / 2), 0);
+  GlyphMask mask = maskOf(clusterPicture(layout, room, margin, offset, scale), margin, room);
+  // Fonts for other scripts, and emoji, are often higher than this font's row.
+  const int top = mask.top + room.baseline.toInt();
+  const auto height = static_cast<int>(room.height.value);
+  if (mask.empty() || (top >= 0 && top + mask.height <= height) || mask.height == 0) return mask;
+  const double fitting = std::min(1.0, static_cast<double>(height) / mask.height);
+  const double shift = fitting < 1 ? -mask.top * fitting - room.baseline.toDouble()
+                                   : (top < 0 ? -top : static_cast<double>(height - top - mask.height));
+  return maskOf(clusterPicture(layout, room, margin, QPointF(std::floor((wide - natural * scale * fitting) / 2), shift),
+                               scale * fitting),
+                margin, room);
 }
 
 }  // namespace zolt

@@ -2,32 +2,30 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace zolt {
 
 namespace {
 
-constexpr QRgb kBlack = 0xFF000000;
-// Blue enough to be seen on black and behind every palette colour, dark enough to leave white text readable.
-constexpr QRgb kSelectionColor = 0xFF264F78;
-
-ColumnRange columnsOf(const StyledPiece& piece) {
-  return {.begin = piece.column, .end = piece.column + static_cast<int>(piece.text.size())};
-}
+constexpr QRgb kOpaque = 0xFF000000;
 
 // value / 255, rounded, for values up to 255 * 255.
 constexpr std::uint32_t by255(std::uint32_t value) {
   return (value + 128 + ((value + 128) >> 8)) >> 8;
 }
 
-// `color` over `under`, each component in the share that `coverage` gives for it, from 0 to 255.
+// `color` over `under`, each component in the share that `coverage` gives for it, from 0 to 255. What is covered
+// becomes opaque to the same degree: pixels are premultiplied.
 constexpr QRgb mixed(QRgb under, QRgb color, QRgb coverage) {
-  QRgb result = kBlack;
+  QRgb result = 0;
   for (const int shift : {0, 8, 16}) {
     const std::uint32_t share = coverage >> shift & 0xFF;
     result |= by255((color >> shift & 0xFF) * share + (under >> shift & 0xFF) * (255 - share)) << shift;
   }
-  return result;
+  const std::uint32_t alpha = under >> 24;
+  const std::uint32_t share = coverage >> 8 & 0xFF;
+  return result | (alpha == 255 ? kOpaque : by255(255 * share + alpha * (255 - share)) << 24);
 }
 
 // What is left of `coverage` with a colour of that alpha.
@@ -35,47 +33,86 @@ constexpr QRgb scaled(QRgb coverage, std::uint32_t alpha) {
   return mixed(0, coverage, alpha * 0x010101) & RGB_MASK;
 }
 
-}  // namespace
-
-QRgb RowPainter::toRgb(const Color& color) {
-  const auto component = [](double value) { return static_cast<int>(std::lround(std::clamp(value, 0.0, 1.0) * 255)); };
-  return qRgba(component(color.red), component(color.green), component(color.blue), component(color.alpha));
+constexpr bool isVisible(QRgb color) {
+  return qAlpha(color) != 0;
 }
 
-// A black row of the columns up to `end`.
+// Characters that fonts for programming join: what operators and arrows are made of.
+constexpr bool mayJoin(char character) {
+  constexpr std::string_view kJoining = "!#$%&*+-./:;<=>?@\\^_|~";
+  return kJoining.find(character) != std::string_view::npos;
+}
+
+}  // namespace
+
 void RowPainter::begin(CanvasColumn end) {
   const CellMetrics& cell = m_fonts.metrics();
   const QSize size((cell.width * (end.value + 2)).toInt(), cell.height.toInt());
   if (m_picture.width() < size.width() || m_picture.height() < size.height()) {
-    m_picture = QImage(size, QImage::Format_RGB32);
+    const bool isOpaque = qAlpha(m_colors.background) == 255;
+    m_picture = QImage(size, isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
     m_pixels = reinterpret_cast<QRgb*>(m_picture.bits());
   }
   m_row = m_clip = QRect(QPoint(0, 0), size);
-  fill(m_row, kBlack);
+  const QRgb background = qPremultiply(m_colors.background);
+  for (int y = 0; y < size.height(); ++y) {
+    std::fill_n(m_pixels + static_cast<std::ptrdiff_t>(y) * m_picture.width(), size.width(), background);
+  }
 }
 
-void RowPainter::paint(const RowContent& row, ColumnRange selected) {
+void RowPainter::paint(const RowContent& row, ColumnRange selected, Blinking blinking) {
   begin(std::max(row.end, selected.end));
-  for (const StyledPiece& piece : row.pieces) {
-    if (piece.attributes.background) fill(cellsOf(columnsOf(piece)), toRgb(*piece.attributes.background));
+  for (const TextPiece& piece : row.pieces) {
+    if (isVisible(piece.look.background)) fill(cellsOf(piece.range()), piece.look.background);
   }
-  if (!selected.empty()) fill(cellsOf(selected), kSelectionColor);
-  for (const StyledPiece& piece : row.pieces) {
+  if (!selected.empty()) fill(cellsOf(selected), m_colors.selection);
+  for (const TextPiece& piece : row.pieces) {
     // Clear text is there for copying, not for seeing.
-    if (piece.attributes.foreground.alpha <= 0) continue;
-    const QRgb color = toRgb(piece.attributes.foreground);
-    paintText(piece, color);
-    paintLines(piece, color);
+    if (!isVisible(piece.look.foreground) || (piece.look.blinks && blinking == Blinking::Hidden)) continue;
+    paintText(row.textOf(piece), piece, piece.look.foreground);
+    const QRgb underline = piece.look.underlineColor;
+    paintLines(piece, piece.look.foreground, isVisible(underline) ? underline : piece.look.foreground);
   }
 }
 
 void RowPainter::paintMark(const RowContent& row, ColumnRange columns, QRgb background, QRgb text) {
   m_clip = cellsOf(columns) & m_row;
   fill(m_clip, background);
-  for (const StyledPiece& piece : row.pieces) {
-    if (piece.column >= columns.end || columnsOf(piece).end <= columns.begin) continue;
-    paintText(piece, text);
-    paintLines(piece, text);
+  for (const TextPiece& piece : row.pieces) {
+    if (piece.column >= columns.end || piece.range().end <= columns.begin) continue;
+    paintText(row.textOf(piece), piece, text);
+    paintLines(piece, text, text);
+  }
+  m_clip = m_row;
+}
+
+void RowPainter::paintLink(const RowContent& row, ColumnRange columns) {
+  for (const TextPiece& piece : row.pieces) {
+    const ColumnRange part{.begin = std::max(piece.column, columns.begin),
+                           .end = std::min(piece.range().end, columns.end)};
+    if (!part.empty()) paintUnderline(cellsOf(part), LineStyle::Single, piece.look.foreground);
+  }
+}
+
+void RowPainter::paintCursor(const RowContent& row, const CanvasCursor& cursor) {
+  const QRect cells = cellsOf(cursor.columns) & m_row;
+  const int thick = std::max(1, static_cast<int>(std::lround(m_fonts.scale())));
+  switch (cursor.look) {
+    case CursorLook::Block:
+      paintMark(row, cursor.columns, cursor.color, cursor.text);
+      break;
+    case CursorLook::HollowBlock:
+      fill({cells.left(), cells.top(), cells.width(), thick}, cursor.color);
+      fill({cells.left(), cells.bottom() - thick + 1, cells.width(), thick}, cursor.color);
+      fill({cells.left(), cells.top() + thick, thick, cells.height() - 2 * thick}, cursor.color);
+      fill({cells.right() - thick + 1, cells.top() + thick, thick, cells.height() - 2 * thick}, cursor.color);
+      break;
+    case CursorLook::Underline:
+      fill({cells.left(), cells.bottom() - 2 * thick + 1, cells.width(), 2 * thick}, cursor.color);
+      break;
+    case CursorLook::Bar:
+      fill({cells.left(), cells.top(), 2 * thick, cells.height()}, cursor.color);
+      break;
   }
 }
 
@@ -121,24 +158,142 @@ void RowPainter::blend(const GlyphMask& mask, int x, QRgb color) {
   }
 }
 
-void RowPainter::paintText(const StyledPiece& piece, QRgb color) {
+// A picture in colours of its own, of which only the text's alpha remains.
+void RowPainter::blendColored(const GlyphMask& mask, int x, std::uint32_t alpha) {
+  const int left = x + mask.left;
+  const int top = m_fonts.metrics().baseline.toInt() + mask.top;
+  const QRect area = QRect(left, top, mask.width, mask.height) & m_clip;
+  for (int row = area.top(); row <= area.bottom(); ++row) {
+    QRgb* pixels = m_pixels + static_cast<std::ptrdiff_t>(row) * m_picture.width();
+    const QRgb* sources = mask.coverage.data() + static_cast<std::ptrdiff_t>(row - top) * mask.width;
+    for (int column = area.left(); column <= area.right(); ++column) {
+      const QRgb source = sources[column - left];
+      const std::uint32_t rest = 255 - by255(static_cast<std::uint32_t>(qAlpha(source)) * alpha);
+      QRgb result = 0;
+      for (const int shift : {0, 8, 16, 24}) {
+        const std::uint32_t over = by255((source >> shift & 0xFF) * alpha);
+        result |= std::min(over + by255((pixels[column] >> shift & 0xFF) * rest), 255U) << shift;
+      }
+      pixels[column] = result;
+    }
+  }
+}
+
+void RowPainter::paintText(std::string_view text, const TextPiece& piece, QRgb color) {
+  CanvasFonts::Face& face = m_fonts.face(piece.look.weight, piece.look.slant);
+  int x = cellsOf(piece.range()).left();
+  if (piece.isCluster) {
+    const GlyphMask& mask = face.cluster(text, piece.columns);
+    mask.isColored ? blendColored(mask, x, qAlpha(color)) : blend(mask, x, color);
+    return;
+  }
+  if (m_fonts.font().ligatures) return paintJoined(text, x, face, color);
   const int width = m_fonts.metrics().width.toInt();
-  CanvasFonts::Face& face = m_fonts.face(piece.attributes.font.weight, piece.attributes.font.slant);
-  int x = cellsOf(columnsOf(piece)).left();
-  for (const char character : piece.text) {
+  for (const char character : text) {
     if (const GlyphMask& mask = face.mask(character); !mask.empty()) blend(mask, x, color);
     x += width;
   }
 }
 
-void RowPainter::paintLines(const StyledPiece& piece, QRgb color) {
+void RowPainter::paintJoined(std::string_view text, int x, CanvasFonts::Face& face, QRgb color) {
+  const int width = m_fonts.metrics().width.toInt();
+  for (std::size_t i = 0; i < text.size();) {
+    std::size_t end = i;
+    while (end < text.size() && mayJoin(text[end])) {
+      ++end;
+    }
+    const GlyphMask* joined = end - i > 1 ? &face.ligature(text.substr(i, end - i)) : nullptr;
+    if (joined != nullptr && !joined->empty()) {
+      blend(*joined, x, color);
+      x += width * static_cast<int>(end - i);
+      i = end;
+      continue;
+    }
+    for (end = std::max(end, i + 1); i < end; ++i) {
+      if (const GlyphMask& mask = face.mask(text[i]); !mask.empty()) blend(mask, x, color);
+      x += width;
+    }
+  }
+}
+
+void RowPainter::paintLines(const TextPiece& piece, QRgb color, QRgb underlineColor) {
   const CellMetrics& cell = m_fonts.metrics();
+  const QRect cells = cellsOf(piece.range());
   const auto line = [&](DevicePixels top) {
-    const QRect cells = cellsOf(columnsOf(piece));
     fill({cells.x(), top.toInt(), cells.width(), cell.lineThickness.toInt()}, color);
   };
-  if (piece.attributes.underline == Line::Single) line(cell.underlineTop);
-  if (piece.attributes.strikethrough == Line::Single) line(cell.strikethroughTop);
+  if (piece.look.underline != LineStyle::None) paintUnderline(cells, piece.look.underline, underlineColor);
+  if (piece.look.struck) line(cell.strikethroughTop);
+  if (piece.look.overlined) line(DevicePixels(0));
+}
+
+void RowPainter::paintUnderline(QRect cells, LineStyle style, QRgb color) {
+  const CellMetrics& cell = m_fonts.metrics();
+  const int thick = cell.lineThickness.toInt();
+  const int top = cell.underlineTop.toInt();
+  const int width = cell.width.toInt();
+  // Patterns begin at each cell, so that they do not move when text beside them changes.
+  const auto repeated = [&](int length, int period) {
+    for (int x = cells.left(); x <= cells.right(); x += width) {
+      for (int at = 0; at < width; at += period) {
+        fill(QRect(x + at, top, std::min(length, width - at), thick) & cells, color);
+      }
+    }
+  };
+  switch (style) {
+    case LineStyle::None:
+      break;
+    case LineStyle::Single:
+      fill({cells.x(), top, cells.width(), thick}, color);
+      break;
+    case LineStyle::Double: {
+      const int lower = std::min(top + 2 * thick, cell.height.toInt() - thick);
+      fill({cells.x(), lower, cells.width(), thick}, color);
+      fill({cells.x(), lower - 2 * thick, cells.width(), thick}, color);
+      break;
+    }
+    case LineStyle::Curly:
+      paintCurl(cells, color);
+      break;
+    case LineStyle::Dotted:
+      repeated(thick, 2 * thick);
+      break;
+    case LineStyle::Dashed: {
+      // Half a dash at either end of a cell makes a whole one with its neighbour's.
+      const int quarter = std::max(1, width / 4);
+      for (int x = cells.left(); x <= cells.right(); x += width) {
+        fill(QRect(x, top, quarter, thick) & cells, color);
+        fill(QRect(x + width - quarter, top, quarter, thick) & cells, color);
+      }
+      break;
+    }
+  }
+}
+
+// One wave to a cell, antialiased, between the baseline and the bottom of the row.
+void RowPainter::paintCurl(QRect cells, QRgb color) {
+  const CellMetrics& cell = m_fonts.metrics();
+  const double thick = std::max(1.0, cell.lineThickness.toDouble());
+  const double bottom = cell.height.toDouble() - thick / 2;
+  const double middle = std::min(cell.underlineTop.toDouble() + thick, bottom - thick);
+  const double swing = std::max(1.0, bottom - middle - thick / 2);
+  constexpr double kTurn = 6.283185307179586;
+  const std::uint32_t alpha = qAlpha(color);
+  const QRect area = cells & m_clip;
+  for (int x = area.left(); x <= area.right(); ++x) {
+    const double phase = (x - cells.left() + 0.5) / cell.width.toDouble();
+    const double center = middle + swing * std::sin(kTurn * phase);
+    // A steep line is as thick as a flat one: its height grows with its slope.
+    const double slope = swing * kTurn / cell.width.toDouble() * std::cos(kTurn * phase);
+    const double half = thick / 2 * std::sqrt(1 + slope * slope);
+    for (int y = std::max(area.top(), static_cast<int>(center - half)); y <= area.bottom() && y < center + half; ++y) {
+      const double covered =
+          std::clamp(std::min(y + 1.0, center + half) - std::max<double>(y, center - half), 0.0, 1.0);
+      const auto share = static_cast<std::uint32_t>(std::lround(covered * alpha));
+      QRgb& pixel = m_pixels[static_cast<std::ptrdiff_t>(y) * m_picture.width() + x];
+      pixel = mixed(pixel, color, share * 0x010101);
+    }
+  }
 }
 
 }  // namespace zolt

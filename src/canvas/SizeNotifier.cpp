@@ -29,7 +29,7 @@ void SizeNotifier::startTimer() {
   if (m_size == m_told) {
     m_timer->stop();
   } else {
-    m_timer->start(m_told ? restInterval : std::chrono::milliseconds(0));
+    m_timer->start(m_told ? m_rest : std::chrono::milliseconds(0));
   }
 }
 

@@ -25,6 +25,8 @@ class SizeNotifier {
 
   /// Sets the terminal's current size.
   void update(const TerminalSize& size);
+  /// How long a size must hold from now on.
+  void setRest(std::chrono::milliseconds rest) { m_rest = rest; }
   /// While held, nothing is passed on, because more changes are known to follow. On release the rest interval begins.
   void hold(bool held);
 
@@ -35,6 +37,7 @@ class SizeNotifier {
   std::optional<TerminalSize> m_size;
   std::optional<TerminalSize> m_told;
   bool m_held = false;
+  std::chrono::milliseconds m_rest = restInterval;
   std::unique_ptr<Timer> m_timer;
 };
 

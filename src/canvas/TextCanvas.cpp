@@ -2,18 +2,16 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QPaintEvent>
-#include <QPainter>
 #include <QScreen>
 #include <QWindow>
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <utility>
 
 #include "canvas/CanvasAccessible.h"
 #include "canvas/CanvasInput.h"
 #include "canvas/CanvasMarks.h"
-#include "canvas/RowPainter.h"
 #include "controls/CommandKey.h"
 #include "controls/ThinScrollBar.h"
 
@@ -21,7 +19,6 @@ namespace zolt {
 
 namespace {
 
-constexpr double kFontSize = 14;
 // Fetching rows can correct estimates, which moves rows. Each round touches few blocks, so a few rounds are enough.
 constexpr int kLayoutRounds = 16;
 constexpr std::chrono::milliseconds kRefineInterval{5};
@@ -47,7 +44,7 @@ TerminalSize gridSizeIn(QSize size, const CanvasFonts& fonts) {
 TextCanvas::TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent, Clock& clock)
     : QAbstractScrollArea(parent),
       m_source(std::move(source)),
-      m_fonts(std::make_unique<CanvasFonts>(kFontSize, 1)),
+      m_fonts(std::make_unique<CanvasFonts>(CanvasFont(), 1)),
       m_pacer([this] { makeFrame(); }, clock),
       m_bar(new ThinScrollBar(ThinScrollBar::Ground::Terminal, this)),
       m_sizeNotifier([this](const TerminalSize& size) { Q_EMIT gridSizeChanged(size); }, clock) {
@@ -59,12 +56,7 @@ TextCanvas::TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent, Clock
   setVerticalScrollBar(m_bar);
   setFocusPolicy(Qt::StrongFocus);  // a click takes the keyboard, and then starts a selection
   setAttribute(Qt::WA_InputMethodEnabled);
-  QPalette black;
-  black.setColor(QPalette::Window, Qt::black);
-  black.setColor(QPalette::Base, Qt::black);
-  black.setColor(QPalette::Text, Qt::white);
-  setPalette(black);
-  viewport()->setPalette(black);
+  setColors(m_colors);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
   viewport()->setCursor(Qt::IBeamCursor);
   addActions();
@@ -74,9 +66,33 @@ TextCanvas::TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent, Clock
     if (!m_source->refine()) m_refineTimer.stop();
     if (m_source->generation() != before) m_pacer.request();
   });
+  connect(&m_blinkTimer, &QTimer::timeout, this, [this] {
+    m_blinkedAway = !m_blinkedAway;
+    m_pacer.request();
+  });
+  m_flashTimer.setSingleShot(true);
+  connect(&m_flashTimer, &QTimer::timeout, viewport(), qOverload<>(&QWidget::update));
 }
 
 TextCanvas::~TextCanvas() = default;
+
+void TextCanvas::setColors(const CanvasColors& colors) {
+  m_colors = colors;
+  QPalette own;
+  own.setColor(QPalette::Window, QColor::fromRgba(colors.background));
+  own.setColor(QPalette::Base, QColor::fromRgba(colors.background));
+  own.setColor(QPalette::Text, QColor::fromRgba(colors.text));
+  setPalette(own);
+  viewport()->setPalette(own);
+  m_frameValid = false;
+  viewport()->update();
+}
+
+void TextCanvas::setTextFont(const CanvasFont& font) {
+  if (font == m_fonts->font()) return;
+  m_fonts = std::make_unique<CanvasFonts>(font, m_fonts->scale());
+  updateGridSize();
+}
 
 void TextCanvas::addActions() {
   // The shortcuts are shown here and belong to the window's menus: two owners would make them ambiguous.
@@ -115,8 +131,19 @@ void TextCanvas::scrollToEndOfDocument() {
 }
 
 ScrollModel TextCanvas::scrollModel() const {
-  return {.contentHeight = m_source->rowCount() * m_fonts->metrics().height + 2 * toDevice(inset),
-          .viewportHeight = deviceHeight()};
+  const DevicePixels row = m_fonts->metrics().height;
+  DevicePixels height = m_source->rowCount() * row + 2 * toDevice(inset);
+  // Below a screen that does not fill the view the view is blank; it shows no part of a row above the screen.
+  const DevicePixels screen = m_source->screenRows() * row + 2 * toDevice(inset);
+  if (m_source->screenRows() > 0) height = height + std::max(deviceHeight() - screen, DevicePixels(0));
+  return {.contentHeight = height, .viewportHeight = deviceHeight()};
+}
+
+// Takes in what has changed, and takes the places that are held along.
+void TextCanvas::sync() {
+  m_source->sync();
+  m_anchor = m_source->moved(m_anchor);
+  m_selection.move([this](TextPosition position) { return m_source->moved(position); });
 }
 
 DevicePixels TextCanvas::offsetNow() {
@@ -126,12 +153,12 @@ DevicePixels TextCanvas::offsetNow() {
 }
 
 DevicePixels TextCanvas::scrollOffset() {
-  m_source->sync();
+  sync();
   return offsetNow();
 }
 
 DevicePixels TextCanvas::scrollMaximum() {
-  m_source->sync();
+  sync();
   return scrollModel().maximum();
 }
 
@@ -145,7 +172,7 @@ void TextCanvas::setOffset(DevicePixels offset) {
 }
 
 void TextCanvas::scrollTo(DevicePixels offset) {
-  m_source->sync();
+  sync();
   setOffset(offset);
   m_bar->flash();
   m_pacer.request();
@@ -174,7 +201,8 @@ void TextCanvas::makeFrameNow() {
 void TextCanvas::layOut() {
   const CellMetrics& cell = m_fonts->metrics();
   const DevicePixels viewportHeight = deviceHeight();
-  m_source->sync();
+  sync();
+  m_cursor = m_source->cursor();
   for (int round = 0; round < kLayoutRounds; ++round) {
     const std::uint64_t generation = m_source->generation();
     const DevicePixels top = offsetNow() - toDevice(inset);
@@ -183,18 +211,43 @@ void TextCanvas::layOut() {
     const CanvasRow last(std::min(bottom / cell.height, m_source->rowCount() - 1));
     m_rows.clear();
     m_frame.rows.clear();
+    m_firstRow = first;
     m_frame.rowHeight = cell.height;
     m_frame.firstRowTop = cell.topOf(first) - top;
     for (CanvasRow row = first; row <= last; ++row) {
       m_rows.push_back(m_source->content(row));
-      m_frame.rows.push_back(keyOf(m_rows.back()));
+      m_frame.rows.push_back(keyOf(row, *m_rows.back()));
     }
     if (m_source->generation() == generation) break;
   }
 }
 
-RowKey TextCanvas::keyOf(const RowContent& row) const {
-  RowKey key{.text = row.range, .stamp = row.stamp, .selected = row.columnsOf(m_selection.range())};
+ColumnRange TextCanvas::selectedColumns(const RowContent& row) const {
+  const TextRange range = m_selection.range();
+  if (!m_selection.isRectangle()) return row.columnsOf(range);
+  const bool isAcross = !m_selection.empty() && row.range.end >= range.begin && row.range.begin <= range.end;
+  return isAcross ? m_selection.columns() : ColumnRange();
+}
+
+// The cursor, if it is seen in this row just now: as an outline where the keyboard is elsewhere.
+std::optional<CanvasCursor> TextCanvas::cursorIn(CanvasRow row) const {
+  if (!m_cursor || m_cursor->row != row || !m_cursor->isShown || !m_preedit.isEmpty()) return std::nullopt;
+  CanvasCursor cursor = *m_cursor;
+  cursor.row = {};
+  if (!hasFocus()) {
+    cursor.look = CursorLook::HollowBlock;
+  } else if (cursor.blinks && m_blinkedAway) {
+    return std::nullopt;
+  }
+  return cursor;
+}
+
+RowKey TextCanvas::keyOf(CanvasRow number, const RowContent& row) const {
+  RowKey key{.content = row.stamp,
+             .selected = selectedColumns(row),
+             .cursor = cursorIn(number),
+             .link = m_link ? row.columnsOf(m_link->range) : ColumnRange(),
+             .isBlinkedAway = row.blinks && m_blinkedAway};
   if (m_marks == nullptr) return key;
   const RowMarks marks = m_marks->marksIn(row.range);
   std::ranges::transform(marks.found, std::back_inserter(key.found),
@@ -206,87 +259,45 @@ RowKey TextCanvas::keyOf(const RowContent& row) const {
 void TextCanvas::makeFrame() {
   const Frame before = std::exchange(m_frame, {});
   const bool comparable = std::exchange(m_frameValid, true);
+  const std::optional<CanvasCursor> cursorBefore = m_cursor;
   layOut();
   updateScrollBar();
+  // A cursor that moves is seen.
+  if (m_blinkedAway && m_cursor != cursorBefore) {
+    m_blinkedAway = false;
+    m_blinkTimer.start();
+    layOut();
+  }
+  updateBlinking();
   if (!m_refineTimer.isActive()) m_refineTimer.start();
   const FrameDamage damage = compareFrames(before, m_frame, deviceHeight());
   const double logicalShift = damage.shift.toDouble() / m_fonts->scale();
   const bool movable = logicalShift == std::floor(logicalShift);
   if (!comparable || damage.everything || !movable || !m_preedit.isEmpty()) {
     viewport()->update();
+    Q_EMIT frameChanged();
     return;
   }
   if (damage.shift != DevicePixels(0)) viewport()->scroll(0, static_cast<int>(logicalShift));
   updateRows(damage.dirtyRows);
-}
-
-void TextCanvas::updateRows(const std::vector<std::size_t>& rows) {
-  for (const std::size_t row : rows) {
-    QRectF area = toLogical({.x = {}, .y = m_frame.topOf(row)}, {}, m_frame.rowHeight);
-    area.setWidth(viewport()->width());
-    viewport()->update(area.toAlignedRect());
-  }
-}
-
-void TextCanvas::paintEvent(QPaintEvent* event) {
-  if (!m_frameValid) {
-    layOut();
-    updateScrollBar();
-    m_frameValid = true;
-  }
-  QPainter painter(viewport());
-  const double scale = m_fonts->scale();
-  // Device pixels: glyphs are drawn at their own size, and nothing falls between two pixels.
-  painter.scale(1 / scale, 1 / scale);
-  RowPainter rows(*m_fonts);
-  for (const QRect& logical : event->region()) {
-    const QRectF area(logical.x() * scale, logical.y() * scale, logical.width() * scale, logical.height() * scale);
-    painter.setClipRect(area);
-    painter.fillRect(area, Qt::black);
-    const double firstRow = (area.top() - m_frame.firstRowTop.toDouble()) / m_frame.rowHeight.toDouble();
-    for (auto row = static_cast<std::size_t>(std::max(firstRow, 0.0)); row < m_rows.size(); ++row) {
-      const DevicePoint at{.x = toDevice(inset), .y = m_frame.topOf(row)};
-      if (at.y.toDouble() >= area.bottom()) break;
-      rows.paint(m_rows[row], m_frame.rows[row].selected);
-      paintMarks(rows, row);
-      rows.draw(painter, at);
-    }
-  }
-  paintPreedit(painter);
-}
-
-// Text that is being composed stands after the last character, underlined.
-void TextCanvas::paintPreedit(QPainter& painter) {
-  if (m_preedit.isEmpty()) return;
-  const CellMetrics& cell = m_fonts->metrics();
-  const double scale = m_fonts->scale();
-  const QRectF caret = inputMethodQuery(Qt::ImCursorRectangle).toRectF();
-  const QRectF at(caret.x() * scale, caret.y() * scale, caret.width() * scale, caret.height() * scale);
-  QFont font = CanvasFonts::systemFont(kFontSize * scale);
-  font.setUnderline(true);
-  painter.setClipping(false);
-  painter.setFont(font);
-  const double width = QFontMetricsF(font).horizontalAdvance(m_preedit);
-  painter.fillRect(QRectF(at.left(), at.top(), width, cell.height.toDouble()), Qt::black);
-  painter.setPen(Qt::white);
-  painter.drawText(QPointF(at.left(), at.top() + cell.baseline.toDouble()), m_preedit);
+  if (damage.shift != DevicePixels(0) || !damage.dirtyRows.empty()) Q_EMIT frameChanged();
 }
 
 void TextCanvas::updateScale() {
   const double scale = devicePixelRatioF();
   if (scale == m_fonts->scale()) return;
-  m_fonts = std::make_unique<CanvasFonts>(kFontSize, scale);
+  m_fonts = std::make_unique<CanvasFonts>(m_fonts->font(), scale);
   m_frameValid = false;
 }
 
-TerminalSize TextCanvas::gridSizeFor(QSize size, double scale) {
-  return gridSizeIn(size - QSize(ThinScrollBar::breadth, 0), CanvasFonts(kFontSize, scale));
+TerminalSize TextCanvas::gridSizeFor(QSize size, double scale, const CanvasFont& font) {
+  return gridSizeIn(size - QSize(ThinScrollBar::breadth, 0), CanvasFonts(font, scale));
 }
 
 void TextCanvas::updateGridSize() {
   updateScale();
   const TerminalSize size = gridSizeIn(viewport()->size(), *m_fonts);
-  m_source->sync();
+  sync();
   m_source->setColumns(size.columns);
   m_frameValid = false;
   m_pacer.request();
@@ -321,11 +332,11 @@ bool TextCanvas::viewportEvent(QEvent* event) {
 QRectF TextCanvas::rectOf(TextPosition position) {
   const CellMetrics& cell = m_fonts->metrics();
   for (std::size_t i = 0; i < m_rows.size(); ++i) {
-    const TextRange range = m_rows[i].range;
+    const TextRange range = m_rows[i]->range;
     const bool inRow =
         position >= range.begin && (position < range.end || (position == range.end && i + 1 == m_rows.size()));
     if (!inRow) continue;
-    const CanvasColumn column = m_rows[i].columnOf(position);
+    const CanvasColumn column = m_rows[i]->columnOf(position);
     return toLogical({.x = toDevice(inset) + cell.leftOf(column), .y = m_frame.topOf(i)}, cell.width, cell.height);
   }
   return {};
@@ -340,9 +351,22 @@ void TextCanvas::keyPressEvent(QKeyEvent* event) {
   if (m_input != nullptr) m_input->keyPressed(*event);
 }
 
+void TextCanvas::keyReleaseEvent(QKeyEvent* event) {
+  if (m_input != nullptr) m_input->keyReleased(*event);
+}
+
 void TextCanvas::focusInEvent(QFocusEvent* event) {
   QAbstractScrollArea::focusInEvent(event);
+  m_blinkedAway = false;
   viewport()->update();
+  m_pacer.request();
+  if (m_input != nullptr) m_input->focusChanged(true);
+}
+
+void TextCanvas::focusOutEvent(QFocusEvent* event) {
+  QAbstractScrollArea::focusOutEvent(event);
+  m_pacer.request();
+  if (m_input != nullptr) m_input->focusChanged(false);
 }
 
 }  // namespace zolt

@@ -2,6 +2,7 @@
 
 #include <QAbstractScrollArea>
 #include <QTimer>
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -19,7 +20,10 @@ namespace zolt {
 
 class CanvasInput;
 class CanvasMarks;
+class LinkLabel;
+class RowPainter;
 class ThinScrollBar;
+struct PointerPlace;
 
 /// A scrolling widget that shows the rows of a row source and lets the user select and copy them.
 ///
@@ -37,10 +41,22 @@ class TextCanvas : public QAbstractScrollArea {
   ~TextCanvas() override;
 
   /// The terminal size of a canvas of `size`, in logical pixels, on a screen with `scale` device pixels to one of them.
-  static TerminalSize gridSizeFor(QSize size, double scale);
+  static TerminalSize gridSizeFor(QSize size, double scale, const CanvasFont& font = {});
 
   /// What is entered goes to `input`, which must outlive the canvas or be replaced before it goes; null: nowhere.
   void setInput(CanvasInput* input) { m_input = input; }
+  /// The font from now on; the size in characters changes with it.
+  void setTextFont(const CanvasFont& font);
+  const CanvasFont& textFont() const { return m_fonts->font(); }
+  /// The colours from now on. A background that is not opaque needs a window with an alpha channel.
+  void setColors(const CanvasColors& colors);
+  const CanvasColors& colors() const { return m_colors; }
+  /// Whether the pointer is followed while no button is held: for links, and for programs that ask for its motion.
+  void setPointerFollowed(bool followed);
+  /// How long a new size must hold before it is announced.
+  void setSizeRest(std::chrono::milliseconds rest) { m_sizeNotifier.setRest(rest); }
+  /// A brief, mild change of the whole view: a bell that is seen.
+  void flash();
 
   RowSource& source() { return *m_source; }
   TerminalSize gridSize() const { return m_gridSize; }
@@ -75,7 +91,8 @@ class TextCanvas : public QAbstractScrollArea {
 
   const Selection& selection() const { return m_selection; }
   void select(TextRange range);
-  QString selectedText() const { return textOf(m_selection.range()); }
+  void clearSelection();
+  QString selectedText() const;
   /// The text of a range as a person copies it.
   QString textOf(TextRange range) const;
   Q_INVOKABLE void copy();
@@ -99,10 +116,13 @@ class TextCanvas : public QAbstractScrollArea {
  Q_SIGNALS:
   /// The size of the text area: soon after the widget is first shown, then whenever a new one has come to rest.
   void gridSizeChanged(const zolt::TerminalSize& size);
+  /// A frame with other rows than the one before was made.
+  void frameChanged();
 
  protected:
   bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
   bool viewportEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
@@ -116,6 +136,11 @@ class TextCanvas : public QAbstractScrollArea {
   void contextMenuEvent(QContextMenuEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
   QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
   bool focusNextPrevChild(bool next) override;
@@ -126,7 +151,11 @@ class TextCanvas : public QAbstractScrollArea {
   void updateGridSize();
   void makeFrame();
   void layOut();
-  RowKey keyOf(const RowContent& row) const;
+  void sync();
+  RowKey keyOf(CanvasRow number, const RowContent& row) const;
+  ColumnRange selectedColumns(const RowContent& row) const;
+  std::optional<CanvasCursor> cursorIn(CanvasRow row) const;
+  void updateBlinking();
   void updateScrollBar();
   ScrollModel scrollModel() const;
   DevicePixels offsetNow();
@@ -137,10 +166,17 @@ class TextCanvas : public QAbstractScrollArea {
   /// The logical pixels of a rectangle given in device pixels.
   QRectF toLogical(DevicePoint topLeft, DevicePixels width, DevicePixels height) const;
   void updateRows(const std::vector<std::size_t>& rows);
-  void paintMarks(class RowPainter& painter, std::size_t row);
+  void paintRow(RowPainter& painter, std::size_t row);
+  void paintMarks(RowPainter& painter, std::size_t row);
   void paintPreedit(QPainter& painter);
   void selectionChanged();
-  TextRange selectableUnit(QPointF point, SelectionUnit unit);
+  SelectionEnd selectableUnit(QPointF point, SelectionUnit unit);
+  QString rectangleText() const;
+  CanvasRow firstScreenRow() const;
+  PointerPlace placeOf(QPointF point);
+  bool isUsedByProgram(const QMouseEvent& event);
+  void followLink(QPointF point, Qt::KeyboardModifiers modifiers);
+  void forgetLink();
   void beginSelection(QPointF point, SelectionUnit unit);
   void extendSelection(QPointF point);
   void pasteFrom(int clipboardMode);
@@ -157,8 +193,11 @@ class TextCanvas : public QAbstractScrollArea {
   TextPosition m_anchor;
   DevicePixels m_anchorDelta;
 
+  CanvasColors m_colors;
   Frame m_frame;
-  std::vector<RowContent> m_rows;  // of m_frame
+  std::vector<std::shared_ptr<const RowContent>> m_rows;  // of m_frame
+  CanvasRow m_firstRow;                                   // of them
+  std::optional<CanvasCursor> m_cursor;                   // at the last frame
   bool m_frameValid = false;
   bool m_updatingBar = false;
 
@@ -172,7 +211,13 @@ class TextCanvas : public QAbstractScrollArea {
   qint64 m_doubleClickTime = -1;
   QPointF m_doubleClickPoint;
   QTimer m_refineTimer;
+  QTimer m_blinkTimer;
+  bool m_blinkedAway = false;
+  QTimer m_flashTimer;
   QString m_preedit;
+  std::optional<CanvasLink> m_link;  // under the pointer
+  QPointF m_hoveredAt;
+  LinkLabel* m_linkLabel = nullptr;  // a child, made when first needed
 };
 
 }  // namespace zolt

@@ -31,7 +31,7 @@ void TextCanvas::marksChanged() {
 void TextCanvas::markScrollBar(const std::vector<TextRange>& ranges) {
   std::vector<BarMark> marks;
   marks.reserve(ranges.size());
-  m_source->sync();
+  sync();
   const auto rows = static_cast<double>(m_source->rowCount());
   const auto place = [&](TextPosition position) {
     return static_cast<double>(m_source->roughRowAt(position).value) / rows;
@@ -43,7 +43,7 @@ void TextCanvas::markScrollBar(const std::vector<TextRange>& ranges) {
 }
 
 void TextCanvas::reveal(TextRange range, LogicalPixels covered) {
-  m_source->sync();
+  sync();
   const CellMetrics& cell = m_fonts->metrics();
   const DevicePixels height = deviceHeight();
   const DevicePixels top = cell.topOf(m_source->rowAt(range.begin)) + toDevice(inset);
@@ -56,15 +56,15 @@ void TextCanvas::reveal(TextRange range, LogicalPixels covered) {
 TextRange TextCanvas::rangeInView() {
   makeFrameNow();
   if (m_rows.empty()) return {};
-  return {.begin = m_rows.front().range.begin, .end = m_rows.back().range.end};
+  return {.begin = m_rows.front()->range.begin, .end = m_rows.back()->range.end};
 }
 
 void TextCanvas::paintMarks(RowPainter& painter, std::size_t row) {
   const RowKey& key = m_frame.rows[row];
   for (const ColumnRange found : key.found) {
-    painter.paintMark(m_rows[row], found, kFound, kMarkedText);
+    painter.paintMark(*m_rows[row], found, kFound, kMarkedText);
   }
-  if (!key.current.empty()) painter.paintMark(m_rows[row], key.current, kCurrent, kMarkedText);
+  if (!key.current.empty()) painter.paintMark(*m_rows[row], key.current, kCurrent, kMarkedText);
 }
 
 }  // namespace zolt

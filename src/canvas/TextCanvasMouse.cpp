@@ -13,7 +13,9 @@
 #include <cmath>
 
 #include "canvas/CanvasInput.h"
+#include "canvas/LinkLabel.h"
 #include "canvas/TextCanvas.h"
+#include "controls/CommandKey.h"
 #include "controls/ThinScrollBar.h"
 
 namespace zolt {
@@ -52,7 +54,7 @@ TextPosition TextCanvas::positionAt(QPointF point) {
   const CellMetrics& cell = m_fonts->metrics();
   const DevicePixels y = toDevice(LogicalPixels(point.y())) - m_frame.firstRowTop;
   const auto index = std::clamp<std::int64_t>(y / cell.height, 0, std::ssize(m_rows) - 1);
-  const RowContent& row = m_rows[static_cast<std::size_t>(index)];
+  const RowContent& row = *m_rows[static_cast<std::size_t>(index)];
   if (y < DevicePixels(0)) return row.range.begin;
   // Below the last row is its end.
   if (y >= cell.height * std::ssize(m_rows)) return row.range.end;
@@ -60,15 +62,21 @@ TextPosition TextCanvas::positionAt(QPointF point) {
   return row.positionAt(CanvasColumn(static_cast<int>(std::lround(std::max(column, 0.0)))));
 }
 
-TextRange TextCanvas::selectableUnit(QPointF point, SelectionUnit unit) {
+SelectionEnd TextCanvas::selectableUnit(QPointF point, SelectionUnit unit) {
   TextPosition position = positionAt(point);
-  if (unit == SelectionUnit::Character) return {.begin = position, .end = position};
+  if (unit == SelectionUnit::Rectangle) {
+    const double column =
+        (toDevice(LogicalPixels(point.x())) - toDevice(inset)).toDouble() / m_fonts->metrics().width.toDouble();
+    return {.text = {.begin = position, .end = position},
+            .column = CanvasColumn(std::clamp(static_cast<int>(std::lround(column)), 0, m_source->columns()))};
+  }
+  if (unit == SelectionUnit::Character) return {.text = {.begin = position, .end = position}, .column = {}};
   // A unit is that of the character under the pointer, not of the gap nearest to it.
   const QRectF right = rectOf(position);
   const double halfCell = m_fonts->metrics().width.toDouble() / (2 * m_fonts->scale());
   const bool isLeft = point.x() < right.x() && right.x() > inset.value + halfCell;
-  if (position > TextPosition(0) && isLeft) position = position - 1;
-  return unit == SelectionUnit::Word ? m_source->wordAt(position) : m_source->lineAt(position);
+  if (isLeft) position = m_source->characterBefore(position);
+  return {.text = unit == SelectionUnit::Word ? m_source->wordAt(position) : m_source->lineAt(position), .column = {}};
 }
 
 void TextCanvas::beginSelection(QPointF point, SelectionUnit unit) {
@@ -87,13 +95,19 @@ void TextCanvas::select(TextRange range) {
   selectionChanged();
 }
 
+void TextCanvas::clearSelection() {
+  if (m_selection.empty()) return;
+  m_selection.clear();
+  m_pacer.request();
+}
+
 // Where the platform has a selection clipboard (X11, Wayland), a selection goes there.
 void TextCanvas::selectionChanged() {
   m_pacer.request();
   QClipboard* clipboard = QApplication::clipboard();
   if (!clipboard->supportsSelection() || m_selection.empty()) return;
   const TextRange range = m_selection.range();
-  if (range.length() > kSelectedAtOnce) {
+  if (!m_selection.isRectangle() && m_source->roughSize(range) > kSelectedAtOnce) {
     clipboard->setMimeData(new SelectedLater(*this, range), QClipboard::Selection);  // which owns it
   } else {
     clipboard->setText(selectedText(), QClipboard::Selection);
@@ -105,13 +119,35 @@ QString TextCanvas::textOf(TextRange range) const {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+QString TextCanvas::selectedText() const {
+  return m_selection.isRectangle() ? rectangleText() : textOf(m_selection.range());
+}
+
+// The part of each row that is in the rectangle, without the blanks at its end.
+QString TextCanvas::rectangleText() const {
+  QString text;
+  const TextRange range = m_selection.range();
+  const CanvasRow last = m_source->rowAt(range.end);
+  for (CanvasRow number = m_source->rowAt(range.begin); number <= last; ++number) {
+    const std::shared_ptr<const RowContent> row = m_source->content(number);
+    QString part = textOf(
+        {.begin = row->positionAt(m_selection.columns().begin), .end = row->positionAt(m_selection.columns().end)});
+    while (part.endsWith(QLatin1Char(' '))) {
+      part.chop(1);
+    }
+    text += part;
+    if (number < last) text += QLatin1Char('\n');
+  }
+  return text;
+}
+
 void TextCanvas::copy() {
   if (!m_selection.empty()) QApplication::clipboard()->setText(selectedText());
 }
 
 void TextCanvas::selectAll() {
-  m_source->sync();
-  select({.begin = {}, .end = m_source->end()});
+  sync();
+  select({.begin = m_source->begin(), .end = m_source->end()});
 }
 
 void TextCanvas::paste() {
@@ -123,7 +159,33 @@ void TextCanvas::pasteFrom(int clipboardMode) {
   if (m_input != nullptr && !text.isEmpty()) m_input->textPasted(text);
 }
 
+CanvasRow TextCanvas::firstScreenRow() const {
+  return CanvasRow(m_source->screenRows() > 0 ? m_source->rowCount() - m_source->screenRows() : 0);
+}
+
+PointerPlace TextCanvas::placeOf(QPointF point) {
+  const CellMetrics& cell = m_fonts->metrics();
+  const DevicePixels screenTop = m_frame.firstRowTop + cell.height * (firstScreenRow() - m_firstRow);
+  const DevicePoint pixel{.x = toDevice(LogicalPixels(point.x())) - toDevice(inset),
+                          .y = toDevice(LogicalPixels(point.y())) - screenTop};
+  const auto cellAt = [](DevicePixels at, DevicePixels size) {
+    return static_cast<int>(std::floor(at.toDouble() / size.toDouble()));
+  };
+  return {.row = CanvasRow(cellAt(pixel.y, cell.height)),
+          .column = CanvasColumn(cellAt(pixel.x, cell.width)),
+          .pixel = pixel};
+}
+
+// Shift keeps the mouse for the user.
+bool TextCanvas::isUsedByProgram(const QMouseEvent& event) {
+  if (m_input == nullptr || m_pointer || event.modifiers().testFlag(Qt::ShiftModifier)) return false;
+  return m_input->pointerUsed(event, placeOf(event.position()));
+}
+
 void TextCanvas::mousePressEvent(QMouseEvent* event) {
+  const bool opens = m_link && event->button() == Qt::LeftButton && holdsCommandKey(event->modifiers());
+  if (opens && m_input != nullptr) return m_input->linkOpened(m_link->target);
+  if (isUsedByProgram(*event)) return;
   if (event->button() == Qt::MiddleButton && QApplication::clipboard()->supportsSelection()) {
     pasteFrom(QClipboard::Selection);
     return;
@@ -141,12 +203,14 @@ void TextCanvas::mousePressEvent(QMouseEvent* event) {
     m_pointer = point;
     extendSelection(point);
   } else {
-    beginSelection(point, SelectionUnit::Character);
+    const bool isRectangle = m_source->screenRows() > 0 && event->modifiers().testFlag(Qt::AltModifier);
+    beginSelection(point, isRectangle ? SelectionUnit::Rectangle : SelectionUnit::Character);
     m_selectionStarted = true;
   }
 }
 
 void TextCanvas::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (isUsedByProgram(*event)) return;
   if (event->button() != Qt::LeftButton) return;
   m_doubleClickTime = static_cast<qint64>(event->timestamp());
   m_doubleClickPoint = event->position();
@@ -155,7 +219,8 @@ void TextCanvas::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void TextCanvas::mouseMoveEvent(QMouseEvent* event) {
-  if (!m_pointer) return;
+  if (!m_pointer && event->buttons() == Qt::NoButton) followLink(event->position(), event->modifiers());
+  if (isUsedByProgram(*event) || !m_pointer) return;
   m_pointer = event->position();
   extendSelection(event->position());
   const bool outside = m_pointer->y() < 0 || m_pointer->y() >= viewport()->height();
@@ -167,6 +232,7 @@ void TextCanvas::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void TextCanvas::mouseReleaseEvent(QMouseEvent* event) {
+  if (isUsedByProgram(*event)) return;
   if (event->button() != Qt::LeftButton || !m_pointer) return;
   m_pointer.reset();
   if (m_autoScrollTimer != 0) killTimer(std::exchange(m_autoScrollTimer, 0));
@@ -186,11 +252,15 @@ void TextCanvas::timerEvent(QTimerEvent* event) {
 }
 
 void TextCanvas::wheelEvent(QWheelEvent* event) {
+  const double rowHeight = m_fonts->metrics().height.toDouble() / m_fonts->scale();
+  const bool isTaken = m_input != nullptr && !event->modifiers().testFlag(Qt::ShiftModifier) &&
+                       m_input->wheelTurned(*event, placeOf(event->position()), rowHeight);
+  if (isTaken) return event->accept();
   double logical = event->pixelDelta().y();
   if (event->pixelDelta().isNull()) {
     const double rows =
         static_cast<double>(event->angleDelta().y()) / kWheelUnitsPerNotch * QApplication::wheelScrollLines();
-    logical = rows * m_fonts->metrics().height.toDouble() / m_fonts->scale();
+    logical = rows * rowHeight;
   }
   if (logical != 0) scrollTo(scrollOffset() - toDevice(LogicalPixels(logical)));
   event->accept();
@@ -203,6 +273,57 @@ void TextCanvas::contextMenuEvent(QContextMenuEvent* event) {
   menu->actions().front()->setEnabled(!m_selection.empty());
   connect(menu, &QMenu::aboutToHide, this, [this] { actions().front()->setEnabled(true); });
   menu->popup(event->globalPos());
+}
+
+void TextCanvas::setPointerFollowed(bool followed) {
+  viewport()->setMouseTracking(followed);
+  if (!followed) forgetLink();
+}
+
+// Underlines the link under the pointer, and tells where it leads.
+void TextCanvas::followLink(QPointF point, Qt::KeyboardModifiers modifiers) {
+  m_hoveredAt = point;
+  const CellMetrics& cell = m_fonts->metrics();
+  // The character under the pointer, which begins up to half a cell before the place that is nearest.
+  const QPointF middle(point.x() - cell.width.toDouble() / (2 * m_fonts->scale()), point.y());
+  const DevicePixels bottom = m_frame.topOf(m_rows.size());
+  const bool isOnText = toDevice(LogicalPixels(point.y())) >= m_frame.firstRowTop &&
+                        toDevice(LogicalPixels(point.y())) < bottom && point.x() >= inset.value;
+  std::optional<CanvasLink> link = isOnText ? m_source->linkAt(positionAt(middle)) : std::nullopt;
+  if (!link) return forgetLink();
+  viewport()->setCursor(holdsCommandKey(modifiers) ? Qt::PointingHandCursor : Qt::IBeamCursor);
+  if (m_link && m_link->range == link->range && m_link->target == link->target) return;
+  m_link = std::move(link);
+  if (m_linkLabel == nullptr) m_linkLabel = new LinkLabel(viewport());
+  m_linkLabel->showTarget(m_input == nullptr ? QString() : m_input->shownTarget(m_link->target), point.toPoint());
+  m_pacer.request();
+}
+
+void TextCanvas::forgetLink() {
+  if (!m_link) return;
+  m_link.reset();
+  m_linkLabel->hide();
+  viewport()->setCursor(Qt::IBeamCursor);
+  m_pacer.request();
+}
+
+void TextCanvas::leaveEvent(QEvent* event) {
+  QAbstractScrollArea::leaveEvent(event);
+  forgetLink();
+}
+
+void TextCanvas::dragEnterEvent(QDragEnterEvent* event) {
+  if (m_input != nullptr && m_input->canDrop(*event->mimeData())) event->acceptProposedAction();
+}
+
+void TextCanvas::dragMoveEvent(QDragMoveEvent* event) {
+  event->acceptProposedAction();
+}
+
+void TextCanvas::dropEvent(QDropEvent* event) {
+  if (m_input == nullptr || !m_input->canDrop(*event->mimeData())) return;
+  event->acceptProposedAction();
+  m_input->dropped(*event->mimeData());
 }
 
 }  // namespace zolt

@@ -9,4 +9,9 @@ namespace zolt {
 /// alone belongs to the shell) and Super+key. The first is the one shown in menus.
 QList<QKeySequence> commandShortcuts(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
+/// Whether the key that makes a click a command is held: Command on macOS, Control elsewhere.
+constexpr bool holdsCommandKey(Qt::KeyboardModifiers held) {
+  return held.testFlag(Qt::ControlModifier);  // Qt calls the Command key Ctrl
+}
+
 }  // namespace zolt

@@ -1,6 +1,7 @@
 #include "view/LogRowSource.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string_view>
 
 namespace zolt {
@@ -19,6 +20,22 @@ bool isWordCharacter(char c) {
          std::string_view("_-./~@+%:").find(c) != std::string_view::npos;
 }
 
+QRgb toRgb(const Color& color) {
+  const auto byte = [](double component) {
+    return static_cast<int>(std::lround(std::clamp(component, 0.0, 1.0) * 255));
+  };
+  return qRgba(byte(color.red), byte(color.green), byte(color.blue), byte(color.alpha));
+}
+
+CellLook lookOf(const TextAttributes& attributes) {
+  return {.foreground = attributes.foreground.alpha <= 0 ? 0 : toRgb(attributes.foreground),
+          .background = attributes.background ? toRgb(*attributes.background) : 0,
+          .weight = attributes.font.weight,
+          .slant = attributes.font.slant,
+          .underline = attributes.underline == Line::Single ? LineStyle::Single : LineStyle::None,
+          .struck = attributes.strikethrough == Line::Single};
+}
+
 }  // namespace
 
 LogRowSource::LogRowSource(const TextStorage& storage) : m_storage(storage), m_index(storage, kColumnsBeforeLayout) {}
@@ -27,9 +44,10 @@ bool LogRowSource::refine() {
   return m_index.refine(kRefinedAtOnce);
 }
 
-RowContent LogRowSource::content(CanvasRow row) {
+std::shared_ptr<const RowContent> LogRowSource::content(CanvasRow row) {
   const RowIndex::Row located = m_index.locate(row.value);
-  RowContent content;
+  auto made = std::make_shared<RowContent>();
+  RowContent& content = *made;
   content.range = {.begin = located.begin, .end = located.end};
   LineColumn column = located.beginColumn;
   const auto inRow = [&](LineColumn at) {
@@ -37,33 +55,32 @@ RowContent LogRowSource::content(CanvasRow row) {
         static_cast<int>(std::min<LineColumn>(at - located.firstColumn, static_cast<LineColumn>(columns()))));
   };
   content.steps.push_back({.position = located.begin, .column = inRow(column)});
-  m_storage.forEachRun(
-      located.begin, located.end, [&](TextPosition position, std::string_view text, const TextAttributes& attributes) {
-        while (!text.empty()) {
-          const std::size_t plain = std::min(text.find('\t'), text.size());
-          if (plain != 0) {
-            content.pieces.push_back(
-                {.column = inRow(column), .text = std::string(text.substr(0, plain)), .attributes = attributes});
-            column += plain;
-            position = position + plain;
-            text.remove_prefix(plain);
-          } else {
-            // A tab becomes blanks in its style, so that background and underline show.
-            const LineColumn after = afterTab(column);
-            const CanvasColumn from = inRow(column);
-            content.pieces.push_back({.column = from,
-                                      .text = std::string(static_cast<std::size_t>(inRow(after) - from), ' '),
-                                      .attributes = attributes});
-            column = after;
-            position = position + 1;
-            content.steps.push_back({.position = position, .column = inRow(column)});
-            text.remove_prefix(1);
-          }
-        }
-      });
+  m_storage.forEachRun(located.begin, located.end,
+                       [&](TextPosition position, std::string_view text, const TextAttributes& attributes) {
+                         const CellLook look = lookOf(attributes);
+                         while (!text.empty()) {
+                           const std::size_t plain = std::min(text.find('\t'), text.size());
+                           if (plain != 0) {
+                             content.addText(inRow(column), text.substr(0, plain), look);
+                             column += plain;
+                             position = position + plain;
+                             text.remove_prefix(plain);
+                           } else {
+                             // A tab becomes blanks in its style, so that background and underline show.
+                             const LineColumn after = afterTab(column);
+                             content.addBlank({.begin = inRow(column), .end = inRow(after)}, look);
+                             column = after;
+                             position = position + 1;
+                             content.steps.push_back({.position = position, .column = inRow(column)});
+                             text.remove_prefix(1);
+                           }
+                         }
+                       });
   content.end = inRow(std::max(column, located.firstColumn));
-  content.stamp = m_storage.lostBlocks().size();  // lost text, which is noticed when it is read, shows as a notice
-  return content;
+  // Nothing in a log changes, but lost text, which is noticed when it is read, shows as a notice.
+  content.stamp = {
+      .identity = located.begin.value, .extent = located.end.value, .version = m_storage.lostBlocks().size()};
+  return made;
 }
 
 TextRange LogRowSource::rowRange(CanvasRow row) {

@@ -19,7 +19,7 @@ class LogRowSource : public RowSource {
   std::uint64_t generation() const override { return m_index.generation(); }
   bool refine() override;
 
-  RowContent content(CanvasRow row) override;
+  std::shared_ptr<const RowContent> content(CanvasRow row) override;
   TextRange rowRange(CanvasRow row) override;
   CanvasRow rowAt(TextPosition position) override { return CanvasRow(m_index.rowAt(position)); }
   CanvasRow roughRowAt(TextPosition position) const override { return CanvasRow(m_index.roughRowAt(position)); }
@@ -28,6 +28,7 @@ class LogRowSource : public RowSource {
   std::string text(TextRange range) const override;
   TextRange wordAt(TextPosition position) const override;
   TextRange lineAt(TextPosition position) const override;
+  TextPosition characterBefore(TextPosition position) const override { return position.backBy(1); }
 
  private:
   const TextStorage& m_storage;

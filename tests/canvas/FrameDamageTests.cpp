@@ -9,13 +9,13 @@ namespace {
 constexpr DevicePixels kRow = 10_px;
 constexpr DevicePixels kViewport = 50_px;
 
-// Rows that show the characters from 100 * n on, for each n from `first` on.
+// The rows from number `first` on.
 Frame frameOf(std::uint64_t first, std::size_t rows, DevicePixels top = 0_px) {
   Frame frame;
   frame.rowHeight = kRow;
   frame.firstRowTop = top;
   for (std::uint64_t n = first; n < first + rows; ++n) {
-    frame.rows.push_back({.text = {.begin = TextPosition(100 * n), .end = TextPosition(100 * n + 50)}});
+    frame.rows.push_back({.content = {.identity = n, .extent = 50}});
   }
   return frame;
 }
@@ -35,7 +35,7 @@ TEST(FrameDamage, IsNothingBetweenEqualFrames) {
 
 TEST(FrameDamage, IsTheRowWhoseTextGrew) {
   Frame after = frameOf(3, 5);
-  after.rows[4].text.end = 751_pos;
+  after.rows[4].content.extent = 51;
   EXPECT_EQ(compare(frameOf(3, 5), after).dirtyRows, Rows{4});
 }
 
@@ -54,7 +54,7 @@ TEST(FrameDamage, IsTheRowWhoseMarksChanged) {
 
 TEST(FrameDamage, IsTheRowThatWasRewrittenInPlace) {
   Frame after = frameOf(3, 5);
-  after.rows[2].stamp = 1;
+  after.rows[2].content.version = 1;
   EXPECT_EQ(compare(frameOf(3, 5), after).dirtyRows, Rows{2});
 }
 

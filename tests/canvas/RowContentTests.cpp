@@ -63,6 +63,42 @@ TEST(RowContent, TellsTheColumnsOfTheTextThatItShares) {
   EXPECT_EQ(row().columnsOf(rangeOf(15, 15)), ColumnRange());
 }
 
+// "a", a wide character of three bytes, "b".
+RowContent withAWideCharacter() {
+  RowContent row;
+  row.range = rangeOf(10, 15);
+  row.end = 4_col;
+  row.steps = {{.position = 10_pos, .column = 0_col},
+               {.position = 11_pos, .column = 1_col, .isUnit = true},
+               {.position = 14_pos, .column = 3_col}};
+  return row;
+}
+
+TEST(RowContent, NeverPointsIntoAUnit) {
+  const RowContent row = withAWideCharacter();
+  EXPECT_EQ(row.positionAt(1_col), 11_pos);
+  EXPECT_EQ(row.positionAt(2_col), 14_pos);
+  EXPECT_EQ(row.positionAt(3_col), 14_pos);
+  EXPECT_EQ(row.columnOf(12_pos), 1_col);
+  EXPECT_EQ(row.columnOf(13_pos), 1_col);
+  EXPECT_EQ(row.columnOf(14_pos), 3_col);
+  EXPECT_EQ(row.columnsOf(rangeOf(11, 14)), (ColumnRange{.begin = 1_col, .end = 3_col}));
+}
+
+TEST(RowContent, KeepsTheTextOfItsPieces) {
+  RowContent row;
+  row.addText(0_col, "ab", {});
+  row.addBlank({.begin = 2_col, .end = 4_col}, {.background = qRgb(1, 2, 3)});
+  row.addCluster({.begin = 4_col, .end = 6_col}, "\u6F22", {.blinks = true});
+  EXPECT_EQ(row.text, "ab  \u6F22");
+  ASSERT_EQ(row.pieces.size(), 3U);
+  EXPECT_EQ(row.textOf(row.pieces[2]), "\u6F22");
+  EXPECT_EQ(row.pieces[1].range(), (ColumnRange{.begin = 2_col, .end = 4_col}));
+  EXPECT_TRUE(row.pieces[2].isCluster);
+  EXPECT_FALSE(row.pieces[1].isCluster);
+  EXPECT_TRUE(row.blinks);
+}
+
 TEST(RowContent, IsEmptyWithoutSteps) {
   EXPECT_EQ(RowContent().columnOf(0_pos), 0_col);
   EXPECT_EQ(RowContent().positionAt(5_col), 0_pos);

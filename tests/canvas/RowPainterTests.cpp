@@ -9,26 +9,33 @@
 #include <algorithm>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "canvas/CanvasLiterals.h"
 
 namespace zolt {
 namespace {
 
-constexpr Color kRed{1, 0, 0, 1};
-constexpr Color kGreen{0, 1, 0, 1};
-constexpr Color kBlue{0, 0, 1, 1};
+constexpr QRgb kRed = qRgb(255, 0, 0);
+constexpr QRgb kGreen = qRgb(0, 255, 0);
+constexpr QRgb kBlue = qRgb(0, 0, 255);
 
-StyledPiece piece(int column, std::string text, TextAttributes attributes) {
-  return {.column = CanvasColumn(column), .text = std::move(text), .attributes = attributes};
+struct Piece {
+  int column;
+  std::string text;
+  CellLook look;
+};
+
+Piece piece(int column, std::string text, const CellLook& look) {
+  return {.column = column, .text = std::move(text), .look = look};
 }
 
-RowContent row(std::vector<StyledPiece> pieces) {
+RowContent row(const std::vector<Piece>& pieces) {
   RowContent content;
-  for (const StyledPiece& piece : pieces) {
-    content.end = std::max(content.end, piece.column + static_cast<int>(piece.text.size()));
+  for (const Piece& piece : pieces) {
+    content.addText(CanvasColumn(piece.column), piece.text, piece.look);
+    content.end = std::max(content.end, content.pieces.back().range().end);
   }
-  content.pieces = std::move(pieces);
   return content;
 }
 
@@ -50,9 +57,9 @@ class RowPainterTest : public testing::TestWithParam<double> {
     return {(cell.width * (column + 1)).toInt(), 0, (cell.width * count).toInt(), cell.height.toInt()};
   }
 
-  CanvasFonts fonts{14, GetParam()};
+  CanvasFonts fonts{CanvasFont(), GetParam()};
   const CellMetrics& cell = fonts.metrics();
-  RowPainter rows{fonts};
+  RowPainter rows{fonts, CanvasColors()};
 };
 
 // The largest difference of any component of any pixel.
@@ -96,12 +103,12 @@ TEST_P(RowPainterTest, DrawsGlyphsWithEdgesAsQtDoes) {
   const std::string text = "fjW@gy_|~#(Q{%&";
   for (const FontWeight weight : {FontWeight::Regular, FontWeight::Bold}) {
     for (const FontSlant slant : {FontSlant::Upright, FontSlant::Italic}) {
-      TextAttributes attributes;
-      attributes.font.weight = weight;
-      attributes.font.slant = slant;
-      attributes.foreground = {0.8, 0.4, 0.2, 1};
-      attributes.background = kBlue;
-      const QImage ours = picture(row({piece(0, text, attributes)}));
+      CellLook look;
+      look.weight = weight;
+      look.slant = slant;
+      look.foreground = qRgb(204, 102, 51);
+      look.background = kBlue;
+      const QImage ours = picture(row({piece(0, text, look)}));
 
       QFont font = CanvasFonts::systemFont(14 * GetParam());
       font.setBold(weight == FontWeight::Bold);
@@ -129,10 +136,10 @@ TEST_P(RowPainterTest, DrawsGlyphsWithEdgesAsQtDoes) {
 }
 
 TEST_P(RowPainterTest, GivesEachCellItsOwnColours) {
-  TextAttributes one;
+  CellLook one;
   one.foreground = kRed;
   one.background = kGreen;
-  TextAttributes other;
+  CellLook other;
   other.foreground = kGreen;
   other.background = kBlue;
   const QImage image = picture(row({piece(0, "|", one), piece(1, "|", other)}));
@@ -146,10 +153,10 @@ TEST_P(RowPainterTest, GivesEachCellItsOwnColours) {
 }
 
 TEST_P(RowPainterTest, MixesHalfTransparentTextAndLinesWithWhatIsBehind) {
-  TextAttributes dim;
-  dim.foreground = {1, 1, 1, 0.5};
+  CellLook dim;
+  dim.foreground = qRgba(255, 255, 255, 128);
   dim.background = kBlue;
-  dim.underline = Line::Single;
+  dim.underline = LineStyle::Single;
   const QImage image = picture(row({piece(0, "W", dim)}));
   const QRgb half = qRgb(128, 128, 255);
   EXPECT_EQ(image.pixel(cells(0, 1).left(), cell.underlineTop.toInt()), half);
@@ -165,7 +172,7 @@ TEST_P(RowPainterTest, MixesHalfTransparentTextAndLinesWithWhatIsBehind) {
 }
 
 TEST_P(RowPainterTest, PaintsTheSelectionUnderTheTextAndBeyondItsEnd) {
-  TextAttributes red;
+  CellLook red;
   red.background = kRed;
   const QImage image = picture(row({piece(0, "WW", red)}), {.begin = 1_col, .end = 4_col});
   EXPECT_EQ(image.pixel(cells(0, 1).topLeft()), qRgb(255, 0, 0));
@@ -177,10 +184,10 @@ TEST_P(RowPainterTest, PaintsTheSelectionUnderTheTextAndBeyondItsEnd) {
 }
 
 TEST_P(RowPainterTest, MarksColumnsInTwoColoursAndNoPixelBeside) {
-  TextAttributes attributes;
-  attributes.font.slant = FontSlant::Italic;
-  attributes.font.weight = FontWeight::Bold;
-  const RowContent content = row({piece(0, "WfWfW", attributes)});
+  CellLook look;
+  look.slant = FontSlant::Italic;
+  look.weight = FontWeight::Bold;
+  const RowContent content = row({piece(0, "WfWfW", look)});
   const QImage before = picture(content);
   rows.paintMark(content, {.begin = 1_col, .end = 3_col}, qRgb(255, 255, 0), qRgb(0, 0, 0));
   const QImage after = drawn();
@@ -191,13 +198,132 @@ TEST_P(RowPainterTest, MarksColumnsInTwoColoursAndNoPixelBeside) {
 }
 
 TEST_P(RowPainterTest, ShowsNothingOfTheRowBefore) {
-  TextAttributes red;
+  CellLook red;
   red.background = kRed;
   picture(row({piece(0, "a long row of text", red)}));
   const QImage image = picture(row({piece(0, "ab", red)}));
   EXPECT_EQ(image, picture(row({piece(0, "ab", red)})));
   EXPECT_EQ(pixelsOf(image, cells(2, 20), qRgb(0, 0, 0)), cells(2, 20).width() * cells(2, 20).height());
   EXPECT_EQ(pixelsOf(picture(row({})), image.rect(), qRgb(0, 0, 0)), image.width() * image.height());
+}
+
+CellLook underlined(LineStyle style) {
+  return {.foreground = kRed, .underlineColor = kGreen, .underline = style};
+}
+
+// The rows of the picture in which a pixel of the area has this colour.
+int linesWith(const QImage& image, QRect area, QRgb color) {
+  int lines = 0;
+  for (int y = area.top(); y <= area.bottom(); ++y) {
+    lines += pixelsOf(image, QRect(area.left(), y, area.width(), 1), color) > 0 ? 1 : 0;
+  }
+  return lines;
+}
+
+TEST_P(RowPainterTest, UnderlinesInFiveStylesAndAColourOfTheirOwn) {
+  const int thick = cell.lineThickness.toInt();
+  std::vector<QImage> images;
+  for (const LineStyle style :
+       {LineStyle::Single, LineStyle::Double, LineStyle::Curly, LineStyle::Dotted, LineStyle::Dashed}) {
+    images.push_back(picture(row({piece(0, "   ", underlined(style))})));
+    const QImage& image = images.back();
+    EXPECT_TRUE(hasGlyph(image, cells(1, 1), kGreen)) << static_cast<int>(style);
+    EXPECT_FALSE(hasGlyph(image, cells(1, 1), kRed)) << static_cast<int>(style);
+    EXPECT_EQ(image.copy(cells(1, 1)), image.copy(cells(2, 1))) << "the pattern of each cell is the same";
+    for (std::size_t other = 0; other + 1 < images.size(); ++other) {
+      EXPECT_NE(image, images[other]) << static_cast<int>(style) << " looks like " << other;
+    }
+  }
+  EXPECT_EQ(linesWith(images[0], cells(0, 3), kGreen), thick);
+  EXPECT_EQ(linesWith(images[1], cells(0, 3), kGreen), 2 * thick);
+}
+
+TEST_P(RowPainterTest, DrawsLinesAboveAndThroughText) {
+  const QImage over = picture(row({piece(0, " ", {.foreground = kRed, .overlined = true})}));
+  EXPECT_EQ(over.pixel(cells(0, 1).topLeft()), kRed);
+  const QImage through = picture(row({piece(0, " ", {.foreground = kRed, .struck = true})}));
+  EXPECT_EQ(through.pixel(cells(0, 1).left(), cell.strikethroughTop.toInt()), kRed);
+}
+
+TEST_P(RowPainterTest, HidesBlinkingTextAndLeavesTheRest) {
+  const RowContent content = row({piece(0, "W", {.foreground = kRed, .background = kBlue, .blinks = true}),
+                                  piece(1, "W", {.foreground = kGreen})});
+  rows.paint(content, {}, RowPainter::Blinking::Hidden);
+  const QImage image = drawn();
+  EXPECT_EQ(pixelsOf(image, cells(0, 1), kBlue), cells(0, 1).width() * cells(0, 1).height());
+  EXPECT_TRUE(hasGlyph(image, cells(1, 1), kGreen));
+}
+
+TEST_P(RowPainterTest, ShowsTheCursorInFourLooks) {
+  const RowContent content = row({piece(0, "WW", {.foreground = kRed})});
+  const auto with = [&](CursorLook look) {
+    rows.paint(content, {});
+    rows.paintCursor(content,
+                     {.columns = {.begin = 1_col, .end = 2_col}, .look = look, .color = kGreen, .text = kBlue});
+    return drawn();
+  };
+  const QImage block = with(CursorLook::Block);
+  EXPECT_TRUE(hasGlyph(block, cells(1, 1), kBlue));
+  EXPECT_FALSE(hasGlyph(block, cells(1, 1), kRed));
+  EXPECT_EQ(block.pixel(cells(1, 1).topLeft()), kGreen);
+  const QImage hollow = with(CursorLook::HollowBlock);
+  EXPECT_TRUE(hasGlyph(hollow, cells(1, 1), kRed)) << "the character stays as it was";
+  for (const QPoint corner :
+       {cells(1, 1).topLeft(), cells(1, 1).topRight(), cells(1, 1).bottomLeft(), cells(1, 1).bottomRight()}) {
+    EXPECT_EQ(hollow.pixel(corner), kGreen);
+  }
+  const QImage bar = with(CursorLook::Bar);
+  EXPECT_EQ(bar.pixel(cells(1, 1).topLeft()), kGreen);
+  EXPECT_NE(bar.pixel(cells(1, 1).topRight()), kGreen);
+  const QImage line = with(CursorLook::Underline);
+  EXPECT_EQ(line.pixel(cells(1, 1).bottomRight()), kGreen);
+  EXPECT_NE(line.pixel(cells(1, 1).topLeft()), kGreen);
+  for (const QImage& image : {block, hollow, bar, line}) {
+    EXPECT_TRUE(hasGlyph(image, cells(0, 1), kRed)) << "the character before it";
+    EXPECT_EQ(pixelsOf(image, cells(2, 3), kGreen), 0);
+  }
+}
+
+// Whichever font has the character, and even if none has.
+TEST_P(RowPainterTest, KeepsClustersWithinTheirCells) {
+  for (const char* cluster : {"\u6F22", "e\u0301", "\U0001F600", "\u0E01\u0E33", "\u2A0C"}) {
+    for (const int columns : {1, 2}) {
+      RowContent content;
+      content.addCluster({.begin = 2_col, .end = CanvasColumn(2 + columns)}, cluster, {.foreground = kRed});
+      content.end = 8_col;
+      const QImage image = picture(content);
+      const auto blank = [&](QRect area) {
+        return pixelsOf(image, area, qRgb(0, 0, 0)) == area.width() * area.height();
+      };
+      EXPECT_FALSE(blank(cells(2, columns))) << cluster;
+      EXPECT_TRUE(blank(cells(0, 1))) << cluster;
+      EXPECT_TRUE(blank(cells(4, 4))) << cluster;
+    }
+  }
+}
+
+TEST_P(RowPainterTest, LetsTheDesktopShowThroughATranslucentBackground) {
+  RowPainter translucent(fonts, {.background = qRgba(0, 0, 0, 128)});
+  translucent.paint(
+      row({piece(0, "W", {.foreground = kRed}), piece(1, "W", {.foreground = kRed, .background = kBlue})}), {});
+  QImage image((cell.width * 30).toInt(), cell.height.toInt(), QImage::Format_ARGB32_Premultiplied);
+  image.fill(Qt::transparent);
+  QPainter painter(&image);
+  painter.setCompositionMode(QPainter::CompositionMode_Source);
+  translucent.draw(painter, {.x = cell.width, .y = {}});
+  painter.end();
+  EXPECT_EQ(qAlpha(image.pixel(cells(0, 1).topLeft())), 128);
+  EXPECT_EQ(image.pixel(cells(1, 1).topLeft()), kBlue) << "a background of its own is opaque";
+  const auto alphas = [&](QRect area) {
+    int most = 0;
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+      for (int x = area.left(); x <= area.right(); ++x) {
+        most = std::max(most, qAlpha(image.pixel(x, y)));
+      }
+    }
+    return most;
+  };
+  EXPECT_GT(alphas(cells(0, 1)), 200) << "the glyph is opaque";
 }
 
 INSTANTIATE_TEST_SUITE_P(Scales, RowPainterTest, testing::Values(1.0, 1.5, 2.0));

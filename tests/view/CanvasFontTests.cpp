@@ -25,7 +25,7 @@ TEST(CanvasFonts, AreFixedPitchAndOfTheFamilyThatTheSystemIsSetTo) {
 
 TEST(CanvasFonts, PutTheirLinesInsideTheCell) {
   for (const double scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
-    const CellMetrics cell = CanvasFonts(14, scale).metrics();
+    const CellMetrics cell = CanvasFonts({.size = 14}, scale).metrics();
     EXPECT_GT(cell.baseline, 0_px) << scale;
     EXPECT_LT(cell.baseline, cell.height) << scale;
     EXPECT_GT(cell.underlineTop, cell.strikethroughTop) << scale;

@@ -16,9 +16,10 @@ struct Log {
   // The row as a person sees it.
   std::string row(std::int64_t number) {
     std::string picture;
-    for (const StyledPiece& piece : source.content(CanvasRow(number)).pieces) {
+    const auto content = source.content(CanvasRow(number));
+    for (const TextPiece& piece : content->pieces) {
       picture.resize(static_cast<std::size_t>(piece.column.value), ' ');
-      picture += piece.text;
+      picture += content->textOf(piece);
     }
     return picture;
   }
@@ -44,7 +45,7 @@ TEST(LogRowSource, EndsALineAtALineFeedACarriageReturnOrBothTogether) {
 TEST(LogRowSource, StopsTabsEveryEightColumns) {
   Log log("a\tb\t", 40);
   EXPECT_EQ(log.row(0), "a       b       ");
-  EXPECT_EQ(log.source.content(0_row).end, 16_col);
+  EXPECT_EQ(log.source.content(0_row)->end, 16_col);
 }
 
 TEST(LogRowSource, ShowsTheRestOfATabThatReachesOverTheEndOfARow) {
@@ -55,7 +56,7 @@ TEST(LogRowSource, ShowsTheRestOfATabThatReachesOverTheEndOfARow) {
 
 TEST(LogRowSource, FindsColumnsAndPositionsInARow) {
   Log log("a\tbc", 40);
-  const RowContent row = log.source.content(0_row);
+  const RowContent row = *log.source.content(0_row);
   EXPECT_EQ(row.positionAt(0_col), 0_pos);
   EXPECT_EQ(row.positionAt(8_col), 2_pos);
   EXPECT_EQ(row.positionAt(4_col), 2_pos) << "inside the tab: the character after it";
@@ -74,15 +75,15 @@ TEST(LogRowSource, GivesRowsAnotherStampOnceTheirTextIsLost) {
   source.setColumns(80);
   storage.append(AttributedString(std::string(79, 'x') + '\n', TextAttributes()));
   source.sync();
-  const RowContent before = source.content(0_row);
-  EXPECT_EQ(source.content(0_row).stamp, before.stamp);
+  const RowContent before = *source.content(0_row);
+  EXPECT_EQ(source.content(0_row)->stamp, before.stamp);
   for (int i = 0; i < 10; ++i) {
     storage.append(AttributedString(std::string(TextBlock::capacity, 'x'), TextAttributes()));
   }
   storage.waitUntilIdle();
   source.sync();
-  const RowContent after = source.content(0_row);
-  ASSERT_NE(after.pieces.front().text, before.pieces.front().text) << "a notice stands there";
+  const RowContent after = *source.content(0_row);
+  ASSERT_NE(after.text, before.text) << "a notice stands there";
   EXPECT_EQ(after.range, before.range);
   EXPECT_NE(after.stamp, before.stamp);
 }
@@ -106,19 +107,37 @@ TEST(LogRowSource, CopiesEveryLineEndAsALineFeed) {
   EXPECT_EQ(log.source.text({.begin = 0_pos, .end = log.source.end()}), "a\nb\nc\nd");
 }
 
-TEST(LogRowSource, KeepsTheStyleOfEachPiece) {
+TEST(LogRowSource, ShowsEachPieceInItsStyle) {
   Log log("", 80);
-  TextAttributes bold;
-  bold.font.weight = FontWeight::Bold;
-  AttributedString text("plain", TextAttributes{});
-  log.storage.append(text);
-  log.storage.append(AttributedString("bold", bold));
+  TextAttributes loud;
+  loud.font.weight = FontWeight::Bold;
+  loud.font.slant = FontSlant::Italic;
+  loud.foreground = {1, 0.5, 0, 1};
+  loud.background = Color{0, 0, 2, 1};  // more than a screen can show
+  loud.underline = Line::Single;
+  loud.strikethrough = Line::Single;
+  TextAttributes dim;
+  dim.foreground = Color::white.withAlpha(0.5);
+  TextAttributes hidden;
+  hidden.foreground = Color::clear;
+  log.storage.append(AttributedString("plain", TextAttributes{}));
+  log.storage.append(AttributedString("loud", loud));
+  log.storage.append(AttributedString("dim", dim));
+  log.storage.append(AttributedString("hidden", hidden));
   log.source.sync();
-  const RowContent row = log.source.content(0_row);
-  ASSERT_EQ(row.pieces.size(), 2U);
-  EXPECT_EQ(row.pieces[1].text, "bold");
+  const RowContent row = *log.source.content(0_row);
+  ASSERT_EQ(row.pieces.size(), 4U);
+  EXPECT_EQ(row.pieces[0].look, CellLook());
+  EXPECT_EQ(row.textOf(row.pieces[1]), "loud");
   EXPECT_EQ(row.pieces[1].column, 5_col);
-  EXPECT_EQ(row.pieces[1].attributes, bold);
+  EXPECT_EQ(row.pieces[1].look, (CellLook{.foreground = qRgb(255, 128, 0),
+                                          .background = qRgb(0, 0, 255),
+                                          .weight = FontWeight::Bold,
+                                          .slant = FontSlant::Italic,
+                                          .underline = LineStyle::Single,
+                                          .struck = true}));
+  EXPECT_EQ(row.pieces[2].look, (CellLook{.foreground = qRgba(255, 255, 255, 128)}));
+  EXPECT_EQ(qAlpha(row.pieces[3].look.foreground), 0);
 }
 
 }  // namespace

@@ -1,0 +1,112 @@
+// Painting a frame: its rows, what is being composed, and what blinks.
+#include <QApplication>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QStyleHints>
+#include <algorithm>
+
+#include "canvas/RowPainter.h"
+#include "canvas/TextCanvas.h"
+
+namespace zolt {
+
+namespace {
+
+constexpr std::chrono::milliseconds kFlashTime{120};
+// Over the text at its brightest: to be noticed, not to dazzle.
+constexpr int kFlashAlpha = 48;
+
+}  // namespace
+
+void TextCanvas::updateRows(const std::vector<std::size_t>& rows) {
+  for (const std::size_t row : rows) {
+    QRectF area = toLogical({.x = {}, .y = m_frame.topOf(row)}, {}, m_frame.rowHeight);
+    area.setWidth(viewport()->width());
+    viewport()->update(area.toAlignedRect());
+  }
+}
+
+void TextCanvas::paintEvent(QPaintEvent* event) {
+  if (!m_frameValid) {
+    layOut();
+    updateScrollBar();
+    updateBlinking();
+    m_frameValid = true;
+  }
+  QPainter painter(viewport());
+  // What is translucent replaces what was there.
+  painter.setCompositionMode(QPainter::CompositionMode_Source);
+  const double scale = m_fonts->scale();
+  // Device pixels: glyphs are drawn at their own size, and nothing falls between two pixels.
+  painter.scale(1 / scale, 1 / scale);
+  RowPainter rows(*m_fonts, m_colors);
+  for (const QRect& logical : event->region()) {
+    const QRectF area(logical.x() * scale, logical.y() * scale, logical.width() * scale, logical.height() * scale);
+    painter.setClipRect(area);
+    painter.fillRect(area, QColor::fromRgba(m_colors.background));
+    const double firstRow = (area.top() - m_frame.firstRowTop.toDouble()) / m_frame.rowHeight.toDouble();
+    for (auto row = static_cast<std::size_t>(std::max(firstRow, 0.0)); row < m_rows.size(); ++row) {
+      const DevicePoint at{.x = toDevice(inset), .y = m_frame.topOf(row)};
+      if (at.y.toDouble() >= area.bottom()) break;
+      paintRow(rows, row);
+      rows.draw(painter, at);
+    }
+  }
+  painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+  paintPreedit(painter);
+  if (m_flashTimer.isActive()) {
+    QColor flash = QColor::fromRgba(m_colors.text);
+    flash.setAlpha(kFlashAlpha);
+    painter.setClipping(false);
+    painter.resetTransform();
+    painter.fillRect(viewport()->rect(), flash);
+  }
+}
+
+void TextCanvas::paintRow(RowPainter& painter, std::size_t row) {
+  const RowKey& key = m_frame.rows[row];
+  painter.paint(*m_rows[row], key.selected,
+                key.isBlinkedAway ? RowPainter::Blinking::Hidden : RowPainter::Blinking::Shown);
+  if (!key.link.empty()) painter.paintLink(*m_rows[row], key.link);
+  paintMarks(painter, row);
+  if (key.cursor) painter.paintCursor(*m_rows[row], *key.cursor);
+}
+
+// Text that is being composed stands at the cursor, underlined, in the view whatever its length.
+void TextCanvas::paintPreedit(QPainter& painter) {
+  if (m_preedit.isEmpty()) return;
+  const CellMetrics& cell = m_fonts->metrics();
+  const double scale = m_fonts->scale();
+  const QRectF caret = inputMethodQuery(Qt::ImCursorRectangle).toRectF();
+  QRectF at(caret.x() * scale, caret.y() * scale, caret.width() * scale, caret.height() * scale);
+  QFont font = CanvasFonts::fontFor(m_fonts->font(), m_fonts->font().size * scale);
+  font.setUnderline(true);
+  painter.setClipping(false);
+  painter.setFont(font);
+  const double width = QFontMetricsF(font).horizontalAdvance(m_preedit);
+  if (m_cursor) at.moveLeft(std::max(std::min(at.left(), viewport()->width() * scale - width), 0.0));
+  painter.fillRect(QRectF(at.left(), at.top(), width, cell.height.toDouble()), QColor::fromRgba(m_colors.background));
+  painter.setPen(QColor::fromRgba(m_colors.text));
+  painter.drawText(QPointF(at.left(), at.top() + cell.baseline.toDouble()), m_preedit);
+}
+
+// The timer runs only while something in view blinks, and the desktop lets cursors blink.
+void TextCanvas::updateBlinking() {
+  const bool cursorBlinks = m_cursor && m_cursor->isShown && m_cursor->blinks && hasFocus();
+  const bool textBlinks = std::ranges::any_of(m_rows, [](const auto& row) { return row->blinks; });
+  const int period = QApplication::styleHints()->cursorFlashTime();
+  if (period <= 0 || !(cursorBlinks || textBlinks)) {
+    m_blinkTimer.stop();
+    if (m_blinkedAway) m_pacer.request();
+    m_blinkedAway = false;
+  } else if (!m_blinkTimer.isActive()) {
+    m_blinkTimer.start(period / 2);
+  }
+}
+
+void TextCanvas::flash() {
+  m_flashTimer.start(kFlashTime);
+  viewport()->update();
+}
+
+}  // namespace zolt
