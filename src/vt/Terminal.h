@@ -8,6 +8,7 @@
 
 #include "vt/input/Keyboard.h"
 #include "vt/parser/Parser.h"
+#include "vt/snapshot/ScreenSnapshot.h"
 #include "vt/state/TerminalState.h"
 
 namespace zolt::vt {
@@ -54,6 +55,9 @@ class Terminal {
   Screen& screen() { return m_state.screen; }
   const TerminalState& state() const { return m_state; }
 
+  /// What is shown now. Rows that have not changed since the last call are shared with its result.
+  std::shared_ptr<const ScreenSnapshot> snapshot() { return m_snapshots.make(m_state); }
+
   /// The replies since the last call, to be written to the program.
   std::string takeReplies() { return std::exchange(m_state.replies, {}); }
   /// The events since the last call.
@@ -68,6 +72,7 @@ class Terminal {
   std::unique_ptr<Dispatcher> m_dispatcher;
   Parser m_parser;
   MouseReporter m_mouse;
+  SnapshotMaker m_snapshots;
 };
 
 }  // namespace zolt::vt

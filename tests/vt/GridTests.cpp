@@ -119,5 +119,31 @@ TEST(CellRuns, AreReadBackFromCellsAsTheyWereWritten) {
   }
 }
 
+TEST(Grid, TellsOnceWhichRowsMayHaveChanged) {
+  Grid grid({.rows = 3, .columns = 4});
+  const auto changes = [&] {
+    std::string changed;
+    for (int row = 0; row < grid.rows(); ++row) {
+      changed += grid.takeChange(row).isChanged ? '*' : '.';
+    }
+    return changed;
+  };
+  EXPECT_EQ(changes(), "***") << "all are new";
+  EXPECT_EQ(changes(), "...");
+  grid.row(1)[0] = Cell(U'x', Cell::Width::Narrow, 0);
+  EXPECT_EQ(changes(), ".*.");
+  grid.touch({.row = 1, .column = 1});
+  grid.writable(2);
+  EXPECT_EQ(changes(), "..*");
+  grid.fill(1, {.begin = 0, .end = 1}, Cell());
+  EXPECT_EQ(changes(), ".*.");
+  grid.fill(0, {.begin = 0, .end = 4}, Cell(Cell::makeAttributes(1, 0, false)));
+  EXPECT_EQ(changes(), "*..");
+  grid.addMark(2, {});
+  EXPECT_EQ(changes(), "..*");
+  grid.scrollUp({.begin = 0, .end = 3}, 1, Cell());
+  EXPECT_EQ(changes(), "..*") << "the rows that move stay as they are";
+}
+
 }  // namespace
 }  // namespace zolt::vt

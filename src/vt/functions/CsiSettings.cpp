@@ -122,6 +122,7 @@ void setCursorShape(State& state, const Sequence& sequence) {
                                      CursorShape::Bar};
   state.cursorShape = kShapes[style];
   state.cursorShapeBlinks = style % 2 == 1 || style == 0;
+  state.cursorShapeIsSet = style != 0;
 }
 
 void setConformance(State& state, const Sequence& sequence) {

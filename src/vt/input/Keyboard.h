@@ -56,6 +56,8 @@ struct KeyboardModes {
   int modifyCursorKeys = 2;
   int modifyFunctionKeys = 2;
   std::uint8_t flags = 0;  ///< keyFlags
+
+  friend bool operator==(const KeyboardModes&, const KeyboardModes&) = default;
 };
 
 /// Encodes `event` for the program; empty if nothing is sent. A pure function, for any thread.

@@ -19,6 +19,7 @@ void Grid::fill(int row, ColumnRange columns, Cell blank) {
   const auto [begin, end] = columns;
   const std::size_t at = slot(row);
   RowInfo& state = m_states[at];
+  state.isChanged = true;
   Cell* const first = cells(at);
   if (!blank.isBlank()) {
     std::fill(first + begin, first + end, blank);
@@ -85,6 +86,7 @@ void Grid::addMark(int row, const RowMark& mark) {
     marks.push_back(mark);
   }
   m_states[at].hasMarks = true;
+  m_states[at].isChanged = true;
 }
 
 std::span<const RowMark> Grid::marks(int row) const {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "base/TerminalSize.h"
@@ -18,6 +19,7 @@ struct RowInfo {
   std::uint16_t extent = 0;
   bool wraps = false;     ///< the next row continues its line
   bool hasMarks = false;  ///< see Grid::marks
+  bool isChanged = true;  ///< see Grid::takeChange
 };
 
 /// Rows of cells. Scrolling takes constant time for each row that enters or leaves, wherever the scrolling region is:
@@ -30,7 +32,11 @@ class Grid {
   int rows() const { return m_rows; }
   int columns() const { return m_columns; }
 
-  std::span<Cell> row(int row) { return {cells(slot(row)), static_cast<std::size_t>(m_columns)}; }
+  std::span<Cell> row(int row) {
+    const std::size_t at = slot(row);
+    m_states[at].isChanged = true;
+    return {cells(at), static_cast<std::size_t>(m_columns)};
+  }
   std::span<const Cell> row(int row) const {
     return {m_cells.data() + offset(slot(row)), static_cast<std::size_t>(m_columns)};
   }
@@ -41,14 +47,30 @@ class Grid {
   };
   Row writable(int row) {
     const std::size_t at = slot(row);
+    m_states[at].isChanged = true;
     return {cells(at), m_states[at]};
   }
-  RowInfo& state(int row) { return m_states[slot(row)]; }
+  RowInfo& state(int row) {
+    RowInfo& state = m_states[slot(row)];
+    state.isChanged = true;
+    return state;
+  }
   const RowInfo& state(int row) const { return m_states[slot(row)]; }
   /// Must be called when cells before `end` have been written in its row.
   void touch(Position end) {
     RowInfo& state = m_states[slot(end.row)];
     if (end.column > state.extent) state.extent = static_cast<std::uint16_t>(end.column);
+  }
+
+  /// Whether a row may have changed since this was last asked: any access that could have written to it counts. A row
+  /// that only scrolls has not changed, and keeps its slot.
+  struct Change {
+    std::size_t slot = 0;  ///< from 0 to rows() (not included)
+    bool isChanged = true;
+  };
+  Change takeChange(int row) {
+    const std::size_t at = slot(row);
+    return {.slot = at, .isChanged = std::exchange(m_states[at].isChanged, false)};
   }
 
   void fill(int row, ColumnRange columns, Cell blank);

@@ -106,7 +106,7 @@ void Screen::sweep() {
     links[cell.link()] = true;
     if (cell.isCluster()) clusters[cell.clusterId()] = true;
   };
-  for (Grid& grid : m_grids) {
+  for (const Grid& grid : m_grids) {
     for (int row = 0; row < grid.rows(); ++row) {
       for (const Cell cell : grid.row(row).first(grid.state(row).extent)) {
         mark(cell);

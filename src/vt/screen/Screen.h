@@ -70,6 +70,8 @@ class Screen {
   int columns() const { return m_grid->columns(); }
   Rectangle area() const { return {.rows = {.begin = 0, .end = rows()}, .columns = {.begin = 0, .end = columns()}}; }
   const Grid& grid() const { return *m_grid; }
+  /// Of the grid that is shown.
+  Grid::Change takeChange(int row) { return m_grid->takeChange(row); }
   const CellTables& tables() const { return m_tables; }
   const Scrollback& scrollback() const { return m_scrollback; }
   Scrollback& scrollback() { return m_scrollback; }

@@ -40,6 +40,8 @@ class Palette {
   void resetRole(Role role) { setRole(role, m_roleDefaults[static_cast<std::size_t>(role)]); }
   void reset();
 
+  friend bool operator==(const Palette&, const Palette&) = default;
+
   /// Set the theme's colours, which take effect unless the program has changed them.
   void setIndexedDefault(std::uint8_t index, const Rgb& color);
   void setRoleDefault(Role role, const Rgb& color);

@@ -74,6 +74,7 @@ void TerminalState::resetHard() {
   events.paletteChanged = true;
   cursorShape = CursorShape::Block;
   cursorShapeBlinks = true;
+  cursorShapeIsSet = false;
   conformanceLevel = 64;
   rectanglesAreStreams = true;
   title.clear();

@@ -123,6 +123,7 @@ struct TerminalState {
   Palette palette;
   CursorShape cursorShape = CursorShape::Block;
   bool cursorShapeBlinks = true;
+  bool cursorShapeIsSet = false;  ///< by the program (DECSCUSR)
   int conformanceLevel = 64;         ///< DECSCL; nothing else depends on it
   bool rectanglesAreStreams = true;  ///< DECSACE
   bool prefersDark = true;

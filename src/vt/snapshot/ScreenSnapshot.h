@@ -1,0 +1,59 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/TerminalSize.h"
+#include "vt/cells/Position.h"
+#include "vt/snapshot/SnapshotRow.h"
+#include "vt/state/InputModes.h"
+#include "vt/state/Palette.h"
+#include "vt/state/TerminalState.h"
+
+namespace zolt::vt {
+
+/// The cursor as it is shown.
+struct SnapshotCursor {
+  Position position;
+  int columns = 1;  ///< 2 on a wide character
+  bool isVisible = true;
+  CursorShape shape = CursorShape::Block;
+  bool shapeIsSet = false;  ///< a program has chosen shape and blinking; otherwise the user's choice holds
+  bool blinks = false;
+
+  friend bool operator==(const SnapshotCursor&, const SnapshotCursor&) = default;
+};
+
+/// What a terminal shows at one moment, and what the user's input depends on then. Immutable; any thread.
+///
+/// Rows that did not change are shared with the snapshot before. Nothing in it refers to the terminal.
+struct ScreenSnapshot {
+  TerminalSize size;
+  bool isAlternate = false;
+  std::vector<std::shared_ptr<const SnapshotRow>> rows;  ///< as many as the size has, none null
+  SnapshotCursor cursor;
+  bool reverseScreen = false;  ///< DECSCNM
+  InputModes input;
+  std::shared_ptr<const Palette> palette;  ///< the same object as long as it has the same colours
+  std::string title;
+  std::string workingDirectory;
+  std::string workingDirectoryHost;
+  Progress progress;
+};
+
+/// Makes the snapshots of one terminal. On the terminal's thread.
+class SnapshotMaker {
+ public:
+  /// The screen as it is now; rows that have not changed since the last call are shared with its result.
+  std::shared_ptr<const ScreenSnapshot> make(TerminalState& state);
+
+ private:
+  std::uint64_t m_lastStamp = 0;
+  std::array<std::vector<std::shared_ptr<const SnapshotRow>>, 2> m_rows;  // of both grids, by slot
+  std::shared_ptr<const Palette> m_palette;
+};
+
+}  // namespace zolt::vt

@@ -1,0 +1,128 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "vt/RandomOutput.h"
+#include "vt/SnapshotCheck.h"
+
+namespace zolt::vt {
+namespace {
+
+using test::snapshotError;
+
+std::string textOf(const ScreenSnapshot& snapshot) {
+  std::string text;
+  for (const auto& row : snapshot.rows) {
+    text += row->text + (row->wraps ? "+" : "|");
+  }
+  return text;
+}
+
+TEST(ScreenSnapshot, EqualsOneMadeFromScratchWhateverHasHappened) {
+  std::mt19937 random(7);
+  for (int round = 0; round < 300; ++round) {
+    const auto side = [&](unsigned most) { return 1 + static_cast<int>(random() % most); };
+    TerminalSettings settings;
+    settings.graphemeClusters = random() % 2 == 0;
+    settings.bulkBytes = random() % 2 == 0 ? 1 : 4096;
+    Terminal terminal({.rows = side(12), .columns = side(30)}, settings);
+    for (int step = 0; step < 30; ++step) {
+      terminal.feed(test::randomOutput(random, 10));
+      ASSERT_EQ(snapshotError(terminal), "") << "round " << round << ", step " << step;
+      if (random() % 8 == 0) terminal.resize({.rows = side(12), .columns = side(30)});
+    }
+  }
+}
+
+TEST(ScreenSnapshot, SharesTheRowsThatDidNotChange) {
+  Terminal terminal({.rows = 4, .columns = 10});
+  terminal.feed("one\r\ntwo\r\nthree\r\n");
+  const auto before = terminal.snapshot();
+  terminal.feed("\033[2;1HTWO\033[4;1H");
+  const auto after = terminal.snapshot();
+  EXPECT_EQ(after->rows[0], before->rows[0]);
+  EXPECT_NE(after->rows[1], before->rows[1]);
+  EXPECT_EQ(after->rows[1]->text, "TWO");
+  EXPECT_EQ(before->rows[1]->text, "two") << "what was handed out stays as it was";
+  EXPECT_EQ(after->rows[2], before->rows[2]);
+}
+
+TEST(ScreenSnapshot, SharesTheRowsThatOnlyScroll) {
+  Terminal terminal({.rows = 4, .columns = 10});
+  terminal.feed("one\r\ntwo\r\nthree\r\nfour");
+  const auto before = terminal.snapshot();
+  terminal.feed("\r\nfive");
+  const auto after = terminal.snapshot();
+  EXPECT_EQ(after->rows[0], before->rows[1]);
+  EXPECT_EQ(after->rows[1], before->rows[2]);
+  EXPECT_EQ(after->rows[3]->text, "five");
+}
+
+TEST(ScreenSnapshot, HasTheTextThatARowAddsToItsLine) {
+  Terminal terminal({.rows = 3, .columns = 5});
+  terminal.feed("ab \u6F22\u5B57c\r\n\033[41m\033[K");
+  const auto snapshot = terminal.snapshot();
+  // The second wide character does not fit: the row ends with a filler, which is no text.
+  EXPECT_EQ(textOf(*snapshot), "ab \u6F22+\u5B57c|     |");
+  EXPECT_EQ(snapshot->rows[0]->columns, 5);
+  ASSERT_EQ(snapshot->rows[0]->clusters.size(), 1U);
+  EXPECT_EQ(snapshot->rows[0]->clusters[0], (SnapshotRow::Cluster{.begin = 3, .end = 6, .column = 3, .columns = 2}));
+}
+
+TEST(ScreenSnapshot, KeepsWhatItsCellsReferTo) {
+  Terminal terminal({.rows = 2, .columns = 20});
+  terminal.feed("\033[1;4:3;58:5:9mx\033[m\033]8;id=a;https://example.org/\033\\link\033]8;;\033\\ e\u0301");
+  const auto snapshot = terminal.snapshot();
+  const SnapshotRow& row = *snapshot->rows[0];
+  ASSERT_EQ(row.runs.size(), 3U);
+  EXPECT_EQ(row.runs[0].style,
+            (Style{.underlineColor = CellColor::indexed(9), .flags = kBold, .underline = Underline::Curly}));
+  ASSERT_NE(row.runs[1].link, nullptr);
+  EXPECT_EQ(row.runs[1].link->uri, "https://example.org/");
+  EXPECT_EQ(row.runs[2].link, nullptr);
+  EXPECT_EQ(row.text, "xlink e\u0301");
+  ASSERT_EQ(row.clusters.size(), 1U);
+  EXPECT_EQ(row.clusters[0].columns, 1);
+}
+
+TEST(ScreenSnapshot, TellsTheCursorAndWhoChoseItsShape) {
+  Terminal terminal({.rows = 2, .columns = 20});
+  terminal.feed("\u6F22\b");
+  EXPECT_EQ(terminal.snapshot()->cursor.position, (Position{.row = 0, .column = 0}));
+  EXPECT_EQ(terminal.snapshot()->cursor.columns, 2) << "it covers the wide character";
+  EXPECT_FALSE(terminal.snapshot()->cursor.shapeIsSet);
+  terminal.feed("\033[4 q\033[?25l");
+  EXPECT_EQ(terminal.snapshot()->cursor.shape, CursorShape::Underline);
+  EXPECT_FALSE(terminal.snapshot()->cursor.blinks);
+  EXPECT_FALSE(terminal.snapshot()->cursor.isVisible);
+  EXPECT_TRUE(terminal.snapshot()->cursor.shapeIsSet);
+  terminal.feed("\033[0 q");
+  EXPECT_FALSE(terminal.snapshot()->cursor.shapeIsSet);
+}
+
+TEST(ScreenSnapshot, KeepsThePaletteAsLongAsItIsTheSame) {
+  Terminal terminal({.rows = 2, .columns = 20});
+  const auto first = terminal.snapshot();
+  terminal.feed("text");
+  EXPECT_EQ(terminal.snapshot()->palette, first->palette);
+  terminal.feed("\033]4;1;#123456\033\\");
+  const auto changed = terminal.snapshot();
+  EXPECT_NE(changed->palette, first->palette);
+  EXPECT_EQ(changed->palette->indexed(1), (Rgb{0x12, 0x34, 0x56}));
+}
+
+TEST(ScreenSnapshot, TellsWhatInputDependsOn) {
+  Terminal terminal({.rows = 2, .columns = 20});
+  EXPECT_FALSE(terminal.snapshot()->input.alternateScroll);
+  terminal.feed("\033[?1049h\033[?2004h\033[?1004h");
+  const auto snapshot = terminal.snapshot();
+  EXPECT_TRUE(snapshot->isAlternate);
+  EXPECT_TRUE(snapshot->input.alternateScroll);
+  EXPECT_TRUE(snapshot->input.bracketedPaste);
+  EXPECT_EQ(focusBytes(true, snapshot->input), "\033[I");
+  terminal.feed("\033[?1000h");
+  EXPECT_FALSE(terminal.snapshot()->input.alternateScroll) << "the program has the wheel";
+}
+
+}  // namespace
+}  // namespace zolt::vt
