@@ -5,6 +5,7 @@
 #include <array>
 #include <chrono>
 #include <csignal>
+#include <mutex>
 #include <utility>
 
 #include "base/Diagnostics.h"
@@ -37,7 +38,41 @@ void printWriteError(const std::string& reason) {
 
 }  // namespace
 
-PTYSession::PTYSession() = default;
+// Brings chunks from the reader's thread to the main thread, or to a tap.
+class PTYSession::Delivery {
+ public:
+  void setTap(OutputHandler tap) {
+    const std::lock_guard lock(m_mutex);
+    m_tap = std::move(tap);
+  }
+
+  /// Gives a chunk that was just read to the tap; false if it has to go through the main queue: there is no tap, or
+  /// earlier chunks are still on that way.
+  bool tapped(const Bytes& chunk) {
+    const std::lock_guard lock(m_mutex);
+    if (!m_tap || m_queued > 0) {
+      ++m_queued;
+      return false;
+    }
+    m_tap(chunk);
+    return true;
+  }
+
+  /// The same for a chunk that has come out of the main queue.
+  bool tappedLate(const Bytes& chunk) {
+    const std::lock_guard lock(m_mutex);
+    --m_queued;
+    if (m_tap) m_tap(chunk);
+    return static_cast<bool>(m_tap);
+  }
+
+ private:
+  std::mutex m_mutex;
+  OutputHandler m_tap;
+  std::size_t m_queued = 0;  // chunks in the main queue
+};
+
+PTYSession::PTYSession() : m_delivery(std::make_shared<Delivery>()) {}
 
 PTYSession::~PTYSession() {
   terminate();
@@ -86,14 +121,20 @@ bool PTYSession::start(const Shell& shell) {
 
 void PTYSession::setupReadHandler() {
   if (!m_masterHandle) return;
-  m_masterHandle->setReadabilityHandler([this, self = MainQueue::Owner(this)](FileHandle& handle) {
-    Bytes chunk = handle.availableData();
-    // End of file is ignored: only the exit of the process counts.
-    if (chunk.empty()) return;
-    MainQueue::async(self, [this, chunk = std::move(chunk)] {
-      if (const OutputHandler handler = onOutput) handler(chunk);
-    });
-  });
+  m_masterHandle->setReadabilityHandler(
+      [this, self = MainQueue::Owner(this), delivery = m_delivery](FileHandle& handle) {
+        Bytes chunk = handle.availableData();
+        // End of file is ignored: only the exit of the process counts.
+        if (chunk.empty() || delivery->tapped(chunk)) return;
+        MainQueue::async(self, [this, delivery, chunk = std::move(chunk)] {
+          if (delivery->tappedLate(chunk)) return;
+          if (const OutputHandler handler = onOutput) handler(chunk);
+        });
+      });
+}
+
+void PTYSession::setOutputTap(OutputHandler tap) {
+  m_delivery->setTap(std::move(tap));
 }
 
 void PTYSession::write(const Bytes& data) {

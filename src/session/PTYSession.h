@@ -55,6 +55,11 @@ class PTYSession : public QObject {
 
   /// Receives each non-empty chunk, as it was read: characters and sequences may be split across chunks.
   OutputHandler onOutput;
+  /// From now on gives each chunk to `tap` instead of `onOutput`: on the reader's thread as soon as it has been read,
+  /// or on the main thread where it was on its way there already; in order, and never two at a time. It must only take
+  /// note of the chunk. Once this returns, an earlier tap is not running and will not be called again.
+  void setOutputTap(OutputHandler tap);
+
   /// Receives the exit status, or the number of the signal that killed the shell, after `isRunning` has become false.
   ExitHandler onExit;
   /// The working directory of the next shell; this process's if empty.
@@ -72,11 +77,14 @@ class PTYSession : public QObject {
   void objectWillChange();
 
  private:
+  class Delivery;
+
   void setupReadHandler();
   void cleanup();
   void setRunning(bool running);
 
   std::shared_ptr<ChildProcess> m_process;
+  std::shared_ptr<Delivery> m_delivery;
   std::unique_ptr<FileHandle> m_masterHandle;
   Descriptor m_slaveHandle;  // shared with the shell: a FileHandle would make its streams non-blocking
   std::string m_output;

@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
+#include <mutex>
 #include <string>
 #include <thread>
 #include <vector>
@@ -62,6 +63,39 @@ TEST(PTYSessionOutput, IsDeliveredOnTheMainThreadAndNeverEmpty) {
   EXPECT_TRUE(waitFor([&] { return ended && session.isDrained() && size >= 810000; }));
   EXPECT_FALSE(elsewhere);
   EXPECT_FALSE(empty);
+}
+
+TEST(PTYSessionOutput, GoesToATapWithoutLossFromWhereverItIsSet) {
+  for (const std::size_t setAfter : {std::size_t{0}, std::size_t{1}, std::size_t{50'000}}) {
+    PTYSession session;
+    std::mutex mutex;
+    std::string output;
+    std::atomic<std::size_t> late = 0;
+    bool isTapped = false;
+    const auto append = [&](const Bytes& chunk) {
+      const std::lock_guard lock(mutex);
+      std::ranges::copy_if(chunk.view(), std::back_inserter(output), [](char each) { return each != '\r'; });
+      return output.size();
+    };
+    const auto tap = [&] {
+      session.setOutputTap([&](const Bytes& chunk) { append(chunk); });
+      isTapped = true;
+    };
+    if (setAfter == 0) tap();
+    session.onOutput = [&](const Bytes& chunk) {
+      if (isTapped) ++late;
+      if (append(chunk) >= setAfter && !isTapped) tap();
+    };
+    ASSERT_TRUE(session.start(program({"flood", "800000"})));
+    EXPECT_TRUE(waitFor([&] {
+      const std::lock_guard lock(mutex);
+      return output.size() >= 800000;
+    }));
+    EXPECT_TRUE(isTapped);
+    EXPECT_EQ(late, 0U) << "chunks that went to the handler after the tap was set";
+    EXPECT_TRUE(output == flood(800000)) << setAfter;
+    session.setOutputTap(nullptr);
+  }
 }
 
 // The descriptor of the one pseudo-terminal that this process is the master of; -1 when there is none.

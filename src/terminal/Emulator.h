@@ -1,0 +1,77 @@
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <variant>
+#include <vector>
+
+#include "base/TerminalSize.h"
+#include "platform/FileHandle.h"
+#include "vt/Terminal.h"
+
+namespace zolt {
+
+/// Runs the engine of one terminal on a thread of its own, in the order in which output and changes arrive.
+///
+/// The receiver is woken once for each snapshot, and there is never more than one that it has not taken: however fast
+/// output arrives, screens that nobody looks at are not made. No call waits for the thread.
+class Emulator {
+ public:
+  /// Called on the emulation thread.
+  struct Handlers {
+    std::function<void()> changed;                   ///< there is an update to take
+    std::function<void(std::string bytes)> replied;  ///< to be written to the program
+  };
+
+  Emulator(const TerminalSize& size, vt::TerminalSettings settings, Handlers handlers);
+  /// Ends the thread; output that has not been processed yet is dropped, and no handler is called any more.
+  ~Emulator();
+  Emulator(const Emulator&) = delete;
+  Emulator& operator=(const Emulator&) = delete;
+
+  /// Processes a program's output. Any thread.
+  void feed(Bytes bytes);
+  using Change = std::function<void(vt::Terminal& terminal)>;
+  /// Changes the terminal on its thread. Any thread.
+  void change(Change change);
+
+  /// What has happened since the last update that was taken.
+  struct Update {
+    std::shared_ptr<const vt::ScreenSnapshot> snapshot;  ///< null: the screen is as it was
+    vt::TerminalEvents events;
+  };
+  /// Takes the latest update. One thread.
+  Update take();
+  /// Whether everything that was fed has been processed, and its result taken or nothing changed. Any thread.
+  bool isSettled() const;
+
+ private:
+  using Work = std::variant<Bytes, Change>;
+
+  void run();
+  void publish();
+  static std::chrono::milliseconds now();
+
+  const Handlers m_handlers;
+  vt::Terminal m_terminal;  // the thread's
+
+  mutable std::mutex m_mutex;  // guards everything below
+  std::condition_variable m_woken;
+  std::vector<Work> m_queue;
+  bool m_busy = false;
+  bool m_stopping = false;
+  bool m_changed = true;  // since the last snapshot
+  bool m_wanted = true;   // the last snapshot was taken
+  std::shared_ptr<const vt::ScreenSnapshot> m_latest;
+  vt::TerminalEvents m_events;
+
+  std::thread m_thread;
+};
+
+}  // namespace zolt
