@@ -69,10 +69,19 @@ std::int64_t integerOfText(std::string_view text) {
   return static_cast<std::int64_t>(number.value);
 }
 
-bool boolOfText(std::string_view text) {
-  if (doubleOfText(text) != 0) return true;
+std::optional<bool> flagOfText(std::string_view text) {
+  if (const Number number = numberAtStart(text); !number.digits.empty()) return number.value != 0;
   text = withoutBlanks(text);
-  return !text.empty() && std::string_view("yYtT").find(text.front()) != std::string_view::npos;
+  const auto beginsWith = [&](std::string_view letters) {
+    return !text.empty() && letters.find(text.front()) != std::string_view::npos;
+  };
+  if (beginsWith("yYtT")) return true;
+  if (beginsWith("nNfF")) return false;
+  return std::nullopt;
+}
+
+bool boolOfText(std::string_view text) {
+  return flagOfText(text).value_or(false);
 }
 
 std::string textOfDouble(double value) {

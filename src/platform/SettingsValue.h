@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,7 +13,10 @@ namespace zolt {
 double doubleOfText(std::string_view text);
 /// The same without its fraction, clamped to the type's range.
 std::int64_t integerOfText(std::string_view text);
-/// A number other than 0, or a text that begins with y, Y, t or T.
+/// A number: whether it is not 0. A text that begins with y, Y, t or T: true; with n, N, f or F: false. Nothing for any
+/// other text.
+std::optional<bool> flagOfText(std::string_view text);
+/// The same; false for any other text.
 bool boolOfText(std::string_view text);
 
 /// The shortest text that reads back as `value`.
