@@ -1,0 +1,47 @@
+#include "canvas/DrawnSymbols.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "canvas/drawn/CellPicture.h"
+#include "canvas/drawn/SymbolFamilies.h"
+
+namespace zolt {
+
+namespace {
+
+struct SymbolRange {
+  char32_t first;
+  char32_t last;  ///< included
+  void (*draw)(char32_t symbol, CellPicture& picture);
+};
+
+// In ascending order.
+// clang-format off
+constexpr SymbolRange kRanges[] = {
+    {0x2800, 0x28FF, drawBraille},            // Braille Patterns
+};
+// clang-format on
+static_assert(std::ranges::is_sorted(kRanges, {}, &SymbolRange::first));
+
+const SymbolRange* rangeOf(char32_t character) {
+  if (character < kRanges[0].first) return nullptr;
+  const SymbolRange* range = std::ranges::lower_bound(kRanges, character, {}, &SymbolRange::last);
+  return range != std::end(kRanges) && character >= range->first ? range : nullptr;
+}
+
+}  // namespace
+
+bool isDrawnSymbol(char32_t character) {
+  return rangeOf(character) != nullptr;
+}
+
+GlyphMask drawSymbol(char32_t symbol, const CellMetrics& cell) {
+  const SymbolRange* range = rangeOf(symbol);
+  if (range == nullptr) return {};
+  CellPicture picture(cell);
+  range->draw(symbol, picture);
+  return picture.mask();
+}
+
+}  // namespace zolt
