@@ -19,7 +19,14 @@ struct SymbolRange {
 // In ascending order.
 // clang-format off
 constexpr SymbolRange kRanges[] = {
+    {0x2500, 0x2570, drawBoxLines},           // Box Drawing
+    {0x2571, 0x2573, drawDiagonalLines},
+    {0x2574, 0x257F, drawBoxLines},
     {0x2800, 0x28FF, drawBraille},            // Braille Patterns
+    {0x1FBA0, 0x1FBAE, drawDiagonalLines},
+    {0x1FBAF, 0x1FBAF, drawStruckLine},
+    {0x1FBBD, 0x1FBBF, drawDiagonalLines},    // the pictures from U+1FBB0 on are left to fonts
+    {0x1FBD0, 0x1FBDF, drawDiagonalLines},
 };
 // clang-format on
 static_assert(std::ranges::is_sorted(kRanges, {}, &SymbolRange::first));

@@ -6,6 +6,13 @@ namespace zolt {
 
 // Each draws the symbols of some ranges of characters, which the table in DrawnSymbols.cpp names.
 
+/// Lines from the middle of the cell to its edges, dashed ones and rounded corners: U+2500 to U+257F but for the
+/// diagonals.
+void drawBoxLines(char32_t symbol, CellPicture& picture);
+/// A horizontal line with a short stroke across its middle.
+void drawStruckLine(char32_t symbol, CellPicture& picture);
+/// Slanting lines between corners and middles of edges, and areas with such lines left out.
+void drawDiagonalLines(char32_t symbol, CellPicture& picture);
 /// Braille patterns.
 void drawBraille(char32_t symbol, CellPicture& picture);
 
