@@ -25,6 +25,9 @@ constexpr SymbolRange kRanges[] = {
     {0x2580, 0x2595, drawBlocks},             // Block Elements
     {0x2596, 0x259F, drawMosaic},             // quadrants
     {0x2800, 0x28FF, drawBraille},            // Braille Patterns
+    {0xE0B0, 0xE0BF, drawPowerline},          // private use
+    {0xE0D2, 0xE0D2, drawPowerline},
+    {0xE0D4, 0xE0D4, drawPowerline},
     {0x1CC21, 0x1CC2F, drawMosaic},           // Symbols for Legacy Computing Supplement: separated quadrants
     {0x1CD00, 0x1CDE5, drawMosaic},           // octants
     {0x1CE51, 0x1CE8F, drawMosaic},           // separated sextants

@@ -27,5 +27,7 @@ void drawWedge(char32_t symbol, CellPicture& picture);
 void drawCircle(char32_t symbol, CellPicture& picture);
 /// Braille patterns.
 void drawBraille(char32_t symbol, CellPicture& picture);
+/// The separators of the Powerline fonts, in the private use area.
+void drawPowerline(char32_t symbol, CellPicture& picture);
 
 }  // namespace zolt
