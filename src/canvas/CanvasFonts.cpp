@@ -9,6 +9,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "canvas/DrawnSymbols.h"
+#include "text/Utf8.h"
+
 namespace zolt {
 
 CanvasFonts::CanvasFonts(const CanvasFont& font, double scale) : m_font(font), m_scale(scale) {
@@ -72,6 +75,9 @@ const GlyphMask& CanvasFonts::Face::cluster(std::string_view utf8, int columns) 
 }
 
 GlyphMask CanvasFonts::Face::makeCluster(const std::string& utf8, int columns) const {
+  std::size_t length = 0;
+  const char32_t first = scalarAt(utf8, 0, length);
+  if (columns == 1 && length == utf8.size() && isDrawnSymbol(first)) return drawSymbol(first, m_metrics);
   return shapedCluster(
       QString::fromStdString(utf8), m_font,
       {.width = m_metrics.width * columns, .height = m_metrics.height, .baseline = m_metrics.baseline});
