@@ -14,6 +14,7 @@
 #include "Samples.h"
 #include "find/FindScanner.h"
 #include "find/LogSearch.h"
+#include "history/TextStorage.h"
 
 namespace {
 

@@ -23,9 +23,10 @@ std::uint64_t partsWithMatches(const TextRange& extent, const std::vector<TextRa
 }  // namespace
 
 void FindResults::set(std::size_t segment, TextRange extent, std::vector<TextRange> matches) {
-  if (segment >= m_segments.size()) m_segments.resize(segment + 1);
+  if (segment < m_first) return;
+  if (!isHeld(segment)) m_segments.resize(segment - m_first + 1);
   matches.shrink_to_fit();
-  Segment& known = m_segments[segment];
+  Segment& known = at(segment);
   drop(known);
   m_count += matches.size();
   m_count -= known.count;
@@ -36,11 +37,62 @@ void FindResults::set(std::size_t segment, TextRange extent, std::vector<TextRan
            .extent = extent,
            .parts = partsWithMatches(extent, matches),
            .matches = std::move(matches)};
-  keepWithinLimit(segment);
+  keepWithinLimit(segment - m_first);
 }
 
 void FindResults::clear() {
   *this = FindResults();
+}
+
+void FindResults::forget(Segment& segment) {
+  drop(segment);
+  m_count -= segment.count;
+  segment = {};
+}
+
+// Forgets some of the matches of a segment, which now covers `extent`. If they were not kept, it has to be searched
+// again.
+template <class IsGone>
+void FindResults::erase(Segment& segment, TextRange extent, IsGone isGone) {
+  if (!segment.kept) return forget(segment);
+  const std::size_t erased = std::erase_if(segment.matches, isGone);
+  m_kept -= erased;
+  m_count -= erased;
+  segment.count -= erased;
+  segment.extent = extent;
+  segment.parts = partsWithMatches(extent, segment.matches);
+}
+
+void FindResults::forgetBefore(std::size_t segment, TextPosition position) {
+  while (m_first < segment && !m_segments.empty()) {
+    forget(m_segments.front());
+    m_segments.pop_front();
+    ++m_first;
+  }
+  m_first = std::max(m_first, segment);
+  if (!isKnown(m_first)) return;
+  Segment& front = m_segments.front();
+  if (front.extent.begin >= position) return;
+  erase(front, {.begin = std::min(position, front.extent.end), .end = front.extent.end},
+        [&](const TextRange& match) { return match.begin < position; });
+}
+
+void FindResults::forgetAfter(std::size_t segment, TextPosition position) {
+  while (endSegment() > segment && !m_segments.empty()) {
+    forget(m_segments.back());
+    m_segments.pop_back();
+  }
+  for (auto last = m_segments.rbegin(); last != m_segments.rend(); ++last) {
+    if (!last->known) continue;
+    const TextRange extent = last->extent;
+    const bool isCut = extent.end > position;
+    // A match may reach from its segment into the next.
+    if (isCut || (!last->matches.empty() && last->matches.back().end > position)) {
+      erase(*last, {.begin = std::min(extent.begin, position), .end = std::min(extent.end, position)},
+            [&](const TextRange& match) { return match.end > position; });
+    }
+    if (!isCut) return;
+  }
 }
 
 void FindResults::drop(Segment& segment) {
@@ -59,11 +111,11 @@ void FindResults::keepWithinLimit(std::size_t latest) {
 }
 
 std::uint64_t FindResults::countIn(std::size_t segment) const {
-  return segment < m_segments.size() ? m_segments[segment].count : 0;
+  return isHeld(segment) ? at(segment).count : 0;
 }
 
 const std::vector<TextRange>* FindResults::matchesIn(std::size_t segment) const {
-  return segment < m_segments.size() && m_segments[segment].kept ? &m_segments[segment].matches : nullptr;
+  return isHeld(segment) && at(segment).kept ? &at(segment).matches : nullptr;
 }
 
 std::size_t FindResults::memoryBytes() const {
@@ -100,10 +152,10 @@ std::optional<FindResults::Step> FindResults::stepToMissing(std::size_t segment)
 }
 
 FindResults::Step FindResults::lastBefore(std::size_t segment, TextPosition position) const {
-  for (std::size_t i = segment + 1; i-- > 0;) {
-    if (isKnown(i) && m_segments[i].count == 0) continue;
+  for (std::size_t i = segment + 1; i-- > m_first;) {
+    if (isKnown(i) && at(i).count == 0) continue;
     if (const auto missing = stepToMissing(i)) return *missing;
-    const std::vector<TextRange>& matches = m_segments[i].matches;
+    const std::vector<TextRange>& matches = at(i).matches;
     const auto after = std::ranges::lower_bound(matches, position, {}, &TextRange::begin);
     if (after != matches.begin()) return {.match = *(after - 1), .missing = {}};
   }
@@ -112,9 +164,9 @@ FindResults::Step FindResults::lastBefore(std::size_t segment, TextPosition posi
 
 FindResults::Step FindResults::firstFrom(std::size_t segment, TextPosition position, std::size_t segments) const {
   for (std::size_t i = segment; i < segments; ++i) {
-    if (isKnown(i) && m_segments[i].count == 0) continue;
+    if (isKnown(i) && at(i).count == 0) continue;
     if (const auto missing = stepToMissing(i)) return *missing;
-    const std::vector<TextRange>& matches = m_segments[i].matches;
+    const std::vector<TextRange>& matches = at(i).matches;
     const auto found = std::ranges::lower_bound(matches, position, {}, &TextRange::begin);
     if (found != matches.end()) return {.match = *found, .missing = {}};
   }
@@ -123,9 +175,9 @@ FindResults::Step FindResults::firstFrom(std::size_t segment, TextPosition posit
 
 std::optional<std::uint64_t> FindResults::countBefore(std::size_t segment, TextPosition position) const {
   std::uint64_t count = 0;
-  for (std::size_t i = 0; i < segment; ++i) {
+  for (std::size_t i = m_first; i < segment; ++i) {
     if (!isKnown(i)) return std::nullopt;
-    count += m_segments[i].count;
+    count += at(i).count;
   }
   const std::vector<TextRange>* matches = matchesIn(segment);
   if (matches == nullptr) return std::nullopt;

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <vector>
 
@@ -17,14 +18,19 @@ class FindResults {
   /// The maximum number of matches kept, apart from those of the latest segment.
   static constexpr std::size_t kKeptMatches = std::size_t{4} << 20;
 
-  /// Sets the matches of a segment, in order, replacing earlier ones. The segment covers `extent` of the text.
+  /// Sets the matches of a segment, in order, replacing earlier ones. The segment covers `extent` of the text. Ignored
+  /// for a segment that was forgotten at the front.
   void set(std::size_t segment, TextRange extent, std::vector<TextRange> matches);
   /// Removes everything.
   void clear();
+  /// Forgets the matches in segments before `segment`, for good, and others that begin before `position`.
+  void forgetBefore(std::size_t segment, TextPosition position);
+  /// Forgets the matches in segments from `segment` on, and others that end after `position`.
+  void forgetAfter(std::size_t segment, TextPosition position);
 
   std::uint64_t count() const { return m_count; }
   /// Whether the segment has been searched.
-  bool isKnown(std::size_t segment) const { return segment < m_segments.size() && m_segments[segment].known; }
+  bool isKnown(std::size_t segment) const { return isHeld(segment) && at(segment).known; }
   /// The number of matches in the segment; 0 if it has not been searched.
   std::uint64_t countIn(std::size_t segment) const;
   /// The matches in the segment; null if they are not known or were not kept.
@@ -60,14 +66,22 @@ class FindResults {
     std::vector<TextRange> matches;
   };
 
+  std::size_t endSegment() const { return m_first + m_segments.size(); }
+  bool isHeld(std::size_t segment) const { return segment >= m_first && segment < endSegment(); }
+  Segment& at(std::size_t segment) { return m_segments[segment - m_first]; }
+  const Segment& at(std::size_t segment) const { return m_segments[segment - m_first]; }
   void drop(Segment& segment);
+  void forget(Segment& segment);
+  template <class IsGone>
+  void erase(Segment& segment, TextRange extent, IsGone isGone);
   void keepWithinLimit(std::size_t latest);
   std::optional<Step> stepToMissing(std::size_t segment) const;
 
-  std::vector<Segment> m_segments;
+  std::size_t m_first = 0;  // the number of the first segment held
+  std::deque<Segment> m_segments;
   std::uint64_t m_count = 0;
   std::size_t m_kept = 0;      // matches
-  std::size_t m_nextDrop = 0;  // segments are dropped in turn, from this one
+  std::size_t m_nextDrop = 0;  // segments held are dropped in turn, from this one
 };
 
 }  // namespace zolt

@@ -1,6 +1,7 @@
 #include "find/LogSearch.h"
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 
 #include "find/FindScanner.h"
@@ -24,39 +25,54 @@ std::string_view firstLine(std::string_view text) {
 
 }  // namespace
 
-std::size_t segmentCount(const TextStorage& text) {
-  return (text.blockCount() - 1) / kSegmentBlocks + 1;
+std::size_t firstSegment(const HistoryText& text) {
+  return text.firstBlock() / kSegmentBlocks;
 }
 
-std::size_t segmentAt(const TextStorage& text, TextPosition position) {
+std::size_t segmentCount(const HistoryText& text) {
+  return (text.endBlock() - 1) / kSegmentBlocks + 1;
+}
+
+std::size_t firstOpenSegment(const HistoryText& text) {
+  const std::size_t stable = text.stableEnd();
+  return stable == 0 ? 0 : (stable - 1) / kSegmentBlocks;
+}
+
+std::size_t segmentAt(const HistoryText& text, TextPosition position) {
   return text.blockAt(position) / kSegmentBlocks;
 }
 
-TextSnapshot snapshotOfSegments(const TextStorage& text, std::size_t first, std::size_t end) {
+TextSnapshot snapshotOfSegments(const HistoryText& text, std::size_t first, std::size_t end) {
   const std::size_t firstBlock = first * kSegmentBlocks;
-  return text.snapshot(firstBlock == 0 ? 0 : firstBlock - 1, std::min(end * kSegmentBlocks + 1, text.blockCount()));
+  return text.snapshot(std::max(text.firstBlock(), firstBlock == 0 ? 0 : firstBlock - 1),
+                       std::min(end * kSegmentBlocks + 1, text.endBlock()));
+}
+
+TextRange extentOfSegment(const TextSnapshot& snapshot, std::size_t segment) {
+  const std::size_t first = std::max(segment * kSegmentBlocks, snapshot.firstBlock());
+  const std::size_t end = std::min((segment + 1) * kSegmentBlocks, snapshot.endBlock());
+  return {.begin = snapshot.summary(first).start, .end = snapshot.summary(end - 1).end()};
 }
 
 std::vector<TextRange> findInSegment(const FindPattern& pattern, const TextSnapshot& snapshot, std::size_t segment,
                                      FindInterrupt& interrupt) {
-  const std::size_t first = segment * kSegmentBlocks;
-  const std::size_t end = std::min(first + kSegmentBlocks, snapshot.endBlock());
-  const TextPosition begin = snapshot.summary(first).start;
-  const TextPosition limit = snapshot.summary(end - 1).end();
+  const std::size_t first = std::max(segment * kSegmentBlocks, snapshot.firstBlock());
+  const std::size_t end = std::min((segment + 1) * kSegmentBlocks, snapshot.endBlock());
+  const auto [begin, limit] = extentOfSegment(snapshot, segment);
   std::vector<TextRange> matches;
 
-  BlockText before;
+  std::optional<BlockText> before;
   std::string_view lead;
-  if (snapshot.summary(first).continuesALine() && first > 0) {
+  if (snapshot.summary(first).continuesALine && first > snapshot.firstBlock()) {
     before = snapshot.text(first - 1);
-    lead = lastLine(before.text());
+    lead = lastLine(before->text());
   }
   FindScanner scanner(pattern, begin - lead.size(), &interrupt);
   scanner.feed(lead, matches);
   for (std::size_t block = first; block < end && !interrupt.check(); ++block) {
     scanner.feed(snapshot.text(block).text(), matches);
   }
-  if (end < snapshot.endBlock() && snapshot.summary(end).continuesALine()) {
+  if (end < snapshot.endBlock() && snapshot.summary(end).continuesALine) {
     scanner.feed(firstLine(snapshot.text(end).text()), matches);
   }
   scanner.finish(matches);

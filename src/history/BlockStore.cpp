@@ -1,12 +1,15 @@
 #include "history/BlockStore.h"
 
+#include <algorithm>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
+#include <set>
 #include <utility>
 #include <variant>
 
 #include "history/BlockCodec.h"
+#include "history/FreeExtents.h"
 #include "history/HistoryWorker.h"
 
 namespace zolt {
@@ -27,7 +30,13 @@ class BlockStore::State : public SteppedWork, public std::enable_shared_from_thi
  public:
   explicit State(HistorySettings settings) : m_settings(std::move(settings)) {}
 
+  // The first blocks that readers may ask for.
+  using Pins = std::multiset<std::size_t>;
+
   void add(std::shared_ptr<const SealedBlock> block);
+  void dropBefore(std::size_t index);
+  Pins::const_iterator pin();
+  void unpin(Pins::const_iterator pin);
   std::optional<Content> read(std::size_t index) const;
   Usage usage() const;
   void waitUntilIdle();
@@ -45,18 +54,22 @@ class BlockStore::State : public SteppedWork, public std::enable_shared_from_thi
   using Place = std::variant<Plain, Packed, Spilled, Dropped>;
   using Lock = std::unique_lock<std::mutex>;
 
+  std::size_t end() const { return m_begin + m_places.size(); }
+  Place& placeOf(std::size_t index) { return m_places[index - m_begin]; }
+  const Place& placeOf(std::size_t index) const { return m_places[index - m_begin]; }
+
   bool mayPack() const {
-    return m_nextToPack + m_settings.hotBlocks < m_places.size() ||
-           (m_plainBytes > kHotBytes && m_nextToPack < m_places.size());
+    return m_nextToPack + m_settings.hotBlocks < end() || (m_plainBytes > kHotBytes && m_nextToPack < end());
   }
   bool mustPack() const {
-    return m_nextToPack + m_settings.hotBlocks + kMaxWaiting < m_places.size() ||
-           (m_plainBytes > kMaxWaitingBytes && m_nextToPack < m_places.size());
+    return m_nextToPack + m_settings.hotBlocks + kMaxWaiting < end() ||
+           (m_plainBytes > kMaxWaitingBytes && m_nextToPack < end());
   }
   bool maySpill() const {
-    return !m_settings.folder.empty() && m_memoryBytes > m_settings.memoryBudget && m_nextToSpill < m_places.size() &&
-           std::holds_alternative<Packed>(m_places[m_nextToSpill]);
+    return !m_settings.folder.empty() && m_memoryBytes > m_settings.memoryBudget && m_nextToSpill < end() &&
+           std::holds_alternative<Packed>(placeOf(m_nextToSpill));
   }
+  void releaseTrimmed();
   void schedule();
   void pack(Lock& lock);
   void spill(Lock& lock);
@@ -69,7 +82,10 @@ class BlockStore::State : public SteppedWork, public std::enable_shared_from_thi
 
   mutable std::mutex m_mutex;
   std::condition_variable m_idle;
-  std::deque<Place> m_places;
+  std::deque<Place> m_places;     // of the blocks from m_begin on
+  std::size_t m_begin = 0;        // blocks before this are gone
+  std::size_t m_trimmedUpTo = 0;  // as are those before this, as soon as no reader needs them
+  Pins m_pins;
   std::size_t m_nextToPack = 0;   // blocks before this are compressed or being compressed
   std::size_t m_nextToSpill = 0;  // blocks before this are in the file or were dropped
   std::size_t m_oldestInFile = 0;
@@ -77,10 +93,7 @@ class BlockStore::State : public SteppedWork, public std::enable_shared_from_thi
   std::size_t m_plainBytes = 0;  // those of blocks whose compression has not begun
   std::shared_ptr<SpillFile> m_file;
   std::uint64_t m_fileEnd = 0;
-  // The part of the file whose blocks were dropped. The oldest block in the file follows it, unless it wraps around
-  // from the end of the file to the beginning.
-  std::uint64_t m_freeBegin = 0;
-  std::uint64_t m_freeEnd = 0;
+  FreeExtents m_free;  // the parts of the file whose blocks were dropped
   bool m_scheduled = false;
   bool m_closed = false;
 };
@@ -94,6 +107,43 @@ void BlockStore::State::add(std::shared_ptr<const SealedBlock> block) {
     pack(lock);
   }
   schedule();
+}
+
+void BlockStore::State::dropBefore(std::size_t index) {
+  const Lock lock(m_mutex);
+  m_trimmedUpTo = std::max(m_trimmedUpTo, index);
+  releaseTrimmed();
+}
+
+BlockStore::State::Pins::const_iterator BlockStore::State::pin() {
+  const Lock lock(m_mutex);
+  return m_pins.insert(m_trimmedUpTo);
+}
+
+void BlockStore::State::unpin(Pins::const_iterator pin) {
+  const Lock lock(m_mutex);
+  m_pins.erase(pin);
+  releaseTrimmed();
+}
+
+// Either thread may be at work on a block that goes here; it looks again when it has the lock.
+void BlockStore::State::releaseTrimmed() {
+  const std::size_t unused = m_pins.empty() ? m_trimmedUpTo : std::min(m_trimmedUpTo, *m_pins.begin());
+  for (; m_begin < unused; ++m_begin) {
+    const Place& place = m_places.front();
+    if (const Plain* plain = std::get_if<Plain>(&place)) {
+      m_memoryBytes -= (*plain)->memoryBytes();
+      if (m_begin >= m_nextToPack) m_plainBytes -= (*plain)->memoryBytes();
+    } else if (const Packed* packed = std::get_if<Packed>(&place)) {
+      m_memoryBytes -= (*packed)->size();
+    } else if (const Spilled* spilled = std::get_if<Spilled>(&place)) {
+      m_free.add(spilled->offset, spilled->size);
+    }
+    m_places.pop_front();
+  }
+  m_nextToPack = std::max(m_nextToPack, m_begin);
+  m_nextToSpill = std::max(m_nextToSpill, m_begin);
+  m_oldestInFile = std::max(m_oldestInFile, m_begin);
 }
 
 void BlockStore::State::schedule() {
@@ -119,35 +169,39 @@ bool BlockStore::State::step() {
 // Compresses the oldest uncompressed block. Both threads do this, each with a block of its own.
 void BlockStore::State::pack(Lock& lock) {
   const std::size_t index = m_nextToPack++;
-  const Plain plain = std::get<Plain>(m_places[index]);
+  const Plain plain = std::get<Plain>(placeOf(index));
   m_plainBytes -= plain->memoryBytes();
   lock.unlock();
   auto packed = std::make_shared<const std::string>(compressBlock(plain->encoded()));
   lock.lock();
-  m_memoryBytes -= plain->memoryBytes();
-  m_memoryBytes += packed->size();
-  m_places[index] = std::move(packed);
+  if (index >= m_begin) {
+    m_memoryBytes -= plain->memoryBytes();
+    m_memoryBytes += packed->size();
+    placeOf(index) = std::move(packed);
+  }
   schedule();
 }
 
 // Moves the oldest block in memory to the file. Only the worker calls this.
 void BlockStore::State::spill(Lock& lock) {
   const std::size_t index = m_nextToSpill;
-  const Packed packed = std::get<Packed>(m_places[index]);
+  const Packed packed = std::get<Packed>(placeOf(index));
   lock.unlock();
   const std::string sealed = m_cipher.seal(index, *packed);
   lock.lock();
   const std::optional<std::uint64_t> offset = writeOrReplace(sealed, lock);
-  if (offset) {
-    m_places[index] = Spilled{.offset = *offset, .size = static_cast<std::uint32_t>(sealed.size())};
-  } else {
-    m_places[index] = Dropped{};
+  const Spilled written{.offset = offset.value_or(0), .size = static_cast<std::uint32_t>(sealed.size())};
+  if (index < m_begin) {
+    if (offset) m_free.add(written.offset, written.size);
+    return;
   }
+  placeOf(index) = offset ? Place(written) : Place(Dropped{});
   m_memoryBytes -= packed->size();
   ++m_nextToSpill;
 }
 
-// Writes at the end of the file or, once it can no longer grow, over the oldest blocks. Returns the offset.
+// Writes where there is room or at the end of the file or, once it can no longer grow, over the oldest blocks. Returns
+// the offset.
 std::optional<std::uint64_t> BlockStore::State::writeOrReplace(std::string_view bytes, Lock& lock) {
   if (!m_file) {
     lock.unlock();
@@ -156,18 +210,14 @@ std::optional<std::uint64_t> BlockStore::State::writeOrReplace(std::string_view 
     m_file = std::move(opened);
   }
   if (!m_file) return std::nullopt;
-  const auto fits = [&] { return m_freeEnd - m_freeBegin >= bytes.size(); };
-  if (!fits()) {
-    if (writeAt(m_fileEnd, bytes, lock)) {
-      m_fileEnd += bytes.size();
-      return m_fileEnd - bytes.size();
-    }
-    while (!fits() && dropOldestInFile()) {
-    }
+  std::optional<std::uint64_t> offset = m_free.take(bytes.size());
+  if (!offset && writeAt(m_fileEnd, bytes, lock)) return std::exchange(m_fileEnd, m_fileEnd + bytes.size());
+  while (!offset && dropOldestInFile()) {
+    offset = m_free.take(bytes.size());
   }
-  if (!fits() || !writeAt(m_freeBegin, bytes, lock)) return std::nullopt;
-  m_freeBegin += bytes.size();
-  return m_freeBegin - bytes.size();
+  if (!offset || writeAt(*offset, bytes, lock)) return offset;
+  m_free.add(*offset, bytes.size());
+  return std::nullopt;
 }
 
 bool BlockStore::State::writeAt(std::uint64_t offset, std::string_view bytes, Lock& lock) {
@@ -179,20 +229,20 @@ bool BlockStore::State::writeAt(std::uint64_t offset, std::string_view bytes, Lo
 }
 
 bool BlockStore::State::dropOldestInFile() {
-  while (m_oldestInFile < m_nextToSpill && !std::holds_alternative<Spilled>(m_places[m_oldestInFile])) {
+  while (m_oldestInFile < m_nextToSpill && !std::holds_alternative<Spilled>(placeOf(m_oldestInFile))) {
     ++m_oldestInFile;
   }
-  if (m_oldestInFile == m_nextToSpill) return false;
-  const Spilled oldest = std::get<Spilled>(m_places[m_oldestInFile]);
-  m_places[m_oldestInFile++] = Dropped{};
-  if (oldest.offset != m_freeEnd) m_freeBegin = oldest.offset;
-  m_freeEnd = oldest.offset + oldest.size;
+  if (m_oldestInFile >= m_nextToSpill) return false;
+  const Spilled oldest = std::get<Spilled>(placeOf(m_oldestInFile));
+  placeOf(m_oldestInFile++) = Dropped{};
+  m_free.add(oldest.offset, oldest.size);
   return true;
 }
 
 std::optional<BlockStore::Content> BlockStore::State::read(std::size_t index) const {
   Lock lock(m_mutex);
-  const Place place = m_places[index];
+  if (index < m_begin) return std::nullopt;
+  const Place place = placeOf(index);
   const std::shared_ptr<const SpillFile> file = m_file;
   lock.unlock();
   if (const Plain* plain = std::get_if<Plain>(&place)) return Content{.block = *plain, .bytes = {}};
@@ -236,6 +286,21 @@ void BlockStore::State::close() {
   m_closed = true;
 }
 
+// Keeps the blocks that a reader may ask for.
+class BlockStore::Pin {
+ public:
+  explicit Pin(std::shared_ptr<State> state) : m_state(std::move(state)), m_pin(m_state->pin()) {}
+  Pin(const Pin&) = delete;
+  Pin& operator=(const Pin&) = delete;
+  ~Pin() { m_state->unpin(m_pin); }
+
+  const State& state() const { return *m_state; }
+
+ private:
+  std::shared_ptr<State> m_state;
+  State::Pins::const_iterator m_pin;
+};
+
 BlockStore::BlockStore(HistorySettings settings) : m_state(std::make_shared<State>(std::move(settings))) {}
 
 BlockStore::~BlockStore() {
@@ -246,8 +311,20 @@ void BlockStore::add(std::shared_ptr<const SealedBlock> block) {
   m_state->add(std::move(block));
 }
 
-std::optional<BlockStore::Content> BlockStore::Reader::read(std::size_t index) const {
+void BlockStore::dropBefore(std::size_t index) {
+  m_state->dropBefore(index);
+}
+
+BlockStore::Reader BlockStore::reader() const {
+  return Reader(std::make_shared<const Pin>(m_state));
+}
+
+std::optional<BlockStore::Content> BlockStore::read(std::size_t index) const {
   return m_state->read(index);
+}
+
+std::optional<BlockStore::Content> BlockStore::Reader::read(std::size_t index) const {
+  return m_pin->state().read(index);
 }
 
 BlockStore::Usage BlockStore::usage() const {

@@ -17,6 +17,7 @@ enum class Section : std::uint8_t {
   PackedStyles = 6,
   Links = 7,
   ListedStyles = 8,
+  Clusters = 9,  // without meaning but that it is there
 };
 
 // The flags of an encoded style.
@@ -285,6 +286,7 @@ std::string HistoryEncoder::finish(std::string_view text) {
   putSection(out, Section::PackedStyles, m_packedStyles);
   putSection(out, Section::Links, m_links);
   putSection(out, Section::ListedStyles, m_listedStyles);
+  if (m_clusters) putSection(out, Section::Clusters, "+");
   return out;
 }
 
@@ -306,6 +308,7 @@ std::string encodeHistoryBlock(const HistoryBlock& block) {
   for (const std::string& target : block.links) {
     encoder.addLink(target);
   }
+  if (block.clusters) encoder.setClusters();
   return encoder.finish(block.text);
 }
 
@@ -344,6 +347,9 @@ std::optional<HistoryBlock> decodeHistoryBlock(std::string_view bytes) {
         break;
       case Section::ListedStyles:
         readListedStyles(Reader(content), block, valid);
+        break;
+      case Section::Clusters:
+        block.clusters = true;
         break;
       default:
         break;

@@ -53,6 +53,7 @@ struct HistoryBlock {
   std::vector<std::uint32_t> softWraps;  ///< offsets where a row starts that continues its line, ascending
   std::vector<HistoryMark> marks;        ///< in order
   std::vector<std::string> links;        ///< the targets, numbered from 1; empty when they are kept elsewhere
+  bool clusters = false;                 ///< a cell held a grapheme cluster, not a character
 
   friend bool operator==(const HistoryBlock&, const HistoryBlock&) = default;
 };
@@ -66,6 +67,7 @@ class HistoryEncoder {
   void addMark(const HistoryMark& mark);
   void addPackedStyle(const PackedStyle& style);
   void addLink(std::string_view target);
+  void setClusters() { m_clusters = true; }
   /// The encoded block with this text.
   std::string finish(std::string_view text);
 
@@ -77,6 +79,7 @@ class HistoryEncoder {
   std::string m_marks;
   std::string m_packedStyles;
   std::string m_links;
+  bool m_clusters = false;
   HistoryRun m_lastRun;
   std::uint32_t m_lastWrap = 0;
   std::uint32_t m_lastMark = 0;

@@ -1,9 +1,37 @@
 #include "history/OutputWriter.h"
 
+#include "history/TextBlock.h"
+
 namespace zolt {
 
+namespace {
+
+class TextOutputStyles : public OutputStyles {
+ public:
+  explicit TextOutputStyles(OutputWriter::AppendStyle append) : m_append(append) {}
+
+  void changeTo(const LineBlock& block, std::size_t run, std::string& out) override {
+    const auto& text = static_cast<const TextBlock&>(block);
+    changeTo(text.styles()[text.styleRuns()[run].style], out);
+  }
+  void finish(std::string& out) override { changeTo(TextAttributes(), out); }
+
+ private:
+  void changeTo(const TextAttributes& style, std::string& out) {
+    if (style != m_style) m_append(out, m_style, style);
+    m_style = style;
+  }
+
+  OutputWriter::AppendStyle m_append;
+  TextAttributes m_style;
+};
+
+}  // namespace
+
+OutputWriter::OutputWriter(AppendStyle appendStyle) : OutputWriter(std::make_unique<TextOutputStyles>(appendStyle)) {}
+
 void OutputWriter::append(const TextSnapshot& text, std::size_t index, std::string& out) {
-  if (m_appendStyle != nullptr) {
+  if (m_styles) {
     appendStyled(*text.block(index), out);
   } else {
     const BlockText held = text.text(index);
@@ -11,16 +39,12 @@ void OutputWriter::append(const TextSnapshot& text, std::size_t index, std::stri
   }
 }
 
-void OutputWriter::appendStyled(const TextBlock& block, std::string& out) {
-  const auto& runs = block.styleRuns();
-  for (std::size_t i = 0; i < runs.size(); ++i) {
-    const std::size_t end = i + 1 < runs.size() ? runs[i + 1].begin : block.size();
-    const std::string_view text = withoutRestOfLineEnd(block.text().substr(runs[i].begin, end - runs[i].begin));
-    if (!text.empty()) {
-      const TextAttributes style = block.styles()[runs[i].style];
-      if (style != m_style) m_appendStyle(out, m_style, style);
-      m_style = style;
-    }
+void OutputWriter::appendStyled(const LineBlock& block, std::string& out) {
+  for (std::size_t run = 0; run < block.runCount(); ++run) {
+    const std::size_t begin = block.runBegin(run);
+    const std::size_t end = run + 1 < block.runCount() ? block.runBegin(run + 1) : block.size();
+    const std::string_view text = withoutRestOfLineEnd(block.text().substr(begin, end - begin));
+    if (!text.empty()) m_styles->changeTo(block, run, out);
     appendLines(text, out);
   }
 }
@@ -40,8 +64,7 @@ void OutputWriter::appendLines(std::string_view text, std::string& out) {
 }
 
 void OutputWriter::finish(std::string& out) {
-  if (m_style != TextAttributes{}) m_appendStyle(out, m_style, {});
-  m_style = {};
+  if (m_styles) m_styles->finish(out);
 }
 
 }  // namespace zolt

@@ -10,12 +10,16 @@
 namespace zolt {
 
 TextBlock::TextBlock(TextPosition start, std::uint64_t firstLine, LineColumn startColumn)
-    : m_summary{.start = start, .firstLine = firstLine, .startColumn = startColumn, .continuedEndColumn = startColumn},
+    : LineBlock({.start = start,
+                 .firstLine = firstLine,
+                 .startColumn = startColumn,
+                 .continuedEndColumn = startColumn,
+                 .continuesALine = startColumn != 0}),
       m_bytes(new char[capacity + 1]) {  // one extra: the LF of a CR LF that would be split
   if (startColumn == 0) addLineStart(0);
 }
 
-TextBlock::Fragment TextBlock::fragment(std::size_t index) const {
+LineBlock::Fragment TextBlock::fragment(std::size_t index) const {
   const bool continued = continuesALine();
   const auto startOf = [&](std::size_t i) -> std::size_t {
     if (continued) return i == 0 ? 0 : m_lineStarts[i - 1];
@@ -23,7 +27,8 @@ TextBlock::Fragment TextBlock::fragment(std::size_t index) const {
   };
   Fragment fragment;
   fragment.begin = startOf(index);
-  fragment.startColumn = continued && index == 0 ? m_summary.startColumn : 0;
+  fragment.startsLine = !continued || index != 0;
+  fragment.startColumn = fragment.startsLine ? 0 : m_summary.startColumn;
   const bool last = index + 1 == fragmentCount();
   fragment.end = last ? m_summary.size : startOf(index + 1);
   fragment.contentEnd = fragment.end;
@@ -51,7 +56,7 @@ std::size_t TextBlock::fragmentAt(std::size_t offset) const {
 
 LineColumn TextBlock::columnAt(const Fragment& fragment, std::size_t offset) const {
   offset = std::min(offset, fragment.contentEnd);
-  if (!m_summary.hasTabs) return fragment.startColumn + (offset - fragment.begin);
+  if (!hasTabs()) return fragment.startColumn + (offset - fragment.begin);
   LineColumn column = fragment.startColumn;
   for (std::size_t i = fragment.begin; i < offset; ++i) {
     column = m_bytes[i] == '\t' ? afterTab(column) : column + 1;
@@ -59,10 +64,10 @@ LineColumn TextBlock::columnAt(const Fragment& fragment, std::size_t offset) con
   return column;
 }
 
-TextBlock::Place TextBlock::placeAt(const Fragment& fragment, LineColumn column) const {
+LineBlock::Place TextBlock::placeAt(const Fragment& fragment, LineColumn column) const {
   Place place{.offset = fragment.begin, .column = fragment.startColumn};
   if (column <= place.column) return place;
-  if (!m_summary.hasTabs) {
+  if (!hasTabs()) {
     const auto skipped = std::min<std::uint64_t>(fragment.contentEnd - fragment.begin, column - fragment.startColumn);
     return {.offset = fragment.begin + skipped, .column = fragment.startColumn + skipped};
   }
@@ -71,6 +76,23 @@ TextBlock::Place TextBlock::placeAt(const Fragment& fragment, LineColumn column)
     ++place.offset;
   }
   return place;
+}
+
+RowNumber TextBlock::rows(const Fragment& fragment, LineColumn columns) const {
+  const LineColumn end = fragment.startsLine ? endColumn(fragment) : m_summary.continuedEndColumn;
+  const RowNumber rows = rowsUpTo(end, columns) - rowsUpTo(fragment.startColumn, columns);
+  return fragment.startsLine ? std::max<RowNumber>(rows, 1) : rows;
+}
+
+LineBlock::Place TextBlock::rowBegin(const Fragment& fragment, LineColumn columns, RowNumber row) const {
+  return placeAt(fragment, static_cast<LineColumn>(rowsUpTo(fragment.startColumn, columns) + row) * columns);
+}
+
+// Rows that start at or before the column of the offset, less one. The end of a line that exactly fills its last row
+// starts no further row.
+RowNumber TextBlock::rowAt(const Fragment& fragment, LineColumn columns, std::size_t offset) const {
+  const RowNumber started = rowsUpTo(columnAt(fragment, offset) + 1, columns) - rowsUpTo(fragment.startColumn, columns);
+  return std::min(started, rows(fragment, columns)) - 1;
 }
 
 std::size_t TextBlock::styleRunAt(std::size_t offset) const {
@@ -98,7 +120,7 @@ void TextBlock::layOut(std::string_view piece, TextLayout& layout) {
     }
     const char control = piece[position++];
     if (control == '\t') {
-      m_summary.hasTabs = true;
+      m_summary.rule = ColumnRule::Tabs;
       layout.column = afterTab(layout.column);
       layout.endsInReturn = false;
       continue;
@@ -123,7 +145,10 @@ void TextBlock::addLineStart(std::size_t offset) {
   ++m_summary.lineStarts;
 }
 
-void TextBlock::seal() {
+// `layout` is that of the block's end.
+void TextBlock::seal(const TextLayout& layout) {
+  m_summary.endColumn = static_cast<std::uint32_t>(std::min<LineColumn>(layout.column, UINT32_MAX));
+  m_summary.endsALine = layout.column == 0;
   // A line that would start at the very end starts in the next block instead, so that every row begins in one block.
   if (!m_lineStarts.empty() && m_lineStarts.back() == size() && size() != 0) {
     m_lineStarts.pop_back();
@@ -153,7 +178,7 @@ std::string TextBlock::encoded() const {
   return encoder.finish(text());
 }
 
-std::shared_ptr<const TextBlock> TextBlock::decoded(const Summary& summary, std::string_view bytes) {
+std::shared_ptr<const LineBlock> TextBlock::decoded(const BlockSummary& summary, std::string_view bytes) {
   std::optional<HistoryBlock> content = decodeHistoryBlock(bytes);
   if (!content || content->text.size() != summary.size || summary.size > capacity + 1) return nullptr;
   auto block = std::make_shared<TextBlock>(summary.start, summary.firstLine, summary.startColumn);
@@ -164,29 +189,16 @@ std::shared_ptr<const TextBlock> TextBlock::decoded(const Summary& summary, std:
   for (const HistoryRun& run : content->runs) {
     block->m_runs.push_back({.begin = static_cast<std::uint16_t>(run.begin), .style = run.style});
   }
-  block->seal();
+  block->seal(layout);
   return block->m_summary == summary ? block : nullptr;
 }
 
-std::shared_ptr<const TextBlock> TextBlock::lost(const Summary& summary, std::uint64_t lineEnds, LineColumn endColumn,
-                                                 std::string_view notice) {
-  const auto ends = static_cast<std::size_t>(lineEnds);
-  // A line that continues in the next block keeps its columns, as far as there are bytes for them.
-  const auto tail = static_cast<std::size_t>(std::min<LineColumn>(endColumn, summary.size - ends));
-  std::size_t blanks = summary.size - ends - (ends == 0 ? 0 : tail);
-  std::string text(notice.substr(0, blanks));
-  blanks -= text.size();
-  // The other lines share the blanks evenly, so that the block has about as many rows as before.
-  for (std::size_t left = ends; left > 0; --left) {
-    text.append(blanks / left, ' ').push_back('\n');
-    blanks -= blanks / left;
-  }
-  text.resize(summary.size, ' ');
+std::shared_ptr<const LineBlock> TextBlock::lost(const BlockSummary& summary) {
   auto block = std::make_shared<TextBlock>(summary.start, summary.firstLine, summary.startColumn);
   TextLayout layout{.column = summary.startColumn};
-  block->append(text, layout);
+  block->append(lostText(summary), layout);
   block->m_runs.push_back({.begin = 0, .style = block->m_styles.number(StyleCode())});
-  block->seal();
+  block->seal(layout);
   return block;
 }
 

@@ -7,16 +7,14 @@
 #include <string_view>
 #include <vector>
 
-#include "history/BlockStore.h"
+#include "history/BlockSequence.h"
 #include "history/BlockStyles.h"
+#include "history/LineBlock.h"
 #include "text/TextAttributes.h"
-#include "text/TextPosition.h"
 
 namespace zolt {
 
-/// A column of a line that is not wrapped, from 0. Tabs stop every 8 columns; every other byte takes one.
-using LineColumn = std::uint64_t;
-
+/// Tabs stop every 8 columns; every other byte takes one.
 inline constexpr LineColumn kTabStop = 8;
 
 /// The column after a tab at `column`.
@@ -31,37 +29,13 @@ struct TextLayout {
   bool endsInReturn = false;   ///< the last byte is a CR: a LF now belongs to the same line end
 };
 
-/// A block of a text storage, of bounded size, with all that is needed to lay it out and paint it on its own.
+/// A block of a text storage: ASCII, with styles.
 ///
-/// Lines may start before a block and continue after it. The part of a line within one block is a fragment. TextStorage
-/// alone appends to a block. Once it is sealed, any thread may read it.
-class TextBlock : public SealedBlock {
+/// A line ends with LF, CR or CR LF. TextStorage alone appends to a block. Once it is sealed, any thread may read it.
+class TextBlock : public LineBlock {
  public:
   /// The maximum number of bytes in a block. Offsets fit 16 bits with room to spare.
   static constexpr std::size_t capacity = 65280;
-
-  /// What is known about a block without its text.
-  struct Summary {
-    TextPosition start;
-    std::uint64_t firstLine = 0;        ///< the number of the line that the first byte belongs to
-    LineColumn startColumn = 0;         ///< of the first byte in its line
-    LineColumn continuedEndColumn = 0;  ///< the column after the content of a first fragment that continues a line
-    LineColumn longestLine = 0;         ///< in columns, of the lines that start here, as far as they lie in the block
-    std::uint32_t size = 0;             ///< bytes
-    std::uint32_t lineStarts = 0;       ///< number of lines that start here
-    bool hasTabs = false;
-
-    TextPosition end() const { return start + size; }
-    bool continuesALine() const { return startColumn != 0; }
-    friend bool operator==(const Summary&, const Summary&) = default;
-  };
-
-  struct Fragment {
-    std::size_t begin = 0;       ///< offset of its first byte
-    std::size_t end = 0;         ///< offset after its last byte, a line end included
-    std::size_t contentEnd = 0;  ///< as `end`, without the line end (LF, CR or CR LF)
-    LineColumn startColumn = 0;  ///< of its first byte; 0 if and only if the line starts here
-  };
 
   struct StyleRun {
     std::uint16_t begin = 0;  ///< offset of its first byte; it ends where the next run begins
@@ -71,34 +45,25 @@ class TextBlock : public SealedBlock {
   /// An empty block at `start`, which is column `startColumn` of line number `firstLine`.
   TextBlock(TextPosition start, std::uint64_t firstLine, LineColumn startColumn);
 
-  const Summary& summary() const { return m_summary; }
-  TextPosition start() const { return m_summary.start; }
-  TextPosition end() const { return m_summary.end(); }
-  std::size_t size() const { return m_summary.size; }
-  std::string_view text() const { return {m_bytes.get(), size()}; }
-
-  /// The number of the line that the first byte belongs to.
-  std::uint64_t firstLine() const { return m_summary.firstLine; }
+  std::string_view text() const override { return {m_bytes.get(), size()}; }
   /// Offsets where lines start, in order. The last may equal `size()`: a line that is still empty.
   const std::vector<std::uint16_t>& lineStarts() const { return m_lineStarts; }
+  std::size_t lineStart(std::size_t index) const override { return m_lineStarts[index]; }
+  /// The start column is 0 if and only if the line starts here.
+  Fragment fragment(std::size_t index) const override;
+  std::size_t fragmentAt(std::size_t offset) const override;
 
-  /// Whether the first fragment continues a line that started in an earlier block.
-  bool continuesALine() const { return m_summary.continuesALine(); }
-  std::size_t fragmentCount() const { return m_lineStarts.size() + (continuesALine() ? 1 : 0); }
-  Fragment fragment(std::size_t index) const;
-  /// The index of the fragment that contains `offset`; the end belongs to the last one.
-  std::size_t fragmentAt(std::size_t offset) const;
+  using LineBlock::rows;
+  RowNumber rows(const Fragment& fragment, LineColumn columns) const override;
+  Place rowBegin(const Fragment& fragment, LineColumn columns, RowNumber row) const override;
+  RowNumber rowAt(const Fragment& fragment, LineColumn columns, std::size_t offset) const override;
 
   /// Whether columns must be found by walking the text, because it has tabs.
-  bool hasTabs() const { return m_summary.hasTabs; }
+  bool hasTabs() const { return m_summary.rule == ColumnRule::Tabs; }
   /// The column after the fragment's content.
   LineColumn endColumn(const Fragment& fragment) const { return columnAt(fragment, fragment.contentEnd); }
   /// The column of `offset`, which lies in the fragment; for a line end, the column after the content.
   LineColumn columnAt(const Fragment& fragment, std::size_t offset) const;
-  struct Place {
-    std::size_t offset = 0;
-    LineColumn column = 0;
-  };
   /// The first place in the fragment's content whose column is not less than `column`; its end when there is none.
   Place placeAt(const Fragment& fragment, LineColumn column) const;
 
@@ -107,6 +72,8 @@ class TextBlock : public SealedBlock {
   /// In columns, the longest of the lines that start in this block, as far as they lie in it.
   LineColumn longestLine() const { return m_summary.longestLine; }
 
+  std::size_t runCount() const override { return m_runs.size(); }
+  std::size_t runBegin(std::size_t run) const override { return m_runs[run].begin; }
   const std::vector<StyleRun>& styleRuns() const { return m_runs; }
   const BlockStyles& styles() const { return m_styles; }
   /// The index of the style run that holds `offset` < size().
@@ -117,11 +84,10 @@ class TextBlock : public SealedBlock {
 
   std::string encoded() const override;
   /// Restores the sealed block with this summary from what `encoded()` returned; null when the two do not match.
-  static std::shared_ptr<const TextBlock> decoded(const Summary& summary, std::string_view bytes);
-  /// A replacement for a sealed block whose text was lost: `notice` and blanks, with the same number of bytes and line
-  /// ends. `endColumn` is the column where the next block begins.
-  static std::shared_ptr<const TextBlock> lost(const Summary& summary, std::uint64_t lineEnds, LineColumn endColumn,
-                                               std::string_view notice);
+  static std::shared_ptr<const LineBlock> decoded(const BlockSummary& summary, std::string_view bytes);
+  /// A replacement for a sealed block whose text was lost.
+  static std::shared_ptr<const LineBlock> lost(const BlockSummary& summary);
+  static constexpr BlockKind kind{.decoded = decoded, .lost = lost};
   std::size_t memoryBytes() const override;
 
  private:
@@ -131,11 +97,10 @@ class TextBlock : public SealedBlock {
   void append(std::string_view piece, TextLayout& layout);
   void layOut(std::string_view piece, TextLayout& layout);
   void addLineStart(std::size_t offset);
-  void seal();
+  void seal(const TextLayout& layout);
   void appendRun(std::size_t begin, std::uint16_t style);
   void noteLineLength(LineColumn columns);
 
-  Summary m_summary;
   std::unique_ptr<char[]> m_bytes;
   std::vector<std::uint16_t> m_lineStarts;
   std::vector<StyleRun> m_runs;

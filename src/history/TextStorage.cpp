@@ -35,7 +35,7 @@ class TextStorage::RunCursor {
 };
 
 TextStorage::TextStorage(HistorySettings settings)
-    : m_store(std::move(settings)), m_open(std::make_shared<TextBlock>(TextPosition(), 0, 0)) {}
+    : m_sealed(TextBlock::kind, std::move(settings)), m_open(std::make_shared<TextBlock>(TextPosition(), 0, 0)) {}
 
 void TextStorage::append(const AttributedString& string) {
   RunCursor runs(string);
@@ -51,95 +51,29 @@ void TextStorage::append(const AttributedString& string) {
 }
 
 void TextStorage::startBlock() {
-  m_open->seal();
-  m_sealed.push_back(m_open->summary());
+  m_open->seal(m_layout);
   const TextPosition start = m_open->end();
-  m_store.add(std::move(m_open));
+  m_sealed.add(std::move(m_open));
   m_open = std::make_shared<TextBlock>(start, m_layout.lineEnds, m_layout.column);
 }
 
 std::shared_ptr<const TextBlock> TextStorage::block(std::size_t index) const {
-  if (index == m_sealed.size()) return m_open;
-  for (const CachedBlock& cached : m_cache) {
-    if (cached.index == index && cached.block) return cached.block;
-  }
-  std::shared_ptr<const TextBlock> found = load(index);
-  m_cache[m_nextCached] = {.index = index, .block = found};
-  m_nextCached = (m_nextCached + 1) % m_cache.size();
-  return found;
+  if (index == m_sealed.endBlock()) return m_open;
+  return std::static_pointer_cast<const TextBlock>(m_cache.block(m_sealed.sealed(), index));
 }
 
-std::shared_ptr<const TextBlock> TextStorage::load(std::size_t index) const {
-  if (auto kept = keptBlock(m_store.reader(), index, m_sealed[index])) return kept;
-  if (std::ranges::find(m_lost, index) == m_lost.end()) m_lost.push_back(index);
-  return lostBlock(m_sealed[index], summary(index + 1));
+std::shared_ptr<const LineBlock> TextStorage::lineBlock(std::size_t index) const {
+  return block(index);
 }
 
 TextSnapshot TextStorage::snapshot(std::size_t first, std::size_t end) const {
-  std::vector<TextBlock::Summary> summaries;
-  summaries.reserve(end - first + 1);
-  for (std::size_t i = first; i < std::min(end + 1, blockCount()); ++i) {
-    summaries.push_back(summary(i));
-  }
-  return {m_store.reader(), first, end - first, std::move(summaries), end == blockCount() ? m_open->copy() : nullptr};
+  std::vector<std::shared_ptr<const LineBlock>> tail;
+  if (end == blockCount()) tail.push_back(m_open->copy());
+  return {m_sealed.sealed(), std::move(tail), first, end};
 }
 
-const TextBlock::Summary& TextStorage::summary(std::size_t index) const {
-  return index == m_sealed.size() ? m_open->summary() : m_sealed[index];
-}
-
-// The last block whose summary satisfies `isBefore`, which must hold for the first block and then up to some block.
-template <class IsBefore>
-std::size_t TextStorage::lastBlock(IsBefore isBefore) const {
-  if (isBefore(m_open->summary())) return m_sealed.size();
-  const auto after = std::ranges::partition_point(m_sealed, isBefore);
-  return static_cast<std::size_t>(after - m_sealed.begin()) - 1;
-}
-
-std::size_t TextStorage::blockAt(TextPosition position) const {
-  return lastBlock([&](const TextBlock::Summary& block) { return block.start <= position; });
-}
-
-TextPosition TextStorage::lineStart(std::uint64_t line) const {
-  // The last block whose first line comes before this line, or starts with it.
-  const std::size_t index = lastBlock([&](const TextBlock::Summary& block) {
-    return block.firstLine < line || (block.firstLine == line && !block.continuesALine());
-  });
-  const TextBlock::Summary& about = summary(index);
-  const std::uint64_t start = line - about.firstLine - (about.continuesALine() ? 1 : 0);
-  return about.start + block(index)->lineStarts()[start];
-}
-
-std::uint64_t TextStorage::lineAt(TextPosition position) const {
-  const auto holder = block(blockAt(position));
-  return holder->firstLine() + holder->fragmentAt(static_cast<std::size_t>(position - holder->start()));
-}
-
-TextPosition TextStorage::lineEnd(std::uint64_t line) const {
-  if (line + 1 == lineCount()) return this->end();
-  TextPosition end = lineStart(line + 1) - 1;
-  const TextPosition start = lineStart(line);
-  if (end > start && at(end) == '\n' && at(end - 1) == '\r') end = end - 1;
-  return end;
-}
-
-std::string TextStorage::text(TextPosition begin, TextPosition end) const {
-  std::string result;
-  if (begin >= end) return result;
-  result.reserve(static_cast<std::size_t>(end - begin));
-  for (std::size_t i = blockAt(begin); i < blockCount() && summary(i).start < end; ++i) {
-    const auto source = block(i);
-    const TextPosition from = std::max(begin, source->start());
-    const TextPosition to = std::min(end, source->end());
-    result +=
-        source->text().substr(static_cast<std::size_t>(from - source->start()), static_cast<std::size_t>(to - from));
-  }
-  return result;
-}
-
-char TextStorage::at(TextPosition position) const {
-  const auto holder = block(blockAt(position));
-  return holder->text()[static_cast<std::size_t>(position - holder->start())];
+const BlockSummary& TextStorage::summary(std::size_t index) const {
+  return index == m_sealed.endBlock() ? m_open->summary() : m_sealed.summary(index);
 }
 
 void TextStorage::forEachRun(TextPosition begin, TextPosition end, const RunVisitor& visit) const {
@@ -160,8 +94,7 @@ void TextStorage::forEachRun(TextPosition begin, TextPosition end, const RunVisi
 }
 
 std::size_t TextStorage::memoryBytes() const {
-  return sizeof(*this) + m_sealed.capacity() * sizeof(m_sealed[0]) + m_store.usage().memoryBytes +
-         m_open->memoryBytes();
+  return sizeof(*this) + m_sealed.memoryBytes() + m_open->memoryBytes();
 }
 
 }  // namespace zolt

@@ -1,14 +1,13 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <string>
 #include <string_view>
 #include <vector>
 
-#include "history/BlockStore.h"
+#include "history/BlockSequence.h"
+#include "history/HistoryText.h"
 #include "history/TextBlock.h"
 #include "history/TextSnapshot.h"
 #include "text/AttributedString.h"
@@ -22,7 +21,7 @@ namespace zolt {
 /// blocks go to a BlockStore, which keeps them in little memory. A block whose text was dropped there reads as
 /// kHistoryLostNotice and blanks, with as many lines and bytes as before, so that positions and line numbers stay
 /// valid. Not synchronised: one thread at a time.
-class TextStorage {
+class TextStorage : public HistoryText {
  public:
   explicit TextStorage(HistorySettings settings = {});
 
@@ -36,61 +35,36 @@ class TextStorage {
   std::uint64_t lineCount() const { return m_layout.lineEnds + 1; }
 
   /// The number of blocks, at least 1. Only the last block still grows.
-  std::size_t blockCount() const { return m_sealed.size() + 1; }
-  /// Block `index` < blockCount(), restored from the store if necessary.
+  std::size_t blockCount() const { return m_sealed.endBlock() + 1; }
+  std::size_t firstBlock() const override { return 0; }
+  std::size_t endBlock() const override { return blockCount(); }
+  std::size_t stableEnd() const override { return m_sealed.endBlock(); }
+  const BlockSummary& summary(std::size_t index) const override;
+  /// As HistoryText::block.
   std::shared_ptr<const TextBlock> block(std::size_t index) const;
-  /// What is known about block `index` < blockCount() without its text.
-  const TextBlock::Summary& summary(std::size_t index) const;
-  /// The blocks found to be lost, in the order of discovery. Their layout differs from their summary.
-  const std::vector<std::size_t>& lostBlocks() const { return m_lost; }
-  /// The block that contains `position` <= end(); the end belongs to the last block.
-  std::size_t blockAt(TextPosition position) const;
-
-  /// Where line `line` < lineCount() starts.
-  TextPosition lineStart(std::uint64_t line) const;
-  /// The number of the line that contains `position`; a line end belongs to the line that it ends.
-  std::uint64_t lineAt(TextPosition position) const;
-  /// Where line `line` ends, without its line end.
-  TextPosition lineEnd(std::uint64_t line) const;
-
-  /// The bytes from `begin` to `end` (not included), as stored.
-  std::string text(TextPosition begin, TextPosition end) const;
-  /// The byte at `position` < end().
-  char at(TextPosition position) const;
+  const std::vector<std::size_t>& lostBlocks() const override { return m_cache.lost(); }
+  TextSnapshot snapshot(std::size_t first, std::size_t end) const override;
 
   using RunVisitor = std::function<void(TextPosition begin, std::string_view text, const TextAttributes& attributes)>;
   /// Visits the runs from `begin` to `end` (not included) in order, split at block boundaries.
   void forEachRun(TextPosition begin, TextPosition end, const RunVisitor& visit) const;
 
-  /// The blocks from `first` to `end` (not included, at most blockCount()), for other threads.
-  TextSnapshot snapshot(std::size_t first, std::size_t end) const;
-
   /// An estimate of the memory in use, in bytes.
   std::size_t memoryBytes() const;
-  BlockStore::Usage usage() const { return m_store.usage(); }
+  BlockStore::Usage usage() const { return m_sealed.usage(); }
   /// Waits until the store has nothing left to compress or move.
-  void waitUntilIdle() { m_store.waitUntilIdle(); }
+  void waitUntilIdle() { m_sealed.waitUntilIdle(); }
 
  private:
   class RunCursor;
 
-  struct CachedBlock {
-    std::size_t index = 0;
-    std::shared_ptr<const TextBlock> block;
-  };
-
   void startBlock();
-  std::shared_ptr<const TextBlock> load(std::size_t index) const;
-  template <class IsBefore>
-  std::size_t lastBlock(IsBefore isBefore) const;
+  std::shared_ptr<const LineBlock> lineBlock(std::size_t index) const override;
 
-  BlockStore m_store;
-  std::vector<TextBlock::Summary> m_sealed;
-  std::shared_ptr<TextBlock> m_open;            // the last block, which still grows
-  TextLayout m_layout;                          // of the end
-  mutable std::array<CachedBlock, 16> m_cache;  // recently used blocks, replaced in turn
-  mutable std::size_t m_nextCached = 0;
-  mutable std::vector<std::size_t> m_lost;
+  BlockSequence m_sealed;
+  std::shared_ptr<TextBlock> m_open;  // the last block, which still grows
+  TextLayout m_layout;                // of the end
+  mutable BlockCache m_cache;
 };
 
 }  // namespace zolt

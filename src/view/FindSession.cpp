@@ -58,7 +58,7 @@ struct FindSession::Job {
   std::shared_ptr<std::atomic<bool>> stop;
 };
 
-FindSession::FindSession(const TextStorage& text, Clock& clock)
+FindSession::FindSession(const HistoryText& text, Clock& clock)
     : m_text(text), m_tailTimer(clock.makeTimer([this] { searchTail(); })) {}
 
 FindSession::~FindSession() {
@@ -71,6 +71,7 @@ void FindSession::search(const FindPattern& pattern, TextPosition from) {
   m_pattern = pattern;
   m_from = from;
   m_walk = Walk{.direction = Direction::Backward, .from = m_from};
+  m_results.forgetBefore(firstSegment(m_text), m_text.begin());
   m_firstOpen = m_unknownBelow = segmentCount(m_text);
   walk();
   pump();
@@ -91,17 +92,23 @@ void FindSession::stop() {
 }
 
 bool FindSession::isSearching() const {
-  return isActive() && (m_unknownBelow > 0 || m_walk);
+  return isActive() && (m_unknownBelow > firstSegment(m_text) || m_walk);
 }
 
-void FindSession::textGrew() {
-  if (isActive() && !m_tailTimer->isActive()) m_tailTimer->start(kTailInterval);
+void FindSession::textChanged() {
+  if (!isActive()) return;
+  if (!m_tailTimer->isActive()) m_tailTimer->start(kTailInterval);
+  const std::uint64_t before = m_results.count();
+  m_results.forgetBefore(firstSegment(m_text), m_text.begin());
+  m_results.forgetAfter(segmentCount(m_text), m_text.end());
+  if (m_current && (m_current->begin < m_text.begin() || m_current->end > m_text.end())) dropCurrent();
+  if (m_results.count() != before) Q_EMIT resultsChanged();
 }
 
 // Searches the segments that were last when they were searched, and those that have arrived since.
 void FindSession::searchTail() {
   const std::size_t count = segmentCount(m_text);
-  for (std::size_t segment = m_firstOpen; segment < count; ++segment) {
+  for (std::size_t segment = std::max(m_firstOpen, firstSegment(m_text)); segment < count; ++segment) {
     if (m_results.isKnown(segment) || isUnderWay(segment)) addOnce(m_stale, segment);
   }
   m_firstOpen = m_unknownBelow = count;
@@ -109,13 +116,19 @@ void FindSession::searchTail() {
 }
 
 std::optional<FindSession::Segments> FindSession::nextSegments() {
-  while (m_unknownBelow > 0 && m_results.isKnown(m_unknownBelow - 1)) {
+  const std::size_t begin = firstSegment(m_text);
+  const std::size_t count = segmentCount(m_text);
+  const auto isThere = [&](std::size_t segment) { return segment >= begin && segment < count; };
+  m_unknownBelow = std::min(m_unknownBelow, count);
+  while (m_unknownBelow > begin && m_results.isKnown(m_unknownBelow - 1)) {
     --m_unknownBelow;
   }
   while (!m_wanted.empty()) {
     const std::size_t segment = takeLast(m_wanted);
-    if (m_results.matchesIn(segment) == nullptr && !isUnderWay(segment)) return Segments{segment, segment + 1};
+    if (!isThere(segment) || isUnderWay(segment)) continue;
+    if (m_results.matchesIn(segment) == nullptr) return Segments{segment, segment + 1};
   }
+  std::erase_if(m_stale, [&](std::size_t segment) { return !isThere(segment); });
   // Not while a job with an older snapshot is searching it: its result would arrive last and replace the newer one.
   const auto stale = std::ranges::find_if(m_stale, [this](std::size_t segment) { return !isUnderWay(segment); });
   if (stale != m_stale.end()) {
@@ -127,12 +140,12 @@ std::optional<FindSession::Segments> FindSession::nextSegments() {
     return !m_results.isKnown(segment) && !isUnderWay(segment);
   };
   std::size_t end = m_unknownBelow;
-  while (end > 0 && !isToBeSearched(end - 1)) {
+  while (end > begin && !isToBeSearched(end - 1)) {
     --end;
   }
-  if (end == 0) return std::nullopt;
+  if (end <= begin) return std::nullopt;
   Segments segments{.first = end - 1, .end = end};
-  while (segments.first > 0 && segments.end - segments.first < kJobSegments && isToBeSearched(segments.first - 1)) {
+  while (segments.first > begin && segments.end - segments.first < kJobSegments && isToBeSearched(segments.first - 1)) {
     --segments.first;
   }
   return segments;
@@ -152,9 +165,7 @@ void FindSession::pump() {
 }
 
 void FindSession::start(Segments segments) {
-  // A segment's matches are final once it and the next block, into which its last line is followed, are full.
-  const std::size_t fullBlocks = m_text.blockCount() - 1;
-  const std::size_t firstOpen = fullBlocks == 0 ? 0 : (fullBlocks - 1) / kSegmentBlocks;
+  const std::size_t firstOpen = firstOpenSegment(m_text);
   if (segments.end > firstOpen) m_firstOpen = std::min(m_firstOpen, std::max(firstOpen, segments.first));
   m_underWay.push_back(segments);
   auto job = std::make_shared<const Job>(Job{.pattern = *m_pattern,
@@ -183,9 +194,7 @@ FindSession::Outcome FindSession::run(const Job& job) {
       outcome.tookTooLong = true;
       break;
     }
-    const std::size_t first = segment * kSegmentBlocks;
-    const std::size_t last = std::min(first + kSegmentBlocks, job.snapshot.endBlock()) - 1;
-    found.extent = {job.snapshot.summary(first).start, job.snapshot.summary(last).end()};
+    found.extent = extentOfSegment(job.snapshot, segment);
     matches += found.matches.size();
     outcome.found.push_back(std::move(found));
     if (std::chrono::steady_clock::now() - begun > kJobTime || matches > kJobMatches) break;
@@ -198,6 +207,10 @@ void FindSession::take(const Job& job, Outcome outcome) {
   for (Found& found : outcome.found) {
     m_results.set(found.segment, found.extent, std::move(found.matches));
   }
+  // The text may have changed while the job read a snapshot of it.
+  m_results.forgetBefore(firstSegment(m_text), m_text.begin());
+  m_results.forgetAfter(segmentCount(m_text), m_text.end());
+  dropCurrentIfGone();
   if (outcome.tookTooLong) {
     stop();
     Q_EMIT gaveUp();
@@ -220,6 +233,7 @@ void FindSession::go(Direction direction) {
 // Continues the walk as far as the results reach.
 void FindSession::walk() {
   while (m_walk) {
+    m_walk->from = std::clamp(m_walk->from, m_text.begin(), m_text.end());
     const std::size_t segment = segmentAt(m_text, m_walk->from);
     const bool backward = m_walk->direction == Direction::Backward;
     const FindResults::Step step = backward ? m_results.lastBefore(segment, m_walk->from)
@@ -233,7 +247,7 @@ void FindSession::walk() {
     } else if (std::exchange(m_walk->wrapped, true)) {
       m_walk.reset();
     } else {
-      m_walk->from = backward ? m_text.end() : TextPosition();
+      m_walk->from = backward ? m_text.end() : m_text.begin();
     }
   }
 }
@@ -241,6 +255,20 @@ void FindSession::walk() {
 void FindSession::setCurrent(const TextRange& match) {
   m_current = match;
   Q_EMIT currentChanged();
+}
+
+// The walk to the next match goes on from where it was.
+void FindSession::dropCurrent() {
+  m_from = m_current->begin;
+  m_current.reset();
+}
+
+// Where the text can change, a match may be gone when its segment is searched again.
+void FindSession::dropCurrentIfGone() {
+  if (!m_current) return;
+  const std::vector<TextRange>* matches = m_results.matchesIn(segmentAt(m_text, m_current->begin));
+  if (matches == nullptr) return;
+  if (!std::ranges::binary_search(*matches, m_current->begin, {}, &TextRange::begin)) dropCurrent();
 }
 
 std::optional<TextRange> FindSession::current() const {
@@ -271,7 +299,7 @@ const std::vector<TextRange>* FindSession::matchesIn(std::size_t segment) {
 std::optional<std::vector<TextRange>> FindSession::matchesAtOnce(const TextRange& row, std::size_t segment) const {
   const bool isNewest = segment + 2 >= segmentCount(m_text);
   if (!isNewest || !std::holds_alternative<PlainNeedle>(m_pattern->matcher())) return std::nullopt;
-  const TextPosition from = row.begin.backBy(FindPattern::kQueryBytes);
+  const TextPosition from = std::max(row.begin.backBy(FindPattern::kQueryBytes), m_text.begin());
   const TextPosition to = std::min(row.end + FindPattern::kQueryBytes, m_text.end());
   std::vector<TextRange> matches;
   FindScanner scanner(*m_pattern, from);

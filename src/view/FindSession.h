@@ -11,12 +11,13 @@
 #include "canvas/CanvasMarks.h"
 #include "find/FindPattern.h"
 #include "find/FindResults.h"
-#include "history/TextStorage.h"
+#include "history/HistoryText.h"
 #include "platform/Clock.h"
 
 namespace zolt {
 
-/// A search of a growing text: the matches found so far, and the current match.
+/// A search of a text that grows, and of which the last blocks may change: the matches found so far, and the current
+/// match.
 ///
 /// The text is searched on worker threads, newest first, a few milliseconds' worth at a time; new text is searched soon
 /// after it arrives. What is needed for the next match, or to paint the rows in view, is searched first. Main thread.
@@ -25,7 +26,7 @@ class FindSession : public QObject, public CanvasMarks {
 
  public:
   /// `text` must outlive the session.
-  explicit FindSession(const TextStorage& text, Clock& clock = Clock::steady());
+  explicit FindSession(const HistoryText& text, Clock& clock = Clock::steady());
   ~FindSession() override;
 
   /// Searches for `pattern` from now on. The current match will be the last one that begins before `from`, or the last
@@ -34,14 +35,15 @@ class FindSession : public QObject, public CanvasMarks {
   /// Ends the search.
   void stop();
   bool isActive() const { return m_pattern.has_value(); }
-  /// To be called when the text has grown.
-  void textGrew();
+  /// To be called whenever the text has changed. Matches in what it no longer has are forgotten at once; what has come
+  /// or changed is searched soon.
+  void textChanged();
 
   /// Matches found so far.
   std::uint64_t count() const { return m_results.count(); }
   /// Whether some of the text is still to be searched, not counting text that has just arrived.
   bool isSearching() const;
-  /// The current match; none at first, and where nothing matches.
+  /// The current match; none at first, where nothing matches, and once it is no longer there.
   std::optional<TextRange> current() const;
   /// Its number, from 1 at the top; nothing until all text before it has been searched.
   std::optional<std::uint64_t> numberOfCurrent() const;
@@ -98,10 +100,12 @@ class FindSession : public QObject, public CanvasMarks {
   void go(Direction direction);
   void walk();
   void setCurrent(const TextRange& match);
+  void dropCurrent();
+  void dropCurrentIfGone();
   const std::vector<TextRange>* matchesIn(std::size_t segment);
   std::optional<std::vector<TextRange>> matchesAtOnce(const TextRange& row, std::size_t segment) const;
 
-  const TextStorage& m_text;
+  const HistoryText& m_text;
   std::optional<FindPattern> m_pattern;
   FindResults m_results;
   std::optional<TextRange> m_current;
@@ -111,9 +115,9 @@ class FindSession : public QObject, public CanvasMarks {
   std::shared_ptr<std::atomic<bool>> m_stop;  // stops the jobs in flight
   std::vector<Segments> m_underWay;           // the segments they search
   std::vector<std::size_t> m_wanted;  // needed for the view or the next match: searched first, latest request last
-  std::vector<std::size_t> m_stale;   // searched, or being searched, but text has arrived since
+  std::vector<std::size_t> m_stale;   // searched, or being searched, but the text has changed since
   std::size_t m_unknownBelow = 0;     // segments from here on are known
-  std::size_t m_firstOpen = 0;        // known segments from here on change when text arrives
+  std::size_t m_firstOpen = 0;        // known segments from here on change with the text
   std::unique_ptr<Timer> m_tailTimer;
 };
 

@@ -33,7 +33,7 @@ Finder::Finder(TerminalNSTextView& view, Clock& clock)
   connect(&m_session, &FindSession::gaveUp, this, [this] {
     if (m_bar) m_bar->showProblem(tr("This expression takes too long on lines of this length."));
   });
-  connect(&m_view, &TerminalNSTextView::textAppended, &m_session, &FindSession::textGrew);
+  connect(&m_view, &TerminalNSTextView::textAppended, &m_session, &FindSession::textChanged);
   m_view.installEventFilter(this);
 }
 

@@ -7,6 +7,7 @@
 
 #include "find/Finding.h"
 #include "find/NaiveFind.h"
+#include "history/TextStorage.h"
 #include "support/TextPositions.h"
 #include "text/RandomText.h"
 

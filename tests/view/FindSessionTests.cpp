@@ -8,6 +8,7 @@
 
 #include "canvas/CanvasLiterals.h"
 #include "find/LogSearch.h"
+#include "history/TextStorage.h"
 #include "support/WaitFor.h"
 
 namespace zolt {
@@ -22,7 +23,7 @@ class FindSessionTest : public testing::Test {
  protected:
   void append(const std::string& text) {
     storage.append(AttributedString(text, TextAttributes()));
-    session.textGrew();
+    session.textChanged();
   }
   /// Filled up to `size` bytes with lines of 100.
   void fillTo(std::size_t size) {

@@ -10,7 +10,6 @@
 #include <utility>
 
 #include "emulation/SGREncoder.h"
-#include "history/OutputWriter.h"
 #include "platform/MainQueue.h"
 #include "platform/ReplacementFile.h"
 #include "view/saving/SaveErrorText.h"
@@ -35,11 +34,11 @@ std::uint64_t sizeOf(const TextSnapshot& text) {
 struct OutputSaver::Work {
   enum class Stage { Writing, Replacing, Cancelled };
 
-  Work(TextSnapshot snapshot, OutputFormat form, std::string path)
-      : text(std::move(snapshot)), format(form), target(std::move(path)) {}
+  Work(TextSnapshot snapshot, OutputWriter output, std::string path)
+      : text(std::move(snapshot)), writer(std::move(output)), target(std::move(path)) {}
 
   const TextSnapshot text;
-  const OutputFormat format;
+  OutputWriter writer;  // for the background thread
   const std::string target;
   std::atomic<Stage> stage = Stage::Writing;
   std::atomic<std::uint64_t> written = 0;  // bytes of the text
@@ -81,7 +80,6 @@ struct OutputSaver::Work {
   }
 
   void writeTo(ReplacementFile& file) {
-    OutputWriter writer(format == OutputFormat::WithColours ? appendSGR : nullptr);
     std::string bytes;
     std::size_t unsynced = 0;
     for (std::size_t i = text.firstBlock(); i < text.endBlock(); ++i) {
@@ -110,8 +108,17 @@ struct OutputSaver::Work {
 
 OutputSaver::OutputSaver(TextSnapshot text, OutputFormat format, const QString& file, QObject* parent,
                          WorkerQueue& queue, Clock& clock)
+    : OutputSaver(std::move(text), format == OutputFormat::WithColours ? OutputWriter(appendSGR) : OutputWriter(), file,
+                  parent, queue, clock) {}
+
+OutputSaver::OutputSaver(TextSnapshot text, std::unique_ptr<OutputStyles> styles, const QString& file, QObject* parent,
+                         WorkerQueue& queue, Clock& clock)
+    : OutputSaver(std::move(text), OutputWriter(std::move(styles)), file, parent, queue, clock) {}
+
+OutputSaver::OutputSaver(TextSnapshot text, OutputWriter writer, const QString& file, QObject* parent,
+                         WorkerQueue& queue, Clock& clock)
     : QObject(parent),
-      m_work(std::make_shared<Work>(std::move(text), format, QFile::encodeName(file).toStdString())),
+      m_work(std::make_shared<Work>(std::move(text), std::move(writer), QFile::encodeName(file).toStdString())),
       m_file(file),
       m_progress(clock.makeTimer([this] { tellProgress(); })) {
   m_progress->start(progressInterval);

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <memory>
 
+#include "history/OutputWriter.h"
 #include "history/TextSnapshot.h"
 #include "platform/Clock.h"
 #include "platform/WorkerQueue.h"
@@ -25,7 +26,11 @@ class OutputSaver : public QObject {
   /// The time between two progress signals.
   static constexpr std::chrono::milliseconds progressInterval{50};
 
+  /// Saves a log.
   OutputSaver(TextSnapshot text, OutputFormat format, const QString& file, QObject* parent = nullptr,
+              WorkerQueue& queue = WorkerQueue::utility(), Clock& clock = Clock::steady());
+  /// Saves any text with `styles`, which is used in the background, or without if that is null.
+  OutputSaver(TextSnapshot text, std::unique_ptr<OutputStyles> styles, const QString& file, QObject* parent = nullptr,
               WorkerQueue& queue = WorkerQueue::utility(), Clock& clock = Clock::steady());
   /// Cancels, and waits a moment so that no temporary file is left behind.
   ~OutputSaver() override;
@@ -47,6 +52,8 @@ class OutputSaver : public QObject {
  private:
   struct Work;
 
+  OutputSaver(TextSnapshot text, OutputWriter writer, const QString& file, QObject* parent, WorkerQueue& queue,
+              Clock& clock);
   void tellProgress();
   void end(int error);
 
