@@ -162,6 +162,7 @@ TEST(UriParts, MayBeMissing) {
   EXPECT_EQ(splitUri("x://[::1]:8")->host, "[::1]");
   EXPECT_EQ(splitUri("x://[::1]:8")->port, "8");
   EXPECT_EQ(splitUri("x://[::1")->host, "[::1");
+  EXPECT_EQ(splitUri("x://a@b@c")->userInfo, "a@b");
 }
 
 }  // namespace

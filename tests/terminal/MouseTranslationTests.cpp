@@ -68,6 +68,8 @@ TEST(WheelSteps, AChangeOfDirectionDropsTheRestOfThatDirectionOnly) {
   EXPECT_EQ(wheel.addAngle({110, 110}), QPoint(0, 0));
   EXPECT_EQ(wheel.addAngle({10, -110}), QPoint(1, 0));
   EXPECT_EQ(wheel.addAngle({0, -10}), QPoint(0, -1));
+  EXPECT_EQ(wheel.addAngle({0, -110}), QPoint(0, 0));
+  EXPECT_EQ(wheel.addAngle({0, 120}), QPoint(0, 1));
 }
 
 TEST(WheelSteps, NoMovementKeepsTheRest) {

@@ -4,7 +4,6 @@
 #include <QString>
 #include <QUrl>
 #include <algorithm>
-#include <cctype>
 #include <ranges>
 
 #include "terminal/VisibleText.h"
@@ -33,14 +32,6 @@ bool hasUriCharactersOnly(std::string_view text) {
   bool all = isValidUtf8(text);
   forEachScalar(text, [&](char32_t scalar) { all = all && isUriScalar(scalar); });
   return all;
-}
-
-bool isEscapedWell(std::string_view text) {
-  const auto isHex = [](char c) { return std::isxdigit(static_cast<unsigned char>(c)) != 0; };
-  for (std::size_t at = text.find('%'); at != text.npos; at = text.find('%', at + 1)) {
-    if (at + 2 >= text.size() || !isHex(text[at + 1]) || !isHex(text[at + 2])) return false;
-  }
-  return true;
 }
 
 LinkAction webAction(const UriParts& parts, std::string_view) {
@@ -84,7 +75,7 @@ QUrl strictUrl(std::string_view uri) {
 }  // namespace
 
 LinkAction linkAction(std::string_view uri, std::string_view thisHost) {
-  if (uri.size() > kMaxLinkBytes || !hasUriCharactersOnly(uri) || !isEscapedWell(uri)) return LinkAction::Refuse;
+  if (uri.size() > kMaxLinkBytes || !hasUriCharactersOnly(uri)) return LinkAction::Refuse;
   const std::optional<UriParts> parts = splitUri(uri);
   if (!parts || (parts->path.empty() && parts->rest.empty() && parts->host.empty())) return LinkAction::Refuse;
   if (parts->userInfo.find('@') != parts->userInfo.npos || !strictUrl(uri).isValid()) return LinkAction::Refuse;
