@@ -83,8 +83,10 @@ void OutputSaving::take(const QFileDialog& dialog) {
 }
 
 void OutputSaving::save(const QString& file, OutputFormat format) {
-  const TextStorage& text = m_content.textView().textStorage();
-  m_saver = new OutputSaver(text.snapshot(0, text.blockCount()), format, file, this, WorkerQueue::utility(), m_clock);
+  const TerminalSurface& surface = m_content.surface();
+  auto styles = format == OutputFormat::WithColours ? surface.outputStyles() : nullptr;
+  m_saver =
+      new OutputSaver(surface.excerpt(), std::move(styles), file, this, WorkerQueue::utility(), m_clock);
   connect(m_saver, &OutputSaver::ended, m_saver, &QObject::deleteLater);
   connect(m_saver, &OutputSaver::finished, this, &OutputSaving::end);
   connect(m_saver, &OutputSaver::failed, this, [this](const QString& reason) {
@@ -96,7 +98,7 @@ void OutputSaving::save(const QString& file, OutputFormat format) {
 
 void OutputSaving::showPanel() {
   if (m_panel) return;
-  m_panel = new SavePanel(m_content.textView().parentWidget());
+  m_panel = new SavePanel(m_content.surface().canvas().parentWidget());
   m_panel->setProgress(m_saver->progress());
   connect(m_saver, &OutputSaver::progressed, m_panel, &SavePanel::setProgress);
   connect(m_panel, &SavePanel::cancelled, this, &OutputSaving::cancel);
@@ -116,7 +118,7 @@ void OutputSaving::end() {
   m_saver->disconnect(this);
   m_saver.clear();
   if (!m_panel) return;
-  if (m_panel->isAncestorOf(m_content.window()->focusWidget())) m_content.textView().setFocus();
+  if (m_panel->isAncestorOf(m_content.window()->focusWidget())) m_content.surface().canvas().setFocus();
   m_panel->hide();
   m_panel->deleteLater();
   m_panel.clear();

@@ -45,6 +45,10 @@ TerminalController& ProgramRun::terminal() {
   return m_window.contentViewController().rootView().terminal();
 }
 
+TerminalSurface& ProgramRun::surface() {
+  return m_window.contentViewController().rootView().surface();
+}
+
 void ProgramRun::programEnded(int status) {
   const bool killed = terminal().ptySession().terminationReason() == ChildProcess::Reason::Signal;
   m_exitStatus = killed ? kSignalStatusBase + status : status;
@@ -58,12 +62,13 @@ void ProgramRun::finishWhenDrained() {
     MainQueue::after(MainQueue::Owner(this), kDrainPoll, [this] { finishWhenDrained(); });
     return;
   }
-  // The last chunk may need two more turns of the main queue: one to be delivered, one to be appended.
-  MainQueue::async(MainQueue::Owner(this), [this] { MainQueue::async(MainQueue::Owner(this), [this] { finish(); }); });
+  const MainQueue::Owner self(this);
+  surface().whenShown([this, self] {
+    if (self) finish();
+  });
 }
 
 void ProgramRun::finish() {
-  m_window.contentViewController().rootView().textView().makeFrameNow();
   if (m_screenshotFile) {
     const QString file = QString::fromStdString(*m_screenshotFile);
     if (!m_window.grab().save(file, "PNG")) {

@@ -27,6 +27,7 @@ class ProgramRun : public QObject {
 
  private:
   TerminalController& terminal();
+  TerminalSurface& surface();
   void programEnded(int status);
   void finishWhenDrained();
   void finish();

@@ -28,7 +28,11 @@ class TextOutputStyles : public OutputStyles {
 
 }  // namespace
 
-OutputWriter::OutputWriter(AppendStyle appendStyle) : OutputWriter(std::make_unique<TextOutputStyles>(appendStyle)) {}
+std::unique_ptr<OutputStyles> textOutputStyles(OutputWriter::AppendStyle appendStyle) {
+  return std::make_unique<TextOutputStyles>(appendStyle);
+}
+
+OutputWriter::OutputWriter(AppendStyle appendStyle) : OutputWriter(textOutputStyles(appendStyle)) {}
 
 void OutputWriter::append(const TextSnapshot& text, std::size_t index, std::string& out) {
   if (m_styles) {

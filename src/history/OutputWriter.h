@@ -52,4 +52,7 @@ class OutputWriter {
   bool m_afterReturn = false;  // the last byte was a CR: a LF now belongs to a line end already written
 };
 
+/// Writes the styles of a text whose blocks are of class TextBlock.
+std::unique_ptr<OutputStyles> textOutputStyles(OutputWriter::AppendStyle appendStyle);
+
 }  // namespace zolt

@@ -25,8 +25,12 @@ ContentView::ContentView(MakeTerminal makeTerminal, QWidget* parent)
     : ContentView(std::move(makeTerminal), UserDefaults::standard(), parent) {}
 
 ContentView::ContentView(MakeTerminal makeTerminal, UserDefaults& defaults, QWidget* parent)
+    : ContentView(std::move(makeTerminal), nullptr, defaults, parent) {}
+
+ContentView::ContentView(MakeTerminal makeTerminal, MakeSurface makeSurface, UserDefaults& defaults, QWidget* parent)
     : QWidget(parent),
       m_makeTerminal(std::move(makeTerminal)),
+      m_makeSurface(std::move(makeSurface)),
       m_selectedTheme(defaults, "selectedTheme", "Dark"),
       m_sidebar(new SidebarSlot(makeSidebar, this)),
       m_otherPane(new QShortcut(QKeySequence(Qt::Key_F6), this)) {
@@ -38,15 +42,15 @@ ContentView::ContentView(MakeTerminal makeTerminal, UserDefaults& defaults, QWid
   m_otherPane->setEnabled(false);
   connect(m_otherPane, &QShortcut::activated, this, &ContentView::moveKeyboard);
   // The shell is told its new size once, not at every step of the animation.
-  connect(m_sidebar, &SidebarSlot::aboutToMove, this, [this] { textView().holdGridSize(true); });
+  connect(m_sidebar, &SidebarSlot::aboutToMove, this, [this] { surface().canvas().holdGridSize(true); });
   connect(m_sidebar, &SidebarSlot::atRest, this, [this] {
     layout()->activate();
-    textView().holdGridSize(false);
+    surface().canvas().holdGridSize(false);
   });
 
   NotificationCenter& center = NotificationCenter::defaultCenter();
   center.addObserver(this, toggleBrewSidebar, [this] { setShowsBrewSidebar(!showsBrewSidebar()); });
-  center.addObserver(this, clearTerminal, [this] { terminal().clear(); });
+  center.addObserver(this, clearTerminal, [this] { surface().clear(); });
 }
 
 ContentView::~ContentView() {
@@ -58,13 +62,17 @@ TerminalController& ContentView::terminal() {
   return *m_terminal;
 }
 
-TerminalNSTextView& ContentView::textView() {
+TerminalSurface& ContentView::surface() {
   ensureTerminal();
-  return m_container->textView();
+  return m_container->surface();
+}
+
+TerminalNSTextView& ContentView::textView() {
+  return static_cast<LogSurface&>(surface()).textView();
 }
 
 void ContentView::setShowsBrewSidebar(bool shown) {
-  if (!shown && isKeyboardInSidebar()) textView().setFocus();
+  if (!shown && isKeyboardInSidebar()) surface().canvas().setFocus();
   m_otherPane->setEnabled(shown);
   m_sidebar->setRevealed(shown);
 }
@@ -77,7 +85,7 @@ bool ContentView::isKeyboardInSidebar() const {
 // Moves the focus from the terminal to the sidebar or back.
 void ContentView::moveKeyboard() {
   if (isKeyboardInSidebar()) {
-    textView().setFocus();
+    surface().canvas().setFocus();
   } else if (QWidget* content = m_sidebar->content()) {
     content->setFocus(Qt::TabFocusReason);
   }
@@ -86,7 +94,7 @@ void ContentView::moveKeyboard() {
 // Escape that the sidebar does not handle returns to the terminal.
 void ContentView::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape && isKeyboardInSidebar()) {
-    textView().setFocus();
+    surface().canvas().setFocus();
   } else {
     QWidget::keyPressEvent(event);
   }
@@ -105,7 +113,12 @@ void ContentView::paintEvent(QPaintEvent* event) {
 void ContentView::ensureTerminal() {
   if (m_terminal) return;
   m_terminal = m_makeTerminal(TextCanvas::gridSizeFor(size(), devicePixelRatioF()));
-  m_container = new TerminalContainerView(*m_terminal, this);
+  m_container = new TerminalContainerView(
+      [this](QWidget* container) -> std::unique_ptr<TerminalSurface> {
+        if (m_makeSurface) return m_makeSurface(*m_terminal, container);
+        return std::make_unique<LogSurface>(*m_terminal, container);
+      },
+      this);
   layout()->addWidget(m_container);
   // Show, then lay out at once: a hidden widget has no layout, and without one the canvas would report its old size to
   // the shell.

@@ -8,6 +8,7 @@
 
 #include "platform/StoredString.h"
 #include "session/TerminalController.h"
+#include "view/LogSurface.h"
 #include "view/SidebarSlot.h"
 #include "view/TerminalContainerView.h"
 
@@ -25,13 +26,19 @@ class ContentView : public QWidget {
   /// Creates a terminal's controller; the terminal has this size from the start.
   using MakeTerminal = std::function<std::unique_ptr<TerminalController>(const TerminalSize& size)>;
 
-  /// `defaults` must outlive the view.
+  /// `defaults` must outlive the view. Shows the log display.
   ContentView(MakeTerminal makeTerminal, UserDefaults& defaults, QWidget* parent = nullptr);
+  /// Makes the display of a terminal, with its canvas a child of `parent`.
+  using MakeSurface = std::function<std::unique_ptr<TerminalSurface>(TerminalController& terminal, QWidget* parent)>;
+  /// Shows the display that is given; an empty function stands for the log display.
+  ContentView(MakeTerminal makeTerminal, MakeSurface makeSurface, UserDefaults& defaults, QWidget* parent = nullptr);
   /// Uses the user's own settings.
   explicit ContentView(MakeTerminal makeTerminal, QWidget* parent = nullptr);
   ~ContentView() override;
 
   TerminalController& terminal();
+  TerminalSurface& surface();
+  /// The view of the log display, which it must show.
   TerminalNSTextView& textView();
   bool showsBrewSidebar() const { return m_sidebar->isRevealed(); }
   /// If the focus is in the sidebar, hiding it moves the focus to the terminal.
@@ -50,6 +57,7 @@ class ContentView : public QWidget {
   void ensureTerminal();
 
   MakeTerminal m_makeTerminal;
+  MakeSurface m_makeSurface;
   std::unique_ptr<TerminalController> m_terminal;
   StoredString m_selectedTheme;
   SidebarSlot* m_sidebar;                        // a child

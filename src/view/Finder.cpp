@@ -26,14 +26,17 @@ QString withoutLineEnds(QString text) {
 
 }  // namespace
 
-Finder::Finder(TerminalNSTextView& view, Clock& clock)
-    : m_view(view), m_session(view.textStorage(), clock), m_shownLater(clock.makeTimer([this] { showFindings(); })) {
+Finder::Finder(TerminalSurface& surface, Clock& clock)
+    : m_surface(surface),
+      m_view(surface.canvas()),
+      m_session(surface.text(), clock),
+      m_shownLater(clock.makeTimer([this] { showFindings(); })) {
   connect(&m_session, &FindSession::resultsChanged, this, &Finder::searchChanged);
   connect(&m_session, &FindSession::currentChanged, this, &Finder::showCurrent);
   connect(&m_session, &FindSession::gaveUp, this, [this] {
     if (m_bar) m_bar->showProblem(tr("This expression takes too long on lines of this length."));
   });
-  connect(&m_view, &TerminalNSTextView::textAppended, &m_session, &FindSession::textChanged);
+  connect(&m_surface, &TerminalSurface::textChanged, &m_session, &FindSession::textChanged);
   m_view.installEventFilter(this);
 }
 
@@ -51,6 +54,7 @@ void Finder::showBar() {
     m_bar->hide();
   }
   if (!m_bar->isHidden()) return;
+  m_surface.followText(true);
   m_from = m_view.rangeInView().end;
   m_view.setMarks(&m_session);
   m_bar->show();
@@ -87,6 +91,7 @@ void Finder::close() {
   if (!isOpen()) return;
   if (const auto match = m_session.current()) m_view.select(*match);
   m_session.stop();
+  m_surface.followText(false);
   m_view.setMarks(nullptr);
   m_bar->hide();
   m_view.setFocus();

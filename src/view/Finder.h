@@ -7,7 +7,7 @@
 #include "platform/Clock.h"
 #include "view/FindBar.h"
 #include "view/FindSession.h"
-#include "view/TerminalNSTextView.h"
+#include "view/TerminalSurface.h"
 
 namespace zolt {
 
@@ -17,8 +17,8 @@ class Finder : public QObject {
   Q_OBJECT
 
  public:
-  /// `view` must outlive the finder; the bar is laid over the view's parent.
-  explicit Finder(TerminalNSTextView& view, Clock& clock = Clock::steady());
+  /// `surface` must outlive the finder; the bar is laid over the parent of its canvas.
+  explicit Finder(TerminalSurface& surface, Clock& clock = Clock::steady());
   ~Finder() override;
 
   /// Shows the bar and gives it the focus. A selection within one line becomes the query.
@@ -44,7 +44,8 @@ class Finder : public QObject {
   void showCurrent();
   void placeBar();
 
-  TerminalNSTextView& m_view;
+  TerminalSurface& m_surface;
+  TextCanvas& m_view;
   FindSession m_session;
   QPointer<FindBar> m_bar;  // a child of the view's parent, made when first shown
   TextPosition m_from;      // the end of the view when the bar was opened

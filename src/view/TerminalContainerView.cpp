@@ -4,15 +4,13 @@
 
 namespace zolt {
 
-TerminalContainerView::TerminalContainerView(TerminalController& terminal, QWidget* parent) : QWidget(parent) {
-  const TerminalTextView view(terminal);
-  m_coordinator = view.makeCoordinator();
-  m_textView = view.makeNSView(*m_coordinator, this);
+TerminalContainerView::TerminalContainerView(const MakeSurface& makeSurface, QWidget* parent)
+    : QWidget(parent), m_surface(makeSurface(this)) {
   auto* stack = new QVBoxLayout(this);
   stack->setContentsMargins(0, 0, 0, 0);
-  stack->addWidget(m_textView);
-  setFocusProxy(m_textView);
-  m_finder = std::make_unique<Finder>(*m_textView);
+  stack->addWidget(&m_surface->canvas());
+  setFocusProxy(&m_surface->canvas());
+  m_finder = std::make_unique<Finder>(*m_surface);
 }
 
 TerminalContainerView::~TerminalContainerView() = default;

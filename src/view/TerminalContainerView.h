@@ -1,22 +1,26 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 #include <memory>
 
 #include "view/Finder.h"
-#include "view/TerminalTextView.h"
+#include "view/TerminalSurface.h"
 
 namespace zolt {
 
-/// Fills its area with a terminal's text view, and finds in its text.
+/// Fills its area with a terminal's display, and finds in its text.
 class TerminalContainerView : public QWidget {
   Q_OBJECT
 
  public:
-  explicit TerminalContainerView(TerminalController& terminal, QWidget* parent = nullptr);
+  /// Makes the display, with its canvas a child of `parent`.
+  using MakeSurface = std::function<std::unique_ptr<TerminalSurface>(QWidget* parent)>;
+
+  explicit TerminalContainerView(const MakeSurface& makeSurface, QWidget* parent = nullptr);
   ~TerminalContainerView() override;
 
-  TerminalNSTextView& textView() { return *m_textView; }
+  TerminalSurface& surface() { return *m_surface; }
 
   Q_INVOKABLE void find() { m_finder->open(); }
   Q_INVOKABLE void findNext() { m_finder->next(); }
@@ -24,8 +28,7 @@ class TerminalContainerView : public QWidget {
   Q_INVOKABLE void findSelection() { m_finder->findSelection(); }
 
  private:
-  std::unique_ptr<TerminalTextView::Coordinator> m_coordinator;
-  TerminalNSTextView* m_textView;  // a child
+  std::unique_ptr<TerminalSurface> m_surface;
   std::unique_ptr<Finder> m_finder;
 };
 

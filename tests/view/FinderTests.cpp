@@ -69,7 +69,8 @@ class FinderTest : public testing::Test {
 
   QWidget area;
   TerminalNSTextView view{&area};
-  Finder finder{view};
+  test::ViewSurface surface{view};
+  Finder finder{surface};
 };
 
 TEST_F(FinderTest, OpensABarWithTheKeyboardAtTheTopRightAndLeavesTheTerminalItsSize) {
@@ -99,7 +100,7 @@ TEST_F(FinderTest, FindsWhatIsTypedLetterByLetter) {
 TEST_F(FinderTest, CountsInTheBarAMomentAfterItHasMarkedTheMatch) {
   test::ManualClock clock;
   append("a needle");
-  Finder timed(view, clock);
+  Finder timed(surface, clock);
   timed.open();
   type(QStringLiteral("needle"));
   ASSERT_TRUE(waitFor([&] { return isMarked(2_pos, kCurrent); }));

@@ -22,6 +22,25 @@ inline ContentView::MakeTerminal runTestChild(std::vector<std::string> mode) {
   };
 }
 
+/// A text view as the surface of a terminal that it does not have.
+class ViewSurface : public TerminalSurface {
+ public:
+  explicit ViewSurface(TerminalNSTextView& view) : m_view(view) {
+    connect(&view, &TerminalNSTextView::textAppended, this, &TerminalSurface::textChanged);
+  }
+  TextCanvas& canvas() override { return m_view; }
+  const HistoryText& text() const override { return m_view.textStorage(); }
+  TextSnapshot excerpt() const override {
+    return m_view.textStorage().snapshot(0, m_view.textStorage().endBlock());
+  }
+  std::unique_ptr<OutputStyles> outputStyles() const override { return nullptr; }
+  void whenShown(std::function<void()> shown) override { shown(); }
+  void clear() override {}
+
+ private:
+  TerminalNSTextView& m_view;
+};
+
 /// A text view of its own, shown, without a terminal: what is appended is up to the test.
 class TextViewTest : public testing::Test {
  protected:

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <memory>
+
+#include "canvas/TextCanvas.h"
+#include "history/HistoryText.h"
+#include "history/OutputWriter.h"
+#include "history/TextSnapshot.h"
+
+namespace zolt {
+
+/// What windows, find, saving and the command line know of a display. Main thread.
+class TerminalSurface : public QObject {
+  Q_OBJECT
+
+ public:
+  /// Shows the text and takes the keyboard. A child of the widget that the surface was made in.
+  virtual TextCanvas& canvas() = 0;
+
+  /// The text as find searches it; its positions are those of the canvas. Kept up to date only while it is followed.
+  virtual const HistoryText& text() const = 0;
+  virtual void followText(bool /*followed*/) {}
+  /// All of the text as it is now, for saving, and how its styles are written.
+  virtual TextSnapshot excerpt() const = 0;
+  virtual std::unique_ptr<OutputStyles> outputStyles() const = 0;
+
+  /// Calls `shown` once everything is on display that has been read from the program so far.
+  virtual void whenShown(std::function<void()> shown) = 0;
+  /// Empties the terminal, as the user's command.
+  virtual void clear() = 0;
+
+ Q_SIGNALS:
+  /// `text()` has changed.
+  void textChanged();
+};
+
+}  // namespace zolt
