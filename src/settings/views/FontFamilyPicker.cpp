@@ -29,8 +29,11 @@ void FontFamilyPicker::setFamily(const std::string& family) {
   QStringList offered = m_installed;
   if (!name.isEmpty() && !offered.contains(name)) offered.prepend(name);
   const QSignalBlocker silent(this);
-  clear();
-  addItems(offered);
+  if (offered != m_offered) {
+    clear();
+    addItems(offered);
+    m_offered = offered;
+  }
   setCurrentIndex(static_cast<int>(offered.indexOf(name)));
   update();
 }

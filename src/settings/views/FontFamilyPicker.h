@@ -23,6 +23,7 @@ class FontFamilyPicker : public PopUpPicker {
 
  private:
   QStringList m_installed;
+  QStringList m_offered;
 };
 
 }  // namespace zolt
