@@ -19,16 +19,31 @@ void NumberField::setNumber(std::int64_t number) {
   if (!isBeingTyped) showNumber(number);
 }
 
+void NumberField::allowNoLimit(const QString& placeholder) {
+  m_allowsNoLimit = true;
+  setPlaceholderText(placeholder);
+  setNumber(m_number);
+}
+
 void NumberField::showNumber(std::int64_t number) {
   m_number = number;
-  const QString shown = QString::number(number);
+  const QString shown = m_allowsNoLimit && number < 1 ? QString() : QString::number(number);
   if (text() != shown) setText(shown);
   setModified(false);
 }
 
+std::int64_t NumberField::typedNumber() const {
+  constexpr std::int64_t kNoLimit = -1;
+  if (!m_allowsNoLimit) return wholeNumber(text()).value_or(m_number);
+  const std::int64_t typed = text().trimmed().isEmpty() ? kNoLimit : wholeNumber(text()).value_or(m_number);
+  if (typed >= 1) return typed;
+  // Any negative number is as good: it is not changed to another one.
+  return m_number < 0 ? m_number : kNoLimit;
+}
+
 void NumberField::finish() {
   const std::int64_t before = m_number;
-  const std::int64_t now = wholeNumber(text()).value_or(before);
+  const std::int64_t now = typedNumber();
   showNumber(now);
   if (now != before) Q_EMIT chosen(now);
 }

@@ -38,6 +38,11 @@ PopUpPicker::PopUpPicker(QWidget* parent) : QComboBox(parent) {
   setMaxVisibleItems(16);
 }
 
+void PopUpPicker::setTone(Tone tone) {
+  m_tone = tone;
+  update();
+}
+
 QSize PopUpPicker::sizeHint() const {
   return {200, fontMetrics().height() + 2 * (kAboveAndBelow + KeyboardFocus::margin)};
 }
@@ -78,7 +83,7 @@ void PopUpPicker::paintEvent(QPaintEvent*) {
   constexpr int kTextEdge = KeyboardFocus::margin + kControlTextInset;
   QRectF inside = QRectF(rect()).adjusted(kTextEdge, 0, -kTextEdge, 0);
   mirrored ? inside.setLeft(arrows.right()) : inside.setRight(arrows.left());
-  painter.setPen(colors.text);
+  painter.setPen(m_tone == Tone::Primary ? colors.text : colors.secondary);
   painter.drawText(inside, static_cast<int>(Qt::AlignLeading | Qt::AlignVCenter) | Qt::TextSingleLine,
                    fontMetrics().elidedText(currentText(), Qt::ElideMiddle, static_cast<int>(inside.width())));
   m_focus.drawRing(painter, shape, kRadius);

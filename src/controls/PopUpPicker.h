@@ -11,7 +11,12 @@ class PopUpPicker : public QComboBox {
   Q_OBJECT
 
  public:
+  enum class Tone { Primary, Secondary };
+
   explicit PopUpPicker(QWidget* parent = nullptr);
+
+  /// The colour of the selected choice; initially primary.
+  void setTone(Tone tone);
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
@@ -23,6 +28,7 @@ class PopUpPicker : public QComboBox {
 
  private:
   KeyboardFocus m_focus{*this};
+  Tone m_tone = Tone::Primary;
 };
 
 }  // namespace zolt

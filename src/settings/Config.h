@@ -17,8 +17,8 @@ namespace zolt {
 /// The store of the terminal's appearance settings, which the preferences show and edit. Observable; main thread.
 ///
 /// Each property is one row of the settings table: declaring it is all that loading, saving, resetting and
-/// `zolt-inspect defaults` need. Values change in memory and reach the user's settings only with `save`. Nothing but
-/// the preferences reads them.
+/// `zolt-inspect defaults` need. Values change in memory and reach the user's settings only with `save`. Only the
+/// preferences and the full emulation read them.
 class Config : public QObject {
   Q_OBJECT
 

@@ -46,5 +46,12 @@ TEST(ValueTexts, PercentIsTruncatedAfterTheMultiplicationAndSoMayBeOneLess) {
   EXPECT_EQ(percentText(0.5), QStringLiteral("50%"));
 }
 
+TEST(ValueTexts, ShowAContrastAsARatioAndNoneAsOff) {
+  const std::pair<double, const char*> cases[] = {{1.0, "Off"}, {0.5, "Off"}, {1.5, "1.5:1"}, {7.0, "7.0:1"}};
+  for (const auto& [value, text] : cases) {
+    EXPECT_EQ(contrastText(value), QLatin1String(text));
+  }
+}
+
 }  // namespace
 }  // namespace zolt

@@ -1,7 +1,7 @@
 // Saves a picture of the preferences window, with its own settings in a temporary folder:
-// showpreferences TAB light|dark FILE.png [SCALE [SCROLL [KEYS]]]
+// showpreferences TAB light|dark FILE.png [SCALE [SCROLL [KEYS [full]]]]
 // TAB is the tab's index, SCROLL how far down its form is scrolled, in logical pixels, KEYS how often the Tab key is
-// pressed.
+// pressed; "full" turns the full emulation on.
 #include <QApplication>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -16,7 +16,7 @@
 
 int main(int argc, char** argv) {
   if (argc < 4) {
-    std::fputs("usage: showpreferences TAB light|dark FILE.png [SCALE [SCROLL [KEYS]]]\n", stderr);
+    std::fputs("usage: showpreferences TAB light|dark FILE.png [SCALE [SCROLL [KEYS [full]]]]\n", stderr);
     return 2;
   }
   qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -28,6 +28,7 @@ int main(int argc, char** argv) {
   const QTemporaryDir folder;
   zolt::UserDefaults defaults(folder.filePath(QStringLiteral("zolt.ini")).toStdString());
   defaults.setString("startupShell", "/bin/sh");
+  if (argc > 7 && qstrcmp(argv[7], "full") == 0) defaults.setBool(zolt::kFullEmulationKey, true);
   zolt::Config config(defaults);
   zolt::ShellManager shells({}, [](const std::string&) { return true; });
   zolt::PreferencesWindow window(config, defaults, shells);

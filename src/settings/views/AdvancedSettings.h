@@ -3,21 +3,25 @@
 #include <QTimer>
 
 #include "settings/Config.h"
-#include "settings/views/GroupedForm.h"
+#include "settings/views/SettingsForm.h"
 
 namespace zolt {
 
-class NumberField;
-
-/// The advanced tab: scrollback length, fixed switches and the reset to defaults.
-class AdvancedSettings : public GroupedForm {
+/// The advanced tab: scrollback length, fixed switches, the reset to defaults; and more settings of the full emulation
+/// while it is on.
+class AdvancedSettings : public SettingsForm {
   Q_OBJECT
 
  public:
-  /// `config` must outlive the form.
-  explicit AdvancedSettings(Config& config, QWidget* parent = nullptr);
+  /// Both must outlive the form.
+  AdvancedSettings(Config& config, EmulationSettingsStore& emulation, QWidget* parent = nullptr);
+
+ protected:
+  void build() override;
 
  private:
+  void addScrollbackLines();
+  void addEmulationSettings();
   void resetDefaults();
 
   Config& m_config;

@@ -2,31 +2,20 @@
 
 #include <QSignalBlocker>
 #include <algorithm>
-#include <cmath>
 #include <type_traits>
+#include <utility>
 
 #include "controls/SecondaryLabel.h"
 #include "controls/SegmentedPicker.h"
 #include "controls/SliderRow.h"
 #include "controls/Switch.h"
+#include "settings/views/FontFamilyPicker.h"
+#include "settings/views/RangeScale.h"
 #include "settings/views/ValueTexts.h"
 
 namespace zolt {
 
 namespace {
-
-// Steps per 1 of a continuous range: finer than a pixel on any screen.
-constexpr int kContinuousParts = 10000;
-constexpr int kContinuousKeyStep = 100;
-
-SliderScale scaleOf(const Config::Range& range) {
-  const bool isContinuous = range.step == 0;
-  const int parts = isContinuous ? kContinuousParts : static_cast<int>(std::lround(1 / range.step));
-  return {.partsOfOne = parts,
-          .first = static_cast<int>(std::lround(range.first * parts)),
-          .last = static_cast<int>(std::lround(range.last * parts)),
-          .keyStep = isContinuous ? kContinuousKeyStep : 1};
-}
 
 // Each of these creates the control that edits, or only shows, a setting of one type; `showValue` displays a value.
 
@@ -80,19 +69,53 @@ void showValue(SecondaryLabel& label, const std::string& value) {
   label.setText(QString::fromStdString(value));
 }
 
+FontFamilyPicker* makeFamilyPicker(Config::Published<std::string>& setting) {
+  auto* picker = new FontFamilyPicker;
+  QObject::connect(picker, &FontFamilyPicker::chosen, picker,
+                   [&setting](const std::string& family) { setting = family; });
+  return picker;
+}
+
+void showValue(FontFamilyPicker& picker, const std::string& value) {
+  picker.setFamily(value);
+}
+
 }  // namespace
 
-AppearanceSettings::AppearanceSettings(Config& config, QWidget* parent) : GroupedForm(parent), m_config(config) {
+AppearanceSettings::AppearanceSettings(Config& config, EmulationSettingsStore& emulation, QWidget* parent)
+    : SettingsForm(emulation, parent), m_config(config) {
   setObjectName(QStringLiteral("appearance"));
-  addSetting(m_config.theme);
-  addSetting(m_config.fontFamily);
-  addSetting(m_config.fontSize, pointsText);
-  addSetting(m_config.lineSpacing, decimalText);
-  addSetting(m_config.cursorStyle);
-  addSetting(m_config.cursorBlink);
-  addSetting(m_config.opacity, percentText);
-  addSetting(m_config.blurBackground);
+  AppearanceSettings::build();
+  watch();
+}
 
+void AppearanceSettings::build() {
+  m_rows.clear();
+  m_section.clear();
+  addSetting(m_config.theme, makeControl(m_config.theme));
+  if (isForFullEmulation()) {
+    addSetting(m_config.fontFamily, makeFamilyPicker(m_config.fontFamily));
+  } else {
+    addSetting(m_config.fontFamily, makeControl(m_config.fontFamily));
+  }
+  addSetting(m_config.fontSize, makeControl(m_config.fontSize, pointsText));
+  addSetting(m_config.lineSpacing, makeControl(m_config.lineSpacing, decimalText));
+  addSetting(m_config.cursorStyle, makeControl(m_config.cursorStyle));
+  addSetting(m_config.cursorBlink, makeControl(m_config.cursorBlink));
+  addSetting(m_config.opacity, makeControl(m_config.opacity, percentText));
+  addSetting(m_config.blurBackground, makeControl(m_config.blurBackground));
+}
+
+void AppearanceSettings::watch() {
+  for (const Config::Setting& each : m_config.settings()) {
+    const auto watchOne = [this](const auto* setting) {
+      if (setting->row().saving != Config::Saving::OnChange) return;
+      m_watched.push_back([setting, seen = setting->value()]() mutable {
+        return std::exchange(seen, setting->value()) != setting->value();
+      });
+    };
+    std::visit(watchOne, each);
+  }
   // Changes are announced before they take effect, so refresh later, once for several changes.
   m_refresh.setSingleShot(true);
   m_refresh.setInterval(0);
@@ -100,28 +123,26 @@ AppearanceSettings::AppearanceSettings(Config& config, QWidget* parent) : Groupe
   connect(&m_config, &Config::objectWillChange, &m_refresh, qOverload<>(&QTimer::start));
 }
 
-template <class T, class... Text>
-void AppearanceSettings::addSetting(Config::Published<T>& setting, Text... text) {
+template <class T, class Control>
+void AppearanceSettings::addSetting(Config::Published<T>& setting, Control* control) {
   if (const QString section = QLatin1String(setting.row().section); section != m_section) {
     addSection(section);
     m_section = section;
   }
-  auto* control = makeControl(setting, text...);
   control->setObjectName(QLatin1String(setting.row().key));
-  addRow(QLatin1String(setting.row().label), control);
-  showValue(*control, setting.value());
-  m_rows.push_back([&setting, control, seen = setting.value()]() mutable {
-    showValue(*control, setting.value());
-    const bool hasChanged = setting.value() != seen;
-    seen = setting.value();
-    return hasChanged && setting.row().saving == Config::Saving::OnChange;
-  });
+  addEmulationRow(QLatin1String(setting.row().label), control);
+  const auto show = [&setting, control] { showValue(*control, setting.value()); };
+  show();
+  m_rows.push_back(show);
 }
 
 void AppearanceSettings::refresh() {
+  for (const auto& show : m_rows) {
+    show();
+  }
   bool isToSave = false;
-  for (const auto& showAgain : m_rows) {
-    isToSave |= showAgain();
+  for (const auto& hasChanged : m_watched) {
+    isToSave |= hasChanged();
   }
   if (isToSave) m_config.save();
 }

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "settings/Config.h"
-#include "settings/views/GroupedForm.h"
+#include "settings/views/SettingsForm.h"
 
 namespace zolt {
 
@@ -13,25 +13,29 @@ namespace zolt {
 ///
 /// When a setting that saves on change has changed, from anywhere, the store is saved once per turn of the event loop.
 /// The other values are deliberately saved only along with one of those.
-class AppearanceSettings : public GroupedForm {
+class AppearanceSettings : public SettingsForm {
   Q_OBJECT
 
  public:
-  /// `config` must outlive the form.
-  explicit AppearanceSettings(Config& config, QWidget* parent = nullptr);
+  /// Both must outlive the form.
+  AppearanceSettings(Config& config, EmulationSettingsStore& emulation, QWidget* parent = nullptr);
+
+ protected:
+  void build() override;
 
  private:
-  /// Adds a row, below its section's title, with the control that fits the setting's type; a slider also needs the text
-  /// of its value.
-  template <class T, class... Text>
-  void addSetting(Config::Published<T>& setting, Text... text);
+  /// Adds a row with a setting's control, below its section's title.
+  template <class T, class Control>
+  void addSetting(Config::Published<T>& setting, Control* control);
+  /// Saves when a setting that saves on change has changed.
+  void watch();
   void refresh();
 
   Config& m_config;
   QString m_section;  // of the last row
   QTimer m_refresh;
-  // One per row: shows the current value, and returns whether it has changed since the last call and saves on change.
-  std::vector<std::function<bool()>> m_rows;
+  std::vector<std::function<void()>> m_rows;     // each shows its setting's current value
+  std::vector<std::function<bool()>> m_watched;  // each returns whether its setting has changed since the last call
 };
 
 }  // namespace zolt

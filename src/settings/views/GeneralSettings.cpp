@@ -4,7 +4,6 @@
 
 #include "controls/TextField.h"
 #include "settings/Config.h"
-#include "settings/views/FixedSwitches.h"
 #include "settings/views/ShellPicker.h"
 
 namespace zolt {
@@ -27,15 +26,21 @@ void bind(TextField& field, StoredString& stored) {
 
 }  // namespace
 
-GeneralSettings::GeneralSettings(UserDefaults& defaults, ShellManager& shells, QWidget* parent)
-    : GroupedForm(parent),
+GeneralSettings::GeneralSettings(UserDefaults& defaults, ShellManager& shells, EmulationSettingsStore& emulation,
+                                 QWidget* parent)
+    : SettingsForm(emulation, parent),
+      m_shells(shells),
       m_startupShell(defaults, kStartupShell.key, kStartupShell.absent),
       m_startupCommand(defaults, kStartupCommand.key, kStartupCommand.absent) {
   setObjectName(QStringLiteral("general"));
+  GeneralSettings::build();
+}
+
+void GeneralSettings::build() {
   addSection(QStringLiteral("Shell"));
-  auto* shell = new ShellPicker(m_startupShell, shells);
+  auto* shell = new ShellPicker(m_startupShell, m_shells);
   shell->setObjectName(QLatin1String(kStartupShell.key));
-  addRow(QStringLiteral("Default Shell"), shell);
+  addEmulationRow(QStringLiteral("Default Shell"), shell);
   auto* command = new TextField;
   command->setObjectName(QLatin1String(kStartupCommand.key));
   command->setToolTip(QStringLiteral("Command to run when terminal starts (optional)"));
@@ -43,9 +48,15 @@ GeneralSettings::GeneralSettings(UserDefaults& defaults, ShellManager& shells, Q
   addRow(QStringLiteral("Startup Command"), command);
 
   addSection(QStringLiteral("Behavior"));
-  addFixedSwitches(*this, {{"Close window when shell exits", "closeWindowWhenShellExits", true},
-                           {"Warn before closing", "warnBeforeClosing", true},
-                           {"Restore previous session", "restorePreviousSession", false}});
+  addFixedSwitches({{.label = "Close window when shell exits",
+                     .objectName = "closeWindowWhenShellExits",
+                     .isOn = true,
+                     .setting = &EmulationSettings::closeWindowWhenShellExits},
+                    {.label = "Warn before closing",
+                     .objectName = "warnBeforeClosing",
+                     .isOn = true,
+                     .setting = &EmulationSettings::warnBeforeClosing},
+                    {.label = "Restore previous session", .objectName = "restorePreviousSession", .isOn = false}});
 }
 
 }  // namespace zolt

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <memory>
 
 #include "controls/Card.h"
 #include "controls/KeyboardFocus.h"
@@ -116,6 +117,14 @@ void GroupedForm::add(QWidget* row) {
   for (QWidget* each : row->findChildren<QWidget*>()) {
     if (each->focusPolicy() != Qt::NoFocus) each->installEventFilter(this);
   }
+}
+
+void GroupedForm::clear() {
+  while (m_column->count() > 1) {
+    const std::unique_ptr<QLayoutItem> item(m_column->takeAt(0));
+    delete item->widget();
+  }
+  m_card = nullptr;
 }
 
 bool GroupedForm::eventFilter(QObject* watched, QEvent* event) {

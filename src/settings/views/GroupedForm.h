@@ -30,6 +30,8 @@ class GroupedForm : public QScrollArea {
   void addLeadingRow(QWidget* content);
 
  protected:
+  /// Deletes all sections.
+  void clear();
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:

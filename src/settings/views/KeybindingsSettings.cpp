@@ -3,7 +3,6 @@
 #include <QVBoxLayout>
 #include <array>
 
-#include "settings/views/FixedSwitches.h"
 #include "settings/views/KeybindingRow.h"
 
 namespace zolt {
@@ -27,8 +26,13 @@ constexpr std::array<Mapping, 8> kMappings{{{"Copy", u"\u2318\u21E7C"},
 
 }  // namespace
 
-KeybindingsSettings::KeybindingsSettings(QWidget* parent) : GroupedForm(parent) {
+KeybindingsSettings::KeybindingsSettings(EmulationSettingsStore& emulation, QWidget* parent)
+    : SettingsForm(emulation, parent) {
   setObjectName(QStringLiteral("keys"));
+  KeybindingsSettings::build();
+}
+
+void KeybindingsSettings::build() {
   addSection(QStringLiteral("Key Mappings"));
   auto* table = new QWidget;
   auto* rows = new QVBoxLayout(table);
@@ -40,8 +44,14 @@ KeybindingsSettings::KeybindingsSettings(QWidget* parent) : GroupedForm(parent) 
   addWideRow(table);
 
   addSection(QStringLiteral("Modifiers"));
-  addFixedSwitches(
-      *this, {{"Option sends Meta", "optionSendsMeta", false}, {"Command acts as Meta", "commandActsAsMeta", false}});
+  addFixedSwitches({{.label = "Option sends Meta",
+                     .objectName = "optionSendsMeta",
+                     .isOn = false,
+                     .setting = &EmulationSettings::optionSendsMeta},
+                    {.label = "Command acts as Meta",
+                     .objectName = "commandActsAsMeta",
+                     .isOn = false,
+                     .setting = &EmulationSettings::commandActsAsMeta}});
 }
 
 }  // namespace zolt

@@ -1,15 +1,19 @@
 #pragma once
 
-#include "settings/views/GroupedForm.h"
+#include "settings/views/SettingsForm.h"
 
 namespace zolt {
 
 /// The keys tab: a read-only table of key combinations, and fixed switches.
-class KeybindingsSettings : public GroupedForm {
+class KeybindingsSettings : public SettingsForm {
   Q_OBJECT
 
  public:
-  explicit KeybindingsSettings(QWidget* parent = nullptr);
+  /// `emulation` must outlive the form.
+  explicit KeybindingsSettings(EmulationSettingsStore& emulation, QWidget* parent = nullptr);
+
+ protected:
+  void build() override;
 };
 
 }  // namespace zolt

@@ -32,7 +32,11 @@ constexpr std::array<Tab, 4> kTabs{{{"General", "gear", Qt::Key_G},
 
 PreferencesView::PreferencesView(QStringList tabs, Config& config, UserDefaults& defaults, ShellManager& shells,
                                  QWidget* parent)
-    : QWidget(parent), m_tabs(std::move(tabs)), m_bar(new PreferencesTabBar(this)), m_pages(new QStackedWidget(this)) {
+    : QWidget(parent),
+      m_tabs(std::move(tabs)),
+      m_emulation(config, defaults),
+      m_bar(new PreferencesTabBar(this)),
+      m_pages(new QStackedWidget(this)) {
   setMinimumSize(kSmallest);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
@@ -46,10 +50,10 @@ PreferencesView::PreferencesView(QStringList tabs, Config& config, UserDefaults&
     const QKeySequence number(Qt::CTRL | Qt::Key(Qt::Key_1 + index));
     connect(new QShortcut(number, this), &QShortcut::activated, this, [this, index] { setSelectedTab(index); });
   }
-  m_pages->addWidget(new GeneralSettings(defaults, shells));
-  m_pages->addWidget(new AppearanceSettings(config));
-  m_pages->addWidget(new KeybindingsSettings);
-  m_pages->addWidget(new AdvancedSettings(config));
+  m_pages->addWidget(new GeneralSettings(defaults, shells, m_emulation));
+  m_pages->addWidget(new AppearanceSettings(config, m_emulation));
+  m_pages->addWidget(new KeybindingsSettings(m_emulation));
+  m_pages->addWidget(new AdvancedSettings(config, m_emulation));
   setSelectedTab(0);
 
   connect(m_bar, &PreferencesTabBar::selected, this, &PreferencesView::setSelectedTab);

@@ -5,7 +5,7 @@
 
 #include "platform/UserDefaults.h"
 #include "session/ShellManager.h"
-#include "settings/Config.h"
+#include "settings/EmulationSettingsStore.h"
 
 class QStackedWidget;
 
@@ -32,6 +32,7 @@ class PreferencesView : public QWidget {
   void stepTab(int step);
 
   QStringList m_tabs;
+  EmulationSettingsStore m_emulation;
   PreferencesTabBar* m_bar;
   QStackedWidget* m_pages;
 };
