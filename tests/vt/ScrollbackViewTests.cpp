@@ -210,7 +210,7 @@ TEST(ScrollbackView, StartsABlockWhereTheMeaningOfACellChanges) {
 }
 
 TEST(ScrollbackLimit, TrimsWholeBlocksButKeepsAsManyLines) {
-  for (const std::uint64_t limit : {1U, 500U, 5000U}) {
+  for (const std::uint64_t limit : {1U, 500U, 1000U, 5000U}) {
     ScrollbackModel model;
     model.setLimit(limit);
     for (int i = 0; i < 20'000; ++i) {
