@@ -181,5 +181,38 @@ TEST(FindResults, MatchAPlainListUnderRandomUse) {
   }
 }
 
+TEST(FindResults, ForgetsSegmentsAtTheFrontForGood) {
+  FindResults results;
+  results.set(5, rangeOf(500, 600), Matches{{510, 520}, {590, 610}});
+  results.set(6, rangeOf(600, 700), Matches{{650, 660}});
+  results.set(7, rangeOf(700, 800), Matches{{750, 760}});
+  results.forgetBefore(6, TextPosition(655));
+  EXPECT_EQ(results.count(), 1U);
+  EXPECT_FALSE(results.isKnown(5));
+  EXPECT_TRUE(results.isKnown(6));
+  EXPECT_EQ(results.countIn(6), 0U);
+  results.set(5, rangeOf(500, 600), Matches{{510, 520}});
+  EXPECT_FALSE(results.isKnown(5));
+  EXPECT_FALSE(results.lastBefore(6, TextPosition(700)).match);
+  EXPECT_FALSE(results.lastBefore(6, TextPosition(700)).missing);
+  EXPECT_EQ(results.countBefore(7, TextPosition(800)), 1U);
+  EXPECT_EQ(results.spread(), (Matches{{750, 760}}));
+}
+
+TEST(FindResults, ForgetsMatchesBehindTheEnd) {
+  FindResults results;
+  results.set(0, rangeOf(0, 100), Matches{{10, 20}, {95, 105}});
+  results.set(1, rangeOf(100, 200), Matches{{150, 160}});
+  results.set(2, rangeOf(200, 300), Matches{{250, 260}});
+  results.forgetAfter(3, TextPosition(300));
+  EXPECT_EQ(results.count(), 4U);
+  results.forgetAfter(2, TextPosition(155));
+  EXPECT_EQ(results.count(), 2U);
+  EXPECT_FALSE(results.isKnown(2));
+  results.forgetAfter(1, TextPosition(100));
+  EXPECT_EQ(results.count(), 1U) << "one reached into the next segment";
+  EXPECT_EQ(results.spread(), (Matches{{10, 20}}));
+}
+
 }  // namespace
 }  // namespace zolt

@@ -7,15 +7,6 @@ namespace zolt::vt {
 
 namespace {
 
-Style unpacked(const PackedStyle& style) {
-  const std::uint32_t underline = std::min<std::uint32_t>(style.rendition >> 16, 5);
-  return {.foreground = CellColor::fromBits(style.foreground),
-          .background = CellColor::fromBits(style.background),
-          .underlineColor = CellColor::fromBits(style.underlineColor),
-          .flags = static_cast<std::uint16_t>(style.rendition & 0xFFFF),
-          .underline = static_cast<Underline>(underline)};
-}
-
 LinkTarget unpackedLink(std::string_view text) {
   const std::size_t end = std::min(text.find('\n'), text.size());
   return {.id = std::string(text.substr(0, end)), .uri = std::string(text.substr(std::min(end + 1, text.size())))};
@@ -24,11 +15,20 @@ LinkTarget unpackedLink(std::string_view text) {
 HistoryLine::Run runOf(const HistoryBlock& block, const HistoryRun& run, std::size_t length) {
   return {
       .length = length,
-      .style = run.style < block.packedStyles.size() ? unpacked(block.packedStyles[run.style]) : Style(),
+      .style = run.style < block.packedStyles.size() ? unpackedStyle(block.packedStyles[run.style]) : Style(),
       .link = run.link != 0 && run.link <= block.links.size() ? unpackedLink(block.links[run.link - 1]) : LinkTarget()};
 }
 
 }  // namespace
+
+Style unpackedStyle(const PackedStyle& style) {
+  const std::uint32_t underline = std::min<std::uint32_t>(style.rendition >> 16, 5);
+  return {.foreground = CellColor::fromBits(style.foreground),
+          .background = CellColor::fromBits(style.background),
+          .underlineColor = CellColor::fromBits(style.underlineColor),
+          .flags = static_cast<std::uint16_t>(style.rendition & 0xFFFF),
+          .underline = static_cast<Underline>(underline)};
+}
 
 PackedStyle packedStyle(const Style& style) {
   return {.foreground = style.foreground.bits(),

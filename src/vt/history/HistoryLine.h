@@ -28,6 +28,8 @@ HistoryLine historyLine(const HistoryBlock& block, std::size_t begin, std::size_
 
 /// A style as blocks store it.
 PackedStyle packedStyle(const Style& style);
+/// The style that is stored so.
+Style unpackedStyle(const PackedStyle& style);
 /// A link target as blocks store it.
 std::string packedLink(const LinkTarget& target);
 

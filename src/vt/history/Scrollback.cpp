@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "history/TextSnapshot.h"
 #include "vt/cells/CellRuns.h"
 
 namespace zolt::vt {
@@ -22,52 +21,104 @@ std::uint64_t runAttributes(Cell cell) {
 
 }  // namespace
 
-Scrollback::Scrollback(HistorySettings settings) : m_settings(std::move(settings)) {
-  clear();
+Scrollback::Scrollback(HistorySettings settings) : m_blocks(ScrollbackBlock::kind, std::move(settings)) {
+  openBlock({}, false);
 }
 
 void Scrollback::clear() {
-  m_store = std::make_unique<BlockStore>(m_settings);
-  m_stored = 0;
-  m_previous = nullptr;
-  m_open = nullptr;
-  m_storeEndsMidLine = false;
-  m_lineEnds = 0;
-  startBlock();
+  if (endsMidLine()) ++m_lineEnds;
+  if (m_previous) seal(*m_previous);
+  seal(m_open);
+  m_previous.reset();
+  m_blocks.dropBefore(m_blocks.endBlock());
+  openBlock({.position = end(), .line = m_lineEnds}, m_open.content->clusters);
 }
 
-std::size_t Scrollback::Block::memoryBytes() const {
-  std::size_t bytes = content.text.capacity() + content.runs.capacity() * sizeof(HistoryRun) +
-                      content.packedStyles.capacity() * sizeof(PackedStyle) +
-                      content.marks.capacity() * sizeof(HistoryMark);
-  for (const std::string& link : content.links) {
-    bytes += sizeof link + link.capacity();
-  }
-  return bytes;
+void Scrollback::OpenBlock::copyContent() {
+  auto copy = std::make_shared<HistoryBlock>();
+  copy->text.reserve(kScrollbackBlockBytes + kSpareBytes);
+  copy->runs.reserve(content->runs.capacity());
+  *copy = *content;
+  content = std::move(copy);
+  isShared = false;
 }
 
-void Scrollback::startBlock() {
-  if (m_open) {
-    // A run may have been started for text that was rolled back.
-    HistoryBlock& block = m_open->content;
-    std::erase_if(block.runs, [&](const HistoryRun& run) { return run.begin >= block.text.size(); });
-    if (m_previous) {
-      if (const std::string& text = m_previous->content.text; !text.empty()) m_storeEndsMidLine = text.back() != '\n';
-      m_store->add(std::move(m_previous));
-      ++m_stored;
-    }
-    m_previous = std::move(m_open);
-  }
-  m_open = std::make_shared<Block>();
-  m_open->content.text.reserve(kBlockBytes + kSpareBytes);
+void Scrollback::openBlock(const BlockStart& start, bool clusters) {
+  m_open = {.content = std::make_shared<HistoryBlock>(), .start = start};
+  m_open.content->clusters = clusters;
+  m_open.content->text.reserve(kScrollbackBlockBytes + kSpareBytes);
   // Blocks of the same program's output tend to have as many runs.
-  if (m_previous) m_open->content.runs.reserve(m_previous->content.runs.size() * 9 / 8);
+  if (m_previous) m_open.content->runs.reserve(m_previous->content->runs.size() * 9 / 8);
   m_linkBytes = 0;
   forgetIds();
 }
 
+void Scrollback::seal(const OpenBlock& block) {
+  m_blocks.add(std::make_shared<const ScrollbackBlock>(block.content, block.start));
+}
+
+void Scrollback::startBlock() {
+  const bool clusters = m_open.content->clusters;
+  if (m_open.content->text.empty()) return openBlock(m_open.start, clusters);
+  // A run may have been started for text that was rolled back.
+  if (m_open.content->runs.back().begin >= m_open.content->text.size()) {
+    HistoryBlock& block = m_open.writable();
+    std::erase_if(block.runs, [&](const HistoryRun& run) { return run.begin >= block.text.size(); });
+  }
+  if (m_previous) seal(*m_previous);
+  m_previous = std::move(m_open);
+  openBlock(ScrollbackBlock(m_previous->content, m_previous->start).following(), clusters);
+  trim();
+}
+
+void Scrollback::changeClusters(bool clusters) {
+  startBlock();
+  m_open.writable().clusters = clusters;
+}
+
+BlockStart Scrollback::startOf(std::size_t block) const {
+  if (block < m_blocks.endBlock()) return ScrollbackBlock::startOf(m_blocks.summary(block));
+  return block == m_blocks.endBlock() && m_previous ? m_previous->start : m_open.start;
+}
+
+BlockStart Scrollback::firstStart() const {
+  return startOf(m_blocks.firstBlock());
+}
+
+void Scrollback::setLimit(std::optional<std::uint64_t> lines) {
+  m_limit = lines;
+  trim();
+}
+
+void Scrollback::trim() {
+  if (!m_limit) return;
+  const std::size_t open = m_blocks.endBlock() + (m_previous ? 1 : 0);
+  std::size_t first = m_blocks.firstBlock();
+  for (; first < open; ++first) {
+    const BlockStart next = startOf(first + 1);
+    const std::uint64_t wholeLines = endLine() - next.line - (next.continuesALine ? 1 : 0);
+    if (wholeLines < *m_limit) break;
+  }
+  if (first == m_blocks.endBlock() + 1) {
+    seal(*m_previous);
+    m_previous.reset();
+  }
+  m_blocks.dropBefore(first);
+}
+
+ScrollbackView Scrollback::view() const {
+  std::vector<ScrollbackView::TailBlock> tail;
+  if (m_previous) {
+    m_previous->isShared = true;
+    tail.push_back({.content = m_previous->content, .start = m_previous->start});
+  }
+  m_open.isShared = true;
+  tail.push_back({.content = m_open.content, .start = m_open.start});
+  return {m_blocks.sealed(), std::move(tail), begin(), end(), firstLine(), endLine()};
+}
+
 void Scrollback::startRun(Cell cell, std::size_t begin, const CellTables& tables) {
-  HistoryBlock& block = m_open->content;
+  HistoryBlock& block = m_open.writable();
   const auto idIn = [&](std::vector<BlockId>& ids, std::size_t id, auto add) {
     if (ids.size() <= id) ids.resize(id + 1);
     if (ids[id].epoch != m_epoch) ids[id] = {.epoch = m_epoch, .id = static_cast<std::uint32_t>(add())};
@@ -94,7 +145,7 @@ void Scrollback::startRun(Cell cell, std::size_t begin, const CellTables& tables
 }
 
 void Scrollback::appendCells(std::span<const Cell> cells, const CellTables& tables) {
-  std::string& text = m_open->content.text;
+  std::string& text = m_open.writable().text;
   constexpr std::size_t kMaxBytes = 4;  // in a scalar
   if (m_scratch.size() < cells.size() * kMaxBytes) m_scratch.resize(cells.size() * kMaxBytes);
   char* out = m_scratch.data();
@@ -139,31 +190,31 @@ void Scrollback::append(std::span<const Cell> cells, bool wraps, std::span<const
     cells = cells.first(cells.size() - 1);
   }
   startBlockIfFull(cells.size());
-  HistoryBlock* const block = &m_open->content;
+  HistoryBlock& block = m_open.writable();
   std::size_t done = 0;
   for (const RowMark& mark : marks) {
     const std::size_t column = std::clamp<std::size_t>(static_cast<std::size_t>(mark.column), done, cells.size());
     appendCells(cells.subspan(done, column - done), tables);
     done = column;
-    block->marks.push_back(
-        {.offset = static_cast<std::uint32_t>(block->text.size()), .kind = mark.kind, .exitStatus = mark.exitStatus});
+    block.marks.push_back(
+        {.offset = static_cast<std::uint32_t>(block.text.size()), .kind = mark.kind, .exitStatus = mark.exitStatus});
   }
   appendCells(cells.subspan(done), tables);
   if (!wraps) endLine(tables);
 }
 
 void Scrollback::startBlockIfFull(std::size_t styles) {
-  if (isFull() || m_open->content.packedStyles.size() + styles > kMaxIds) startBlock();
+  if (isFull() || m_open.content->packedStyles.size() + styles > kMaxIds) startBlock();
 }
 
 void Scrollback::appendText(std::string_view utf8, Cell likeCell, const CellTables& tables) {
-  std::string& text = m_open->content.text;
+  std::string& text = m_open.writable().text;
   if (m_runAttributes != runAttributes(likeCell)) startRun(likeCell, text.size(), tables);
   text += utf8;
 }
 
 void Scrollback::endLine(const CellTables& tables) {
-  HistoryBlock& block = m_open->content;
+  HistoryBlock& block = m_open.writable();
   // The line end belongs to the open run, and every block has to start with a run.
   if (block.runs.empty()) startRun(Cell(), block.text.size(), tables);
   block.text.push_back('\n');
@@ -171,13 +222,13 @@ void Scrollback::endLine(const CellTables& tables) {
 }
 
 Scrollback::Checkpoint Scrollback::checkpoint() const {
-  const HistoryBlock& block = m_open->content;
+  const HistoryBlock& block = *m_open.content;
   return {
       .bytes = block.text.size(), .runs = block.runs.size(), .lineEnds = m_lineEnds, .runAttributes = m_runAttributes};
 }
 
 void Scrollback::rollBack(const Checkpoint& checkpoint) {
-  HistoryBlock& block = m_open->content;
+  HistoryBlock& block = m_open.writable();
   block.text.resize(checkpoint.bytes);
   block.runs.resize(checkpoint.runs);
   m_lineEnds = checkpoint.lineEnds;
@@ -187,7 +238,7 @@ void Scrollback::rollBack(const Checkpoint& checkpoint) {
 std::optional<HistoryLine> Scrollback::takeLastLine(std::size_t maxBytes) {
   // The line, from its start to the end of the history, may span two blocks.
   struct Part {
-    Block* block;
+    OpenBlock* block;
     std::size_t begin;
     std::size_t end;
   };
@@ -195,35 +246,28 @@ std::optional<HistoryLine> Scrollback::takeLastLine(std::size_t maxBytes) {
   std::size_t bytes = 0;
   bool isWhole = false;
   bool isEnded = false;
-  for (Block* block : {m_open.get(), m_previous.get()}) {
-    if (block == nullptr) break;
-    const std::string& text = block->content.text;
+  for (OpenBlock* block : {&m_open, m_previous ? &*m_previous : nullptr}) {
+    if (block == nullptr || isWhole) break;
+    const std::string& text = block->content->text;
     if (text.empty()) continue;
     std::size_t end = text.size();
     if (parts.empty()) {
       isEnded = text.back() == '\n';
       if (isEnded) --end;
-    } else if (text.back() == '\n') {
-      isWhole = true;
-      break;
     }
     const std::size_t lineEnd = end == 0 ? std::string::npos : text.rfind('\n', end - 1);
     const std::size_t begin = lineEnd == std::string::npos ? 0 : lineEnd + 1;
     parts.push_back({block, begin, end});
     bytes += end - begin;
     if (bytes > maxBytes) return std::nullopt;
-    isWhole = begin != 0;
-    if (isWhole) break;
+    isWhole = begin != 0 || !block->start.continuesALine;
   }
-  if (parts.empty()) return std::nullopt;
-  // The very first line starts at the start of the first block.
-  if (m_stored == 0) isWhole = true;
   if (!isWhole) return std::nullopt;
 
   HistoryLine line;
   line.isEnded = isEnded;
   for (auto at = parts.rbegin(); at != parts.rend(); ++at) {
-    HistoryLine text = historyLine(at->block->content, at->begin, at->end);
+    HistoryLine text = historyLine(*at->block->content, at->begin, at->end);
     for (HistoryMark& mark : text.marks) {
       mark.offset += static_cast<std::uint32_t>(line.text.size());
     }
@@ -232,7 +276,7 @@ std::optional<HistoryLine> Scrollback::takeLastLine(std::size_t maxBytes) {
     std::ranges::move(text.marks, std::back_inserter(line.marks));
   }
   for (const Part& part : parts) {
-    HistoryBlock& content = part.block->content;
+    HistoryBlock& content = part.block->writable();
     content.text.resize(part.begin);
     while (!content.runs.empty() && content.runs.back().begin >= part.begin) {
       content.runs.pop_back();
@@ -242,9 +286,7 @@ std::optional<HistoryLine> Scrollback::takeLastLine(std::size_t maxBytes) {
     }
   }
   if (isEnded) --m_lineEnds;
-  if (m_open->content.text.empty() && m_previous) {
-    m_open = std::move(m_previous);
-  }
+  if (m_open.content->text.empty() && m_previous) m_open = std::move(*std::exchange(m_previous, std::nullopt));
   // The reopened block has IDs of its own.
   forgetIds();
   return line;
@@ -260,25 +302,20 @@ void Scrollback::forEachLine(const std::function<void(HistoryLine&&)>& take) con
       take(std::move(line));
     }
   };
-  for (std::size_t i = 0; i < m_stored; ++i) {
-    const std::optional<BlockStore::Content> content = m_store->read(i);
-    if (content && content->block) {
-      takeLines(static_cast<const Block&>(*content->block).content);
-      continue;
-    }
-    const std::optional<HistoryBlock> block = content ? decodeHistoryBlock(content->bytes) : std::nullopt;
-    if (block) {
-      takeLines(*block);
+  for (std::size_t i = m_blocks.firstBlock(); i < m_blocks.endBlock(); ++i) {
+    if (const auto block = m_blocks.sealed().kept(i)) {
+      takeLines(*static_cast<const ScrollbackBlock&>(*block).content());
     } else {
       take({.text = std::string(kHistoryLostNotice), .runs = {{.length = kHistoryLostNotice.size()}}});
     }
   }
-  if (m_previous) takeLines(m_previous->content);
-  takeLines(m_open->content);
+  if (m_previous) takeLines(*m_previous->content);
+  takeLines(*m_open.content);
 }
 
 std::size_t Scrollback::memoryBytes() const {
-  return m_store->usage().memoryBytes + (m_previous ? m_previous->memoryBytes() : 0) + m_open->memoryBytes();
+  return m_blocks.memoryBytes() + (m_previous ? vt::memoryBytes(*m_previous->content) : 0) +
+         vt::memoryBytes(*m_open.content);
 }
 
 }  // namespace zolt::vt

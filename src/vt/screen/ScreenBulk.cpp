@@ -111,6 +111,7 @@ Screen::BulkResult Screen::printBulk(std::string_view bytes) {
     char32_t lastPrinted;
   };
   std::deque<LineStart> starts;
+  m_scrollback.setClusters(modes.graphemeClusters);
   m_scrollback.startBlockIfFull(0);
   std::size_t at = 0;
   std::size_t lines = 0;

@@ -153,6 +153,7 @@ void Screen::moveWithinMargins(RowRange rows, int by) {
 
 void Screen::saveToHistory(int row) {
   const RowInfo& state = m_grid->state(row);
+  m_scrollback.setClusters(modes.graphemeClusters);
   m_scrollback.append(m_grid->row(row).first(state.extent), state.wraps,
                       state.hasMarks ? m_grid->marks(row) : std::span<const RowMark>(), m_tables);
 }

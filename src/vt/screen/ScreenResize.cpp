@@ -276,6 +276,7 @@ void Screen::reflow(const TerminalSize& size) {
   const std::size_t end = std::min(lines.rows.size(), first + height);
 
   Grid single({.rows = 1, .columns = columns});
+  if (first > 0) m_scrollback.setClusters(modes.graphemeClusters);
   for (std::size_t i = 0; i < first; ++i) {
     lines.write(lines.rows[i], single, 0);
     m_scrollback.append(std::as_const(single).row(0).first(single.state(0).extent), single.state(0).wraps,
