@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "session/ShellManager.h"
+#include "view/EmulationSurface.h"
 
 namespace zolt {
 
@@ -28,6 +29,7 @@ AppDelegate::AppDelegate(Config& config, UserDefaults& defaults, std::function<v
       m_defaults(defaults),
       m_prepareWindow(std::move(prepareWindow)),
       m_environment(std::move(environment)),
+      m_emulationSettings(std::make_unique<EmulationSettingsStore>(config, defaults)),
       m_updaterController(std::make_unique<UpdaterController>(true, defaults)) {}
 
 AppDelegate::~AppDelegate() = default;
@@ -52,12 +54,28 @@ TerminalWindow& AppDelegate::openWindow(const TerminalLaunch& launch) {
   return *m_windows.back();
 }
 
+Display AppDelegate::displayOfNewWindow() const {
+  if (m_display) return *m_display;
+  return m_emulationSettings->isOn() ? Display::FullEmulation : Display::Log;
+}
+
 std::unique_ptr<TerminalWindow> AppDelegate::createTerminalWindow(const TerminalLaunch& launch) {
+  const bool isFull = launch.display.value_or(displayOfNewWindow()) == Display::FullEmulation;
+  const TerminalSize size =
+      terminalSizeOfNewWindow(isFull ? emulationFont(m_emulationSettings->current()) : CanvasFont());
+  // In the full emulation a shell that ends has ended.
+  const auto restart = isFull ? TerminalController::Restart::Never : launch.restart;
   // The shell is started before the window is built, so that the prompt is there for the first frame.
-  auto started = std::make_shared<std::unique_ptr<TerminalController>>(std::make_unique<TerminalController>(
-      launch.shell, launch.restart, terminalSizeOfNewWindow(), launch.workingDirectory, m_environment));
-  auto rootView =
-      std::make_unique<ContentView>([started](const TerminalSize&) { return std::move(*started); }, m_defaults);
+  auto started = std::make_shared<std::unique_ptr<TerminalController>>(
+      std::make_unique<TerminalController>(launch.shell, restart, size, launch.workingDirectory, m_environment));
+  ContentView::MakeSurface makeSurface;
+  if (isFull) {
+    makeSurface = [this, size](TerminalController& terminal, QWidget* parent) {
+      return std::make_unique<EmulationSurface>(terminal, size, *m_emulationSettings, parent);
+    };
+  }
+  auto rootView = std::make_unique<ContentView>([started](const TerminalSize&) { return std::move(*started); },
+                                                std::move(makeSurface), m_defaults);
   const Shell& shell = launch.shell ? *launch.shell : ShellManager::shared().defaultShell();
   auto window =
       std::make_unique<TerminalWindow>(QStringLiteral("Zolt"), QString::fromStdString(shell.name),

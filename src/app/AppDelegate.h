@@ -7,9 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "app/Display.h"
 #include "app/TerminalWindow.h"
 #include "platform/Environment.h"
 #include "settings/Config.h"
+#include "settings/EmulationSettingsStore.h"
 #include "updates/views/UpdaterController.h"
 
 namespace zolt {
@@ -20,6 +22,7 @@ struct TerminalLaunch {
   TerminalController::Restart restart = TerminalController::Restart::AfterFailure;
   std::string workingDirectory;   ///< this process's if empty
   std::string activationToken{};  ///< lets the window take the focus (XDG Activation); empty if there is none
+  std::optional<Display> display{};  ///< otherwise as chosen for this run, or in the settings
 };
 
 /// Opens terminal windows and owns them, even after they are closed, until the application quits. Performs the actions
@@ -34,6 +37,11 @@ class AppDelegate : public QObject {
   AppDelegate(Config& config, UserDefaults& defaults, std::function<void(TerminalWindow&)> prepareWindow,
               Environment environment = processEnvironment());
   ~AppDelegate() override;
+
+  /// What windows show in this run, whatever the settings say.
+  void setDisplayOfThisRun(std::optional<Display> display) { m_display = display; }
+  /// What a new window shows.
+  Display displayOfNewWindow() const;
 
   /// Loads the settings and opens the first window.
   void applicationDidFinishLaunching(const TerminalLaunch& first = {});
@@ -62,6 +70,8 @@ class AppDelegate : public QObject {
   UserDefaults& m_defaults;
   std::function<void(TerminalWindow&)> m_prepareWindow;
   Environment m_environment;
+  std::unique_ptr<EmulationSettingsStore> m_emulationSettings;
+  std::optional<Display> m_display;
   std::vector<std::unique_ptr<TerminalWindow>> m_windows;
   std::unique_ptr<UpdaterController> m_updaterController;
 };

@@ -48,11 +48,15 @@ const std::array kOptions{
              line.newInstance = true;
              return {};
            }},
-    Option{"--log", Takes::Nothing, "", "show the output as a log (the default)",
-           [](CommandLine&, const std::vector<std::string>&) -> Result<void> { return {}; }},
-    Option{"--full-emulation", Takes::Nothing, "", "show a full terminal (not available in this version)",
-           [](CommandLine&, const std::vector<std::string>&) -> Result<void> {
-             return Failure{"--full-emulation is not available in this version"};
+    Option{"--log", Takes::Nothing, "", "show the output as a log in this run",
+           [](CommandLine& line, const std::vector<std::string>&) -> Result<void> {
+             line.display = Display::Log;
+             return {};
+           }},
+    Option{"--full-emulation", Takes::Nothing, "", "show a full terminal in this run",
+           [](CommandLine& line, const std::vector<std::string>&) -> Result<void> {
+             line.display = Display::FullEmulation;
+             return {};
            }},
     Option{"--version", Takes::Nothing, "", "print the version",
            [](CommandLine& line, const std::vector<std::string>&) -> Result<void> {

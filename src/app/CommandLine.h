@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "app/Display.h"
 #include "base/Result.h"
 
 namespace zolt {
@@ -16,6 +17,7 @@ struct CommandLine {
   std::optional<std::string> workingDirectory;
   std::optional<std::string> screenshotFile;
   bool newInstance = false;          ///< even if an instance is running
+  std::optional<Display> display;    ///< for this run; otherwise as the user's settings say
   std::vector<std::string> program;  ///< from -e, with its arguments; empty without -e
 
   /// Parses the arguments, without the program's own name. A failure's reason is one line, fit to show the user.

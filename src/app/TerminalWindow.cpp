@@ -32,10 +32,10 @@ int menuBarHeight() {
 
 }  // namespace
 
-TerminalSize terminalSizeOfNewWindow() {
+TerminalSize terminalSizeOfNewWindow(const CanvasFont& font) {
   const QScreen* screen = QApplication::primaryScreen();
   const QSize room(kContentSize.width(), kContentSize.height() - menuBarHeight());
-  return TextCanvas::gridSizeFor(room, screen == nullptr ? 1 : screen->devicePixelRatio());
+  return TextCanvas::gridSizeFor(room, screen == nullptr ? 1 : screen->devicePixelRatio(), font);
 }
 
 TerminalWindow::TerminalWindow(const QString& title, const QString& subtitle,

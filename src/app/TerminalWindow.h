@@ -12,7 +12,7 @@ namespace zolt {
 /// The size that the terminal in a new window on the primary screen will have, computed from the sizes of its parts, so
 /// that its shell can be started before the window is built. If the size turns out different, the shell is told as for
 /// any resize.
-TerminalSize terminalSizeOfNewWindow();
+TerminalSize terminalSizeOfNewWindow(const CanvasFont& font = {});
 
 /// A terminal's window: 900 by 600, in the middle of the screen, or in the screen's top left corner if it does not fit.
 ///

@@ -58,6 +58,7 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::
 
   zolt::ZoltApp zoltApp(zolt::Config::shared(), zolt::UserDefaults::standard(), environment);
   zolt::AppDelegate& delegate = zoltApp.appDelegate();
+  delegate.setDisplayOfThisRun(line.display);
   const zolt::TerminationSignals signals([] { QApplication::quit(); });
 
   std::unique_ptr<zolt::ProgramRun> run;

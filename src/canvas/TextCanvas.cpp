@@ -162,6 +162,11 @@ DevicePixels TextCanvas::scrollMaximum() {
   return scrollModel().maximum();
 }
 
+DevicePixels TextCanvas::pageHeight() const {
+  const DevicePixels row = m_fonts->metrics().height;
+  return std::max((deviceHeight() / row - 1) * row, row);
+}
+
 void TextCanvas::setOffset(DevicePixels offset) {
   const ScrollModel model = scrollModel();
   offset = model.clamped(offset);

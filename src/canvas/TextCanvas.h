@@ -70,6 +70,8 @@ class TextCanvas : public QAbstractScrollArea {
   /// The distance from the top of the text to the top of the view, and its maximum.
   DevicePixels scrollOffset();
   DevicePixels scrollMaximum();
+  /// How far a page is: the whole rows of the view but one.
+  DevicePixels pageHeight() const;
   void scrollTo(DevicePixels offset);
 
   /// How many rows the current frame has.

@@ -1,12 +1,11 @@
 #include "view/TerminalNSTextView.h"
 
-#include <QFile>
-#include <QStandardPaths>
 #include <QTextBoundaryFinder>
 #include <algorithm>
 #include <array>
 #include <utility>
 
+#include "platform/CacheFolder.h"
 #include "view/KeyCodes.h"
 #include "view/LogRowSource.h"
 
@@ -40,17 +39,10 @@ std::string firstCharacter(const QString& text) {
   return text.left(characters.toNextBoundary()).toStdString();
 }
 
-// History beyond the memory budget goes to an unlinked file in the user's cache folder.
-HistorySettings historySettings() {
-  const QString caches = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
-  return {.folder =
-              caches.isEmpty() ? std::string() : QFile::encodeName(caches + QStringLiteral("/zolt")).toStdString()};
-}
-
 }  // namespace
 
 TerminalNSTextView::TerminalNSTextView(QWidget* parent, Clock& clock)
-    : TerminalNSTextView(std::make_unique<TextStorage>(historySettings()), parent, clock) {}
+    : TerminalNSTextView(std::make_unique<TextStorage>(HistorySettings{.folder = cacheFolder()}), parent, clock) {}
 
 TerminalNSTextView::TerminalNSTextView(std::unique_ptr<TextStorage> storage, QWidget* parent, Clock& clock)
     : TextCanvas(std::make_unique<LogRowSource>(*storage), parent, clock), m_storage(std::move(storage)) {

@@ -155,6 +155,9 @@ class Screen {
   void eraseInLine(Part part, Protection kept);     // EL, DECSEL
   void eraseCharacters(int count);                  // ECH
   void eraseScrollback() { m_scrollback.clear(); }  // ED 3
+  /// Clears the scrollback, and the primary screen but for the line up to the cursor, which becomes the first. For the
+  /// user's command: programs have ED.
+  void clearButCursorLine();
 
   // Inserting and deleting.
   void insertCharacters(int count);  // ICH

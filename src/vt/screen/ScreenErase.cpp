@@ -151,6 +151,24 @@ void Screen::moveWithinMargins(RowRange rows, int by) {
   }
 }
 
+void Screen::clearButCursorLine() {
+  Grid& grid = m_grids[0];
+  Cursor& cursor = showsAlternate() ? m_saved[0].cursor : m_cursor;
+  cursor.row = std::clamp(cursor.row, 0, rows() - 1);
+  int first = cursor.row;
+  while (first > 0 && grid.state(first - 1).wraps) {
+    --first;
+  }
+  m_scrollback.clear();
+  m_rowsBelow.clear();
+  grid.scrollUp({.begin = 0, .end = rows()}, first, Cell());
+  cursor.row -= first;
+  for (int row = cursor.row + 1; row < rows(); ++row) {
+    grid.clearRow(row, Cell());
+  }
+  grid.state(cursor.row).wraps = false;
+}
+
 void Screen::saveToHistory(int row) {
   const RowInfo& state = m_grid->state(row);
   m_scrollback.setClusters(modes.graphemeClusters);

@@ -26,8 +26,10 @@ SnapshotCursor cursorOf(const TerminalState& state) {
 }  // namespace
 
 std::shared_ptr<const ScreenSnapshot> SnapshotMaker::make(TerminalState& state) {
-  auto snapshot = std::make_shared<ScreenSnapshot>();
   Screen& screen = state.screen;
+  auto snapshot = std::make_shared<ScreenSnapshot>(screen.scrollback().view());
+  snapshot->continuesHistory = screen.scrollback().endsMidLine();
+  snapshot->graphemeClusters = screen.modes.graphemeClusters;
   snapshot->size = state.size;
   snapshot->isAlternate = screen.showsAlternate();
   auto& known = m_rows[snapshot->isAlternate ? 1 : 0];

@@ -4,10 +4,12 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/TerminalSize.h"
 #include "vt/cells/Position.h"
+#include "vt/history/ScrollbackView.h"
 #include "vt/snapshot/SnapshotRow.h"
 #include "vt/state/InputModes.h"
 #include "vt/state/Palette.h"
@@ -31,9 +33,14 @@ struct SnapshotCursor {
 ///
 /// Rows that did not change are shared with the snapshot before. Nothing in it refers to the terminal.
 struct ScreenSnapshot {
+  explicit ScreenSnapshot(ScrollbackView scrollback) : history(std::move(scrollback)) {}
+
   TerminalSize size;
   bool isAlternate = false;
   std::vector<std::shared_ptr<const SnapshotRow>> rows;  ///< as many as the size has, none null
+  ScrollbackView history;
+  bool continuesHistory = false;  ///< the primary screen's first row continues the history's last line
+  bool graphemeClusters = false;  ///< a cell holds a cluster (mode 2027)
   SnapshotCursor cursor;
   bool reverseScreen = false;  ///< DECSCNM
   InputModes input;

@@ -1,0 +1,166 @@
+#include "terminal/EmulationDisplay.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <chrono>
+#include <string>
+#include <utility>
+
+#include "platform/CacheFolder.h"
+#include "platform/MainQueue.h"
+#include "vt/theme/Theme.h"
+
+namespace zolt {
+
+namespace {
+
+constexpr std::chrono::milliseconds kSettlePoll{1};
+
+CursorLook lookOf(Config::CursorStyle style) {
+  switch (style) {
+    case Config::CursorStyle::Block:
+      return CursorLook::Block;
+    case Config::CursorStyle::Line:
+      return CursorLook::Underline;
+    case Config::CursorStyle::Bar:
+      return CursorLook::Bar;
+  }
+  return CursorLook::Block;
+}
+
+vt::TerminalSettings engineSettings(bool isDark) {
+  vt::TerminalSettings settings;
+  settings.version = ZOLT_VERSION;
+  settings.prefersDark = isDark;
+  settings.history.folder = cacheFolder();
+  return settings;
+}
+
+const vt::Theme& themeFor(bool isDark) {
+  return isDark ? vt::darkTheme() : vt::lightTheme();
+}
+
+}  // namespace
+
+CanvasFont emulationFont(const EmulationSettings& settings) {
+  return {.family = QString::fromStdString(settings.fontFamily),
+          .size = settings.fontSize,
+          .lineSpacing = settings.lineSpacing,
+          .ligatures = settings.ligatures};
+}
+
+EmulationDisplay::EmulationDisplay(TerminalController& terminal, const TerminalSize& size,
+                                   const EmulationSettings& settings, bool isDark, QWidget* parent, Clock& clock)
+    : m_terminal(terminal) {
+  const MainQueue::Owner self(this);
+  m_emulator = std::make_unique<Emulator>(
+      size, engineSettings(isDark),
+      Emulator::Handlers{.changed =
+                             [this, self] {
+                               MainQueue::async(self, [this] {
+                                 if (m_canvas != nullptr) m_canvas->contentChanged();
+                               });
+                             },
+                         .replied =
+                             [this, self](const std::string& bytes) {
+                               MainQueue::async(self, [this, bytes] { m_terminal.ptySession().write(bytes); });
+                             }});
+  auto source = std::make_unique<EmulationSource>(*m_emulator);
+  m_source = source.get();
+  m_source->onEvents = [this](const vt::TerminalEvents& events) { takeEvents(events); };
+  m_source->onScreen = [this] {
+    updateColors();
+    Q_EMIT screenChanged();
+  };
+  m_canvas = new TextCanvas(std::move(source), parent, clock);
+  m_canvas->setAccessibleName(QCoreApplication::translate("zolt::TerminalNSTextView", "Terminal"));
+  m_canvas->setSizeRest(std::chrono::milliseconds(0));
+  m_canvas->setPointerFollowed(true);
+  m_canvas->setAcceptDrops(true);
+  m_input = std::make_unique<EmulationInput>(*m_source, *m_canvas,
+                                             [this](std::string_view bytes) { m_terminal.ptySession().write(bytes); });
+  m_canvas->setInput(m_input.get());
+  connect(m_canvas, &TextCanvas::gridSizeChanged, this, [this](const TerminalSize& wanted) {
+    m_emulator->change([wanted](vt::Terminal& engine) { engine.resize(wanted); });
+    m_terminal.resize(wanted);
+  });
+  setSettings(settings, isDark);
+  m_terminal.ptySession().setOutputTap([emulator = m_emulator.get()](const Bytes& bytes) { emulator->feed(bytes); });
+}
+
+EmulationDisplay::~EmulationDisplay() {
+  m_terminal.ptySession().setOutputTap(nullptr);
+  delete m_canvas;  // which reads the engine's snapshots
+}
+
+void EmulationDisplay::setSettings(const EmulationSettings& settings, bool isDark) {
+  m_settings = settings;
+  m_input->setSettings(settings);
+  m_source->setCursor(lookOf(settings.cursorStyle), settings.cursorBlink);
+  m_source->setWordSeparators(" \t" + settings.wordSeparators);
+  m_source->looks().setOptions({.boldIsBright = settings.boldIsBright, .minimumContrast = settings.minimumContrast},
+                               settings.opacity);
+  m_canvas->setTextFont(emulationFont(settings));
+  const vt::Theme& theme = themeFor(isDark);
+  m_emulator->change([&theme, isDark, limit = settings.scrollbackLines](vt::Terminal& engine) {
+    vt::applyTheme(engine.palette(), theme);
+    engine.setPrefersDark(isDark);
+    engine.screen().scrollback().setLimit(limit ? std::optional(static_cast<std::uint64_t>(*limit)) : std::nullopt);
+  });
+  m_selection = toRgb(theme.selectionBackground);
+  updateColors();
+  m_canvas->contentChanged();
+}
+
+void EmulationDisplay::updateColors() {
+  const CanvasColors colors = m_source->looks().colors(m_selection);
+  if (!(colors == m_canvas->colors())) m_canvas->setColors(colors);
+}
+
+void EmulationDisplay::takeEvents(const vt::TerminalEvents& events) {
+  // Within a frame: what these do must not come back to the canvas at once.
+  const MainQueue::Owner self(this);
+  if (events.titleChanged) {
+    MainQueue::async(self, [this, title = m_source->screen()->title] {
+      Q_EMIT titleChanged(QString::fromStdString(title));
+    });
+  }
+  if (events.bells > 0) {
+    MainQueue::async(self, [this] {
+      if (m_settings.audibleBell) QApplication::beep();
+      if (m_settings.visualBell) m_canvas->flash();
+      Q_EMIT bellRang();
+    });
+  }
+  for (const vt::ClipboardWrite& write : events.clipboardWrites) {
+    MainQueue::async(self, [write] {
+      QClipboard* clipboard = QApplication::clipboard();
+      const bool isPrimary = write.target == vt::ClipboardTarget::Primary;
+      if (isPrimary && !clipboard->supportsSelection()) return;
+      clipboard->setText(QString::fromStdString(write.text),
+                         isPrimary ? QClipboard::Selection : QClipboard::Clipboard);
+    });
+  }
+}
+
+void EmulationDisplay::whenSettled(std::function<void()> shown) {
+  m_canvas->makeFrameNow();
+  if (m_emulator->isSettled()) {
+    shown();
+    return;
+  }
+  MainQueue::after(MainQueue::Owner(this), kSettlePoll, [this, shown = std::move(shown)] { whenSettled(shown); });
+}
+
+// The cursor's line becomes the first, where the program goes on as if it had scrolled there.
+void EmulationDisplay::clear() {
+  m_emulator->change([](vt::Terminal& engine) {
+    if (!engine.screen().showsAlternate()) engine.screen().clearButCursorLine();
+  });
+}
+
+void EmulationDisplay::addNotice(const QString& line) {
+  m_emulator->feed(Bytes("\033[m\033[?25l\r\n" + line.toStdString() + "\r\n"));
+}
+
+}  // namespace zolt

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <memory>
+
+#include "canvas/TextCanvas.h"
+#include "session/TerminalController.h"
+#include "settings/EmulationSettings.h"
+#include "terminal/EmulationInput.h"
+#include "terminal/EmulationSource.h"
+#include "terminal/Emulator.h"
+
+namespace zolt {
+
+/// The font of the full emulation's canvas with these settings.
+CanvasFont emulationFont(const EmulationSettings& settings);
+
+/// Shows one terminal in the full emulation: ties its session, the engine on its thread, the canvas and the input
+/// together. Main thread.
+class EmulationDisplay : public QObject {
+  Q_OBJECT
+
+ public:
+  /// Takes all output of `terminal`, which must outlive the display. The canvas is a child of `parent`. The terminal
+  /// has `size` until the canvas is shown. `isDark`: what the colour scheme amounts to.
+  EmulationDisplay(TerminalController& terminal, const TerminalSize& size, const EmulationSettings& settings,
+                   bool isDark, QWidget* parent, Clock& clock = Clock::steady());
+  ~EmulationDisplay() override;
+
+  TextCanvas& canvas() { return *m_canvas; }
+  EmulationSource& source() { return *m_source; }
+  Emulator& emulator() { return *m_emulator; }
+
+  /// The settings from now on.
+  void setSettings(const EmulationSettings& settings, bool isDark);
+  /// Calls `shown` once everything that has been fed is in the frame.
+  void whenSettled(std::function<void()> shown);
+  /// Clears the history and all of the screen but the line of the cursor; nothing on the alternate screen.
+  void clear();
+  /// Shows a line of our own after what the program printed.
+  void addNotice(const QString& line);
+
+ Q_SIGNALS:
+  /// There is a new screen.
+  void screenChanged();
+  /// The program has set the title, to an empty one if it takes it back.
+  void titleChanged(const QString& title);
+  void bellRang();
+
+ private:
+  void takeEvents(const vt::TerminalEvents& events);
+  void updateColors();
+
+  TerminalController& m_terminal;
+  std::unique_ptr<Emulator> m_emulator;
+  EmulationSource* m_source = nullptr;  // the canvas's
+  TextCanvas* m_canvas = nullptr;       // a child of the parent
+  std::unique_ptr<EmulationInput> m_input;
+  EmulationSettings m_settings;
+  QRgb m_selection = 0;  // the theme's
+};
+
+}  // namespace zolt

@@ -1,0 +1,199 @@
+#include "terminal/EmulationInput.h"
+
+#include <QDesktopServices>
+#include <QSysInfo>
+#include <QUrl>
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+#include "terminal/LinkQuestion.h"
+#include "terminal/PasteQuestion.h"
+#include "terminal/input/DroppedPaths.h"
+#include "terminal/input/KeyTranslation.h"
+#include "terminal/input/PasteCheck.h"
+#include "terminal/links/LinkPolicy.h"
+
+namespace zolt {
+
+namespace {
+
+// Rows that a notch of the wheel moves the cursor in programs that do not track the mouse.
+constexpr int kRowsPerNotch = 3;
+
+QString thisHost() {
+  return QSysInfo::machineHostName();
+}
+
+}  // namespace
+
+EmulationInput::EmulationInput(EmulationSource& source, TextCanvas& canvas,
+                               std::function<void(std::string_view)> write)
+    : m_source(source), m_canvas(canvas), m_write(std::move(write)) {}
+
+// What the user enters belongs at the end of the text.
+void EmulationInput::typed(std::string_view bytes) {
+  if (bytes.empty()) return;
+  m_canvas.scrollToEndOfDocument();
+  m_write(bytes);
+}
+
+// Shift with the keys that move by pages moves through the history, where there is one.
+bool EmulationInput::scrollsView(const QKeyEvent& event) {
+  const bool isPlainShift = (event.modifiers() & ~Qt::KeypadModifier) == Qt::ShiftModifier;
+  if (!isPlainShift || m_source.screen()->isAlternate) return false;
+  const DevicePixels page = m_canvas.pageHeight();
+  switch (event.key()) {
+    case Qt::Key_PageUp:
+      m_canvas.scrollTo(m_canvas.scrollOffset() - page);
+      return true;
+    case Qt::Key_PageDown:
+      m_canvas.scrollTo(m_canvas.scrollOffset() + page);
+      return true;
+    case Qt::Key_Home:
+      m_canvas.scrollTo({});
+      return true;
+    case Qt::Key_End:
+      m_canvas.scrollToEndOfDocument();
+      return true;
+    default:
+      return false;
+  }
+}
+
+void EmulationInput::send(const QKeyEvent& event) {
+  const vt::Modifiers locks = nativeLocks(event);
+  const auto key = translateKey(event, {.optionIsMeta = m_settings.optionSendsMeta,
+                                        .commandIsMeta = m_settings.commandActsAsMeta,
+                                        .capsLock = locks.hasAny(vt::Modifier::CapsLock),
+                                        .numLock = locks.hasAny(vt::Modifier::NumLock)});
+  if (!key) return;
+  const std::string bytes = vt::keyBytes(*key, modes());
+  if (key->action == vt::KeyAction::Release) {
+    if (!bytes.empty()) m_write(bytes);
+  } else {
+    typed(bytes);
+  }
+}
+
+void EmulationInput::keyPressed(const QKeyEvent& event) {
+  if (!scrollsView(event)) send(event);
+}
+
+void EmulationInput::keyReleased(const QKeyEvent& event) {
+  send(event);
+}
+
+void EmulationInput::textCommitted(const QString& text) {
+  vt::KeyEvent event;
+  event.text = text.toStdString();
+  typed(vt::keyBytes(event, modes()));
+}
+
+void EmulationInput::sendPaste(const std::string& text) {
+  typed(vt::pasteBytes(text, modes()));
+}
+
+void EmulationInput::textPasted(const QString& text) {
+  const std::string bytes = text.toStdString();
+  const PasteCheck check = checkPaste(bytes, modes().bracketedPaste);
+  if (!check.mustAsk || !m_settings.askBeforeRiskyPaste) return sendPaste(bytes);
+  askBeforePaste(m_canvas, check, [this, bytes] { sendPaste(bytes); });
+}
+
+bool EmulationInput::tracksMouse() const {
+  return m_settings.enableMouseReporting && modes().mouse.tracking != vt::MouseTracking::Off;
+}
+
+vt::MouseEvent EmulationInput::mouseEvent(Qt::KeyboardModifiers modifiers, const PointerPlace& place) const {
+  const TerminalSize& size = m_source.screen()->size;
+  vt::MouseEvent mouse;
+  mouse.modifiers = translateModifiers(modifiers, kKeyboardSystem);
+  mouse.cell = {.row = std::clamp(static_cast<int>(place.row.value), 0, size.rows - 1),
+                .column = std::clamp(place.column.value, 0, size.columns - 1)};
+  const CellMetrics& cell = m_canvas.cellMetrics();
+  mouse.pixel = {.x = std::clamp(place.pixel.x.toInt(), 0, (cell.width * size.columns).toInt() - 1),
+                 .y = std::clamp(place.pixel.y.toInt(), 0, (cell.height * size.rows).toInt() - 1)};
+  return mouse;
+}
+
+bool EmulationInput::pointerUsed(const QMouseEvent& event, const PointerPlace& place) {
+  const bool isPress = event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonDblClick;
+  const bool isRelease = event.type() == QEvent::MouseButtonRelease;
+  // The history is the user's. A button that the program has been told of is followed wherever it goes.
+  const bool isOnScreen = place.row >= CanvasRow(0) && place.row < CanvasRow(m_source.screenRows());
+  const bool isFollowed = m_heldButtons > 0 && !isPress;
+  if (!isFollowed && (!tracksMouse() || !isOnScreen)) return false;
+  vt::MouseEvent mouse = mouseEvent(event.modifiers(), place);
+  mouse.action = isPress ? vt::MouseAction::Press : isRelease ? vt::MouseAction::Release : vt::MouseAction::Motion;
+  if (isPress || isRelease) mouse.button = translateButton(event.button());
+  if (isPress) ++m_heldButtons;
+  if (isRelease) m_heldButtons = std::max(m_heldButtons - 1, 0);
+  const vt::MouseModes wanted = tracksMouse() ? modes().mouse : vt::MouseModes();
+  if (const std::string bytes = m_mouse.report(mouse, wanted); !bytes.empty()) m_write(bytes);
+  return true;
+}
+
+bool EmulationInput::wheelTurned(const QWheelEvent& event, const PointerPlace& place, double rowHeight) {
+  const bool isTracked = tracksMouse();
+  if (!isTracked && !modes().alternateScroll) {
+    m_wheel.reset();
+    return false;
+  }
+  const double cellWidth = m_canvas.cellMetrics().width.toDouble() / m_canvas.devicePixelRatioF();
+  const QSize cell(std::max(1, static_cast<int>(std::lround(cellWidth))),
+                   std::max(1, static_cast<int>(std::lround(rowHeight))));
+  const QPoint steps = event.pixelDelta().isNull() ? m_wheel.addAngle(event.angleDelta(), isTracked ? 1 : kRowsPerNotch)
+                                                   : m_wheel.addPixels(event.pixelDelta(), cell);
+  if (!isTracked) {
+    typed(vt::wheelBytes(steps.y(), modes()));
+    return true;
+  }
+  vt::MouseEvent mouse = mouseEvent(event.modifiers(), place);
+  const auto turn = [&](Qt::Orientation orientation, int count) {
+    mouse.button = wheelButton(orientation, count);
+    for (int i = std::min(std::abs(count), vt::kMaxScrollSteps); i > 0; --i) {
+      if (const std::string bytes = m_mouse.report(mouse, modes().mouse); !bytes.empty()) m_write(bytes);
+    }
+  };
+  turn(Qt::Vertical, steps.y());
+  turn(Qt::Horizontal, steps.x());
+  return true;
+}
+
+void EmulationInput::focusChanged(bool focused) {
+  if (const std::string bytes = vt::focusBytes(focused, modes()); !bytes.empty()) m_write(bytes);
+}
+
+bool EmulationInput::canDrop(const QMimeData& data) const {
+  return droppedText(data, thisHost()).has_value();
+}
+
+void EmulationInput::dropped(const QMimeData& data) {
+  const auto drop = droppedText(data, thisHost());
+  if (!drop) return;
+  if (drop->route == DroppedText::Route::Pasted) {
+    textPasted(QString::fromStdString(drop->text));
+  } else {
+    sendPaste(drop->text);
+  }
+  m_canvas.setFocus();
+}
+
+QString EmulationInput::shownTarget(const std::string& target) const {
+  return QString::fromStdString(displayTarget(target));
+}
+
+void EmulationInput::linkOpened(const std::string& target) {
+  const auto open = [target] { QDesktopServices::openUrl(QUrl::fromEncoded(QByteArray::fromStdString(target))); };
+  switch (linkAction(target, thisHost().toStdString())) {
+    case LinkAction::Open:
+      return open();
+    case LinkAction::Ask:
+      return askBeforeLink(m_canvas, shownTarget(target), open);
+    case LinkAction::Refuse:
+      return tellRefusedLink(m_canvas, shownTarget(target));
+  }
+}
+
+}  // namespace zolt

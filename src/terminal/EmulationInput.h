@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "canvas/CanvasInput.h"
+#include "canvas/TextCanvas.h"
+#include "settings/EmulationSettings.h"
+#include "terminal/EmulationSource.h"
+#include "terminal/input/MouseTranslation.h"
+#include "vt/input/Mouse.h"
+
+namespace zolt {
+
+/// Encodes what the user enters for the program, in the modes of the screen that is shown. Main thread.
+class EmulationInput : public QObject, public CanvasInput {
+  Q_OBJECT
+
+ public:
+  /// `write` sends bytes to the program. All must outlive the input.
+  EmulationInput(EmulationSource& source, TextCanvas& canvas, std::function<void(std::string_view)> write);
+
+  void setSettings(const EmulationSettings& settings) { m_settings = settings; }
+
+  void keyPressed(const QKeyEvent& event) override;
+  void keyReleased(const QKeyEvent& event) override;
+  void textCommitted(const QString& text) override;
+  void textPasted(const QString& text) override;
+  bool pointerUsed(const QMouseEvent& event, const PointerPlace& place) override;
+  bool wheelTurned(const QWheelEvent& event, const PointerPlace& place, double rowHeight) override;
+  void focusChanged(bool focused) override;
+  bool canDrop(const QMimeData& data) const override;
+  void dropped(const QMimeData& data) override;
+  QString shownTarget(const std::string& target) const override;
+  void linkOpened(const std::string& target) override;
+
+ private:
+  const vt::InputModes& modes() const { return m_source.screen()->input; }
+  bool tracksMouse() const;
+  bool scrollsView(const QKeyEvent& event);
+  void send(const QKeyEvent& event);
+  void typed(std::string_view bytes);
+  void sendPaste(const std::string& text);
+  vt::MouseEvent mouseEvent(Qt::KeyboardModifiers modifiers, const PointerPlace& place) const;
+
+  EmulationSource& m_source;
+  TextCanvas& m_canvas;
+  std::function<void(std::string_view)> m_write;
+  EmulationSettings m_settings;
+  vt::MouseReporter m_mouse;
+  int m_heldButtons = 0;  // that the program has been told of
+  WheelSteps m_wheel;
+};
+
+}  // namespace zolt

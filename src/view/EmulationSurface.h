@@ -1,0 +1,46 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "settings/EmulationSettingsStore.h"
+#include "terminal/EmulationDisplay.h"
+#include "view/TerminalSurface.h"
+#include "vt/history/ScrollbackText.h"
+
+namespace zolt {
+
+class SystemScheme;
+
+/// The full emulation of a terminal, in step with its settings. Main thread.
+class EmulationSurface : public TerminalSurface {
+  Q_OBJECT
+
+ public:
+  /// As for EmulationDisplay. `settings` must outlive the surface.
+  EmulationSurface(TerminalController& terminal, const TerminalSize& size, EmulationSettingsStore& settings,
+                   QWidget* parent);
+  ~EmulationSurface() override;
+
+  EmulationDisplay& display() { return *m_display; }
+
+  TextCanvas& canvas() override { return m_display->canvas(); }
+  const HistoryText& text() const override { return *m_text; }
+  void followText(bool followed) override;
+  TextSnapshot excerpt() const override;
+  std::unique_ptr<OutputStyles> outputStyles() const override;
+  void whenShown(std::function<void()> shown) override { m_display->whenSettled(std::move(shown)); }
+  void clear() override { m_display->clear(); }
+
+ private:
+  void applySettings();
+  void updateText();
+
+  EmulationSettingsStore& m_settings;
+  std::unique_ptr<SystemScheme> m_scheme;
+  std::unique_ptr<EmulationDisplay> m_display;
+  std::unique_ptr<vt::ScrollbackText> m_text;
+  bool m_isFollowed = false;
+};
+
+}  // namespace zolt
