@@ -65,9 +65,11 @@ void Scrollback::startBlock() {
     HistoryBlock& block = m_open.writable();
     std::erase_if(block.runs, [&](const HistoryRun& run) { return run.begin >= block.text.size(); });
   }
+  BlockStart next{.position = end(), .line = m_lineEnds, .continuesALine = endsMidLine()};
+  if (next.continuesALine) next.column = ScrollbackBlock(m_open.content, m_open.start).following().column;
   if (m_previous) seal(*m_previous);
   m_previous = std::move(m_open);
-  openBlock(ScrollbackBlock(m_previous->content, m_previous->start).following(), clusters);
+  openBlock(next, clusters);
   trim();
 }
 

@@ -35,7 +35,8 @@ TextSnapshot ScrollbackText::snapshot(std::size_t first, std::size_t end) const 
 
 HistoryLine ScrollbackText::part(TextPosition begin, TextPosition end) const {
   HistoryLine line;
-  for (std::size_t i = blockAt(begin); i < endBlock() && (i == blockAt(begin) || summary(i).start < end); ++i) {
+  const std::size_t first = blockAt(begin);
+  for (std::size_t i = first; i < endBlock() && (i == first || summary(i).start < end); ++i) {
     const auto held = block(i);
     const auto from = static_cast<std::size_t>(std::max(begin, held->start()) - held->start());
     const auto to = static_cast<std::size_t>(std::min(end, held->end()) - held->start());
