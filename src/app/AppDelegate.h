@@ -20,8 +20,8 @@ namespace zolt {
 struct TerminalLaunch {
   std::optional<Shell> shell;
   TerminalController::Restart restart = TerminalController::Restart::AfterFailure;
-  std::string workingDirectory;   ///< this process's if empty
-  std::string activationToken{};  ///< lets the window take the focus (XDG Activation); empty if there is none
+  std::string workingDirectory;      ///< this process's if empty
+  std::string activationToken{};     ///< lets the window take the focus (XDG Activation); empty if there is none
   std::optional<Display> display{};  ///< otherwise as chosen for this run, or in the settings
 };
 

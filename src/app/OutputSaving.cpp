@@ -85,8 +85,7 @@ void OutputSaving::take(const QFileDialog& dialog) {
 void OutputSaving::save(const QString& file, OutputFormat format) {
   const TerminalSurface& surface = m_content.surface();
   auto styles = format == OutputFormat::WithColours ? surface.outputStyles() : nullptr;
-  m_saver =
-      new OutputSaver(surface.excerpt(), std::move(styles), file, this, WorkerQueue::utility(), m_clock);
+  m_saver = new OutputSaver(surface.excerpt(), std::move(styles), file, this, WorkerQueue::utility(), m_clock);
   connect(m_saver, &OutputSaver::ended, m_saver, &QObject::deleteLater);
   connect(m_saver, &OutputSaver::finished, this, &OutputSaving::end);
   connect(m_saver, &OutputSaver::failed, this, [this](const QString& reason) {

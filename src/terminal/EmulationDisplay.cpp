@@ -121,9 +121,8 @@ void EmulationDisplay::takeEvents(const vt::TerminalEvents& events) {
   // Within a frame: what these do must not come back to the canvas at once.
   const MainQueue::Owner self(this);
   if (events.titleChanged) {
-    MainQueue::async(self, [this, title = m_source->screen()->title] {
-      Q_EMIT titleChanged(QString::fromStdString(title));
-    });
+    MainQueue::async(self,
+                     [this, title = m_source->screen()->title] { Q_EMIT titleChanged(QString::fromStdString(title)); });
   }
   if (events.bells > 0) {
     MainQueue::async(self, [this] {
@@ -137,8 +136,7 @@ void EmulationDisplay::takeEvents(const vt::TerminalEvents& events) {
       QClipboard* clipboard = QApplication::clipboard();
       const bool isPrimary = write.target == vt::ClipboardTarget::Primary;
       if (isPrimary && !clipboard->supportsSelection()) return;
-      clipboard->setText(QString::fromStdString(write.text),
-                         isPrimary ? QClipboard::Selection : QClipboard::Clipboard);
+      clipboard->setText(QString::fromStdString(write.text), isPrimary ? QClipboard::Selection : QClipboard::Clipboard);
     });
   }
 }

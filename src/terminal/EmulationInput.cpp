@@ -27,8 +27,7 @@ QString thisHost() {
 
 }  // namespace
 
-EmulationInput::EmulationInput(EmulationSource& source, TextCanvas& canvas,
-                               std::function<void(std::string_view)> write)
+EmulationInput::EmulationInput(EmulationSource& source, TextCanvas& canvas, std::function<void(std::string_view)> write)
     : m_source(source), m_canvas(canvas), m_write(std::move(write)) {}
 
 // What the user enters belongs at the end of the text.

@@ -381,10 +381,10 @@ vt::ScrollbackView EmulationSource::wholeText() const {
   }
   for (std::size_t row = 0; row < last; ++row) {
     const vt::SnapshotRow& shown = *m_screen->rows[row];
-    vt::HistoryLine line{.text = shown.text, .runs = {}, .marks = {}, .isEnded = m_lines.endsLine(row) && row + 1 < last};
+    vt::HistoryLine line{
+        .text = shown.text, .runs = {}, .marks = {}, .isEnded = m_lines.endsLine(row) && row + 1 < last};
     for (const vt::SnapshotRow::Run& run : shown.runs) {
-      line.runs.push_back(
-          {.length = run.bytes, .style = run.style, .link = run.link ? *run.link : vt::LinkTarget()});
+      line.runs.push_back({.length = run.bytes, .style = run.style, .link = run.link ? *run.link : vt::LinkTarget()});
     }
     builder.add(line);
   }

@@ -26,7 +26,8 @@ QMessageBox* makeBox(QWidget& over, QMessageBox::Icon icon, const QString& text,
 }  // namespace
 
 void askBeforeLink(QWidget& over, const QString& target, std::function<void()> open) {
-  QMessageBox* box = makeBox(over, QMessageBox::Question, tr("Open this link with the program that is set for it?"), target);
+  QMessageBox* box =
+      makeBox(over, QMessageBox::Question, tr("Open this link with the program that is set for it?"), target);
   QPushButton* yes = box->addButton(tr("Open"), QMessageBox::AcceptRole);
   box->setDefaultButton(box->addButton(QMessageBox::Cancel));
   QObject::connect(yes, &QPushButton::clicked, &over, [open = std::move(open)] { open(); });
@@ -34,7 +35,8 @@ void askBeforeLink(QWidget& over, const QString& target, std::function<void()> o
 }
 
 void tellRefusedLink(QWidget& over, const QString& target) {
-  QMessageBox* box = makeBox(over, QMessageBox::Warning, tr("This link is not opened: it is not a safe address."), target);
+  QMessageBox* box =
+      makeBox(over, QMessageBox::Warning, tr("This link is not opened: it is not a safe address."), target);
   box->addButton(QMessageBox::Ok);
   box->open();
 }

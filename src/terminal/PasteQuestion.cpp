@@ -34,8 +34,8 @@ QString reasonFor(const PasteCheck& check) {
 void askBeforePaste(QWidget& over, const PasteCheck& check, std::function<void()> paste) {
   const QString name = QStringLiteral("pasteQuestion");
   if (over.window()->findChild<QMessageBox*>(name) != nullptr) return;
-  auto* box = new QMessageBox(QMessageBox::Question, tr("Paste"), tr("Paste this text?"), QMessageBox::NoButton,
-                              over.window());
+  auto* box =
+      new QMessageBox(QMessageBox::Question, tr("Paste"), tr("Paste this text?"), QMessageBox::NoButton, over.window());
   box->setObjectName(name);
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->setTextFormat(Qt::PlainText);

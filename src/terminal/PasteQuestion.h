@@ -7,8 +7,8 @@
 
 namespace zolt {
 
-/// Asks over the window of `over` whether a text shall be pasted, with its beginning shown; calls `paste` if so. Returns
-/// at once; does nothing while the question is already open. Main thread.
+/// Asks over the window of `over` whether a text shall be pasted, with its beginning shown; calls `paste` if so.
+/// Returns at once; does nothing while the question is already open. Main thread.
 void askBeforePaste(QWidget& over, const PasteCheck& check, std::function<void()> paste);
 
 }  // namespace zolt

@@ -17,8 +17,8 @@ class ScreenLines {
   using Rows = std::vector<std::shared_ptr<const vt::SnapshotRow>>;
 
   ScreenLines() = default;
-  /// The first row begins at `start`, in line number `firstLine`, which itself begins at `firstLineStart`: earlier if the
-  /// row continues a line of the history.
+  /// The first row begins at `start`, in line number `firstLine`, which itself begins at `firstLineStart`: earlier if
+  /// the row continues a line of the history.
   ScreenLines(const Rows& rows, TextPosition start, std::uint64_t firstLine, TextPosition firstLineStart);
 
   std::size_t rowCount() const { return m_rows.size(); }
