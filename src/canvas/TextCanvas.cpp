@@ -84,6 +84,7 @@ void TextCanvas::setColors(const CanvasColors& colors) {
   own.setColor(QPalette::Text, QColor::fromRgba(colors.text));
   setPalette(own);
   viewport()->setPalette(own);
+  m_bar->setTerminalColors(QColor::fromRgba(colors.background), QColor::fromRgba(colors.text));
   m_frameValid = false;
   viewport()->update();
 }

@@ -42,6 +42,12 @@ ThinScrollBar::ThinScrollBar(Ground ground, QWidget* parent) : QScrollBar(Qt::Ve
   connect(&m_fade, &QTimer::timeout, this, qOverload<>(&QWidget::update));
 }
 
+void ThinScrollBar::setTerminalColors(const QColor& background, const QColor& text) {
+  m_background = background;
+  m_text = text;
+  update();
+}
+
 QSize ThinScrollBar::sizeHint() const {
   return {breadth, kShortestThumb};
 }
@@ -86,14 +92,18 @@ bool ThinScrollBar::isThumbShown() const {
 // Translucent, so that the marks below it stay visible.
 QColor ThinScrollBar::thumbColor() const {
   // The style sheet has changed this widget's own palette.
-  QColor color = m_ground == Ground::Terminal ? QColor(Qt::white) : ControlColors(parentWidget()->palette()).text;
+  QColor color = m_ground == Ground::Terminal ? m_text : ControlColors(parentWidget()->palette()).text;
   color.setAlphaF(static_cast<float>(underMouse() || isSliderDown() ? kActiveThumbShare : kThumbShare));
   return color;
 }
 
 void ThinScrollBar::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  if (m_ground == Ground::Terminal) painter.fillRect(rect(), Qt::black);
+  if (m_ground == Ground::Terminal) {
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.fillRect(rect(), m_background);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+  }
   paintMarks(painter);
   if (!isThumbShown()) return;
   painter.setRenderHint(QPainter::Antialiasing);

@@ -24,7 +24,7 @@ class ThinScrollBar : public QScrollBar {
   enum class Ground {
     Window,    ///< its parent's window colour, which shows through; the thumb is visible whenever there is something to
                ///< scroll
-    Terminal,  ///< black, which it fills itself; the thumb is visible only while the user scrolls or the pointer is
+    Terminal,  ///< the terminal's, which it fills itself; the thumb is visible only while the user scrolls or the pointer is
                ///< near
   };
 
@@ -34,6 +34,8 @@ class ThinScrollBar : public QScrollBar {
   ThinScrollBar(Ground ground, QWidget* parent);
 
   QSize sizeHint() const override;
+  /// The colours of the terminal that it stands beside, where the ground is one; white on black at first.
+  void setTerminalColors(const QColor& background, const QColor& text);
   /// Shows the thumb briefly.
   void flash();
   /// Marks these ranges, in order, until the next call.
@@ -52,6 +54,8 @@ class ThinScrollBar : public QScrollBar {
   void paintMarks(QPainter& painter) const;
 
   Ground m_ground;
+  QColor m_background = Qt::black;
+  QColor m_text = Qt::white;
   std::vector<BarMark> m_marks;
   QTimer m_fade;
 };

@@ -8,6 +8,7 @@
 
 #include "platform/CacheFolder.h"
 #include "platform/MainQueue.h"
+#include "terminal/WindowRequests.h"
 #include "vt/theme/Theme.h"
 
 namespace zolt {
@@ -102,9 +103,13 @@ void EmulationDisplay::setSettings(const EmulationSettings& settings, bool isDar
                                settings.opacity);
   m_canvas->setTextFont(emulationFont(settings));
   const vt::Theme& theme = themeFor(isDark);
-  m_emulator->change([&theme, isDark, limit = settings.scrollbackLines](vt::Terminal& engine) {
+  m_emulator->change([&theme, isDark, limit = settings.scrollbackLines,
+                      allowsAlternate = settings.useAlternateScreenBuffer,
+                      allowsRequests = settings.allowWindowRequests](vt::Terminal& engine) {
     vt::applyTheme(engine.palette(), theme);
     engine.setPrefersDark(isDark);
+    engine.allowAlternateScreen(allowsAlternate);
+    engine.allowWindowRequests(allowsRequests);
     engine.screen().scrollback().setLimit(limit ? std::optional(static_cast<std::uint64_t>(*limit)) : std::nullopt);
   });
   m_selection = toRgb(theme.selectionBackground);
@@ -130,6 +135,9 @@ void EmulationDisplay::takeEvents(const vt::TerminalEvents& events) {
       if (m_settings.visualBell) m_canvas->flash();
       Q_EMIT bellRang();
     });
+  }
+  for (const vt::WindowRequest& request : events.windowRequests) {
+    MainQueue::async(self, [this, request] { applyWindowRequest(request, *m_canvas); });
   }
   for (const vt::ClipboardWrite& write : events.clipboardWrites) {
     MainQueue::async(self, [write] {

@@ -23,6 +23,9 @@ void join(vt::TerminalEvents& events, vt::TerminalEvents&& later) {
       events.notifications.push_back(std::move(notification));
     }
   }
+  for (const vt::WindowRequest& request : later.windowRequests) {
+    if (events.windowRequests.size() < vt::TerminalEvents::maxNotifications) events.windowRequests.push_back(request);
+  }
   events.titleChanged = events.titleChanged || later.titleChanged;
   events.paletteChanged = events.paletteChanged || later.paletteChanged;
 }

@@ -46,6 +46,9 @@ class Terminal {
   bool holdsFrame(Milliseconds now);
   /// Sets the colour scheme, and reports a change to programs that have asked for that.
   void setPrefersDark(bool prefersDark);
+  /// What the program may do from now on; see TerminalSettings. It stays on an alternate screen that it is on.
+  void allowAlternateScreen(bool allowed) { m_state.settings.allowAlternateScreen = allowed; }
+  void allowWindowRequests(bool allowed) { m_state.settings.allowWindowRequests = allowed; }
   /// Answers a query (TerminalEvents::clipboardReads), if the settings allow it.
   void reportClipboard(ClipboardTarget target, std::string_view text);
   /// The theme's colours.

@@ -405,5 +405,43 @@ TEST(Terminal, EncodesInputInTheModesThatTheProgramHasSet) {
   EXPECT_EQ(terminal.keyBytes(up), "") << "the keyboard is locked";
 }
 
+TEST(Terminal, PassesOnWhatProgramsWantOfTheWindowIfThatIsAllowed) {
+  using Kind = WindowRequest::Kind;
+  Terminal terminal({.rows = 2, .columns = 8});
+  terminal.allowWindowRequests(true);
+  terminal.feed(
+      "\033[8;30;100t\033[1t\033[2t\033[3;7;9t\033[4;600;800t\033[5t\033[6t\033[9;1t\033[9;0t\033[10;2t\033[40t\033["
+      "7t");
+  const std::vector<WindowRequest> expected{{.kind = Kind::ResizeToCells, .first = 30, .second = 100},
+                                            {.kind = Kind::Restore},
+                                            {.kind = Kind::Minimize},
+                                            {.kind = Kind::MoveTo, .first = 7, .second = 9},
+                                            {.kind = Kind::ResizeToPixels, .first = 600, .second = 800},
+                                            {.kind = Kind::Raise},
+                                            {.kind = Kind::Lower},
+                                            {.kind = Kind::Maximize},
+                                            {.kind = Kind::LeaveMaximized},
+                                            {.kind = Kind::ToggleFullScreen},
+                                            {.kind = Kind::ResizeToCells, .first = 40}};
+  EXPECT_EQ(terminal.takeEvents().windowRequests, expected);
+  for (int i = 0; i < 100; ++i) {
+    terminal.feed("\033[2t");
+  }
+  EXPECT_EQ(terminal.takeEvents().windowRequests.size(), TerminalEvents::maxNotifications);
+}
+
+TEST(Terminal, StaysOnThePrimaryScreenIfTheAlternateOneIsNotAllowed) {
+  for (const char* mode : {"47", "1047", "1049"}) {
+    Terminal terminal({.rows = 2, .columns = 8});
+    terminal.allowAlternateScreen(false);
+    terminal.feed("text\033[?" + std::string(mode) + "h");
+    EXPECT_FALSE(terminal.screen().showsAlternate()) << mode;
+    EXPECT_EQ(linesOf(terminal.screen()), "text") << mode;
+    terminal.allowAlternateScreen(true);
+    terminal.feed("\033[?" + std::string(mode) + "h");
+    EXPECT_TRUE(terminal.screen().showsAlternate()) << mode;
+  }
+}
+
 }  // namespace
 }  // namespace zolt::vt

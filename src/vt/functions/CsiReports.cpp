@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <string>
 
 #include "vt/functions/Csi.h"
@@ -139,8 +140,31 @@ void popTitles(State& state, int which) {
   state.events.titleChanged = true;
 }
 
-// The window is the user's: of XTWINOPS only the reports and the title stack are supported.
+// The window is the user's: what moves or resizes it is passed on only if the settings allow it.
+bool requestOfWindow(State& state, const Sequence& sequence) {
+  using Kind = WindowRequest::Kind;
+  const int what = sequence.parameter(0, 0);
+  const int first = sequence.parameter(1, 0);
+  const int second = sequence.parameter(2, 0);
+  const auto request = [&](Kind kind, int one = 0, int other = 0) {
+    std::vector<WindowRequest>& requests = state.events.windowRequests;
+    const bool fits = requests.size() < TerminalEvents::maxNotifications;
+    if (state.settings.allowWindowRequests && fits) requests.push_back({.kind = kind, .first = one, .second = other});
+    return true;
+  };
+  // Under the numbers of XTWINOPS, those with a choice after the others.
+  constexpr std::array kPlain{Kind::Restore,        Kind::Minimize, Kind::MoveTo,
+                              Kind::ResizeToPixels, Kind::Raise,    Kind::Lower};
+  constexpr std::array kFullScreen{Kind::LeaveFullScreen, Kind::EnterFullScreen, Kind::ToggleFullScreen};
+  if (what >= 1 && what <= 6) return request(kPlain[static_cast<std::size_t>(what - 1)], first, second);
+  if (what == 8) return request(Kind::ResizeToCells, first, second);
+  if (what == 9 && first <= 1) return request(first == 1 ? Kind::Maximize : Kind::LeaveMaximized);
+  if (what == 10 && first <= 2) return request(kFullScreen[static_cast<std::size_t>(first)]);
+  return what >= 24 && request(Kind::ResizeToCells, what);
+}
+
 void manipulateWindow(State& state, const Sequence& sequence) {
+  if (requestOfWindow(state, sequence)) return;
   const TerminalSize& size = state.size;
   const bool hasPixels = size.pixelWidth > 0 && size.pixelHeight > 0;
   switch (sequence.parameter(0, 0)) {
@@ -201,7 +225,7 @@ constexpr CsiFunction kFunctions[] = {
     {'?', "",  'n', reportPrivateStatus, {"CSI ? Ps n",    "DECDSR",      "VT220",   "Reports where the cursor is (6), the colour scheme (996), and that there is no printer or locator."}},
     {0,   "$", 'p', reportMode<false>,   {"CSI Ps $ p",    "DECRQM",      "VT320",   "Reports whether an ANSI mode is set."}},
     {'?', "$", 'p', reportMode<true>,    {"CSI ? Ps $ p",  "DECRQM ?",    "VT320",   "Reports whether a DEC private mode is set."}},
-    {0,   "",  't', manipulateWindow,    {"CSI Ps ; Ps t", "XTWINOPS",    "xterm",   "Reports sizes (14, 16, 18, 19), pushes and pops titles (22, 23). Never moves or resizes the window."}},
+    {0,   "",  't', manipulateWindow,    {"CSI Ps ; Ps t", "XTWINOPS",    "xterm",   "Reports sizes (14, 16, 18, 19), pushes and pops titles (22, 23). Moves, resizes, raises or minimizes the window (1 to 6, 8 to 10, 24 and up) only if a setting allows it, which is off."}},
     {0,   "",  'x', reportParameters,    {"CSI Ps x",      "DECREQTPARM", "VT100",   "Reports the parameters of a serial line, which are made up."}},
     {0,   "$", 'w', reportPresentation,  {"CSI Ps $ w",    "DECRQPSR",    "VT320",   "Reports the state of the cursor (1) or the tab stops (2)."}},
     {'>', "",  'q', reportVersion,       {"CSI > q",       "XTVERSION",   "xterm",   "Reports the terminal's name and version."}},

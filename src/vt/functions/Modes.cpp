@@ -69,11 +69,18 @@ bool showsAlternate(const State& state) {
   return state.screen.showsAlternate();
 }
 
+// A user who has turned the alternate screen off stays on the primary one.
+bool isAlternateRefused(const State& state, bool value) {
+  return value && !state.settings.allowAlternateScreen;
+}
+
 void setAlternate(State& state, bool value) {
+  if (isAlternateRefused(state, value)) return;
   state.screen.showAlternate(value);
 }
 
 void setAlternateCleared(State& state, bool value) {
+  if (isAlternateRefused(state, value)) return;
   if (!value && state.screen.showsAlternate()) state.screen.clearAlternate();
   state.screen.showAlternate(value);
 }
@@ -87,6 +94,7 @@ void setSavedCursor(State& state, bool value) {
 }
 
 void setAlternateWithCursor(State& state, bool value) {
+  if (isAlternateRefused(state, value)) return;
   if (value) {
     state.screen.saveCursor();
     state.screen.showAlternate(true);

@@ -24,6 +24,8 @@ struct TerminalSettings {
   bool allowClipboardWrites = true;      ///< OSC 52 with a payload
   bool allowClipboardReads = false;      ///< OSC 52 with a question mark
   bool allowRectangleChecksums = false;  ///< DECRQCRA, which can be used to read the screen
+  bool allowAlternateScreen = true;      ///< modes 47, 1047 and 1049
+  bool allowWindowRequests = false;      ///< XTWINOPS that move or resize the window
   bool graphemeClusters = false;         ///< mode 2027, initially
   std::size_t bulkBytes = 4096;          ///< from this much input at once, the bulk path is tried
   bool prefersDark = true;               ///< the initial colour scheme
@@ -84,6 +86,29 @@ struct ClipboardWrite {
   std::string text;  ///< decoded, at most 6 MiB; empty to clear the clipboard
 };
 
+/// What a program wants of the window (XTWINOPS).
+struct WindowRequest {
+  enum class Kind : std::uint8_t {
+    Restore,  ///< out of the task bar
+    Minimize,
+    MoveTo,          ///< x and y in pixels of the screen
+    ResizeToPixels,  ///< height and width of the text area; 0: as it is
+    ResizeToCells,   ///< rows and columns; 0: as it is
+    Raise,
+    Lower,
+    LeaveMaximized,
+    Maximize,
+    LeaveFullScreen,
+    EnterFullScreen,
+    ToggleFullScreen,
+  };
+  Kind kind = Kind::Restore;
+  int first = 0;  ///< not negative
+  int second = 0;
+
+  friend bool operator==(const WindowRequest&, const WindowRequest&) = default;
+};
+
 struct Notification {
   std::string title;  ///< without control characters
   std::string body;
@@ -106,6 +131,7 @@ struct TerminalEvents {
   std::vector<ClipboardWrite> clipboardWrites;  ///< the latest for each target
   std::vector<ClipboardTarget> clipboardReads;  ///< queries that the settings allow
   std::vector<Notification> notifications;
+  std::vector<WindowRequest> windowRequests;  ///< if the settings allow them
   bool titleChanged = false;
   bool paletteChanged = false;
 };
@@ -123,7 +149,7 @@ struct TerminalState {
   Palette palette;
   CursorShape cursorShape = CursorShape::Block;
   bool cursorShapeBlinks = true;
-  bool cursorShapeIsSet = false;  ///< by the program (DECSCUSR)
+  bool cursorShapeIsSet = false;     ///< by the program (DECSCUSR)
   int conformanceLevel = 64;         ///< DECSCL; nothing else depends on it
   bool rectanglesAreStreams = true;  ///< DECSACE
   bool prefersDark = true;
