@@ -213,7 +213,9 @@ void TextCanvas::layOut() {
     const std::uint64_t generation = m_source->generation();
     const DevicePixels top = offsetNow() - toDevice(inset);
     const DevicePixels bottom = top + viewportHeight - DevicePixels(1);
-    const CanvasRow first(std::max(top, DevicePixels(0)) / cell.height);
+    CanvasRow first(std::max(top, DevicePixels(0)) / cell.height);
+    // Above a screen that is shown from its first row on is blank space, not a strip of the history.
+    if (m_atEnd && first + 1 == firstScreenRow()) ++first;
     const CanvasRow last(std::min(bottom / cell.height, m_source->rowCount() - 1));
     m_rows.clear();
     m_frame.rows.clear();
@@ -284,7 +286,11 @@ void TextCanvas::makeFrame() {
     Q_EMIT frameChanged();
     return;
   }
-  if (damage.shift != DevicePixels(0)) viewport()->scroll(0, static_cast<int>(logicalShift));
+  if (damage.shift != DevicePixels(0)) {
+    viewport()->scroll(0, static_cast<int>(logicalShift));
+    const int above = static_cast<int>(std::ceil(m_frame.firstRowTop.toDouble() / m_fonts->scale()));
+    if (above > 0) viewport()->update(0, 0, viewport()->width(), above);
+  }
   updateRows(damage.dirtyRows);
   if (damage.shift != DevicePixels(0) || !damage.dirtyRows.empty()) Q_EMIT frameChanged();
 }

@@ -33,7 +33,8 @@ QString reasonFor(const PasteCheck& check) {
 
 void askBeforePaste(QWidget& over, const PasteCheck& check, std::function<void()> paste) {
   const QString name = QStringLiteral("pasteQuestion");
-  if (over.window()->findChild<QMessageBox*>(name) != nullptr) return;
+  const auto* open = over.window()->findChild<QMessageBox*>(name);
+  if (open != nullptr && open->isVisible()) return;
   auto* box =
       new QMessageBox(QMessageBox::Question, tr("Paste"), tr("Paste this text?"), QMessageBox::NoButton, over.window());
   box->setObjectName(name);

@@ -1,0 +1,388 @@
+// The full emulation in a window, with a real program on a real pseudo-terminal.
+#include "terminal/EmulationDisplay.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QInputMethodEvent>
+#include <QLabel>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QTest>
+#include <QUrl>
+#include <memory>
+#include <string>
+
+#include "canvas/CanvasLiterals.h"
+#include "support/WaitFor.h"
+
+namespace zolt {
+namespace {
+
+using test::waitFor;
+
+class EmulationDisplayTest : public testing::Test {
+ protected:
+  // A program that prints `prologue`, and then whatever it is sent, in a visible form.
+  void start(const std::string& prologue = "") {
+    const std::string script = "stty raw -echo; printf '" + prologue + "'; printf READY; exec cat -uv";
+    run(script);
+    ASSERT_TRUE(shows("READY"));
+  }
+  void run(const std::string& script) {
+    window = std::make_unique<QWidget>();
+    terminal = std::make_unique<TerminalController>(
+        Shell{.name = "sh", .executable = "/bin/sh", .args = {"-c", script}, .icon = "terminal"},
+        TerminalController::Restart::Never, TerminalSize{.rows = 24, .columns = 80});
+    display = std::make_unique<EmulationDisplay>(*terminal, TerminalSize{.rows = 24, .columns = 80}, settings, true,
+                                                 window.get());
+    window->resize(800, 500);
+    canvas().resize(800, 500);
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get(), test::kPatience.count()));
+    QApplication::setActiveWindow(window.get());
+    canvas().setFocus();
+    // The program is told the size of the window once.
+    ASSERT_TRUE(waitFor([this] { return display->source().screen()->size.columns == canvas().gridSize().columns; }));
+  }
+  void TearDown() override {
+    display.reset();
+    terminal.reset();
+    window.reset();
+  }
+
+  TextCanvas& canvas() { return display->canvas(); }
+  std::string text() {
+    canvas().makeFrameNow();
+    EmulationSource& source = display->source();
+    return source.text({.begin = source.begin(), .end = source.end()});
+  }
+  bool shows(const std::string& wanted) {
+    return waitFor([&] { return text().find(wanted) != std::string::npos; });
+  }
+  // What the program was sent, as cat -v shows it.
+  std::string sent() {
+    const std::string all = text();
+    const std::string after = all.substr(all.find("READY") + 5);
+    return after.substr(0, after.find('\n'));
+  }
+  bool isSent(const std::string& wanted) {
+    return waitFor([&] { return sent() == wanted; });
+  }
+  QPoint middleOf(TextPosition position) { return canvas().rectOf(position).center().toPoint(); }
+  TextRange find(const std::string& wanted) {
+    EmulationSource& source = display->source();
+    const std::size_t at = text().find(wanted);
+    EXPECT_NE(at, std::string::npos) << wanted;
+    return {.begin = source.begin() + at, .end = source.begin() + at + wanted.size()};
+  }
+  // Where the cursor is, as input methods are told.
+  QRect caret() {
+    canvas().makeFrameNow();
+    QInputMethodQueryEvent query(Qt::ImCursorRectangle);
+    QApplication::sendEvent(&canvas(), &query);
+    return query.value(Qt::ImCursorRectangle).toRect();
+  }
+  QWidget& view() { return *canvas().viewport(); }
+  QMessageBox* question() {
+    for (auto* each : window->findChildren<QMessageBox*>()) {
+      if (each->isVisible()) return each;
+    }
+    return nullptr;
+  }
+  QAbstractButton& button(const QString& label) {
+    for (QAbstractButton* each : question()->buttons()) {
+      if (each->text().remove(QLatin1Char('&')) == label) return *each;
+    }
+    ADD_FAILURE() << "no button " << label.toStdString();
+    return *question()->buttons().front();
+  }
+  QImage picture() {
+    canvas().makeFrameNow();
+    return view().grab().toImage().convertToFormat(QImage::Format_RGB32);
+  }
+
+  EmulationSettings settings;
+  std::unique_ptr<QWidget> window;
+  std::unique_ptr<TerminalController> terminal;
+  std::unique_ptr<EmulationDisplay> display;
+};
+
+TEST_F(EmulationDisplayTest, SendsKeysInTheModesOfTheProgram) {
+  start();
+  QTest::keyClicks(&canvas(), QStringLiteral("ab"));
+  QTest::keyClick(&canvas(), Qt::Key_Up);
+  QTest::keyClick(&canvas(), Qt::Key_C, Qt::ControlModifier);
+  ASSERT_TRUE(isSent("ab^[[A^C")) << sent();
+}
+
+TEST_F(EmulationDisplayTest, SendsCursorKeysAsTheProgramAsksForThem) {
+  start("\\033[?1h");
+  QTest::keyClick(&canvas(), Qt::Key_Up);
+  ASSERT_TRUE(isSent("^[OA")) << sent();
+}
+
+TEST_F(EmulationDisplayTest, SendsReleasesWhereTheProgramAsksForEvents) {
+  start("\\033[>3u");
+  QTest::keyClick(&canvas(), Qt::Key_F1);
+  ASSERT_TRUE(isSent("^[[P^[[1;1:3P")) << sent();
+}
+
+TEST_F(EmulationDisplayTest, AnswersTheProgram) {
+  start("\\033[6n");
+  EXPECT_TRUE(shows("^[[1;1R")) << text();
+}
+
+TEST_F(EmulationDisplayTest, TellsTheProgramTheSizeOfTheWindowAndEveryChange) {
+  run("stty size; echo READY; read line; stty size; sleep 100");
+  ASSERT_TRUE(shows("READY"));
+  canvas().resize(500, 300);
+  ASSERT_TRUE(waitFor([&] {
+    text();
+    return display->source().screen()->size.columns == canvas().gridSize().columns;
+  }));
+  QTest::keyClick(&canvas(), Qt::Key_Return);
+  const TerminalSize size = canvas().gridSize();
+  std::string line = std::to_string(size.rows);
+  line += ' ';
+  line += std::to_string(size.columns);
+  EXPECT_TRUE(shows(line)) << line << " in " << text();
+}
+
+TEST_F(EmulationDisplayTest, ComposesTextAtTheCursorAndSendsWhatIsCommitted) {
+  start("\\033[5;10H");
+  const QRect cell = caret();
+  const std::string before = sent();
+  QInputMethodEvent composing(QStringLiteral("\u304B"), {});
+  QApplication::sendEvent(&canvas(), &composing);
+  EXPECT_EQ(sent(), before) << "nothing is sent yet";
+  QInputMethodEvent committed;
+  committed.setCommitString(QStringLiteral("\u6F22"));
+  QApplication::sendEvent(&canvas(), &committed);
+  EXPECT_TRUE(shows("M-fM-<M-\"")) << text();
+  EXPECT_GT(cell.top(), 0);
+}
+
+TEST_F(EmulationDisplayTest, ReportsTheMouseToAProgramThatTracksIt) {
+  start("\\033[?1000h\\033[?1006h\\033[3;1Hhere\\033[10;1H");
+  const QPoint at = middleOf(find("here").begin + 2);
+  QTest::mouseClick(&view(), Qt::LeftButton, Qt::NoModifier, at);
+  ASSERT_TRUE(isSent("^[[<0;3;3M^[[<0;3;3m")) << sent();
+  EXPECT_TRUE(canvas().selection().empty());
+}
+
+TEST_F(EmulationDisplayTest, KeepsTheMouseForTheUserWithShiftAndWithoutTracking) {
+  start("\\033[?1002h\\033[?1006h\\033[3;1Hselect me\\033[10;1H");
+  const QPoint from = canvas().rectOf(find("select").begin).topLeft().toPoint() + QPoint(1, 3);
+  const QPoint to = canvas().rectOf(find("select").end).topLeft().toPoint() + QPoint(1, 3);
+  QTest::mousePress(&view(), Qt::LeftButton, Qt::ShiftModifier, from);
+  QMouseEvent move(QEvent::MouseMove, to, view().mapToGlobal(to), Qt::NoButton, Qt::LeftButton, Qt::ShiftModifier);
+  QApplication::sendEvent(&view(), &move);
+  QTest::mouseRelease(&view(), Qt::LeftButton, Qt::ShiftModifier, to);
+  EXPECT_EQ(canvas().selectedText(), QStringLiteral("select"));
+  EXPECT_EQ(sent(), "");
+  settings.enableMouseReporting = false;
+  display->setSettings(settings, true);
+  QTest::mouseDClick(&view(), Qt::LeftButton, Qt::NoModifier, middleOf(find("me").begin));
+  EXPECT_EQ(canvas().selectedText(), QStringLiteral("me"));
+  EXPECT_EQ(sent(), "");
+}
+
+TEST_F(EmulationDisplayTest, SelectsRectanglesWithAlt) {
+  start("\\033[1;1Habcdef\\r\\nghijkl\\r\\nmnopqr\\033[10;1H");
+  const QPoint from = canvas().rectOf(find("b").begin).topLeft().toPoint() + QPoint(1, 3);
+  const QPoint to = canvas().rectOf(find("q").begin).topLeft().toPoint() + QPoint(1, 3);
+  QTest::mousePress(&view(), Qt::LeftButton, Qt::AltModifier, from);
+  QMouseEvent move(QEvent::MouseMove, to, view().mapToGlobal(to), Qt::NoButton, Qt::LeftButton, Qt::AltModifier);
+  QApplication::sendEvent(&view(), &move);
+  QTest::mouseRelease(&view(), Qt::LeftButton, Qt::AltModifier, to);
+  EXPECT_EQ(canvas().selectedText(), QStringLiteral("bcd\nhij\nnop"));
+}
+
+TEST_F(EmulationDisplayTest, TurnsTheWheelIntoCursorKeysOnTheAlternateScreen) {
+  start("\\033[?1049h");
+  const QPoint at(50, 50);
+  QWheelEvent turn(at, view().mapToGlobal(at), {}, QPoint(0, 120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                   false);
+  QApplication::sendEvent(&view(), &turn);
+  ASSERT_TRUE(isSent("^[[A^[[A^[[A")) << sent();
+}
+
+TEST_F(EmulationDisplayTest, HoldsTheViewWhileOutputGoesOnAndReturnsWithAKey) {
+  run("stty raw -echo; i=0; while [ $i -lt 200 ]; do printf 'line %d\\r\\n' $i; i=$((i+1)); done; printf READY; "
+      "dd bs=1 count=1 2>/dev/null; printf MORE; exec cat -uv");
+  ASSERT_TRUE(shows("READY"));
+  canvas().scrollTo(canvas().scrollOffset() - canvas().cellMetrics().height * 50);
+  canvas().makeFrameNow();
+  const TextRange before = canvas().rangeInView();
+  terminal->ptySession().write("x");
+  ASSERT_TRUE(shows("MORE"));
+  EXPECT_EQ(canvas().rangeInView().begin, before.begin);
+  EXPECT_FALSE(canvas().isAtEnd());
+  QTest::keyClicks(&canvas(), QStringLiteral("y"));
+  EXPECT_TRUE(canvas().isAtEnd());
+}
+
+TEST_F(EmulationDisplayTest, ScrollsByPagesWithShift) {
+  run("seq 500; echo READY; sleep 100");
+  ASSERT_TRUE(shows("READY"));
+  const DevicePixels end = canvas().scrollOffset();
+  QTest::keyClick(&canvas(), Qt::Key_PageUp, Qt::ShiftModifier);
+  EXPECT_EQ(canvas().scrollOffset(), end - canvas().pageHeight());
+  QTest::keyClick(&canvas(), Qt::Key_Home, Qt::ShiftModifier);
+  EXPECT_EQ(canvas().scrollOffset(), 0_px);
+  QTest::keyClick(&canvas(), Qt::Key_End, Qt::ShiftModifier);
+  EXPECT_EQ(canvas().scrollOffset(), end);
+}
+
+TEST_F(EmulationDisplayTest, ShowsTheScreenFromItsFirstRowWhereItFits) {
+  run("seq 500; echo READY; sleep 100");
+  ASSERT_TRUE(shows("READY"));
+  canvas().makeFrameNow();
+  const int rows = canvas().gridSize().rows;
+  EXPECT_EQ(canvas().rowsInFrame(), static_cast<std::size_t>(rows)) << "no part of a row above or below it";
+}
+
+TEST_F(EmulationDisplayTest, AsksBeforeAPasteOfSeveralLinesAndSendsItOnlyThen) {
+  start();
+  QApplication::clipboard()->setText(QStringLiteral("one\ntwo\n"));
+  canvas().paste();
+  ASSERT_NE(question(), nullptr);
+  EXPECT_EQ(sent(), "");
+  button(QStringLiteral("Cancel")).click();
+  ASSERT_TRUE(waitFor([&] { return question() == nullptr; }));
+  EXPECT_EQ(sent(), "");
+  canvas().paste();
+  ASSERT_NE(question(), nullptr);
+  button(QStringLiteral("Paste")).click();
+  ASSERT_TRUE(isSent("one^Mtwo^M")) << sent();
+}
+
+TEST_F(EmulationDisplayTest, PastesWithoutAQuestionBetweenBrackets) {
+  start("\\033[?2004h");
+  QApplication::clipboard()->setText(QStringLiteral("one\ntwo\x1b[201~x"));
+  canvas().paste();
+  EXPECT_EQ(question(), nullptr);
+  ASSERT_TRUE(isSent("^[[200~one^Mtwo[201~x^[[201~")) << sent();
+}
+
+TEST_F(EmulationDisplayTest, AsksNothingBeforeAPasteIfTheUserHasTurnedThatOff) {
+  settings.askBeforeRiskyPaste = false;
+  start();
+  QApplication::clipboard()->setText(QStringLiteral("one\ntwo"));
+  canvas().paste();
+  EXPECT_EQ(question(), nullptr);
+  ASSERT_TRUE(isSent("one^Mtwo")) << sent();
+}
+
+TEST_F(EmulationDisplayTest, TypesThePathOfADroppedFileQuoted) {
+  start();
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/a b'c"))});
+  QDragEnterEvent enter(QPoint(20, 20), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&view(), &enter);
+  EXPECT_TRUE(enter.isAccepted());
+  QDropEvent drop(QPointF(20, 20), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&view(), &drop);
+  ASSERT_TRUE(isSent("'/tmp/a b'\\''c'")) << sent();
+}
+
+TEST_F(EmulationDisplayTest, ShowsWhereALinkLeadsAndAsksBeforeUnusualOnes) {
+  start("\\033[3;1H\\033]8;;telnet://example.org/\\033\\\\click\\033]8;;\\033\\\\\\033[10;1H");
+  const QPoint at = middleOf(find("click").begin + 1);
+  QTest::mouseMove(&view(), at + QPoint(0, 1));
+  QMouseEvent hover(QEvent::MouseMove, at, view().mapToGlobal(at), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+  QApplication::sendEvent(&view(), &hover);
+  auto* label = view().findChild<QLabel*>(QStringLiteral("linkLabel"));
+  ASSERT_NE(label, nullptr);
+  EXPECT_TRUE(label->isVisible());
+  EXPECT_EQ(label->text(), QStringLiteral("telnet://example.org/"));
+  QTest::mouseClick(&view(), Qt::LeftButton, Qt::NoModifier, at);
+  EXPECT_EQ(question(), nullptr) << "a click alone opens nothing";
+  QTest::mouseClick(&view(), Qt::LeftButton, Qt::ControlModifier, at);
+  ASSERT_NE(question(), nullptr);
+  button(QStringLiteral("Cancel")).click();
+}
+
+TEST_F(EmulationDisplayTest, TellsTheProgramAboutFocusIfItAsks) {
+  start("\\033[?1004h");
+  const std::string before = sent();
+  canvas().clearFocus();
+  ASSERT_TRUE(waitFor([&] { return sent().ends_with("^[[O"); })) << sent();
+  canvas().setFocus();
+  ASSERT_TRUE(waitFor([&] { return sent().ends_with("^[[O^[[I"); })) << sent();
+}
+
+TEST_F(EmulationDisplayTest, ShowsAHollowCursorWithoutTheKeyboard) {
+  settings.cursorBlink = false;
+  start("\\033[5;5H");
+  const QRect cell = caret();
+  const QRgb ground = canvas().colors().background;
+  EXPECT_NE(picture().pixel(cell.center()), ground);
+  canvas().clearFocus();
+  const QImage hollow = picture();
+  EXPECT_EQ(hollow.pixel(cell.center()), ground);
+  EXPECT_NE(hollow.pixel(cell.topLeft()), ground);
+}
+
+TEST_F(EmulationDisplayTest, TakesChangedSettingsAtOnce) {
+  start("\\033[31mred\\033[m");
+  const TerminalSize before = canvas().gridSize();
+  settings.fontSize = 28;
+  display->setSettings(settings, true);
+  EXPECT_LT(canvas().gridSize().columns, before.columns);
+  ASSERT_TRUE(waitFor([&] {
+    text();
+    return display->source().screen()->size.columns == canvas().gridSize().columns;
+  })) << "and the program is told";
+  const QRgb dark = canvas().colors().background;
+  display->setSettings(settings, false);
+  ASSERT_TRUE(waitFor([&] {
+    text();
+    return canvas().colors().background != dark;
+  }));
+  EXPECT_GT(qGray(canvas().colors().background), qGray(dark));
+  settings.opacity = 0.5;
+  display->setSettings(settings, false);
+  EXPECT_NEAR(qAlpha(canvas().colors().background), 128, 1);
+}
+
+TEST_F(EmulationDisplayTest, PutsOnTheClipboardWhatTheProgramCopies) {
+  QApplication::clipboard()->clear();
+  start("\\033]52;c;Y29waWVk\\007");
+  EXPECT_TRUE(waitFor([] { return QApplication::clipboard()->text() == QStringLiteral("copied"); }));
+}
+
+TEST_F(EmulationDisplayTest, TellsTheTitleAndTheBell) {
+  int bells = 0;
+  QString title;
+  run("sleep 0.2; printf '\\033]2;my title\\007\\007'; sleep 100");
+  QObject::connect(display.get(), &EmulationDisplay::bellRang, [&] { ++bells; });
+  QObject::connect(display.get(), &EmulationDisplay::titleChanged, [&](const QString& now) { title = now; });
+  EXPECT_TRUE(waitFor([&] {
+    text();
+    return bells == 1 && title == QStringLiteral("my title");
+  })) << bells
+      << title.toStdString();
+}
+
+TEST_F(EmulationDisplayTest, ResizesTheWindowForAProgramThatMay) {
+  settings.allowWindowRequests = true;
+  run("sleep 0.2; printf '\\033[8;10;40tREADY'; sleep 100");
+  ASSERT_TRUE(shows("READY"));
+  // The canvas does not fill this window, but the window changes by as much as the text is to change.
+  EXPECT_TRUE(waitFor([&] { return window->width() < 800 && window->height() < 500; }));
+}
+
+TEST_F(EmulationDisplayTest, EndsWhileTheProgramFloods) {
+  for (int i = 0; i < 3; ++i) {
+    run("yes");
+    ASSERT_TRUE(shows("y\ny"));
+    TearDown();
+  }
+}
+
+}  // namespace
+}  // namespace zolt
