@@ -14,6 +14,29 @@
 
 namespace zolt {
 
+namespace {
+
+// The fonts of colour emoji that systems have, the first that is installed; empty if there is none. Text fonts have
+// some emoji too, as outlines, and would be preferred.
+const QString& emojiFamily() {
+  static const QString family = [] {
+    for (const char* name : {"Apple Color Emoji", "Noto Color Emoji", "Twitter Color Emoji", "JoyPixels", "OpenMoji"}) {
+      if (QFontDatabase::hasFamily(QLatin1String(name))) return QString::fromLatin1(name);
+    }
+    return QString();
+  }();
+  return family;
+}
+
+// Whether a cluster is shown as an emoji: a wide one from the blocks of symbols, or one that asks for it (U+FE0F).
+bool isEmoji(std::string_view utf8, char32_t first, int columns) {
+  constexpr std::string_view kEmojiSelector = "\uFE0F";
+  const bool isSymbol = (first >= 0x2300 && first < 0x2C00) || (first >= 0x1F000 && first < 0x1FB00);
+  return (isSymbol && columns == 2) || utf8.find(kEmojiSelector) != std::string_view::npos;
+}
+
+}  // namespace
+
 CanvasFonts::CanvasFonts(const CanvasFont& font, double scale) : m_font(font), m_scale(scale) {
   const QFontMetricsF metrics(fontFor(font, font.size * scale));
   const auto whole = [](double pixels) { return DevicePixels(std::max(1L, std::lround(pixels))); };
@@ -78,8 +101,10 @@ GlyphMask CanvasFonts::Face::makeCluster(const std::string& utf8, int columns) c
   std::size_t length = 0;
   const char32_t first = scalarAt(utf8, 0, length);
   if (columns == 1 && length == utf8.size() && isDrawnSymbol(first)) return drawSymbol(first, m_metrics);
+  QFont font = m_font;
+  if (isEmoji(utf8, first, columns) && !emojiFamily().isEmpty()) font.setFamilies({emojiFamily(), font.family()});
   return shapedCluster(
-      QString::fromStdString(utf8), m_font,
+      QString::fromStdString(utf8), font,
       {.width = m_metrics.width * columns, .height = m_metrics.height, .baseline = m_metrics.baseline});
 }
 
