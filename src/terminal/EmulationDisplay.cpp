@@ -8,6 +8,7 @@
 
 #include "platform/CacheFolder.h"
 #include "platform/MainQueue.h"
+#include "terminal/TranslucentWindow.h"
 #include "terminal/WindowRequests.h"
 #include "vt/theme/Theme.h"
 
@@ -119,7 +120,12 @@ void EmulationDisplay::setSettings(const EmulationSettings& settings, bool isDar
 
 void EmulationDisplay::updateColors() {
   const CanvasColors colors = m_source->looks().colors(m_selection);
-  if (!(colors == m_canvas->colors())) m_canvas->setColors(colors);
+  if (colors == m_canvas->colors()) return;
+  m_canvas->setColors(colors);
+  // Not within a frame, or before the canvas is in its window.
+  if (qAlpha(colors.background) < 255) {
+    MainQueue::async(MainQueue::Owner(this), [this] { makeTranslucent(*m_canvas->window()); });
+  }
 }
 
 void EmulationDisplay::takeEvents(const vt::TerminalEvents& events) {

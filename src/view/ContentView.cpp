@@ -105,9 +105,12 @@ void ContentView::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
 }
 
-// Not the palette's: the sidebar would inherit it.
+// The terminal's ground, but not as the palette's: the sidebar would inherit it.
 void ContentView::paintEvent(QPaintEvent* event) {
-  QPainter(this).fillRect(event->rect(), Qt::black);
+  QPainter painter(this);
+  painter.setCompositionMode(QPainter::CompositionMode_Source);
+  painter.fillRect(event->rect(), m_container == nullptr ? QColor(Qt::black)
+                                                         : QColor::fromRgba(surface().canvas().colors().background));
 }
 
 void ContentView::ensureTerminal() {
