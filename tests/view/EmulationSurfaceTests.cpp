@@ -1,0 +1,147 @@
+// Find, saving and settings over the full emulation, with a real program.
+#include "view/EmulationSurface.h"
+
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <fstream>
+#include <sstream>
+
+#include "support/WaitFor.h"
+#include "view/TerminalContainerView.h"
+#include "view/saving/OutputSaver.h"
+
+namespace zolt {
+namespace {
+
+using test::waitFor;
+
+class EmulationSurfaceTest : public testing::Test {
+ protected:
+  void run(const std::string& script) {
+    terminal = std::make_unique<TerminalController>(Shell{.name = "sh",
+                                                          .executable = "/bin/sh",
+                                                          .args = {"-c", script + "; printf READY; sleep 1000"},
+                                                          .icon = "terminal"},
+                                                    TerminalController::Restart::Never,
+                                                    TerminalSize{.rows = 24, .columns = 80});
+    container = std::make_unique<TerminalContainerView>([this](QWidget* parent) {
+      return std::make_unique<EmulationSurface>(*terminal, TerminalSize{.rows = 24, .columns = 80}, settings, parent);
+    });
+    container->resize(800, 480);
+    container->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(container.get(), test::kPatience.count()));
+    ASSERT_TRUE(waitFor([this] { return all().find("READY") != std::string::npos; }));
+  }
+  void TearDown() override {
+    container.reset();
+    terminal.reset();
+  }
+
+  EmulationSurface& surface() { return static_cast<EmulationSurface&>(container->surface()); }
+  TextCanvas& canvas() { return surface().canvas(); }
+  std::string all() {
+    canvas().makeFrameNow();
+    EmulationSource& source = surface().display().source();
+    return source.text({.begin = source.begin(), .end = source.end()});
+  }
+  std::string saved(bool withStyles) {
+    const QString file = folder.filePath(QStringLiteral("out"));
+    OutputSaver saver(surface().excerpt(), withStyles ? surface().outputStyles() : nullptr, file);
+    QSignalSpy finished(&saver, &OutputSaver::finished);
+    EXPECT_TRUE(waitFor([&] { return finished.count() == 1; }));
+    std::ostringstream content;
+    content << std::ifstream(file.toStdString()).rdbuf();
+    return content.str();
+  }
+  // Opens the bar and searches.
+  void search(const QString& query) {
+    container->find();
+    auto* field = container->findChild<QLineEdit*>();
+    ASSERT_NE(field, nullptr);
+    field->setText(query);
+  }
+  QString progress() { return container->findChild<QLabel*>(QStringLiteral("progress"))->text(); }
+
+  QTemporaryDir folder;
+  UserDefaults defaults{folder.filePath(QStringLiteral("settings.ini")).toStdString()};
+  Config config{defaults};
+  EmulationSettingsStore settings{config, defaults};
+  std::unique_ptr<TerminalController> terminal;
+  std::unique_ptr<TerminalContainerView> container;
+};
+
+TEST_F(EmulationSurfaceTest, FindsInTheHistoryAndOnTheScreen) {
+  run("seq -f 'needle %g' 100");
+  search(QStringLiteral("needle"));
+  EXPECT_TRUE(waitFor([&] { return progress().contains(QStringLiteral("100")); })) << progress().toStdString();
+  ASSERT_TRUE(waitFor([&] { return !canvas().selection().empty() || canvas().isAtEnd(); }));
+  container->findPrevious();
+  EXPECT_TRUE(waitFor([&] { return progress().contains(QStringLiteral("99")); })) << progress().toStdString();
+}
+
+TEST_F(EmulationSurfaceTest, FindsALineThatCrossesTheEdgeOfTheScreen) {
+  // One line of many rows, of which the first ones have scrolled off.
+  run("head -c 6000 /dev/zero | tr '\\0' x; printf needle; head -c 3000 /dev/zero | tr '\\0' y");
+  ASSERT_GT(surface().display().source().rowCount(), surface().display().source().screenRows());
+  search(QStringLiteral("xneedley"));
+  EXPECT_TRUE(waitFor([&] { return progress().contains(QLatin1Char('1')); })) << progress().toStdString();
+}
+
+TEST_F(EmulationSurfaceTest, SearchesWhatArrivesWhileTheBarIsOpen) {
+  run("echo first needle");
+  search(QStringLiteral("needle"));
+  ASSERT_TRUE(waitFor([&] { return progress().contains(QLatin1Char('1')); })) << progress().toStdString();
+  surface().display().emulator().feed(Bytes("\r\nsecond needle\r\nthird needle"));
+  EXPECT_TRUE(waitFor([&] { return progress().contains(QLatin1Char('3')); })) << progress().toStdString();
+}
+
+TEST_F(EmulationSurfaceTest, SavesLinesWholeWithoutWhatOnlyTheScreenNeeds) {
+  run("head -c 300 /dev/zero | tr '\\0' w; printf '\\n\\033[1;31mred\\033[m plain\\n'; seq 100");
+  const std::string plain = saved(false);
+  EXPECT_EQ(plain.find(std::string(300, 'w') + "\nred plain\n1\n2\n"), 0U) << plain.substr(0, 400);
+  EXPECT_TRUE(plain.ends_with("100\nREADY")) << plain.substr(plain.size() - 20);
+  const std::string styled = saved(true);
+  EXPECT_NE(styled.find("\033["), std::string::npos);
+  EXPECT_NE(styled.find("red"), std::string::npos);
+}
+
+TEST_F(EmulationSurfaceTest, FollowsTheSettings) {
+  run("true");
+  const TerminalSize before = canvas().gridSize();
+  config.fontSize = 30;
+  EXPECT_TRUE(waitFor([&] { return canvas().gridSize().columns < before.columns; }));
+  config.theme = Config::ColorScheme::Light;
+  EXPECT_TRUE(waitFor([&] {
+    canvas().makeFrameNow();
+    return qGray(canvas().colors().background) > 200;
+  }));
+  settings.set(&EmulationSettings::enableMouseReporting, false);
+}
+
+TEST_F(EmulationSurfaceTest, ClearsTheScreenAndTheHistory) {
+  run("seq 100");
+  surface().clear();
+  EXPECT_TRUE(waitFor([&] { return all() == "READY" || all().find_first_not_of("READY\n") == std::string::npos; }))
+      << all();
+}
+
+TEST_F(EmulationSurfaceTest, TellsWhenAllThatWasReadIsShown) {
+  run("true");
+  surface().display().emulator().feed(Bytes(std::string(1'000'000, 'z') + "THE END"));
+  bool isShown = false;
+  std::string at;
+  surface().whenShown([&] {
+    isShown = true;
+    at = canvas().visibleText().toStdString();
+  });
+  EXPECT_TRUE(waitFor([&] { return isShown; }));
+  EXPECT_NE(at.find("THE END"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace zolt
