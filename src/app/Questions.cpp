@@ -62,7 +62,7 @@ void askBeforeClosing(QWidget& window, const std::string& program, std::function
       {.name = "closeQuestion",
        .title = "Close Window",
        .text = runningSentence({program}),
-       .explanation = tr("Closing the window ends it."),
+       .explanation = tr("It ends with the window."),
        .yes = "Close Window",
        .no = "Cancel"},
       std::move(close));
@@ -73,7 +73,7 @@ void askBeforeQuitting(QWidget& window, const std::vector<std::string>& programs
       {.name = "quitQuestion",
        .title = "Quit Zolt",
        .text = runningSentence(programs),
-       .explanation = programs.size() == 1 ? tr("Quitting Zolt ends it.") : tr("Quitting Zolt ends them."),
+       .explanation = programs.size() == 1 ? tr("It ends with Zolt.") : tr("They end with Zolt."),
        .yes = "Quit",
        .no = "Cancel"},
       std::move(quit));

@@ -121,6 +121,7 @@ void ContentView::moveKeyboard() {
   if (next == others.end()) {
     surface().canvas().setFocus();
   } else {
+    window()->setAttribute(Qt::WA_KeyboardFocusChange);  // as for Tab: the focus is shown
     (*next)->setFocus(Qt::TabFocusReason);
   }
 }
