@@ -38,17 +38,26 @@ bool ActionChain::sendAction(const char* action) const {
   return responder->metaObject()->method(methodOf(*responder, action)).invoke(responder, Qt::DirectConnection);
 }
 
-bool ActionChain::isEnabled(const char* action) const {
+// What the action's responder answers to a question; `otherwise` if it has no such method.
+bool ActionChain::answer(const char* question, const char* action, bool otherwise) const {
   QObject* responder = responderFor(action);
   if (responder == nullptr) return false;
-  bool enabled = true;
+  bool answer = otherwise;
   const QMetaObject* type = responder->metaObject();
-  const int validate = type->indexOfMethod("validate(QByteArray)");
-  if (validate >= 0) {
-    type->method(validate).invoke(responder, Qt::DirectConnection, Q_RETURN_ARG(bool, enabled),
-                                  Q_ARG(QByteArray, QByteArray(action)));
+  const int method = type->indexOfMethod((QByteArray(question) + "(QByteArray)").constData());
+  if (method >= 0) {
+    type->method(method).invoke(responder, Qt::DirectConnection, Q_RETURN_ARG(bool, answer),
+                                Q_ARG(QByteArray, QByteArray(action)));
   }
-  return enabled;
+  return answer;
+}
+
+bool ActionChain::isEnabled(const char* action) const {
+  return answer("validate", action, true);
+}
+
+bool ActionChain::isOn(const char* action) const {
+  return answer("isOn", action, false);
 }
 
 }  // namespace zolt

@@ -10,7 +10,8 @@ namespace zolt {
 /// the application's own responders, in order.
 ///
 /// A responder performs an action with a slot or invokable method of that name without parameters. If it also has an
-/// invokable `bool validate(const QByteArray& action)`, that says whether the action is available now. Main thread.
+/// invokable `bool validate(const QByteArray& action)`, that says whether the action is available now; and an invokable
+/// `bool isOn(const QByteArray& action)`, whether what it turns on and off is on. Main thread.
 class ActionChain {
  public:
   /// The responders must outlive the chain.
@@ -20,9 +21,12 @@ class ActionChain {
   bool sendAction(const char* action) const;
   /// Whether some responder would perform the action now.
   bool isEnabled(const char* action) const;
+  /// Whether what the action turns on and off is on.
+  bool isOn(const char* action) const;
 
  private:
   QObject* responderFor(const char* action) const;
+  bool answer(const char* question, const char* action, bool otherwise) const;
   std::vector<QObject*> responders() const;
 
   std::vector<QObject*> m_lastResponders;

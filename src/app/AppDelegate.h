@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QRect>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -13,20 +14,23 @@
 #include "settings/Config.h"
 #include "settings/EmulationSettingsStore.h"
 #include "updates/views/UpdaterController.h"
+#include "view/DisplayBar.h"
 
 namespace zolt {
 
 /// A request for a terminal window. It runs the default shell unless one is given.
 struct TerminalLaunch {
-  std::optional<Shell> shell;
+  std::optional<Shell> shell{};
   TerminalController::Restart restart = TerminalController::Restart::AfterFailure;
-  std::string workingDirectory;      ///< this process's if empty
+  std::string workingDirectory{};    ///< this process's if empty
   std::string activationToken{};     ///< lets the window take the focus (XDG Activation); empty if there is none
   std::optional<Display> display{};  ///< otherwise as chosen for this run, or in the settings
+  std::optional<QRect> place{};      ///< on the screen, without the frame; otherwise that of every new window
+  bool isForProgram = false;         ///< `shell` is a program that was given on the command line
 };
 
-/// Opens terminal windows and owns them, even after they are closed, until the application quits. Performs the actions
-/// "newWindow", "newTab" and "checkForUpdates". Main thread.
+/// Opens terminal windows and owns them: those of the log display even after they are closed, until the application
+/// quits. Performs the actions "newWindow", "newTab", "toggleFullEmulation", "checkForUpdates" and "quit". Main thread.
 class AppDelegate : public QObject {
   Q_OBJECT
 
@@ -43,7 +47,8 @@ class AppDelegate : public QObject {
   /// What a new window shows.
   Display displayOfNewWindow() const;
 
-  /// Loads the settings and opens the first window.
+  /// Loads the settings and opens the first window. As long as the user has never chosen a display, that window has a
+  /// bar that offers both.
   void applicationDidFinishLaunching(const TerminalLaunch& first = {});
   /// Always false, deliberately: the application keeps running without windows and opens one on request.
   static bool applicationShouldTerminateAfterLastWindowClosed() { return false; }
@@ -51,6 +56,15 @@ class AppDelegate : public QObject {
   Q_INVOKABLE void newWindow();
   /// Adds a terminal to the key window; opens a window if there is none; does nothing if it is not a terminal window.
   Q_INVOKABLE void newTab();
+  /// Stores whether windows to come use the full emulation, and offers to replace the key window if that shows the
+  /// other display.
+  Q_INVOKABLE void toggleFullEmulation();
+  /// Whether a checkable action is on.
+  Q_INVOKABLE bool isOn(const QByteArray& action) const;
+  /// Quits, after a question where a program runs in the foreground of a window of the full emulation.
+  Q_INVOKABLE void quit();
+  /// Quits without a question.
+  void quitNow();
   /// Asks the update service to check now; the service shows its own windows.
   Q_INVOKABLE void checkForUpdates();
   /// Whether an action is available now: no update check while another is in progress.
@@ -59,12 +73,22 @@ class AppDelegate : public QObject {
   /// Opens a window in front of the others.
   TerminalWindow& openWindow(const TerminalLaunch& launch);
 
-  /// Every window ever opened, in order; none is removed.
+  /// Every window ever opened, in order, but those of the full emulation that were closed, and those that were
+  /// replaced.
   const std::vector<std::unique_ptr<TerminalWindow>>& windows() const { return m_windows; }
   UpdaterController& updaterController() { return *m_updaterController; }
 
  private:
-  std::unique_ptr<TerminalWindow> createTerminalWindow(const TerminalLaunch& launch);
+  TerminalWindow& open(const TerminalLaunch& launch, std::unique_ptr<DisplayBar> bar);
+  std::unique_ptr<TerminalWindow> createTerminalWindow(const TerminalLaunch& launch, std::unique_ptr<DisplayBar> bar);
+  /// What a new window of the full emulation does besides showing its terminal.
+  void prepareFullEmulation(TerminalWindow& window, const EmulationSettings& settings, bool isRefused);
+  void offerDisplays(TerminalWindow& window, std::unique_ptr<DisplayBar> bar);
+  void useFullEmulation(TerminalWindow& inPlaceOf);
+  void replace(TerminalWindow& window, Display display);
+  void forget(TerminalWindow& window);
+  /// The names of the programs that run in the foreground of the full emulation's windows.
+  std::vector<std::string> runningPrograms() const;
 
   Config& m_config;
   UserDefaults& m_defaults;

@@ -57,8 +57,15 @@ QList<QKeySequence> fullScreenShortcuts() {
 #endif
 }
 
-// What choosing an item does.
-enum class Does { SendAction, PostNotification, Close, Minimize, ToggleFullScreen, Separate };
+// Control alone belongs to the shell here too. With Shift some layouts make other characters of these keys; "=" is the
+// key of "+" on many.
+template <Qt::Key key, Qt::Key other>
+QList<QKeySequence> zoomShortcuts() {
+  return commandShortcuts(key) + commandShortcuts(other);
+}
+
+// What choosing an item does. A toggle is an action that is on or off.
+enum class Does { SendAction, Toggle, PostNotification, Close, Minimize, ToggleFullScreen, Separate };
 
 struct Item {
   const char* menu;
@@ -95,9 +102,14 @@ constexpr std::array kItems{
     separator("Edit"),
     Item{"Edit", "Pr&eferences...", Does::SendAction, "showPreferences", preferencesShortcuts,
          QAction::PreferencesRole},
+    Item{"View", "Zoom &In", Does::SendAction, "zoomIn", zoomShortcuts<Qt::Key_Plus, Qt::Key_Equal>},
+    Item{"View", "Zoom &Out", Does::SendAction, "zoomOut", zoomShortcuts<Qt::Key_Minus, Qt::Key_Underscore>},
+    Item{"View", "Actual &Size", Does::SendAction, "resetZoom", zoomShortcuts<Qt::Key_0, Qt::Key_ParenRight>},
     Item{"Terminal", "&Clear Screen", Does::PostNotification, clearTerminal, command<Qt::Key_K>},
     Item{"Terminal", "Toggle Homebrew &Sidebar", Does::PostNotification, toggleBrewSidebar,
          command<Qt::Key_B, Qt::ShiftModifier>},
+    separator("Terminal"),
+    Item{"Terminal", "Full &Emulation", Does::Toggle, "toggleFullEmulation", command<Qt::Key_E, Qt::ShiftModifier>},
     Item{"Window", "&Minimize", Does::Minimize, "", command<Qt::Key_M>},
     Item{"Window", "&Full Screen", Does::ToggleFullScreen, "", fullScreenShortcuts},
     separator("Window"),
@@ -108,6 +120,7 @@ constexpr std::array kItems{
 void perform(const Item& item, QWidget& window, const MenuContext& context) {
   switch (item.does) {
     case Does::SendAction:
+    case Does::Toggle:
       context.actions.sendAction(item.name);
       break;
     case Does::PostNotification:
@@ -133,6 +146,10 @@ QAction* makeAction(const Item& item, QWidget& window, const MenuContext& contex
   action->setShortcuts(item.shortcuts());
   action->setMenuRole(item.role);
   action->setSeparator(item.does == Does::Separate);
+  if (item.does == Does::Toggle) {
+    action->setCheckable(true);
+    action->setChecked(context.actions.isOn(item.name));
+  }
   QObject::connect(action, &QAction::triggered, &window,
                    [&item, &window, &context] { perform(item, window, context); });
   return action;
@@ -142,9 +159,10 @@ QAction* makeAction(const Item& item, QWidget& window, const MenuContext& contex
 // its shortcut with it; the responder decides for itself then.
 void validateItems(QMenu& menu, const MenuContext& context) {
   for (const Item& item : kItems) {
-    if (item.does != Does::SendAction) continue;
+    if (item.does != Does::SendAction && item.does != Does::Toggle) continue;
     if (auto* action = menu.findChild<QAction*>(QString::fromLatin1(item.name), Qt::FindDirectChildrenOnly)) {
       action->setEnabled(context.actions.isEnabled(item.name));
+      if (item.does == Does::Toggle) action->setChecked(context.actions.isOn(item.name));
     }
   }
 }
@@ -157,8 +175,9 @@ void listWindows(QMenu& menu, const QWidget& self, const MenuContext& context) {
   for (TerminalWindow* window : context.windows()) {
     ++number;
     const QString mnemonic = number < 10 ? QStringLiteral("&") : QString();
-    auto* action = new QAction(
-        QMenu::tr("%1%2  %3 – %4").arg(mnemonic).arg(number).arg(window->windowTitle(), window->subtitle()), &menu);
+    QString names = window->windowTitle() + QStringLiteral(" – ") + window->subtitle();
+    names.replace(QLatin1Char('&'), QStringLiteral("&&"));
+    auto* action = new QAction(QStringLiteral("%1%2  %3").arg(mnemonic).arg(number).arg(names), &menu);
     action->setObjectName(name);
     action->setCheckable(true);
     action->setChecked(window == &self);
@@ -196,8 +215,9 @@ QList<QMenu*> makeMenus(QWidget& window, const MenuContext& context) {
 
 void addMenuShortcuts(QWidget& window, const MenuContext& context) {
   for (const Item& item : kItems) {
-    // The widgets of such a window handle copy and paste themselves.
+    // The widgets of such a window handle copy and paste themselves, and are not zoomed.
     if (std::string_view(item.menu) == "Edit" && item.role == QAction::NoRole) continue;
+    if (std::string_view(item.menu) == "View") continue;
     // Nor does such a window go full screen.
     if (item.does == Does::ToggleFullScreen) continue;
     if (!item.shortcuts().isEmpty()) window.addAction(makeAction(item, window, context, &window));

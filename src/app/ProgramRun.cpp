@@ -1,10 +1,10 @@
 #include "app/ProgramRun.h"
 
 #include <QApplication>
-#include <chrono>
 #include <csignal>
 #include <filesystem>
 
+#include "app/WhenDrained.h"
 #include "base/Diagnostics.h"
 #include "platform/MainQueue.h"
 
@@ -14,9 +14,6 @@ namespace {
 
 constexpr int kSignalStatusBase = 128;
 constexpr int kLaunchFailedStatus = 127;
-constexpr std::chrono::milliseconds kDrainPoll{1};
-// Reading what the program left in the terminal takes no time, but a process that it left behind may print for ever.
-constexpr std::chrono::seconds kDrainLimit{5};
 
 // The program's display name: the last component of its path.
 std::string nameOf(const std::string& program) {
@@ -52,19 +49,11 @@ TerminalSurface& ProgramRun::surface() {
 void ProgramRun::programEnded(int status) {
   const bool killed = terminal().ptySession().terminationReason() == ChildProcess::Reason::Signal;
   m_exitStatus = killed ? kSignalStatusBase + status : status;
-  m_drainDeadline = std::chrono::steady_clock::now() + kDrainLimit;
-  finishWhenDrained();
-}
-
-void ProgramRun::finishWhenDrained() {
-  const bool late = std::chrono::steady_clock::now() >= m_drainDeadline;
-  if (!late && !terminal().ptySession().isDrained()) {
-    MainQueue::after(MainQueue::Owner(this), kDrainPoll, [this] { finishWhenDrained(); });
-    return;
-  }
   const MainQueue::Owner self(this);
-  surface().whenShown([this, self] {
-    if (self) finish();
+  whenDrained(self, terminal().ptySession(), [this, self] {
+    surface().whenShown([this, self] {
+      if (self) finish();
+    });
   });
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QObject>
-#include <chrono>
 #include <optional>
 #include <string>
 #include <vector>
@@ -29,13 +28,11 @@ class ProgramRun : public QObject {
   TerminalController& terminal();
   TerminalSurface& surface();
   void programEnded(int status);
-  void finishWhenDrained();
   void finish();
 
   TerminalWindow& m_window;
   std::optional<std::string> m_screenshotFile;
   int m_exitStatus;
-  std::chrono::steady_clock::time_point m_drainDeadline;
 };
 
 }  // namespace zolt

@@ -92,10 +92,27 @@ bool isAnswered(int descriptor, Clock::time_point deadline) {
   return answer == kAnswer;
 }
 
+struct DisplayName {
+  Display display;
+  std::string_view name;
+};
+constexpr std::array kDisplayNames{DisplayName{Display::Log, "log"}, DisplayName{Display::FullEmulation, "full"}};
+
+std::string_view nameOf(Display display) {
+  return std::ranges::find(kDisplayNames, display, &DisplayName::display)->name;
+}
+
+// An instance of another version may know displays that this one does not.
+std::optional<Display> displayNamed(std::string_view name) {
+  const auto* found = std::ranges::find(kDisplayNames, name, &DisplayName::name);
+  return found == kDisplayNames.end() ? std::nullopt : std::optional(found->display);
+}
+
 }  // namespace
 
 std::string OpenRequest::encoded() const {
-  const nlohmann::json request{{"open", "window"}, {"directory", workingDirectory}, {"token", activationToken}};
+  nlohmann::json request{{"open", "window"}, {"directory", workingDirectory}, {"token", activationToken}};
+  if (display) request["display"] = nameOf(*display);
   return request.dump(-1, ' ', true, nlohmann::json::error_handler_t::replace) + "\n";
 }
 
@@ -108,6 +125,9 @@ std::optional<OpenRequest> OpenRequest::decoded(std::string_view text) {
   }
   if (const auto token = request.find("token"); token != request.end() && token->is_string()) {
     result.activationToken = token->get<std::string>();
+  }
+  if (const auto display = request.find("display"); display != request.end() && display->is_string()) {
+    result.display = displayNamed(display->get<std::string>());
   }
   return result;
 }

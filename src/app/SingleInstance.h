@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/Display.h"
 #include "platform/Descriptor.h"
 
 namespace zolt {
@@ -16,6 +17,7 @@ namespace zolt {
 struct OpenRequest {
   std::string workingDirectory;
   std::string activationToken;  ///< the desktop's permission to take the focus (XDG Activation); empty if there is none
+  std::optional<Display> display{};  ///< otherwise as the running instance chooses
 
   std::string encoded() const;
   /// Nothing if `text` is not a valid request.

@@ -32,15 +32,16 @@ int menuBarHeight() {
 
 }  // namespace
 
-TerminalSize terminalSizeOfNewWindow(const CanvasFont& font) {
+TerminalSize terminalSizeOfNewWindow(const CanvasFont& font, int footerHeight, std::optional<QSize> window) {
   const QScreen* screen = QApplication::primaryScreen();
-  const QSize room(kContentSize.width(), kContentSize.height() - menuBarHeight());
+  const QSize room = window.value_or(kContentSize) - QSize(0, menuBarHeight() + footerHeight);
   return TextCanvas::gridSizeFor(room, screen == nullptr ? 1 : screen->devicePixelRatio(), font);
 }
 
 TerminalWindow::TerminalWindow(const QString& title, const QString& subtitle,
-                               std::unique_ptr<TerminalWindowController> controller)
+                               std::unique_ptr<TerminalWindowController> controller, const TerminalWindowKind& kind)
     : m_subtitle(subtitle),
+      m_kind(kind),
       m_controller(std::move(controller)),
       m_saving(std::make_unique<OutputSaving>(m_controller->rootView())) {
   setWindowTitle(title);
@@ -80,9 +81,19 @@ void TerminalWindow::saveOutputAs() {
   m_saving->ask();
 }
 
+void TerminalWindow::closeNow() {
+  m_mayClose = nullptr;
+  close();
+}
+
 void TerminalWindow::closeEvent(QCloseEvent* event) {
+  if (m_mayClose && !m_mayClose()) {
+    event->ignore();
+    return;
+  }
   m_saving->cancel();
   QMainWindow::closeEvent(event);
+  Q_EMIT closed();
 }
 
 }  // namespace zolt

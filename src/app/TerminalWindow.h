@@ -2,8 +2,12 @@
 
 #include <QMainWindow>
 #include <QString>
+#include <functional>
 #include <memory>
+#include <optional>
+#include <utility>
 
+#include "app/Display.h"
 #include "app/OutputSaving.h"
 #include "app/TerminalWindowController.h"
 
@@ -12,18 +16,31 @@ namespace zolt {
 /// The size that the terminal in a new window on the primary screen will have, computed from the sizes of its parts, so
 /// that its shell can be started before the window is built. If the size turns out different, the shell is told as for
 /// any resize.
-TerminalSize terminalSizeOfNewWindow(const CanvasFont& font = {});
+///
+/// `window` is the window's size if it is not that of every new one, `footerHeight` the height of what stands below the
+/// terminal; both in logical pixels.
+TerminalSize terminalSizeOfNewWindow(const CanvasFont& font = {}, int footerHeight = 0,
+                                     std::optional<QSize> window = std::nullopt);
+
+/// What a window shows.
+struct TerminalWindowKind {
+  Display display = Display::Log;
+  bool isForProgram = false;  ///< a program that was given on the command line, instead of a shell
+};
 
 /// A terminal's window: 900 by 600, in the middle of the screen, or in the screen's top left corner if it does not fit.
 ///
 /// Closing only hides it: its terminal keeps running until the window is destroyed, but a save in progress is
-/// cancelled. Performs the action "saveOutputAs". Main thread.
+/// cancelled. What owns it may ask before, and end more. Performs the action "saveOutputAs". Main thread.
 class TerminalWindow : public QMainWindow {
   Q_OBJECT
 
  public:
-  TerminalWindow(const QString& title, const QString& subtitle, std::unique_ptr<TerminalWindowController> controller);
+  TerminalWindow(const QString& title, const QString& subtitle, std::unique_ptr<TerminalWindowController> controller,
+                 const TerminalWindowKind& kind = {});
   ~TerminalWindow() override;
+
+  const TerminalWindowKind& kind() const { return m_kind; }
 
   TerminalWindowController& contentViewController() { return *m_controller; }
   /// Shown at the end of the menu bar, if the window has one. Set once.
@@ -34,14 +51,26 @@ class TerminalWindow : public QMainWindow {
   /// Shows the window, raises it and gives it the focus.
   void makeKeyAndOrderFront();
 
+  /// Called whenever the window is about to close: it stays open if `mayClose` returns false. An empty function lets it
+  /// close.
+  void setCloseCheck(std::function<bool()> mayClose) { m_mayClose = std::move(mayClose); }
+  /// Closes the window whatever the check would say.
+  void closeNow();
+
   Q_INVOKABLE void saveOutputAs();
   OutputSaving& outputSaving() { return *m_saving; }
+
+ Q_SIGNALS:
+  /// The window is closing, and will not be kept from it any more.
+  void closed();
 
  protected:
   void closeEvent(QCloseEvent* event) override;
 
  private:
   QString m_subtitle;
+  TerminalWindowKind m_kind;
+  std::function<bool()> m_mayClose;
   std::unique_ptr<TerminalWindowController> m_controller;
   std::unique_ptr<OutputSaving> m_saving;
 };

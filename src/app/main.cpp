@@ -44,7 +44,8 @@ void open(zolt::AppDelegate& delegate, const zolt::OpenRequest& request) {
   const bool exists = std::filesystem::is_directory(request.workingDirectory, ignored);
   delegate.openWindow({.shell = std::nullopt,
                        .workingDirectory = exists ? request.workingDirectory : "",
-                       .activationToken = request.activationToken});
+                       .activationToken = request.activationToken,
+                       .display = request.display});
 }
 
 int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::SingleInstance& instance,
@@ -59,7 +60,7 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::
   zolt::ZoltApp zoltApp(zolt::Config::shared(), zolt::UserDefaults::standard(), environment);
   zolt::AppDelegate& delegate = zoltApp.appDelegate();
   delegate.setDisplayOfThisRun(line.display);
-  const zolt::TerminationSignals signals([] { QApplication::quit(); });
+  const zolt::TerminationSignals signals([&delegate] { delegate.quitNow(); });
 
   std::unique_ptr<zolt::ProgramRun> run;
   bool closed = false;
@@ -68,7 +69,8 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::
   } else {
     delegate.applicationDidFinishLaunching({.shell = zolt::shellForProgram(line.program),
                                             .restart = zolt::TerminalController::Restart::Never,
-                                            .workingDirectory = {}});
+                                            .workingDirectory = {},
+                                            .isForProgram = true});
     run = std::make_unique<zolt::ProgramRun>(*delegate.windows().front(), line.screenshotFile);
     // With -e this process exists for that one window.
     QObject::connect(&application, &QApplication::lastWindowClosed, &application, [&closed] {
@@ -123,7 +125,8 @@ int main(int argc, char** argv) {
   const bool shared = options.program.empty() && !options.newInstance;
   zolt::SingleInstance instance(shared ? zolt::SingleInstance::defaultRuntimeFolder() : "");
   const zolt::OpenRequest request{.workingDirectory = currentDirectory(),
-                                  .activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN").toStdString()};
+                                  .activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN").toStdString(),
+                                  .display = options.display};
   if (shared && instance.claim(request) == zolt::SingleInstance::Outcome::Forwarded) return 0;
 
   // Qt parses argv too and has options of its own, so it gets only argv[0].

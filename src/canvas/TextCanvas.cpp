@@ -39,6 +39,13 @@ TerminalSize gridSizeIn(QSize size, const CanvasFonts& fonts) {
           .pixelHeight = (cell.height * rows).toInt()};
 }
 
+// A font that is set to a size out of the zoom's range is shown so until it is zoomed.
+CanvasFont zoomed(CanvasFont font, double zoom) {
+  if (zoom != 0)
+    font.size = std::clamp(font.size + zoom, TextCanvas::smallestZoom.value, TextCanvas::largestZoom.value);
+  return font;
+}
+
 }  // namespace
 
 TextCanvas::TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent, Clock& clock)
@@ -90,9 +97,29 @@ void TextCanvas::setColors(const CanvasColors& colors) {
 }
 
 void TextCanvas::setTextFont(const CanvasFont& font) {
+  m_font = font;
+  useFont();
+}
+
+void TextCanvas::useFont() {
+  const CanvasFont font = zoomed(m_font, m_zoom);
   if (font == m_fonts->font()) return;
   m_fonts = std::make_unique<CanvasFonts>(font, m_fonts->scale());
   updateGridSize();
+}
+
+void TextCanvas::zoomBy(double step) {
+  const double size = m_fonts->font().size;
+  const double wanted = std::clamp(size + step, smallestZoom.value, largestZoom.value);
+  // Out of the range a step can lead only towards it.
+  if ((wanted - size) * step <= 0) return;
+  m_zoom = wanted - m_font.size;
+  useFont();
+}
+
+void TextCanvas::resetZoom() {
+  m_zoom = 0;
+  useFont();
 }
 
 void TextCanvas::addActions() {

@@ -45,9 +45,17 @@ class TextCanvas : public QAbstractScrollArea {
 
   /// What is entered goes to `input`, which must outlive the canvas or be replaced before it goes; null: nowhere.
   void setInput(CanvasInput* input) { m_input = input; }
-  /// The font from now on; the size in characters changes with it.
+  /// The font from now on; the size in characters changes with it. The zoom stays.
   void setTextFont(const CanvasFont& font);
+  /// The font as it is shown, zoomed.
   const CanvasFont& textFont() const { return m_fonts->font(); }
+  /// The range of a zoomed font's size, ends included.
+  static constexpr LogicalPixels smallestZoom{6};
+  static constexpr LogicalPixels largestZoom{96};
+  /// Make the font a logical pixel larger or smaller than it is, or as large as it was set.
+  Q_INVOKABLE void zoomIn() { zoomBy(1); }
+  Q_INVOKABLE void zoomOut() { zoomBy(-1); }
+  Q_INVOKABLE void resetZoom();
   /// The colours from now on. A background that is not opaque needs a window with an alpha channel.
   void setColors(const CanvasColors& colors);
   const CanvasColors& colors() const { return m_colors; }
@@ -149,6 +157,8 @@ class TextCanvas : public QAbstractScrollArea {
 
  private:
   void addActions();
+  void zoomBy(double step);
+  void useFont();
   void updateScale();
   void updateGridSize();
   void makeFrame();
@@ -184,6 +194,8 @@ class TextCanvas : public QAbstractScrollArea {
   void pasteFrom(int clipboardMode);
 
   std::unique_ptr<RowSource> m_source;
+  CanvasFont m_font;  // not zoomed
+  double m_zoom = 0;  // logical pixels more
   std::unique_ptr<CanvasFonts> m_fonts;
   FramePacer m_pacer;
   ThinScrollBar* m_bar;  // a child

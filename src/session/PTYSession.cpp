@@ -170,6 +170,14 @@ ChildProcess::Reason PTYSession::terminationReason() const {
   return m_process ? m_process->terminationReason() : ChildProcess::Reason::Exit;
 }
 
+std::optional<pid_t> PTYSession::foregroundProgram() const {
+  if (!m_masterHandle || !m_isRunning) return std::nullopt;
+  const pid_t foreground = tcgetpgrp(m_masterHandle->descriptor());
+  // The shell leads its session, and with that a group of its own.
+  if (foreground <= 0 || foreground == m_process->pid()) return std::nullopt;
+  return foreground;
+}
+
 bool PTYSession::isDrained() const {
   return !m_masterHandle || m_masterHandle->isDrained();
 }

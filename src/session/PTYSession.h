@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -69,6 +70,8 @@ class PTYSession : public QObject {
 
   /// How the last shell ended.
   ChildProcess::Reason terminationReason() const;
+  /// The process group in the terminal's foreground, if it is not the shell's own: a program that the shell runs.
+  std::optional<pid_t> foregroundProgram() const;
   /// Whether all output has been read and submitted for delivery.
   bool isDrained() const;
 

@@ -37,7 +37,7 @@ class Config : public QObject {
   /// What saves a changed value.
   enum class Saving {
     OnChange,    ///< the change itself: all values are saved
-    WithOthers,  ///< the next save, whatever caused it
+    WithOthers,  ///< the next save, whatever caused it; the change itself while the full emulation is on
     Never,       ///< nothing: the value lasts as long as the process
   };
 

@@ -13,6 +13,8 @@ namespace zolt {
 
 /// Whether windows show the full emulation; absent: the log display.
 inline constexpr const char* kFullEmulationKey = "fullEmulation";
+/// Whether the user was told of the two displays and has chosen one.
+inline constexpr const char* kDisplayChosenKey = "displayChosen";
 
 /// Everything that can be set about the full emulation, each value in its range. The initial values are the defaults.
 struct EmulationSettings {

@@ -5,6 +5,8 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QShowEvent>
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "brew/views/BrewSidebarView.h"
@@ -17,6 +19,11 @@ namespace {
 
 QWidget* makeSidebar(QWidget* parent) {
   return new BrewSidebarView(parent);
+}
+
+bool holdsKeyboard(const QWidget& pane) {
+  const QWidget* holder = pane.window()->focusWidget();
+  return holder != nullptr && pane.isAncestorOf(holder);
 }
 
 }  // namespace
@@ -33,12 +40,15 @@ ContentView::ContentView(MakeTerminal makeTerminal, MakeSurface makeSurface, Use
       m_makeSurface(std::move(makeSurface)),
       m_selectedTheme(defaults, "selectedTheme", "Dark"),
       m_sidebar(new SidebarSlot(makeSidebar, this)),
+      m_column(new QVBoxLayout),
       m_otherPane(new QShortcut(QKeySequence(Qt::Key_F6), this)) {
   setAttribute(Qt::WA_OpaquePaintEvent);
   auto* stack = new QHBoxLayout(this);
   stack->setContentsMargins(0, 0, 0, 0);
   stack->setSpacing(0);
   stack->addWidget(m_sidebar);
+  m_column->setSpacing(0);
+  stack->addLayout(m_column);
   m_otherPane->setEnabled(false);
   connect(m_otherPane, &QShortcut::activated, this, &ContentView::moveKeyboard);
   // The shell is told its new size once, not at every step of the animation.
@@ -55,6 +65,7 @@ ContentView::ContentView(MakeTerminal makeTerminal, MakeSurface makeSurface, Use
 
 ContentView::~ContentView() {
   NotificationCenter::defaultCenter().removeObserver(this);
+  delete m_container;  // its display writes to the terminal until it is gone
 }
 
 TerminalController& ContentView::terminal() {
@@ -72,28 +83,53 @@ TerminalNSTextView& ContentView::textView() {
 }
 
 void ContentView::setShowsBrewSidebar(bool shown) {
-  if (!shown && isKeyboardInSidebar()) surface().canvas().setFocus();
-  m_otherPane->setEnabled(shown);
+  if (!shown && holdsKeyboard(*m_sidebar)) surface().canvas().setFocus();
   m_sidebar->setRevealed(shown);
+  updatePanes();
 }
 
-bool ContentView::isKeyboardInSidebar() const {
-  const QWidget* holder = window()->focusWidget();
-  return holder != nullptr && m_sidebar->isAncestorOf(holder);
+void ContentView::setFooter(std::unique_ptr<QWidget> footer) {
+  if (m_footer) {
+    if (holdsKeyboard(*m_footer)) surface().canvas().setFocus();
+    // It may be a click in it that ends it.
+    m_column->removeWidget(m_footer);
+    m_footer->hide();
+    m_footer->deleteLater();
+  }
+  m_footer = footer.release();
+  if (m_footer) m_column->addWidget(m_footer);
+  updatePanes();
 }
 
-// Moves the focus from the terminal to the sidebar or back.
+// What can have the keyboard besides the terminal, in the order in which it goes round.
+std::vector<QWidget*> ContentView::panes() const {
+  std::vector<QWidget*> found;
+  if (showsBrewSidebar() && m_sidebar->content() != nullptr) found.push_back(m_sidebar->content());
+  if (m_footer) found.push_back(m_footer);
+  return found;
+}
+
+void ContentView::updatePanes() {
+  m_otherPane->setEnabled(showsBrewSidebar() || m_footer);
+}
+
+// Moves the focus from the terminal to the first pane, from one pane to the next, and from the last to the terminal.
 void ContentView::moveKeyboard() {
-  if (isKeyboardInSidebar()) {
+  const std::vector<QWidget*> others = panes();
+  const auto holder = std::ranges::find_if(others, [](QWidget* pane) { return holdsKeyboard(*pane); });
+  const auto next = holder == others.end() ? others.begin() : std::next(holder);
+  if (next == others.end()) {
     surface().canvas().setFocus();
-  } else if (QWidget* content = m_sidebar->content()) {
-    content->setFocus(Qt::TabFocusReason);
+  } else {
+    window()->setAttribute(Qt::WA_KeyboardFocusChange);  // as for Tab: the focus is shown
+    (*next)->setFocus(Qt::TabFocusReason);
   }
 }
 
-// Escape that the sidebar does not handle returns to the terminal.
+// Escape that a pane does not handle returns to the terminal.
 void ContentView::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Escape && isKeyboardInSidebar()) {
+  const bool isInPane = holdsKeyboard(*m_sidebar) || (m_footer && holdsKeyboard(*m_footer));
+  if (event->key() == Qt::Key_Escape && isInPane) {
     surface().canvas().setFocus();
   } else {
     QWidget::keyPressEvent(event);
@@ -122,7 +158,7 @@ void ContentView::ensureTerminal() {
         return std::make_unique<LogSurface>(*m_terminal, container);
       },
       this);
-  layout()->addWidget(m_container);
+  m_column->insertWidget(0, m_container, 1);
   // Show, then lay out at once: a hidden widget has no layout, and without one the canvas would report its old size to
   // the shell.
   m_container->show();

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <QPointer>
 #include <QShortcut>
+#include <QVBoxLayout>
 #include <QWidget>
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/StoredString.h"
 #include "session/TerminalController.h"
@@ -14,7 +17,8 @@
 
 namespace zolt {
 
-/// The content of a terminal window: its terminal, on black, and beside it the sidebar while that is shown.
+/// The content of a terminal window: its terminal, on black, with the sidebar beside it and a footer below it while
+/// these are shown.
 ///
 /// Owns the terminal's controller, which is created when the view is first shown or the controller is first requested.
 /// Reacts to the notifications of Notifications.h; each of them reaches every window: all clear their terminal, all
@@ -40,6 +44,8 @@ class ContentView : public QWidget {
   TerminalSurface& surface();
   /// The view of the log display, which it must show.
   TerminalNSTextView& textView();
+  /// Shows `footer` below the terminal, in place of an earlier one; null: none. The view owns it.
+  void setFooter(std::unique_ptr<QWidget> footer);
   bool showsBrewSidebar() const { return m_sidebar->isRevealed(); }
   /// If the focus is in the sidebar, hiding it moves the focus to the terminal.
   void setShowsBrewSidebar(bool shown);
@@ -52,7 +58,8 @@ class ContentView : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  bool isKeyboardInSidebar() const;
+  std::vector<QWidget*> panes() const;
+  void updatePanes();
   void moveKeyboard();
   void ensureTerminal();
 
@@ -61,7 +68,9 @@ class ContentView : public QWidget {
   std::unique_ptr<TerminalController> m_terminal;
   StoredString m_selectedTheme;
   SidebarSlot* m_sidebar;                        // a child
+  QVBoxLayout* m_column;                         // beside it
   QShortcut* m_otherPane;                        // a child, enabled while there is another pane
+  QPointer<QWidget> m_footer;                    // a child
   TerminalContainerView* m_container = nullptr;  // a child, once there is a terminal
 };
 

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "desktop/SystemScheme.h"
+#include "terminal/VisibleText.h"
 #include "vt/history/ScrollbackStyles.h"
 
 namespace zolt {
@@ -17,6 +18,9 @@ EmulationSurface::EmulationSurface(TerminalController& terminal, const TerminalS
   connect(&settings, &EmulationSettingsStore::changed, this, &EmulationSurface::applySettings);
   connect(m_scheme.get(), &SystemScheme::changed, this, &EmulationSurface::applySettings);
   connect(m_display.get(), &EmulationDisplay::screenChanged, this, &EmulationSurface::updateText);
+  connect(m_display.get(), &EmulationDisplay::screenChanged, this, &EmulationSurface::screenChanged);
+  connect(m_display.get(), &EmulationDisplay::titleChanged, this, &EmulationSurface::titleChanged);
+  connect(m_display.get(), &EmulationDisplay::bellRang, this, &EmulationSurface::bellRang);
 }
 
 EmulationSurface::~EmulationSurface() = default;
@@ -24,6 +28,19 @@ EmulationSurface::~EmulationSurface() = default;
 void EmulationSurface::applySettings() {
   const EmulationSettings current = m_settings.current();
   m_display->setSettings(current, isDark(current.colorScheme, m_scheme->isDark()));
+}
+
+bool EmulationSurface::isBlank() const {
+  const EmulationSource& source = m_display->source();
+  return source.begin() == source.end();
+}
+
+void EmulationSurface::addFirstNotice(const QString& line) {
+  m_display->emulator().feed(Bytes(visibleText(line.toStdString()) + "\r\n"));
+}
+
+void EmulationSurface::addLastNotice(const QString& line) {
+  m_display->addNotice(QString::fromStdString(visibleText(line.toStdString())));
 }
 
 void EmulationSurface::followText(bool followed) {

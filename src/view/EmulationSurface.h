@@ -23,6 +23,12 @@ class EmulationSurface : public TerminalSurface {
   ~EmulationSurface() override;
 
   EmulationDisplay& display() { return *m_display; }
+  /// Whether nothing has been printed on the screen.
+  bool isBlank() const;
+  /// Shows a line of our own, at the start before the shell prints anything, or at the end after it has ended. In both,
+  /// nothing in the text is a control function.
+  void addFirstNotice(const QString& line);
+  void addLastNotice(const QString& line);
 
   TextCanvas& canvas() override { return m_display->canvas(); }
   const HistoryText& text() const override { return *m_text; }
@@ -31,6 +37,13 @@ class EmulationSurface : public TerminalSurface {
   std::unique_ptr<OutputStyles> outputStyles() const override;
   void whenShown(std::function<void()> shown) override { m_display->whenSettled(std::move(shown)); }
   void clear() override { m_display->clear(); }
+
+ Q_SIGNALS:
+  /// The program has set the title, to an empty one if it takes it back.
+  void titleChanged(const QString& title);
+  void bellRang();
+  /// There is a new screen.
+  void screenChanged();
 
  private:
   void applySettings();

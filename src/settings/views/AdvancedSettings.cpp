@@ -76,7 +76,8 @@ void AdvancedSettings::addScrollbackLines() {
   if (isForFullEmulation()) lines->allowNoLimit(QStringLiteral("No limit"));
   lines->setNumber(m_config.scrollbackLines);
   addEmulationRow(QLatin1String(m_config.scrollbackLines.row().label), lines);
-  // An edited number is deliberately not saved: it is written with the next save of another setting.
+  // Without the full emulation an edited number is deliberately not saved: it is written with the next save of another
+  // setting.
   connect(lines, &NumberField::chosen, this, [this](std::int64_t number) { m_config.scrollbackLines = number; });
   connect(&m_refresh, &QTimer::timeout, lines, [this, lines] { lines->setNumber(m_config.scrollbackLines); });
 }

@@ -109,9 +109,10 @@ void AppearanceSettings::build() {
 void AppearanceSettings::watch() {
   for (const Config::Setting& each : m_config.settings()) {
     const auto watchOne = [this](const auto* setting) {
-      if (setting->row().saving != Config::Saving::OnChange) return;
-      m_watched.push_back([setting, seen = setting->value()]() mutable {
-        return std::exchange(seen, setting->value()) != setting->value();
+      if (setting->row().saving == Config::Saving::Never) return;
+      m_watched.push_back([this, setting, seen = setting->value()]() mutable {
+        const bool hasChanged = std::exchange(seen, setting->value()) != setting->value();
+        return hasChanged && (setting->row().saving == Config::Saving::OnChange || emulation().isOn());
       });
     };
     std::visit(watchOne, each);
@@ -141,8 +142,8 @@ void AppearanceSettings::refresh() {
     show();
   }
   bool isToSave = false;
-  for (const auto& hasChanged : m_watched) {
-    isToSave |= hasChanged();
+  for (const auto& isDue : m_watched) {
+    isToSave |= isDue();
   }
   if (isToSave) m_config.save();
 }

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+#include <QWidget>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "app/Display.h"
+
+namespace zolt {
+
+/// "“vim” is running." for the names of running programs, at least one; an empty name is that of a program that cannot
+/// be named.
+QString runningSentence(const std::vector<std::string>& programs);
+
+/// Each of these asks over `window` and calls the function if the answer is yes. They return at once, and do nothing
+/// while that question is open there already. Main thread.
+void askBeforeClosing(QWidget& window, const std::string& program, std::function<void()> close);
+void askBeforeQuitting(QWidget& window, const std::vector<std::string>& programs, std::function<void()> quit);
+/// Whether a window of another display shall take this one's place.
+void askBeforeReplacing(QWidget& window, Display display, std::function<void()> replace);
+/// The same where the user has already said so, but a program is running.
+void askBeforeEnding(QWidget& window, const std::string& program, std::function<void()> replace);
+
+}  // namespace zolt
