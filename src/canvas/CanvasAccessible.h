@@ -8,7 +8,8 @@ class TextCanvas;
 
 /// A text canvas as screen readers see it: the rows in view, as text with an LF between two rows.
 ///
-/// Offsets count from the first character in view: a history has more characters than an `int` can count. Main thread.
+/// Offsets count UTF-16 code units from the first character in view: a history has more than an `int` can count. The
+/// caret is the cursor; a text without one has it at its end, where new output appears. Main thread.
 class CanvasAccessible : public QAccessibleWidget, public QAccessibleTextInterface {
  public:
   explicit CanvasAccessible(TextCanvas& canvas);
@@ -22,16 +23,22 @@ class CanvasAccessible : public QAccessibleWidget, public QAccessibleTextInterfa
 
   int characterCount() const override;
   QString text(int startOffset, int endOffset) const override;
+  QString textBeforeOffset(int offset, QAccessible::TextBoundaryType boundary, int* startOffset,
+                           int* endOffset) const override;
+  QString textAtOffset(int offset, QAccessible::TextBoundaryType boundary, int* startOffset,
+                       int* endOffset) const override;
+  QString textAfterOffset(int offset, QAccessible::TextBoundaryType boundary, int* startOffset,
+                          int* endOffset) const override;
   QRect characterRect(int offset) const override;
   int offsetAtPoint(const QPoint& point) const override;
   int cursorPosition() const override;
-  void setCursorPosition(int) override {}
+  void setCursorPosition(int) override {}  // the program's
   int selectionCount() const override;
   void selection(int selectionIndex, int* startOffset, int* endOffset) const override;
   void addSelection(int startOffset, int endOffset) override;
   void removeSelection(int selectionIndex) override;
   void setSelection(int selectionIndex, int startOffset, int endOffset) override;
-  void scrollToSubstring(int, int) override {}
+  void scrollToSubstring(int, int) override {}  // all of the text is in view
   QString attributes(int offset, int* startOffset, int* endOffset) const override;
 
  private:

@@ -51,6 +51,13 @@ ColumnRange RowContent::columnsOf(TextRange part) const {
   return {.begin = columnOf(part.begin), .end = columnOf(part.end)};
 }
 
+TextRange RowContent::characterAt(TextPosition position) const {
+  if (position < range.begin || position >= range.end) return {.begin = position, .end = position};
+  const auto next = std::ranges::upper_bound(steps, position, {}, &ColumnStep::position);
+  if (next == steps.begin() || !(next - 1)->isUnit) return {.begin = position, .end = position + 1};
+  return {.begin = (next - 1)->position, .end = next == steps.end() ? range.end : next->position};
+}
+
 TextPosition RowContent::positionAt(CanvasColumn column) const {
   column = std::max(column, CanvasColumn());
   // Between two steps is a character that takes several columns: the place is after it.

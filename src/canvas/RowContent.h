@@ -64,6 +64,8 @@ struct RowContent {
   CanvasColumn columnOf(TextPosition position) const;
   /// Of the part of the row that is in `text`.
   ColumnRange columnsOf(TextRange part) const;
+  /// The character at `position` or around it, a unit as a whole; empty outside the row.
+  TextRange characterAt(TextPosition position) const;
   /// The position before the first character at `column` or after it; the end of the row when there is none.
   TextPosition positionAt(CanvasColumn column) const;
 };

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "canvas/CanvasAccessible.h"
+#include "canvas/CanvasAnnouncer.h"
 #include "canvas/CanvasInput.h"
 #include "canvas/CanvasMarks.h"
 #include "controls/CommandKey.h"
@@ -79,6 +80,8 @@ TextCanvas::TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent, Clock
   });
   m_flashTimer.setSingleShot(true);
   connect(&m_flashTimer, &QTimer::timeout, viewport(), qOverload<>(&QWidget::update));
+  m_announcer = std::make_unique<CanvasAnnouncer>(*this, clock);
+  connect(this, &TextCanvas::frameChanged, this, [this] { m_announcer->frameChanged(); });
 }
 
 TextCanvas::~TextCanvas() = default;
@@ -369,16 +372,22 @@ bool TextCanvas::viewportEvent(QEvent* event) {
 }
 
 QRectF TextCanvas::rectOf(TextPosition position) {
-  const CellMetrics& cell = m_fonts->metrics();
   for (std::size_t i = 0; i < m_rows.size(); ++i) {
     const TextRange range = m_rows[i]->range;
     const bool inRow =
         position >= range.begin && (position < range.end || (position == range.end && i + 1 == m_rows.size()));
     if (!inRow) continue;
+    const ColumnRange columns = m_rows[i]->columnsOf(m_rows[i]->characterAt(position));
     const CanvasColumn column = m_rows[i]->columnOf(position);
-    return toLogical({.x = toDevice(inset) + cell.leftOf(column), .y = m_frame.topOf(i)}, cell.width, cell.height);
+    return rectOf(i, columns.empty() ? ColumnRange{.begin = column, .end = column + 1} : columns);
   }
   return {};
+}
+
+QRectF TextCanvas::rectOf(std::size_t row, ColumnRange columns) const {
+  const CellMetrics& cell = m_fonts->metrics();
+  return toLogical({.x = toDevice(inset) + cell.leftOf(columns.begin), .y = m_frame.topOf(row)},
+                   cell.width * (columns.end - columns.begin), cell.height);
 }
 
 // Tab belongs to the shell.

@@ -15,9 +15,11 @@
 #include "canvas/ScrollModel.h"
 #include "canvas/Selection.h"
 #include "canvas/SizeNotifier.h"
+#include "canvas/TextInView.h"
 
 namespace zolt {
 
+class CanvasAnnouncer;
 class CanvasInput;
 class CanvasMarks;
 class LinkLabel;
@@ -114,14 +116,23 @@ class TextCanvas : public QAbstractScrollArea {
 
   /// The position nearest to a point of the viewport, in logical pixels.
   TextPosition positionAt(QPointF point);
-  /// The rows in view as text, with an LF between two rows, and the mapping between its characters and positions. What
-  /// lies above or below the view maps to the first or last character.
-  QString visibleText() const;
-  TextPosition positionOfVisible(int offset) const;
-  int visibleOffsetOf(TextPosition position) const;
+  /// The row of the frame at a point of the viewport, and the character there: the row's end to the right of its text,
+  /// the text's end below it. None for a point outside, or without a frame.
+  std::optional<RowPlace> characterAt(QPointF point) const;
+
+  /// The rows of the frame as text, with an LF between two rows.
+  QString visibleText() const { return textInView().text(); }
+  TextInView textInView() const;
+  /// The offset of the cursor in `view`, the text in view; the nearest end if it is not in view, and the text's end if
+  /// there is none.
+  int caretIn(const TextInView& view) const;
+  /// The parts of `view` that are selected, in order: one, or one for each row of a rectangle. None is empty.
+  std::vector<OffsetRange> selectionIn(const TextInView& view) const;
 
   /// The rectangle of a character, in logical pixels of the viewport; empty when it is not in the current frame.
   QRectF rectOf(TextPosition position);
+  /// The same for some columns of a row of the frame.
+  QRectF rectOf(std::size_t row, ColumnRange columns) const;
 
  Q_SIGNALS:
   /// The size of the text area: soon after the widget is first shown, then whenever a new one has come to rest.
@@ -232,6 +243,7 @@ class TextCanvas : public QAbstractScrollArea {
   std::optional<CanvasLink> m_link;  // under the pointer
   QPointF m_hoveredAt;
   LinkLabel* m_linkLabel = nullptr;  // a child, made when first needed
+  std::unique_ptr<CanvasAnnouncer> m_announcer;
 };
 
 }  // namespace zolt

@@ -62,6 +62,21 @@ TextPosition TextCanvas::positionAt(QPointF point) {
   return row.positionAt(CanvasColumn(static_cast<int>(std::lround(std::max(column, 0.0)))));
 }
 
+std::optional<RowPlace> TextCanvas::characterAt(QPointF point) const {
+  if (m_rows.empty() || !QRectF(viewport()->rect()).contains(point)) return std::nullopt;
+  const CellMetrics& cell = m_fonts->metrics();
+  const std::int64_t index = (toDevice(LogicalPixels(point.y())) - m_frame.firstRowTop) / cell.height;
+  const std::size_t row = static_cast<std::size_t>(std::clamp<std::int64_t>(index, 0, std::ssize(m_rows) - 1));
+  const RowContent& content = *m_rows[row];
+  if (index >= std::ssize(m_rows)) return RowPlace{.row = row, .position = content.range.end};
+  const auto column = (toDevice(LogicalPixels(point.x())) - toDevice(inset)) / cell.width;
+  const CanvasColumn wanted(static_cast<int>(std::max<std::int64_t>(column, 0)));
+  // Within a wide character or a tab the next place is after it.
+  const TextPosition next = content.positionAt(wanted);
+  if (content.columnOf(next) <= wanted) return RowPlace{.row = row, .position = next};
+  return RowPlace{.row = row, .position = content.characterAt(next.backBy(1)).begin};
+}
+
 SelectionEnd TextCanvas::selectableUnit(QPointF point, SelectionUnit unit) {
   TextPosition position = positionAt(point);
   if (unit == SelectionUnit::Rectangle) {

@@ -28,15 +28,13 @@ QVariant TextCanvas::inputMethodQuery(Qt::InputMethodQuery query) const {
     case Qt::ImCursorRectangle: {
       // The candidate window opens at the cursor. A text without one: at the end of the last row in view, where the
       // next output will stand.
-      const CellMetrics& cell = m_fonts->metrics();
       std::size_t row = m_rows.empty() ? 0 : m_rows.size() - 1;
       CanvasColumn column = m_rows.empty() ? CanvasColumn() : m_rows.back()->end;
       if (m_cursor && m_cursor->row >= m_firstRow && m_cursor->row - m_firstRow < std::ssize(m_rows)) {
         row = static_cast<std::size_t>(m_cursor->row - m_firstRow);
         column = m_cursor->columns.begin;
       }
-      return toLogical({.x = toDevice(inset) + cell.leftOf(column), .y = m_frame.topOf(row)}, cell.width, cell.height)
-          .toRect();
+      return rectOf(row, {.begin = column, .end = column + 1}).toRect();
     }
     case Qt::ImCurrentSelection:
       return m_source->roughSize(m_selection.range()) <= kMaxForInputMethods ? selectedText() : QString();
@@ -45,39 +43,34 @@ QVariant TextCanvas::inputMethodQuery(Qt::InputMethodQuery query) const {
   }
 }
 
-QString TextCanvas::visibleText() const {
-  QString text;
-  for (const auto& row : m_rows) {
-    if (row != m_rows.front()) text += QLatin1Char('\n');
-    text += textOf(row->range);
-  }
-  return text;
+TextInView TextCanvas::textInView() const {
+  return {m_rows, [this](TextRange range) { return textOf(range); }};
 }
 
-TextPosition TextCanvas::positionOfVisible(int offset) const {
-  for (const auto& row : m_rows) {
-    const QString text = textOf(row->range);
-    if (offset <= text.size()) {
-      return row->range.begin + static_cast<std::uint64_t>(text.left(std::max(offset, 0)).toUtf8().size());
-    }
-    offset -= static_cast<int>(text.size()) + 1;
-  }
-  return m_rows.empty() ? TextPosition() : m_rows.back()->range.end;
+int TextCanvas::caretIn(const TextInView& view) const {
+  if (!m_cursor) return view.length();
+  const std::int64_t row = m_cursor->row - m_firstRow;
+  if (row < 0) return 0;
+  if (row >= std::ssize(m_rows)) return view.length();
+  const auto index = static_cast<std::size_t>(row);
+  return view.offsetOf({.row = index, .position = m_rows[index]->positionAt(m_cursor->columns.begin)});
 }
 
-int TextCanvas::visibleOffsetOf(TextPosition position) const {
-  int offset = 0;
-  for (const auto& row : m_rows) {
-    if (position < row->range.begin)
-      return std::max(offset - 1, 0);  // on the line end before the row, or above the view
-    const bool last = row == m_rows.back();
-    if (position < row->range.end || (last && position >= row->range.end)) {
-      const TextRange before{.begin = row->range.begin, .end = std::min(position, row->range.end)};
-      return offset + static_cast<int>(textOf(before).size());
+std::vector<OffsetRange> TextCanvas::selectionIn(const TextInView& view) const {
+  std::vector<OffsetRange> parts;
+  const auto add = [&](OffsetRange part) {
+    if (!part.empty()) parts.push_back(part);
+  };
+  if (m_selection.isRectangle()) {
+    for (std::size_t row = 0; row < view.rowCount(); ++row) {
+      const ColumnRange columns = selectedColumns(view.row(row));
+      add({.begin = view.offsetOf({.row = row, .position = view.row(row).positionAt(columns.begin)}),
+           .end = view.offsetOf({.row = row, .position = view.row(row).positionAt(columns.end)})});
     }
-    offset += static_cast<int>(textOf(row->range).size()) + 1;
+  } else {
+    add(view.offsetsOf(m_selection.range()));
   }
-  return offset;
+  return parts;
 }
 
 }  // namespace zolt

@@ -85,6 +85,16 @@ TEST(RowContent, NeverPointsIntoAUnit) {
   EXPECT_EQ(row.columnsOf(rangeOf(11, 14)), (ColumnRange{.begin = 1_col, .end = 3_col}));
 }
 
+TEST(RowContent, TellsTheCharacterAroundAPosition) {
+  const RowContent row = withAWideCharacter();
+  EXPECT_EQ(row.characterAt(10_pos), rangeOf(10, 11));
+  EXPECT_EQ(row.characterAt(11_pos), rangeOf(11, 14));
+  EXPECT_EQ(row.characterAt(13_pos), rangeOf(11, 14));
+  EXPECT_EQ(row.characterAt(14_pos), rangeOf(14, 15));
+  EXPECT_TRUE(row.characterAt(15_pos).empty());
+  EXPECT_TRUE(row.characterAt(9_pos).empty());
+}
+
 TEST(RowContent, KeepsTheTextOfItsPieces) {
   RowContent row;
   row.addText(0_col, "ab", {});
