@@ -37,7 +37,11 @@ AppDelegate::AppDelegate(Config& config, UserDefaults& defaults, std::function<v
       m_emulationSettings(std::make_unique<EmulationSettingsStore>(config, defaults)),
       m_updaterController(std::make_unique<UpdaterController>(true, defaults)) {}
 
-AppDelegate::~AppDelegate() = default;
+AppDelegate::~AppDelegate() {
+  for (const QPointer<TerminalWindow>& window : m_leaving) {
+    delete window;
+  }
+}
 
 void AppDelegate::applicationDidFinishLaunching(const TerminalLaunch& first) {
   m_config.setupDefaults();
@@ -168,8 +172,11 @@ void AppDelegate::replace(TerminalWindow& window, Display display) {
 void AppDelegate::forget(TerminalWindow& window) {
   const auto found = std::ranges::find(m_windows, &window, &std::unique_ptr<TerminalWindow>::get);
   if (found == m_windows.end()) return;
-  found->release()->deleteLater();  // it may be in the middle of an event
+  static_cast<void>(found->release());
   m_windows.erase(found);
+  std::erase_if(m_leaving, [](const QPointer<TerminalWindow>& each) { return each.isNull(); });
+  m_leaving.emplace_back(&window);
+  window.deleteLater();
 }
 
 std::vector<std::string> AppDelegate::runningPrograms() const {

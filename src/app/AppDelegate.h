@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QRect>
 #include <functional>
 #include <memory>
@@ -97,6 +98,7 @@ class AppDelegate : public QObject {
   std::unique_ptr<EmulationSettingsStore> m_emulationSettings;
   std::optional<Display> m_display;
   std::vector<std::unique_ptr<TerminalWindow>> m_windows;
+  std::vector<QPointer<TerminalWindow>> m_leaving;  // forgotten, each until the event is over that closed it
   std::unique_ptr<UpdaterController> m_updaterController;
 };
 

@@ -47,9 +47,11 @@ EmulationSurface& EmulationWindowController::surface() {
 void EmulationWindowController::typeFirst(const std::string& command) {
   if (command.empty()) return;
   m_command = command + "\r";
-  const auto type = [this] { terminal().sendInput(std::exchange(m_command, {})); };
+  const auto type = [this] {
+    if (!m_command.empty()) terminal().sendInput(std::exchange(m_command, {}));
+  };
   connect(&surface(), &EmulationSurface::screenChanged, this, [this, type] {
-    if (!m_command.empty() && !surface().isBlank()) type();
+    if (!surface().isBlank()) type();
   });
   MainQueue::after(MainQueue::Owner(this), kPromptLimit, type);
 }

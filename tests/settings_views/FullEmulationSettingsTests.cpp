@@ -2,6 +2,7 @@
 #include <QFontDatabase>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <functional>
 
 #include "controls/ControlColors.h"
 #include "controls/DestructiveButton.h"
@@ -217,10 +218,9 @@ TEST_F(FullEmulationSettingsTest, KeepsAndShowsAFontThatIsNotInstalled) {
   EXPECT_EQ(families().currentText(), QString());
   EXPECT_EQ(families().count(), count - 1);
   EXPECT_EQ(config.fontFamily.value(), "");
-  EXPECT_EQ(saves, 0);
 }
 
-TEST_F(FullEmulationSettingsTest, AChosenFontIsStoredWithTheNextSave) {
+TEST_F(FullEmulationSettingsTest, AChosenFontIsStoredAtOnce) {
   open(test::Appearance);
   families().setFocus(Qt::TabFocusReason);
   ASSERT_GT(families().count(), 1) << "no fixed-pitch font";
@@ -229,9 +229,7 @@ TEST_F(FullEmulationSettingsTest, AChosenFontIsStoredWithTheNextSave) {
   turn();
   EXPECT_EQ(config.fontFamily.value(), second);
   EXPECT_EQ(families().currentText().toStdString(), second);
-  EXPECT_EQ(saves, 0);
-  config.opacity = 0.5;
-  turn();
+  EXPECT_EQ(saves, 1);
   EXPECT_EQ(fileContent()["fontFamily"], second);
 }
 
@@ -336,6 +334,28 @@ TEST_F(FullEmulationSettingsTest, ATooltipSaysWhichSettingsOnlyItReads) {
     EXPECT_TRUE(says("startupShell"));
     EXPECT_EQ(find("startupCommand").toolTip(), QStringLiteral("Command to run when terminal starts (optional)"));
   }
+}
+
+TEST_F(FullEmulationSettingsTest, SavesEveryChangeOfAStoredSettingOnlyWhileItIsOn) {
+  open(test::Advanced);
+  const std::function<void()> changes[] = {
+      [this] { config.fontFamily = "Other Mono"; }, [this] { config.cursorStyle = Config::CursorStyle::Bar; },
+      [this] { config.blurBackground = !config.blurBackground; }, [this] { config.scrollbackLines = 1234; }};
+  int expected = 0;
+  for (const auto& change : changes) {
+    change();
+    turn();
+    EXPECT_EQ(saves, ++expected);
+  }
+  EXPECT_EQ(fileContent()["scrollbackLines"], "1234");
+  config.lineSpacing = 1.5;
+  turn();
+  EXPECT_EQ(saves, expected) << "it is never stored";
+  turnOff();
+  config.fontFamily = "Third Mono";
+  config.scrollbackLines = 5;
+  turn();
+  EXPECT_EQ(saves, expected);
 }
 
 TEST_F(FullEmulationSettingsTest, ASettingThatChangesInTheSameTurnIsStillSaved) {
