@@ -45,12 +45,14 @@ Use useAfter(std::vector<std::string> terminal, const std::string& script, const
   return use;
 }
 
+// The first columns of as many lines of a log, each longer than that.
 std::string lines() {
-  const std::string text = zolt::bench::endlessLine(kLines * kColumns);
+  const std::string text = zolt::bench::plainLog(kLines * kColumns * 3 / 2);
   std::string result;
   result.reserve(kLines * (kColumns + 1));
-  for (std::size_t at = 0; at < kLines * kColumns; at += kColumns) {
+  for (std::size_t at = 0, line = 0; line < kLines; ++line) {
     result.append(text, at, kColumns) += '\n';
+    at = text.find('\n', at) + 1;
   }
   return result;
 }
