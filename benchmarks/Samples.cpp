@@ -89,6 +89,20 @@ std::string manyColoursLog(std::size_t bytes) {
   });
 }
 
+std::string paletteLog(std::size_t bytes) {
+  return lines(bytes, [](std::string& text, std::mt19937& random) {
+    text += "\x1B[38;5;" + std::to_string(random() % 256) + "m";
+    text += kWords[random() % kWords.size()];
+  });
+}
+
+std::string directColourLog(std::size_t bytes) {
+  return lines(bytes, [](std::string& text, std::mt19937& random) {
+    text += "\x1B[38;2;" + directColour(random) + "m";
+    text += kWords[random() % kWords.size()];
+  });
+}
+
 std::string mixedUtf8Log(std::size_t bytes) {
   return lines(bytes, [](std::string& text, std::mt19937& random) {
     text += random() % 2 == 0 ? kWords[random() % kWords.size()] : kForeignWords[random() % kForeignWords.size()];

@@ -13,6 +13,9 @@ std::string plainLog(std::size_t bytes);
 std::string colouredLog(std::size_t bytes);
 /// The same with a colour of its own for every word: one of the 16 named, of the 256, or of all direct ones.
 std::string manyColoursLog(std::size_t bytes);
+/// The same with one of the 256 colours for every word, and with one of all direct ones.
+std::string paletteLog(std::size_t bytes);
+std::string directColourLog(std::size_t bytes);
 /// Log lines with words in several scripts, arrows and emoji among the ASCII.
 std::string mixedUtf8Log(std::size_t bytes);
 

@@ -1,26 +1,24 @@
-// latency ZOLT GLYPHWINDOW FOLDER: from a key event in the X server to the changed pixel on its screen, in Zolt and in
-// the smallest Qt program that shows a key, all on screen at once and typed into in turn. Each key follows a pause of
+// latency log|emulation|peer GLYPHWINDOW FOLDER NAME TERMINAL...: from a key event in the X server to the changed pixel
+// on its screen, in a terminal (the command that runs a program in it) and in the smallest Qt program that shows a key,
+// all on screen at once and typed into in turn. Each key follows a pause of
 // random length, so that frame timers have stopped or are hit at every phase.
-#include <spawn.h>
 #include <sys/prctl.h>
-#include <sys/wait.h>
 
 #include <algorithm>
 #include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <numeric>
 #include <random>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
 #include "Measure.h"
+#include "Process.h"
 #include "StartTime.h"
 #include "XDisplay.h"
-
-extern char** environ;
 
 namespace {
 
@@ -58,20 +56,6 @@ struct Program {
   std::vector<double> milliseconds{};
   int reads = 0;  // of the pixels, over all those milliseconds
 };
-
-pid_t start(std::vector<std::string>& command) {
-  std::vector<char*> arguments;
-  for (std::string& word : command) {
-    arguments.push_back(word.data());
-  }
-  arguments.push_back(nullptr);
-  pid_t pid = 0;
-  if (posix_spawn(&pid, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0) {
-    std::perror(arguments[0]);
-    std::exit(1);
-  }
-  return pid;
-}
 
 // Waits until nothing in `area` has changed for a while, and returns the picture.
 std::vector<std::uint32_t> stillPicture(XDisplay& display, const Area& area) {
@@ -168,33 +152,63 @@ void tell(const Program& program) {
   zolt::bench::printFact("  " + program.name, fact);
 }
 
+// What a key is compared with, and at most how much it may take; 0: no limit.
+struct Comparison {
+  std::string_view name;
+  bool withCell = false;  // with the program that draws only the glyph's cell
+  double limit = 0;
+};
+
+constexpr Comparison kComparisons[] = {{.name = "log", .limit = 1.1},
+                                       {.name = "emulation", .withCell = true, .limit = 1.2},
+                                       {.name = "peer", .withCell = true}};
+
+void tellRatio(const std::string& what, double ratio, double limit) {
+  if (limit > 0) {
+    zolt::bench::printRow(what, ratio, "times", limit, true);
+    return;
+  }
+  char fact[64];
+  std::snprintf(fact, sizeof fact, "%10.3f times", ratio);
+  zolt::bench::printFact(what, fact);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 4) return 2;
+  if (argc < 6) return 2;
+  const auto* comparison = std::ranges::find(kComparisons, argv[1], &Comparison::name);
+  if (comparison == std::end(kComparisons)) return 2;
+  const std::string glyphWindow = argv[2];
+  const std::string name = argv[4];
   for (const char* variable : {"XDG_CONFIG_HOME", "XDG_RUNTIME_DIR", "XDG_CACHE_HOME"}) {
     setenv(variable, argv[3], 1);
   }
   setenv("QT_QPA_PLATFORM", "xcb", 1);
   prctl(PR_SET_TIMERSLACK, 1);  // otherwise 40 microseconds become 90
 
+  const auto inTerminal = [&](const std::vector<std::string>& program) {
+    std::vector<std::string> command(argv + 5, argv + argc);
+    command.insert(command.end(), program.begin(), program.end());
+    return command;
+  };
   std::vector<Program> programs{
-      {.name = "Zolt, the terminal echoes", .command = {argv[1], "-e", "cat"}, .glyph = Glyph::MovesOn},
-      {.name = "Zolt, the program echoes",
-       .command = {argv[1], "-e", "sh", "-c", "stty -icanon -echo && exec cat"},
+      {.name = name + ", the terminal echoes", .command = inTerminal({"cat"}), .glyph = Glyph::MovesOn},
+      {.name = name + ", the program echoes",
+       .command = inTerminal({"sh", "-c", "stty -icanon -echo && exec cat"}),
        .glyph = Glyph::MovesOn},
-      {.name = "minimal Qt program", .command = {argv[2]}, .glyph = Glyph::Stays},
-      {.name = "minimal Qt program, only the glyph's cell", .command = {argv[2], "cell"}, .glyph = Glyph::Stays}};
-  const Program& zolt = programs[0];
-  const Program& zoltProgramEchoes = programs[1];
-  const Program& minimal = programs[2];
+      {.name = "minimal Qt program", .command = {glyphWindow}, .glyph = Glyph::Stays},
+      {.name = "minimal Qt program, only the glyph's cell", .command = {glyphWindow, "cell"}, .glyph = Glyph::Stays}};
+  const Program& terminalEchoes = programs[0];
+  const Program& programEchoes = programs[1];
+  const Program& minimal = programs[comparison->withCell ? 3 : 2];
   const Program& minimalCell = programs[3];
 
   XDisplay display;
   for (std::size_t i = 0; i < programs.size(); ++i) {
     Program& program = programs[i];
     program.area = {.x = 0, .y = static_cast<int>(i) * kWindowHeight, .width = kWindowWidth, .height = kWindowHeight};
-    program.pid = start(program.command);
+    program.pid = zolt::bench::startProgram(program.command);
     program.window = display.waitForWindow(program.pid);
     display.place(program.window, program.area);
     findGlyphs(display, program);
@@ -209,23 +223,20 @@ int main(int argc, char** argv) {
       typeInto(display, programs[i], std::chrono::microseconds(jitter(random)), round >= 0);
     }
   }
-  const double readTime = microsecondsPerRead(display, nextGlyph(zolt));
+  const double readTime = microsecondsPerRead(display, nextGlyph(terminalEchoes));
   for (const Program& program : programs) {
-    kill(program.pid, SIGTERM);
-    waitpid(program.pid, nullptr, 0);
+    zolt::bench::endProgram(program.pid);
   }
 
   const auto ratio = [](const Program& one, const Program& other) {
     return zolt::bench::median(one.milliseconds) / zolt::bench::median(other.milliseconds);
   };
-  const auto tellRatio = [&](const std::string& what, const Program& one, const Program& other) {
-    char fact[64];
-    std::snprintf(fact, sizeof fact, "%10.3f times", ratio(one, other));
-    zolt::bench::printFact(what, fact);
-  };
-  zolt::bench::printRow("key to picture / minimal Qt program", ratio(zolt, minimal), "times", 1.1, true);
-  tellRatio("  the same, where the program echoes", zoltProgramEchoes, minimal);
-  tellRatio("  against one that draws only the glyph's cell", zolt, minimalCell);
+  tellRatio(name + ", key to picture / minimal Qt program" + (comparison->withCell ? ", only the glyph's cell" : ""),
+            ratio(terminalEchoes, minimal), comparison->limit);
+  tellRatio("  the same, where the program echoes", ratio(programEchoes, minimal), 0);
+  if (!comparison->withCell) {
+    tellRatio("  against one that draws only the glyph's cell", ratio(terminalEchoes, minimalCell), 0);
+  }
   for (const Program& program : programs) {
     tell(program);
   }

@@ -1,26 +1,20 @@
 // memory ZOLT DISCARD FOLDER: a gigabyte of log through Zolt: the time as a multiple of the discarding reader's, the
 // resident memory once all is shown, and the bytes per character of the history, in memory and in its file.
-#include <fcntl.h>
-#include <spawn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 #include "Measure.h"
+#include "Process.h"
 #include "Samples.h"
-#include "StartTime.h"
 #include "history/TextStorage.h"
-
-extern char** environ;
 
 namespace {
 
@@ -28,8 +22,6 @@ constexpr std::size_t kBytes = 1'000'000'000;
 constexpr std::size_t kChunk = 64 * 1024;
 constexpr int kPairs = 3;
 constexpr double kMiB = 1 << 20;
-constexpr auto kIdle = std::chrono::seconds(1);
-constexpr double kPatience = 120;
 
 [[noreturn]] void fail(const char* reason) {
   std::fprintf(stderr, "memory: %s\n", reason);
@@ -52,42 +44,6 @@ void measureTime(const std::string& zolt, const std::string& discard, const std:
   zolt::bench::printFact("  processor time beyond the reader's, per 100 MB", fact);
 }
 
-// A value of /proc/PID/status, converted from kB to MiB.
-double mebibytes(pid_t pid, const std::string& key) {
-  std::ifstream status("/proc/" + std::to_string(pid) + "/status");
-  for (std::string line; std::getline(status, line);) {
-    if (line.starts_with(key + ":")) return std::stod(line.substr(key.size() + 1)) * 1024 / kMiB;
-  }
-  fail("cannot read a process's memory use");
-}
-
-// User and system time of all threads of a process, in clock ticks: fields 14 and 15 of its stat, which follow the
-// name in parentheses.
-long cpuTicks(pid_t pid) {
-  std::ifstream file("/proc/" + std::to_string(pid) + "/stat");
-  std::string line;
-  std::getline(file, line);
-  long user = 0;
-  long system = 0;
-  const std::size_t name = line.rfind(')');
-  if (name == std::string::npos ||
-      std::sscanf(line.c_str() + name, ") %*c %*d %*d %*d %*d %*d %*u %*u %*u %*u %*u %ld %ld", &user, &system) != 2) {
-    fail("cannot read a process's processor time");
-  }
-  return user + system;
-}
-
-// Waits until the process has used no processor time for a while: all output is then shown and stored.
-void waitUntilIdle(pid_t pid) {
-  const double deadline = zolt::bench::now() + kPatience;
-  for (long before = -1, ticks = cpuTicks(pid); ticks != before;) {
-    if (zolt::bench::now() > deadline) fail("Zolt does not become idle");
-    std::this_thread::sleep_for(kIdle);
-    before = ticks;
-    ticks = cpuTicks(pid);
-  }
-}
-
 // Runs Zolt with a program that prints the file and then waits for a line before it exits.
 void measureResident(const std::string& what, const std::string& zolt, const std::string& prepare,
                      const std::string& file, const std::string& folder) {
@@ -96,19 +52,12 @@ void measureResident(const std::string& what, const std::string& zolt, const std
   mkfifo(printed.c_str(), 0600);
   mkfifo(end.c_str(), 0600);
   std::string script = prepare + "cat \"$0\" && echo >\"$1\" && read line <\"$2\"";
-  std::vector<std::string> command{zolt, "-e", "sh", "-c", script, file, printed, end};
-  std::vector<char*> arguments;
-  for (std::string& word : command) {
-    arguments.push_back(word.data());
-  }
-  arguments.push_back(nullptr);
-  pid_t pid = 0;
-  if (posix_spawn(&pid, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0) fail("cannot start Zolt");
+  const pid_t pid = zolt::bench::startProgram({zolt, "-e", "sh", "-c", script, file, printed, end});
   std::string line;
   std::getline(std::ifstream(printed), line);  // waits for the program to open it
-  waitUntilIdle(pid);
-  const double resident = mebibytes(pid, "VmRSS");
-  const double peak = mebibytes(pid, "VmHWM");
+  zolt::bench::waitUntilIdle(pid);
+  const double resident = zolt::bench::residentNow(pid);
+  const double peak = zolt::bench::residentPeak(pid);
   std::ofstream(end) << '\n';
   int status = 0;
   if (waitpid(pid, &status, 0) != pid || status != 0) fail("the program in Zolt failed");

@@ -19,6 +19,7 @@ packages_for() {
         vim less htop tmux unicode-data fonts-liberation fonts-noto-mono ;;
     apt-bench) echo procps libxcb1-dev libxcb-xtest0-dev ;;
     apt-pictures) echo imagemagick xdotool dbus ;;
+    apt-scenes) echo vim htop mc git xterm fonts-noto-cjk fonts-noto-color-emoji fonts-noto-core ;;
     dnf-build)
       echo gcc-c++ cmake ninja-build ccache pkgconf-pkg-config qt6-qtbase-devel qt6-qtsvg-devel utf8proc-devel \
         highway-devel re2-devel json-devel libsodium-devel libzstd-devel dejavu-sans-mono-fonts gtest-devel ;;
@@ -28,6 +29,8 @@ packages_for() {
         vim-enhanced less htop tmux unicode-ucd liberation-mono-fonts google-noto-sans-mono-fonts ;;
     dnf-bench) echo procps-ng libxcb-devel ;;
     dnf-pictures) echo ImageMagick xdotool dbus-daemon ;;
+    dnf-scenes) echo vim-enhanced htop mc git xterm google-noto-sans-cjk-fonts google-noto-emoji-color-fonts \
+        google-noto-sans-fonts ;;
     pacman-build)
       echo gcc cmake ninja ccache pkgconf qt6-base qt6-svg libutf8proc highway re2 nlohmann-json libsodium zstd ttf-dejavu \
         gtest ;;
@@ -37,6 +40,7 @@ packages_for() {
         vim less htop tmux unicode-character-database ttf-liberation noto-fonts ;;
     pacman-bench) echo procps-ng libxcb ;;
     pacman-pictures) echo imagemagick xdotool dbus ;;
+    pacman-scenes) echo vim htop mc git xterm noto-fonts noto-fonts-cjk noto-fonts-emoji ;;
     brew-build) echo cmake ninja ccache pkg-config qt utf8proc highway re2 nlohmann-json libsodium zstd googletest ;;
     brew-test) echo bash zsh fish vim less htop tmux ;;
   esac
@@ -118,7 +122,7 @@ build_preset() {
   fi
 }
 
-# with_virtual_display COMMAND...: runs it on an X server of its own, which is gone afterwards; the command's status.
+# with_virtual_display COMMAND...: runs it on an X server of its own (VIRTUAL_SCREEN names its size), which is gone afterwards; the command's status.
 # The server does not start over when its last client leaves: the next one would be refused meanwhile.
 with_virtual_display() {
   local chosen server status=0
@@ -127,7 +131,7 @@ with_virtual_display() {
     return 1
   fi
   chosen=$(mktemp)
-  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$chosen" >/dev/null 2>&1 &
+  Xvfb -displayfd 3 -screen 0 "${VIRTUAL_SCREEN:-1280x1024}x24" -nolisten tcp -noreset 3>"$chosen" >/dev/null 2>&1 &
   server=$!
   trap 'kill "$server" 2>/dev/null; rm -f "$chosen"; exit 130' INT TERM
   for _ in $(seq 200); do
