@@ -16,6 +16,9 @@ namespace zolt {
 
 namespace {
 
+// Fonts say how thick their underlines are, but not all at every size.
+constexpr double kSizePerLinePixel = 14;
+
 // The fonts of colour emoji that systems have, the first that is installed; empty if there is none. Text fonts have
 // some emoji too, as outlines, and would be preferred.
 const QString& emojiFamily() {
@@ -45,7 +48,7 @@ CanvasFonts::CanvasFonts(const CanvasFont& font, double scale) : m_font(font), m
   m_metrics.width = whole(metrics.horizontalAdvance(QLatin1Char('M')));
   m_metrics.height = DevicePixels(std::max(1, static_cast<int>(height)));
   m_metrics.baseline = whole(metrics.ascent() + metrics.leading() / 2 + std::floor((height - natural) / 2));
-  m_metrics.lineThickness = whole(metrics.lineWidth());
+  m_metrics.lineThickness = whole(std::max(metrics.lineWidth(), font.size * scale / kSizePerLinePixel));
   m_metrics.underlineTop =
       std::min(m_metrics.height - m_metrics.lineThickness, m_metrics.baseline + whole(metrics.underlinePos()));
   m_metrics.strikethroughTop = m_metrics.baseline - whole(metrics.xHeight() / 2);
@@ -61,8 +64,8 @@ QFont CanvasFonts::systemFont(double size) {
 
 QFont CanvasFonts::fontFor(const CanvasFont& font, double size) {
   QFont wanted = systemFont(size);
-  if (font.family.isEmpty() || !QFontDatabase::hasFamily(font.family)) return wanted;
-  wanted.setFamily(font.family);
+  // Asking whether a family is installed would load what all fonts can do.
+  if (!font.family.isEmpty()) wanted.setFamilies({font.family, wanted.family()});
   return wanted;
 }
 
@@ -102,7 +105,7 @@ GlyphMask CanvasFonts::Face::makeCluster(const std::string& utf8, int columns) c
   const char32_t first = scalarAt(utf8, 0, length);
   if (columns == 1 && length == utf8.size() && isDrawnSymbol(first)) return drawSymbol(first, m_metrics);
   QFont font = m_font;
-  if (isEmoji(utf8, first, columns) && !emojiFamily().isEmpty()) font.setFamilies({emojiFamily(), font.family()});
+  if (isEmoji(utf8, first, columns) && !emojiFamily().isEmpty()) font.setFamilies(QStringList{emojiFamily()} + font.families());
   return shapedCluster(
       QString::fromStdString(utf8), font,
       {.width = m_metrics.width * columns, .height = m_metrics.height, .baseline = m_metrics.baseline});

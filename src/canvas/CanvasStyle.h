@@ -11,6 +11,7 @@ struct CanvasColors {
   QRgb text = 0xFFFFFFFF;
   /// Blue enough to be seen on black and behind every palette colour, dark enough to leave white text readable.
   QRgb selection = 0xFF264F78;
+  QRgb selectedText = 0;  ///< wholly transparent: text keeps its colours when it is selected
 
   friend bool operator==(const CanvasColors&, const CanvasColors&) = default;
 };

@@ -78,8 +78,8 @@ void RowPainter::begin(CanvasColumn end) {
   }
 }
 
-void RowPainter::paint(const RowContent& row, ColumnRange selected, Blinking blinking) {
-  begin(std::max(row.end, selected.end));
+void RowPainter::paint(const RowContent& row, ColumnRange selected, Blinking blinking, CanvasColumn room) {
+  begin(std::max({row.end, selected.end, room}));
   for (const TextPiece& piece : row.pieces) {
     if (isVisible(piece.look.background)) fill(cellsOf(piece.range()), piece.look.background);
   }
@@ -90,6 +90,9 @@ void RowPainter::paint(const RowContent& row, ColumnRange selected, Blinking bli
     paintText(row.textOf(piece), piece, piece.look.foreground);
     const QRgb underline = piece.look.underlineColor;
     paintLines(piece, piece.look.foreground, isVisible(underline) ? underline : piece.look.foreground);
+  }
+  if (!selected.empty() && isVisible(m_colors.selectedText)) {
+    paintMark(row, selected, m_colors.selection, m_colors.selectedText);
   }
 }
 

@@ -22,8 +22,9 @@ class RowPainter {
 
   enum class Blinking { Shown, Hidden };
 
-  /// Paints a row on the background: backgrounds, the selection over them, then the text.
-  void paint(const RowContent& row, ColumnRange selected, Blinking blinking = Blinking::Shown);
+  /// Paints a row on the background: backgrounds, the selection over them, then the text. The picture has room for what
+  /// is added up to the column `room`.
+  void paint(const RowContent& row, ColumnRange selected, Blinking blinking = Blinking::Shown, CanvasColumn room = {});
 
   /// Paints columns of the row once more, the text in one colour on another: a mark that is seen whatever it marks.
   void paintMark(const RowContent& row, ColumnRange columns, QRgb background, QRgb text);

@@ -157,6 +157,7 @@ void TextCanvas::contentChanged() {
 }
 
 void TextCanvas::scrollToEndOfDocument() {
+  if (m_atEnd) return;  // a frame now would keep the next one waiting
   m_atEnd = true;
   m_pacer.request();
 }
@@ -300,6 +301,7 @@ void TextCanvas::makeFrame() {
   const std::optional<CanvasCursor> cursorBefore = m_cursor;
   layOut();
   updateScrollBar();
+  if (m_cursor != cursorBefore) updateMicroFocus(Qt::ImCursorRectangle);  // where an input method shows its choices
   // A cursor that moves is seen.
   if (m_blinkedAway && m_cursor != cursorBefore) {
     m_blinkedAway = false;
@@ -309,6 +311,8 @@ void TextCanvas::makeFrame() {
   updateBlinking();
   if (!m_refineTimer.isActive()) m_refineTimer.start();
   const FrameDamage damage = compareFrames(before, m_frame, deviceHeight());
+  const bool changes = damage.everything || damage.shift != DevicePixels(0) || !damage.dirtyRows.empty();
+  if (m_link && changes) followLink(m_hoveredAt, QApplication::keyboardModifiers());  // another text is there now
   const double logicalShift = damage.shift.toDouble() / m_fonts->scale();
   const bool movable = logicalShift == std::floor(logicalShift);
   if (!comparable || damage.everything || !movable || !m_preedit.isEmpty()) {

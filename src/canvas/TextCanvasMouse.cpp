@@ -198,6 +198,8 @@ bool TextCanvas::isUsedByProgram(const QMouseEvent& event) {
 }
 
 void TextCanvas::mousePressEvent(QMouseEvent* event) {
+  // The pointer may have rested where the link went, or came, since it last moved.
+  if (!m_pointer && viewport()->hasMouseTracking()) followLink(event->position(), event->modifiers());
   const bool opens = m_link && event->button() == Qt::LeftButton && holdsCommandKey(event->modifiers());
   if (opens && m_input != nullptr) return m_input->linkOpened(m_link->target);
   if (isUsedByProgram(*event)) return;

@@ -66,7 +66,8 @@ void TextCanvas::paintEvent(QPaintEvent* event) {
 void TextCanvas::paintRow(RowPainter& painter, std::size_t row) {
   const RowKey& key = m_frame.rows[row];
   painter.paint(*m_rows[row], key.selected,
-                key.isBlinkedAway ? RowPainter::Blinking::Hidden : RowPainter::Blinking::Shown);
+                key.isBlinkedAway ? RowPainter::Blinking::Hidden : RowPainter::Blinking::Shown,
+                key.cursor ? key.cursor->columns.end : CanvasColumn());
   if (!key.link.empty()) painter.paintLink(*m_rows[row], key.link);
   paintMarks(painter, row);
   if (key.cursor) painter.paintCursor(*m_rows[row], *key.cursor);

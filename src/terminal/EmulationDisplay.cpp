@@ -114,12 +114,15 @@ void EmulationDisplay::setSettings(const EmulationSettings& settings, bool isDar
     engine.screen().scrollback().setLimit(limit ? std::optional(static_cast<std::uint64_t>(*limit)) : std::nullopt);
   });
   m_selection = toRgb(theme.selectionBackground);
+  m_selectedText = toRgb(theme.selectionText.value_or(theme.foreground));
   updateColors();
   m_canvas->contentChanged();
 }
 
 void EmulationDisplay::updateColors() {
-  const CanvasColors colors = m_source->looks().colors(m_selection);
+  CanvasColors colors = m_source->looks().colors(m_selection);
+  // Programs have colours of their own: none of them is sure to be read on the selection.
+  colors.selectedText = m_selectedText;
   if (colors == m_canvas->colors()) return;
   m_canvas->setColors(colors);
   // Not within a frame, or before the canvas is in its window.

@@ -58,7 +58,8 @@ class EmulationDisplay : public QObject {
   TextCanvas* m_canvas = nullptr;       // a child of the parent
   std::unique_ptr<EmulationInput> m_input;
   EmulationSettings m_settings;
-  QRgb m_selection = 0;  // the theme's
+  QRgb m_selection = 0;  // the theme's, as the next
+  QRgb m_selectedText = 0;
 };
 
 }  // namespace zolt

@@ -8,13 +8,21 @@
 
 namespace zolt {
 
+namespace {
+
+vt::ScrollbackView noText() {
+  return vt::Scrollback(HistorySettings()).view();
+}
+
+}  // namespace
+
 EmulationSurface::EmulationSurface(TerminalController& terminal, const TerminalSize& size,
                                    EmulationSettingsStore& settings, QWidget* parent)
     : m_settings(settings), m_scheme(std::make_unique<SystemScheme>()) {
   const EmulationSettings current = settings.current();
   m_display = std::make_unique<EmulationDisplay>(terminal, size, current,
                                                  isDark(current.colorScheme, m_scheme->isDark()), parent);
-  m_text = std::make_unique<vt::ScrollbackText>(m_display->source().wholeText());
+  m_text = std::make_unique<vt::ScrollbackText>(noText());
   connect(&settings, &EmulationSettingsStore::changed, this, &EmulationSurface::applySettings);
   connect(m_scheme.get(), &SystemScheme::changed, this, &EmulationSurface::applySettings);
   connect(m_display.get(), &EmulationDisplay::screenChanged, this, &EmulationSurface::updateText);
@@ -43,8 +51,10 @@ void EmulationSurface::addLastNotice(const QString& line) {
   m_display->addNotice(QString::fromStdString(visibleText(line.toStdString())));
 }
 
+// A view that is not followed would keep what the history drops.
 void EmulationSurface::followText(bool followed) {
   m_isFollowed = followed;
+  if (!followed) m_text->show(noText());
   updateText();
 }
 

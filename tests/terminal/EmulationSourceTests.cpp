@@ -240,6 +240,10 @@ TEST(EmulationSource, GivesAllOfTheTextToFindAndSaving) {
   EXPECT_EQ(text.text(text.begin(), text.end()), terminal.all());
   const TextRange word = terminal.find("over");
   EXPECT_EQ(text.text(word.begin, word.end), "over") << "places are the same";
+  Fixture nearlyBlank;
+  nearlyBlank.feed("one");
+  const vt::ScrollbackText little(nearlyBlank.source.wholeText());
+  EXPECT_EQ(little.text(little.begin(), little.end()), "one") << "blank rows below are no text";
 }
 
 TEST(EmulationSource, ForgetsWhatTheLimitTrims) {
