@@ -246,6 +246,15 @@ TextPosition EmulationSource::begin() const {
   return m_screen->isAlternate ? m_lines.start() : m_history.begin();
 }
 
+// The blank rows below the text and the cursor are no text.
+TextPosition EmulationSource::end() const {
+  std::size_t last = m_lines.rowCount() - 1;
+  while (last > static_cast<std::size_t>(m_screen->cursor.position.row) && m_screen->rows[last]->text.empty()) {
+    --last;
+  }
+  return m_lines.range(last).end;
+}
+
 // As it is in the engine: with the blanks at the ends of lines.
 std::string EmulationSource::rawText(TextRange range) const {
   std::string text;

@@ -54,7 +54,7 @@ class EmulationSource : public RowSource {
   TextPosition moved(TextPosition position) const override;
 
   TextPosition begin() const override;
-  TextPosition end() const override { return m_lines.end(); }
+  TextPosition end() const override;
   std::string text(TextRange range) const override;
   TextRange wordAt(TextPosition position) const override;
   TextRange lineAt(TextPosition position) const override;

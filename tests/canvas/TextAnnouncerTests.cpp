@@ -84,7 +84,9 @@ TEST_F(TextAnnouncerTest, TellsTheTextThenTheCaretThenTheSelection) {
 TEST_F(TextAnnouncerTest, TellsAtMostTenTimesASecondAndThenTheNewest) {
   announcer.start();
   for (int line = 0; line < 1000; ++line) {
-    show("line " + std::to_string(line) + "|more " + std::to_string(line));
+    std::string rows = "line ";
+    rows.append(std::to_string(line)).append("|more ").append(std::to_string(line));
+    show(rows);
     clock.advance(1ms);
   }
   EXPECT_EQ(told.size(), 10U);
