@@ -21,7 +21,7 @@ using test::waitFor;
 class EmulationAccessibilityTest : public testing::Test {
  protected:
   EmulationAccessibilityTest()
-      : emulator({.rows = 4, .columns = 20}, {}, {.changed = [] {}, .replied = [](const std::string&) {}}) {}
+      : emulator({.rows = 4, .columns = 20}, vt::TerminalSettings(), {.changed = [] {}, .replied = [](const std::string&) {}}) {}
 
   void SetUp() override {
     auto made = std::make_unique<EmulationSource>(emulator);

@@ -56,7 +56,7 @@ class EmulationWindowTest : public testing::Test {
   /// Where the test child's text of one line stands, in the viewport.
   QPoint placeOf(const std::string& text) {
     const auto at = static_cast<int>(shown().find(text));
-    return canvas().rectOf(canvas().positionOfVisible(at)).center().toPoint();
+    return canvas().rectOf(canvas().textInView().placeOf(at).position).center().toPoint();
   }
 
   EmulationSettings settings;

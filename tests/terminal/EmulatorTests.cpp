@@ -131,7 +131,9 @@ TEST(Emulator, ShowsNothingFromTheMiddleOfASynchronizedUpdate) {
     ASSERT_TRUE(waitFor([&] { return isProcessed.load(); }));
     const Emulator::Update update = probe.emulator.take();
     wasInTime = std::chrono::steady_clock::now() - begun < vt::Terminal::maxUpdate;
-    if (wasInTime) EXPECT_EQ(update.snapshot, nullptr);
+    if (wasInTime) {
+      EXPECT_EQ(update.snapshot, nullptr);
+    }
     probe.feed(" and half\033[?2026l");
     probe.settle();
     EXPECT_EQ(probe.row(0), "half and half");
