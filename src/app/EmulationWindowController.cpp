@@ -51,7 +51,7 @@ void EmulationWindowController::typeFirst(const std::string& command) {
     if (!m_command.empty()) terminal().sendInput(std::exchange(m_command, {}));
   };
   connect(&surface(), &EmulationSurface::screenChanged, this, [this, type] {
-    if (!surface().isBlank()) type();
+    if (!surface().isUntouched()) type();
   });
   MainQueue::after(MainQueue::Owner(this), kPromptLimit, type);
 }

@@ -4,6 +4,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStringList>
+#include <algorithm>
 #include <utility>
 
 namespace zolt {
@@ -25,7 +26,8 @@ struct Question {
 
 void ask(QWidget& window, const Question& question, std::function<void()> act) {
   const QString name = QLatin1String(question.name);
-  if (window.findChild<QMessageBox*>(name) != nullptr) return;
+  const auto open = window.findChildren<QMessageBox*>(name);
+  if (std::ranges::any_of(open, &QMessageBox::isVisible)) return;
   auto* box = new QMessageBox(QMessageBox::Question, tr(question.title), question.text, QMessageBox::NoButton, &window);
   box->setObjectName(name);
   box->setAttribute(Qt::WA_DeleteOnClose);

@@ -38,9 +38,8 @@ void EmulationSurface::applySettings() {
   m_display->setSettings(current, isDark(current.colorScheme, m_scheme->isDark()));
 }
 
-bool EmulationSurface::isBlank() const {
-  const EmulationSource& source = m_display->source();
-  return source.begin() == source.end();
+bool EmulationSurface::isUntouched() const {
+  return m_display->source().screen()->cursor.position == vt::Position();
 }
 
 void EmulationSurface::addFirstNotice(const QString& line) {

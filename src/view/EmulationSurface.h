@@ -23,8 +23,8 @@ class EmulationSurface : public TerminalSurface {
   ~EmulationSurface() override;
 
   EmulationDisplay& display() { return *m_display; }
-  /// Whether nothing has been printed on the screen.
-  bool isBlank() const;
+  /// Whether the cursor stands at the start of the screen, as before anything has been printed.
+  bool isUntouched() const;
   /// Shows a line of our own, at the start before the shell prints anything, or at the end after it has ended. In both,
   /// nothing in the text is a control function.
   void addFirstNotice(const QString& line);

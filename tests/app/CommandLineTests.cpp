@@ -109,14 +109,12 @@ TEST(CommandLine, StartsAnInstanceOfItsOwnWhenAsked) {
   EXPECT_TRUE(parsed({"--new-instance"}).newInstance);
 }
 
-TEST(CommandLine, AcceptsTheLogDisplayWhichIsTheDefault) {
-  const CommandLine line = parsed({"--log"});
-  EXPECT_EQ(line.action, Action::Run);
-  EXPECT_TRUE(line.program.empty());
-}
-
-TEST(CommandLine, SaysThatThereIsNoFullEmulation) {
-  EXPECT_EQ(refusal({"--full-emulation"}), "--full-emulation is not available in this version");
+TEST(CommandLine, TakesTheDisplayOfThisRun) {
+  EXPECT_EQ(parsed({}).display, std::nullopt);
+  EXPECT_EQ(parsed({"--log"}).display, Display::Log);
+  EXPECT_EQ(parsed({"--full-emulation"}).display, Display::FullEmulation);
+  EXPECT_EQ(parsed({"--full-emulation", "--log"}).display, Display::Log);
+  EXPECT_EQ(parsed({"--full-emulation", "-e", "top", "--log"}).display, Display::FullEmulation);
 }
 
 TEST(CommandLine, NamesEveryOptionInItsHelpWithWhatItTakes) {

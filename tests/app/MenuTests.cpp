@@ -2,6 +2,7 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QTcpServer>
 
 #include "AppFixture.h"
@@ -82,9 +83,12 @@ TEST_F(MenuTest, HoldTheItemsOfTheApplicationWithTheirShortcuts) {
                          QStringLiteral("Find Previous|Ctrl+Shift+H"), QStringLiteral("Use Selection for Find|"),
                          QStringLiteral("-"), QStringLiteral("Preferences...|Ctrl+,")}));
   EXPECT_EQ(items("Terminal"), (QStringList{QStringLiteral("Clear Screen|Ctrl+Shift+K"),
-                                            QStringLiteral("Toggle Homebrew Sidebar|Ctrl+Shift+B")}));
+                                            QStringLiteral("Toggle Homebrew Sidebar|Ctrl+Shift+B"), QStringLiteral("-"),
+                                            QStringLiteral("Full Emulation|Ctrl+Shift+E")}));
+  EXPECT_EQ(items("View"), (QStringList{QStringLiteral("Zoom In|Ctrl+Shift++"), QStringLiteral("Zoom Out|Ctrl+Shift+-"),
+                                        QStringLiteral("Actual Size|Ctrl+Shift+0")}));
   EXPECT_EQ(items("Help"), (QStringList{QStringLiteral("About Zolt|"), QStringLiteral("Check for Updates...|")}));
-  EXPECT_EQ(window->menuBar()->actions().size(), 5);
+  EXPECT_EQ(window->menuBar()->actions().size(), 6);
   EXPECT_EQ(items("Window"), (QStringList{QStringLiteral("Minimize|Ctrl+Shift+M"), QStringLiteral("Full Screen|F11"),
                                           QStringLiteral("-")}));
 }
@@ -179,6 +183,42 @@ TEST_F(MenuTest, LeaveAltToTheProgramInTheTerminal) {
   EXPECT_TRUE(test::waitFor([&] { return shown().ends_with(" 66 65 74 77 68"); })) << shown();
 }
 
+TEST_F(MenuTest, ZoomTheTerminalAndLeaveControlMinusToTheProgram) {
+  const TextCanvas& canvas = window->contentViewController().rootView().surface().canvas();
+  const int rows = canvas.gridSize().rows;
+  press(Qt::Key_Plus);
+  press(Qt::Key_Equal);
+  EXPECT_EQ(canvas.textFont().size, 16);
+  EXPECT_LT(canvas.gridSize().rows, rows);
+  press(Qt::Key_Minus);
+  EXPECT_EQ(canvas.textFont().size, 15);
+  press(Qt::Key_Minus, Qt::MetaModifier);
+  EXPECT_EQ(canvas.textFont().size, 14);
+  press(Qt::Key_Minus, Qt::MetaModifier);
+  press(Qt::Key_Minus, Qt::ControlModifier);
+  EXPECT_EQ(canvas.textFont().size, 13) << "Control alone belongs to the shell";
+  press(Qt::Key_0);
+  EXPECT_EQ(canvas.textFont().size, 14);
+  EXPECT_EQ(canvas.gridSize().rows, rows);
+}
+
+TEST_F(MenuTest, CheckTheFullEmulationWhileItIsOn) {
+  const auto isChecked = [this] {
+    Q_EMIT menu("Terminal")->aboutToShow();
+    const bool checked = item("Terminal", "Full Emulation")->isChecked();
+    Q_EMIT menu("Terminal")->aboutToHide();
+    return checked;
+  };
+  EXPECT_TRUE(item("Terminal", "Full Emulation")->isCheckable());
+  EXPECT_FALSE(isChecked());
+  press(Qt::Key_E);
+  EXPECT_TRUE(defaults.boolForKey("fullEmulation"));
+  EXPECT_TRUE(isChecked());
+  app.appDelegate().toggleFullEmulation();
+  EXPECT_EQ(defaults.stringForKey("fullEmulation"), "false");
+  EXPECT_FALSE(isChecked());
+}
+
 TEST_F(MenuTest, DisableItemsWhoseActionIsUnavailable) {
   QTcpServer feed;  // accepts the connection and never answers: the check stays under way
   ASSERT_TRUE(feed.listen(QHostAddress::LocalHost));
@@ -226,6 +266,27 @@ TEST_F(MenuTest, TellTheProgramOneSizeOnly) {
   ASSERT_TRUE(test::waitFor([&] { return shown().find('x') != std::string::npos; }));
   test::runLoopFor(std::chrono::milliseconds(200));
   EXPECT_EQ(shown(), std::to_string(view.gridSize().rows) + "x" + std::to_string(view.gridSize().columns));
+}
+
+TEST_F(MenuTest, TellTheProgramItsSizeWithABarBelowItAndOnceMoreWithoutTheBar) {
+  app.appDelegate().applicationDidFinishLaunching(
+      {.shell = Shell{.name = "Child", .executable = ZOLT_TEST_CHILD, .args = {"size"}, .icon = "terminal"},
+       .restart = TerminalController::Restart::Never});
+  window = app.appDelegate().windows().back().get();
+  const TerminalNSTextView& view = window->contentViewController().rootView().textView();
+  const auto shown = [&] { return view.textStorage().text({}, view.textStorage().end()); };
+  const auto size = [&] {
+    return std::to_string(view.gridSize().rows) + "x" + std::to_string(view.gridSize().columns);
+  };
+  const std::string withBar = size();
+  ASSERT_TRUE(test::waitFor([&] { return !shown().empty(); }));
+  test::runLoopFor(std::chrono::milliseconds(200));
+  EXPECT_EQ(shown(), withBar);
+  window->findChild<QPushButton*>(QStringLiteral("keepLog"))->click();
+  ASSERT_TRUE(test::waitFor([&] { return shown().size() > withBar.size(); }));
+  test::runLoopFor(std::chrono::milliseconds(200));
+  EXPECT_NE(size(), withBar);
+  EXPECT_EQ(shown(), withBar + size());
 }
 
 TEST_F(MenuTest, ShowTheSubtitleBesideThem) {

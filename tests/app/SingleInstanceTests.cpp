@@ -55,6 +55,29 @@ TEST_F(SingleInstanceTest, OpensAWindowInTheRunningOneForASecondStart) {
   EXPECT_EQ(opened[1].workingDirectory, "/d");
 }
 
+TEST_F(SingleInstanceTest, PassesTheDisplayThatWasAskedFor) {
+  for (const auto& display :
+       {std::optional<Display>(), std::optional(Display::Log), std::optional(Display::FullEmulation)}) {
+    const auto decoded = OpenRequest::decoded(
+        OpenRequest{.workingDirectory = "/a", .activationToken = "", .display = display}.encoded());
+    ASSERT_TRUE(decoded);
+    EXPECT_EQ(decoded->workingDirectory, "/a");
+    EXPECT_EQ(decoded->display, display);
+  }
+}
+
+// As older and newer versions send it.
+TEST_F(SingleInstanceTest, OpensAWindowForARequestWithoutADisplayItKnows) {
+  for (const char* request : {R"({"open":"window","directory":"/a","token":""})",
+                              R"({"open":"window","directory":"/a","display":"holographic"})",
+                              R"({"open":"window","directory":"/a","display":7})"}) {
+    const auto decoded = OpenRequest::decoded(request);
+    ASSERT_TRUE(decoded) << request;
+    EXPECT_EQ(decoded->workingDirectory, "/a");
+    EXPECT_EQ(decoded->display, std::nullopt);
+  }
+}
+
 TEST_F(SingleInstanceTest, WaitsForAFirstInstanceThatIsStillStarting) {
   SingleInstance instance(path());
   ASSERT_EQ(instance.claim({}), Outcome::First);

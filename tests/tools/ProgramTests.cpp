@@ -106,7 +106,7 @@ TEST(ZoltProgram, RejectsAWrongOptionWithOneLineAndStatusTwo) {
                                                                      {"--screenshot", "a.png"},
                                                                      {"word"},
                                                                      {"two\nlines"},
-                                                                     {"--full-emulation"}}) {
+                                                                     {"--full-emulation=yes"}}) {
     const test::ProgramResult result = zolt(arguments);
     EXPECT_EQ(result.status, 2) << test::joined(arguments);
     EXPECT_EQ(std::ranges::count(result.errors, '\n'), 1) << result.errors;

@@ -1,0 +1,191 @@
+// How the user comes to the full emulation: the bar of the first window, the switch in the menu, the replaced window.
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "AppFixture.h"
+#include "app/ProgramRun.h"
+
+namespace zolt {
+namespace {
+
+using test::waitFor;
+
+class DisplayChoiceTest : public test::AppDelegateTest {
+ protected:
+  void launch(TerminalLaunch first = child({"wait"})) {
+    delegate.applicationDidFinishLaunching(first);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window(0), test::kPatience.count()));
+  }
+  DisplayBar* bar() { return window(0).findChild<DisplayBar*>(); }
+  void choose(const char* button) { bar()->findChild<QPushButton*>(QLatin1String(button))->click(); }
+  /// The button of the question that is open over a window.
+  QPushButton* answer(TerminalWindow& over, const char* text) {
+    const auto* box = over.findChild<QMessageBox*>(QStringLiteral("replaceQuestion"));
+    if (box == nullptr) return nullptr;
+    const auto buttons = box->findChildren<QPushButton*>();
+    for (QPushButton* each : buttons) {
+      if (each->text() == QLatin1String(text)) return each;
+    }
+    return nullptr;
+  }
+  Display displayOf(std::size_t index) { return window(index).kind().display; }
+};
+
+TEST_F(DisplayChoiceTest, OffersBothDisplaysInABarBelowTheTerminal) {
+  launch();
+  ASSERT_NE(bar(), nullptr);
+  EXPECT_EQ(bar()->findChild<QLabel*>()->text(),
+            QStringLiteral("Output is shown as a log. Editors, pagers and columns need the full emulation."));
+  const TextCanvas& canvas = window(0).contentViewController().rootView().surface().canvas();
+  EXPECT_EQ(bar()->mapTo(&window(0), QPoint(0, bar()->height())).y(), window(0).height());
+  EXPECT_EQ(canvas.mapTo(&window(0), QPoint(0, canvas.height())).y(), window(0).height() - bar()->height());
+  EXPECT_TRUE(canvas.hasFocus());
+}
+
+TEST_F(DisplayChoiceTest, KeepsTheLogAndRemembersThat) {
+  launch();
+  choose("keepLog");
+  EXPECT_TRUE(waitFor([this] { return bar() == nullptr; }));
+  EXPECT_TRUE(defaults.boolForKey("displayChosen"));
+  EXPECT_EQ(defaults.stringForKey("fullEmulation"), std::nullopt);
+  EXPECT_EQ(delegate.windows().size(), 1U);
+  EXPECT_EQ(displayOf(0), Display::Log);
+}
+
+TEST_F(DisplayChoiceTest, OpensAWindowOfTheFullEmulationInPlaceOfTheFirst) {
+  launch();
+  window(0).setGeometry(QRect(window(0).geometry().topLeft() + QPoint(9, 7), QSize(640, 420)));
+  const QRect place = window(0).geometry();
+  choose("useFullEmulation");
+  ASSERT_EQ(delegate.windows().size(), 1U);
+  EXPECT_EQ(displayOf(0), Display::FullEmulation);
+  EXPECT_EQ(window(0).geometry(), place);
+  EXPECT_TRUE(window(0).isVisible());
+  EXPECT_TRUE(defaults.boolForKey("fullEmulation"));
+  EXPECT_TRUE(defaults.boolForKey("displayChosen"));
+  EXPECT_EQ(bar(), nullptr);
+  EXPECT_TRUE(waitFor([] { return test::childProcesses().size() == 1; })) << "the first window's program has ended";
+}
+
+TEST_F(DisplayChoiceTest, OffersNothingOnceOneWasChosen) {
+  for (const char* key : {"displayChosen", "fullEmulation"}) {
+    UserDefaults chosen(folder.filePath(QLatin1String(key)).toStdString());
+    chosen.setBool(key, false);
+    Config settings(chosen);
+    AppDelegate other(settings, chosen, [](TerminalWindow&) {});
+    other.applicationDidFinishLaunching(child({"wait"}));
+    EXPECT_EQ(other.windows().front()->findChild<DisplayBar*>(), nullptr) << key;
+  }
+}
+
+TEST_F(DisplayChoiceTest, OffersNothingToAProgramNorInARunOfOneDisplay) {
+  TerminalLaunch program = child({"wait"});
+  program.isForProgram = true;
+  launch(program);
+  EXPECT_EQ(bar(), nullptr);
+  for (const Display display : {Display::Log, Display::FullEmulation}) {
+    AppDelegate other(config, defaults, [](TerminalWindow&) {});
+    other.setDisplayOfThisRun(display);
+    other.applicationDidFinishLaunching(child({"wait"}));
+    EXPECT_EQ(other.windows().front()->kind().display, display);
+    EXPECT_EQ(other.windows().front()->findChild<DisplayBar*>(), nullptr);
+  }
+}
+
+TEST_F(DisplayChoiceTest, OffersItInTheFirstWindowOnly) {
+  launch();
+  delegate.openWindow(child({"wait"}));
+  EXPECT_EQ(window(1).findChild<DisplayBar*>(), nullptr);
+}
+
+TEST_F(DisplayChoiceTest, TakesTheBarAwayWhenTheChoiceIsMadeInTheMenu) {
+  launch();
+  delegate.toggleFullEmulation();
+  EXPECT_TRUE(waitFor([this] { return bar() == nullptr; }));
+}
+
+TEST_F(DisplayChoiceTest, GivesTheBarTheKeyboardByF6AndTakesItBackByEscape) {
+  launch();
+  const QWidget* terminal = QApplication::focusWidget();
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("useFullEmulation"));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("keepLog"));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);
+  EXPECT_EQ(QApplication::focusWidget(), terminal);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+  EXPECT_EQ(QApplication::focusWidget(), terminal);
+}
+
+TEST_F(DisplayChoiceTest, KeepsTheButtonsOfTheBarInANarrowWindow) {
+  DisplayBar narrow;
+  narrow.resize(narrow.minimumSizeHint().width(), narrow.height());
+  narrow.show();
+  EXPECT_EQ(narrow.height(), DisplayBar().height());
+  for (const QPushButton* button : narrow.findChildren<QPushButton*>()) {
+    EXPECT_GE(button->width(), button->sizeHint().width());
+    EXPECT_TRUE(narrow.rect().contains(button->geometry()));
+  }
+}
+
+TEST_F(DisplayChoiceTest, TheSwitchDecidesForWindowsToCome) {
+  launch();
+  delegate.toggleFullEmulation();
+  EXPECT_EQ(displayOf(0), Display::Log);
+  EXPECT_EQ(delegate.openWindow(child({"wait"})).kind().display, Display::FullEmulation);
+  delegate.toggleFullEmulation();
+  EXPECT_EQ(delegate.openWindow(child({"wait"})).kind().display, Display::Log);
+}
+
+TEST_F(DisplayChoiceTest, TheSwitchCountsMoreThanTheDisplayOfTheRun) {
+  delegate.setDisplayOfThisRun(Display::Log);
+  delegate.toggleFullEmulation();
+  EXPECT_EQ(delegate.displayOfNewWindow(), Display::FullEmulation);
+}
+
+TEST_F(DisplayChoiceTest, AsksWhetherToReplaceTheWindowInFrontAndDoesSo) {
+  launch();
+  ASSERT_TRUE(waitForText(window(0), "waiting"));
+  delegate.toggleFullEmulation();
+  const QRect place = window(0).geometry();
+  QPushButton* yes = answer(window(0), "Replace This Window");
+  ASSERT_NE(yes, nullptr);
+  yes->click();
+  ASSERT_EQ(delegate.windows().size(), 1U);
+  EXPECT_EQ(displayOf(0), Display::FullEmulation);
+  EXPECT_EQ(window(0).geometry(), place);
+  EXPECT_TRUE(waitFor([] { return test::childProcesses().size() == 1; }));
+}
+
+TEST_F(DisplayChoiceTest, KeepsTheWindowIfTheUserSaysSo) {
+  launch();
+  delegate.toggleFullEmulation();
+  QPushButton* no = answer(window(0), "Keep This Window");
+  ASSERT_NE(no, nullptr);
+  EXPECT_TRUE(no->isDefault());
+  no->click();
+  EXPECT_EQ(delegate.windows().size(), 1U);
+  EXPECT_EQ(displayOf(0), Display::Log);
+  EXPECT_TRUE(window(0).contentViewController().rootView().terminal().ptySession().isRunning());
+  EXPECT_TRUE(defaults.boolForKey("fullEmulation"));
+}
+
+TEST_F(DisplayChoiceTest, DoesNotAskWhereTheWindowShowsThatDisplayOrAProgram) {
+  defaults.setBool("fullEmulation", true);
+  launch();
+  ASSERT_EQ(displayOf(0), Display::FullEmulation);
+  defaults.setBool("fullEmulation", false);
+  delegate.toggleFullEmulation();
+  EXPECT_EQ(window(0).findChild<QMessageBox*>(), nullptr);
+  TerminalLaunch program = child({"wait"});
+  program.isForProgram = true;
+  TerminalWindow& other = delegate.openWindow(program);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&other, test::kPatience.count()));
+  delegate.toggleFullEmulation();
+  EXPECT_EQ(other.findChild<QMessageBox*>(), nullptr);
+}
+
+}  // namespace
+}  // namespace zolt
