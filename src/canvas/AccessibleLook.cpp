@@ -60,7 +60,8 @@ QString accessibleAttributes(const CellLook& look, const CanvasColors& colors) {
   if (look.underline != LineStyle::None) {
     const LineNames names = kUnderlines[static_cast<std::size_t>(look.underline)];
     attributes += pair("text-underline-style", names.style) + pair("text-underline-type", names.type);
-    if (qAlpha(look.underlineColor) != 0) attributes += pair("text-underline-color", look.underlineColor);
+    const bool isColored = qAlpha(look.underlineColor) != 0 && look.underlineColor != look.foreground;
+    if (isColored) attributes += pair("text-underline-color", look.underlineColor);
   }
   if (look.struck) attributes += pair("text-line-through-style", "solid") + pair("text-line-through-type", "single");
   return attributes;

@@ -4,11 +4,14 @@ Usage: screen_reader.py ZOLT --log|--full-emulation (on a session bus and a disp
 import subprocess
 import sys
 import time
+import warnings
 
 import gi
 
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
+
+warnings.simplefilter("ignore", DeprecationWarning)  # Qt 6.4 has only the old call for lines
 
 PATIENCE = 60  # seconds; only a failing test waits as long
 PROMPT = "ready> "
@@ -130,7 +133,8 @@ def check(zolt, display, started):
     at = reader.text().index("bold plain")
     attributes, begin, end = Atspi.Text.get_attribute_run(terminal, at + 1, False)
     expect("where bold text is", (at, at + 4), (begin, end))
-    expect("its weight", "700", attributes.get("weight"))
+    if attributes.get("weight") not in ("bold", "700"):
+        fail(f"bold text is not bold: {attributes}")
     red, green, blue = (int(part) for part in attributes["fg-color"].split(","))
     if red <= max(green, blue):
         fail(f"bold text is not red: {attributes}")
@@ -143,7 +147,7 @@ def check(zolt, display, started):
     chosen = Atspi.Text.get_selection(terminal, 0)
     expect("the selection", (at, at + 4), (chosen.start_offset, chosen.end_offset))
     await_that("the selection to be told", lambda: reader.selections > 0)
-    line = Atspi.Text.get_string_at_offset(terminal, at, Atspi.TextGranularity.LINE)
+    line = Atspi.Text.get_text_at_offset(terminal, at, Atspi.TextBoundaryType.LINE_START)
     expect("its line", "bold plain\n", line.content)
 
     # A flood: what is told keeps to its limit, and in the end nothing is missing.
