@@ -129,7 +129,7 @@ TEST_F(EmulationSettingsTest, NumbersOutOfRangeAreClamped) {
     EXPECT_EQ(settings().lineSpacing, expected);
   }
   for (const auto& [contrast, expected] :
-       {std::pair{"0.5", 1.0}, {"7", 7.0}, {"21", 7.0}, {"-3", 1.0}, {"0", 1.0}, {"much", 3.0}, {"4.5:1", 4.5}}) {
+       {std::pair{"0.5", 1.0}, {"7", 7.0}, {"21", 7.0}, {"-3", 1.0}, {"0", 3.0}, {"much", 3.0}, {"4.5:1", 4.5}}) {
     defaults.setString("minimumContrast", contrast);
     EXPECT_EQ(settings().minimumContrast, expected) << contrast;
   }

@@ -153,11 +153,11 @@ TEST_F(FullEmulationSettingsTest, ItsSwitchesStoreAndFollowTheirSettings) {
 TEST_F(FullEmulationSettingsTest, TheMinimumContrastRangesFromOffToSeven) {
   open(test::Advanced);
   auto& row = find<SliderRow>("minimumContrast");
-  EXPECT_EQ(row.valueText(), QStringLiteral("Off"));
+  EXPECT_EQ(row.valueText(), QStringLiteral("3.0:1"));
   row.slider().setFocus(Qt::TabFocusReason);
   test::press(*window, Qt::Key_Right);
-  EXPECT_EQ(row.valueText(), QStringLiteral("1.5:1"));
-  EXPECT_EQ(fileContent()["minimumContrast"], "1.5");
+  EXPECT_EQ(row.valueText(), QStringLiteral("3.5:1"));
+  EXPECT_EQ(fileContent()["minimumContrast"], "3.5");
   test::press(*window, Qt::Key_End);
   turn();
   EXPECT_EQ(row.valueText(), QStringLiteral("7.0:1"));
@@ -296,7 +296,7 @@ TEST_F(FullEmulationSettingsTest, AResetIncludesItsSettings) {
   test::click(find<DestructiveButton>("resetToDefaults"));
   turn();
   EXPECT_TRUE(find<Switch>("ligatures").isChecked());
-  EXPECT_EQ(find<SliderRow>("minimumContrast").valueText(), QStringLiteral("Off"));
+  EXPECT_EQ(find<SliderRow>("minimumContrast").valueText(), QStringLiteral("3.0:1"));
   EXPECT_NE(find<QLineEdit>("wordSeparators").text(), QStringLiteral("x"));
   const auto stored = fileContent();
   for (const char* key : {"ligatures", "minimumContrast", "wordSeparators", "warnBeforeClosing"}) {
