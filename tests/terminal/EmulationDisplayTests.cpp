@@ -286,7 +286,7 @@ TEST_F(EmulationDisplayTest, TypesThePathOfADroppedFileQuoted) {
   EXPECT_TRUE(enter.isAccepted());
   QDropEvent drop(QPointF(20, 20), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(&view(), &drop);
-  ASSERT_TRUE(isSent("'/tmp/a b'\\''c'")) << sent();
+  ASSERT_TRUE(isSent("'/tmp/a b'\\''c' ")) << sent();
 }
 
 TEST_F(EmulationDisplayTest, ShowsWhereALinkLeadsAndAsksBeforeUnusualOnes) {
