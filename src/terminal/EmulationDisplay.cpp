@@ -17,6 +17,8 @@ namespace zolt {
 namespace {
 
 constexpr std::chrono::milliseconds kSettlePoll{1};
+// What has been fed is processed in no time, but a process may print for ever.
+constexpr std::chrono::seconds kSettleLimit{5};
 
 CursorLook lookOf(Config::CursorStyle style) {
   switch (style) {
@@ -159,12 +161,17 @@ void EmulationDisplay::takeEvents(const vt::TerminalEvents& events) {
 }
 
 void EmulationDisplay::whenSettled(std::function<void()> shown) {
+  settle(std::move(shown), std::chrono::steady_clock::now() + kSettleLimit);
+}
+
+void EmulationDisplay::settle(std::function<void()> shown, std::chrono::steady_clock::time_point deadline) {
   m_canvas->makeFrameNow();
-  if (m_emulator->isSettled()) {
+  if (m_emulator->isSettled() || std::chrono::steady_clock::now() >= deadline) {
     shown();
     return;
   }
-  MainQueue::after(MainQueue::Owner(this), kSettlePoll, [this, shown = std::move(shown)] { whenSettled(shown); });
+  MainQueue::after(MainQueue::Owner(this), kSettlePoll,
+                   [this, shown = std::move(shown), deadline] { settle(shown, deadline); });
 }
 
 // The cursor's line becomes the first, where the program goes on as if it had scrolled there.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -34,7 +35,7 @@ class EmulationDisplay : public QObject {
 
   /// The settings from now on.
   void setSettings(const EmulationSettings& settings, bool isDark);
-  /// Calls `shown` once everything that has been fed is in the frame.
+  /// Calls `shown` once everything that has been fed is in the frame, or after 5 s while ever more arrives.
   void whenSettled(std::function<void()> shown);
   /// Clears the history and all of the screen but the line of the cursor; nothing on the alternate screen.
   void clear();
@@ -51,6 +52,7 @@ class EmulationDisplay : public QObject {
  private:
   void takeEvents(const vt::TerminalEvents& events);
   void updateColors();
+  void settle(std::function<void()> shown, std::chrono::steady_clock::time_point deadline);
 
   TerminalController& m_terminal;
   std::unique_ptr<Emulator> m_emulator;
