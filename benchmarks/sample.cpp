@@ -1,4 +1,4 @@
-// sample KIND BYTES: prints about BYTES bytes of a sample text; KIND is plain, coloured, colours, redraws or mixed.
+// sample KIND BYTES: prints about BYTES bytes of a sample text; KIND is a word of kKinds.
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -16,7 +16,9 @@ struct Kind {
 constexpr Kind kKinds[] = {
     {"plain", zolt::bench::plainLog},         {"coloured", zolt::bench::colouredLog},
     {"colours", zolt::bench::manyColoursLog}, {"redraws", zolt::bench::directColourRedraws},
-    {"mixed", zolt::bench::mixedUtf8Log},
+    {"mixed", zolt::bench::mixedUtf8Log},     {"palette", zolt::bench::paletteLog},
+    {"direct", zolt::bench::directColourLog}, {"line", zolt::bench::endlessLine},
+    {"places", zolt::bench::redraws},
 };
 
 }  // namespace

@@ -105,7 +105,8 @@ GlyphMask CanvasFonts::Face::makeCluster(const std::string& utf8, int columns) c
   const char32_t first = scalarAt(utf8, 0, length);
   if (columns == 1 && length == utf8.size() && isDrawnSymbol(first)) return drawSymbol(first, m_metrics);
   QFont font = m_font;
-  if (isEmoji(utf8, first, columns) && !emojiFamily().isEmpty()) font.setFamilies(QStringList{emojiFamily()} + font.families());
+  if (isEmoji(utf8, first, columns) && !emojiFamily().isEmpty())
+    font.setFamilies(QStringList{emojiFamily()} + font.families());
   return shapedCluster(
       QString::fromStdString(utf8), font,
       {.width = m_metrics.width * columns, .height = m_metrics.height, .baseline = m_metrics.baseline});

@@ -9,7 +9,6 @@
 #include <QTextOption>
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 
 namespace zolt {
 
@@ -34,6 +33,11 @@ const QRgb* line(const QImage& image, int y) {
   return reinterpret_cast<const QRgb*>(image.constScanLine(y));
 }
 
+// Of a pixel that was black and has become white in these shares.
+constexpr QRgb coverageOf(QRgb pixel) {
+  return (pixel & RGB_MASK) | (pixel & 0xFF00) << 16;
+}
+
 constexpr bool isCovered(QRgb pixel) {
   return (pixel & RGB_MASK) != 0;
 }
@@ -56,18 +60,8 @@ GlyphMask GlyphMask::of(const QRawFont& font, std::uint32_t glyph) {
   const QRect bounds = font.boundingRect(glyph).toAlignedRect().adjusted(-kMargin, -kMargin, kMargin, kMargin);
   const QImage image = picture(font, glyph, -bounds.topLeft(), bounds.size());
   const QRect area = coveredArea(image);
-  GlyphMask mask{.left = bounds.left() + area.left(),
-                 .top = bounds.top() + area.top(),
-                 .width = area.width(),
-                 .height = area.height(),
-                 .coverage = {}};
-  mask.coverage.reserve(static_cast<std::size_t>(area.width()) * static_cast<std::size_t>(area.height()));
-  for (int y = area.top(); y <= area.bottom(); ++y) {
-    const QRgb* pixels = line(image, y);
-    std::transform(pixels + area.left(), pixels + area.right() + 1, std::back_inserter(mask.coverage),
-                   [](QRgb pixel) { return pixel & RGB_MASK; });
-  }
-  return mask;
+  return filled(bounds.topLeft() + area.topLeft(), area.size(),
+                [&](int x, int y) { return coverageOf(line(image, area.top() + y)[area.left() + x]); });
 }
 
 namespace {
@@ -101,17 +95,12 @@ GlyphMask maskOf(const QImage& image, QPoint margin, const ClusterRoom& room) {
       isColored = isColored || !isWhite(pixels[x]);
     }
   }
-  GlyphMask mask{.left = area.left() - margin.x(),
-                 .top = area.top() - margin.y() - room.baseline.toInt(),
-                 .width = area.width(),
-                 .height = area.height(),
-                 .coverage = {},
-                 .isColored = isColored};
-  for (int y = area.top(); y <= area.bottom(); ++y) {
-    const QRgb* pixels = line(image, y);
-    std::transform(pixels + area.left(), pixels + area.right() + 1, std::back_inserter(mask.coverage),
-                   [&](QRgb pixel) { return isColored ? pixel : pixel & RGB_MASK; });
-  }
+  GlyphMask mask =
+      GlyphMask::filled(area.topLeft() - margin - QPoint(0, room.baseline.toInt()), area.size(), [&](int x, int y) {
+        const QRgb pixel = line(image, area.top() + y)[area.left() + x];
+        return isColored ? pixel : coverageOf(pixel);
+      });
+  mask.isColored = isColored;
   return mask;
 }
 

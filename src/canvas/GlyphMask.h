@@ -1,13 +1,16 @@
 #pragma once
 
 #include <QFont>
+#include <QPoint>
 #include <QRawFont>
 #include <QRgb>
+#include <QSize>
 #include <QString>
 #include <cstdint>
 #include <vector>
 
 #include "canvas/CanvasPixels.h"
+#include "canvas/MaskBlend.h"
 
 namespace zolt {
 
@@ -19,13 +22,30 @@ struct GlyphMask {
   int top = 0;
   int width = 0;
   int height = 0;
-  /// Row by row from the top, a byte for red, green and blue each: 0 not at all, 255 wholly. They differ where the font
-  /// is smoothed by subpixels.
+  /// Row by row from the top, `stride` pixels each, those past the width not covered. A byte for red, green and blue
+  /// each: 0 not at all, 255 wholly; they differ where the font is smoothed by subpixels. Alpha is as green.
   std::vector<QRgb> coverage;
   /// The glyph has colours of its own, as emoji have: `coverage` are its pixels, premultiplied by their alpha.
   bool isColored = false;
 
   bool empty() const { return coverage.empty(); }
+  /// The pixels from one row to the next: the width, rounded up for `blendMask`.
+  int stride() const { return (width + kMaskRowUnit - 1) / kMaskRowUnit * kMaskRowUnit; }
+  QRgb at(int x, int y) const { return coverage[static_cast<std::size_t>(y * stride() + x)]; }
+
+  /// A mask of `size`, with its first pixel at `place`. `coverageAt(x, y)` tells what stands there.
+  template <class CoverageAt>
+  static GlyphMask filled(QPoint place, QSize size, CoverageAt coverageAt) {
+    GlyphMask mask{.left = place.x(), .top = place.y(), .width = size.width(), .height = size.height(), .coverage = {}};
+    mask.coverage.resize(static_cast<std::size_t>(mask.stride()) * static_cast<std::size_t>(mask.height));
+    for (int y = 0; y < mask.height; ++y) {
+      QRgb* pixels = mask.coverage.data() + static_cast<std::ptrdiff_t>(y) * mask.stride();
+      for (int x = 0; x < mask.width; ++x) {
+        pixels[x] = coverageAt(x, y);
+      }
+    }
+    return mask;
+  }
 
   /// The glyph as Qt paints it, antialiasing and hinting included.
   static GlyphMask of(const QRawFont& font, std::uint32_t glyph);

@@ -1,14 +1,13 @@
 #include "canvas/RowPainter.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
 
 namespace zolt {
 
 namespace {
-
-constexpr QRgb kOpaque = 0xFF000000;
 
 // value / 255, rounded, for values up to 255 * 255.
 constexpr std::uint32_t by255(std::uint32_t value) {
@@ -22,8 +21,8 @@ constexpr std::uint32_t bothBy255(std::uint32_t values) {
   return (rounded + (rounded >> 8 & kLow)) >> 8 & kLow;
 }
 
-// `color`, opaque, over `under` in one share for all components, from 0 to 255: two of them at once.
-constexpr QRgb mixedEvenly(QRgb under, QRgb color, std::uint32_t share) {
+// `color`, opaque, over `under` in a share from 0 to 255: two components at once.
+constexpr QRgb mixed(QRgb under, QRgb color, std::uint32_t share) {
   constexpr std::uint32_t kLow = 0x00FF00FF;
   const std::uint32_t rest = 255 - share;
   const std::uint32_t redAndBlue = (color & kLow) * share + (under & kLow) * rest;
@@ -31,59 +30,49 @@ constexpr QRgb mixedEvenly(QRgb under, QRgb color, std::uint32_t share) {
   return bothBy255(redAndBlue) | bothBy255(alphaAndGreen) << 8;
 }
 
-// `color` over `under`, each component in the share that `coverage` gives for it, from 0 to 255. What is covered
-// becomes opaque to the same degree: pixels are premultiplied.
-constexpr QRgb mixed(QRgb under, QRgb color, QRgb coverage) {
-  const std::uint32_t even = coverage & 0xFF;
-  if (coverage == even * 0x010101) return mixedEvenly(under, color, even);
-  QRgb result = 0;
-  for (const int shift : {0, 8, 16}) {
-    const std::uint32_t share = coverage >> shift & 0xFF;
-    result |= by255((color >> shift & 0xFF) * share + (under >> shift & 0xFF) * (255 - share)) << shift;
-  }
-  const std::uint32_t alpha = under >> 24;
-  const std::uint32_t share = coverage >> 8 & 0xFF;
-  return result | (alpha == 255 ? kOpaque : by255(255 * share + alpha * (255 - share)) << 24);
-}
-
-// What is left of `coverage` with a colour of that alpha.
-constexpr QRgb scaled(QRgb coverage, std::uint32_t alpha) {
-  return mixed(0, coverage, alpha * 0x010101) & RGB_MASK;
-}
-
 constexpr bool isVisible(QRgb color) {
   return qAlpha(color) != 0;
 }
 
 // Characters that fonts for programming join: what operators and arrows are made of.
+constexpr auto kJoining = [] {
+  std::array<bool, 256> joining{};
+  for (const char character : std::string_view("!#$%&*+-./:;<=>?@\\^_|~")) {
+    joining[static_cast<unsigned char>(character)] = true;
+  }
+  return joining;
+}();
+
 constexpr bool mayJoin(char character) {
-  constexpr std::string_view kJoining = "!#$%&*+-./:;<=>?@\\^_|~";
-  return kJoining.find(character) != std::string_view::npos;
+  return kJoining[static_cast<unsigned char>(character)];
 }
 
 }  // namespace
 
-void RowPainter::begin(CanvasColumn end) {
+// Backgrounds are the same all the way down: one line of pixels is painted, and copied.
+void RowPainter::paintGround(const RowContent& row, ColumnRange selected, CanvasColumn end) {
   const CellMetrics& cell = m_fonts.metrics();
-  const QSize size((cell.width * (end.value + 2)).toInt(), cell.height.toInt());
+  const QSize size(std::max(cell.width * (end.value + 2), cell.width + m_width).toInt(), cell.height.toInt());
   if (m_picture.width() < size.width() || m_picture.height() < size.height()) {
     const bool isOpaque = qAlpha(m_colors.background) == 255;
     m_picture = QImage(size, isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
     m_pixels = reinterpret_cast<QRgb*>(m_picture.bits());
   }
-  m_row = m_clip = QRect(QPoint(0, 0), size);
-  const QRgb background = qPremultiply(m_colors.background);
-  for (int y = 0; y < size.height(); ++y) {
-    std::fill_n(m_pixels + static_cast<std::ptrdiff_t>(y) * m_picture.width(), size.width(), background);
-  }
-}
-
-void RowPainter::paint(const RowContent& row, ColumnRange selected, Blinking blinking, CanvasColumn room) {
-  begin(std::max({row.end, selected.end, room}));
+  m_row = QRect(QPoint(0, 0), size);
+  m_clip = QRect(0, 0, size.width(), 1);
+  std::fill_n(m_pixels, size.width(), qPremultiply(m_colors.background));
   for (const TextPiece& piece : row.pieces) {
     if (isVisible(piece.look.background)) fill(cellsOf(piece.range()), piece.look.background);
   }
   if (!selected.empty()) fill(cellsOf(selected), m_colors.selection);
+  for (int y = 1; y < size.height(); ++y) {
+    std::copy_n(m_pixels, size.width(), m_pixels + static_cast<std::ptrdiff_t>(y) * m_picture.width());
+  }
+  m_clip = m_row;
+}
+
+void RowPainter::paint(const RowContent& row, ColumnRange selected, Blinking blinking, CanvasColumn room) {
+  paintGround(row, selected, std::max({row.end, selected.end, room}));
   for (const TextPiece& piece : row.pieces) {
     // Clear text is there for copying, not for seeing.
     if (!isVisible(piece.look.foreground) || (piece.look.blinks && blinking == Blinking::Hidden)) continue;
@@ -156,7 +145,7 @@ void RowPainter::fill(QRect area, QRgb color) {
       std::fill(pixels + area.left(), pixels + area.right() + 1, color);
     } else {
       for (int x = area.left(); x <= area.right(); ++x) {
-        pixels[x] = mixed(pixels[x], color, alpha * 0x010101);
+        pixels[x] = mixed(pixels[x], color, alpha);
       }
     }
   }
@@ -165,16 +154,24 @@ void RowPainter::fill(QRect area, QRgb color) {
 void RowPainter::blend(const GlyphMask& mask, int x, QRgb color) {
   const int left = x + mask.left;
   const int top = m_fonts.metrics().baseline.toInt() + mask.top;
-  const QRect area = QRect(left, top, mask.width, mask.height) & m_clip;
-  const std::uint32_t alpha = qAlpha(color);
-  for (int row = area.top(); row <= area.bottom(); ++row) {
-    QRgb* pixels = m_pixels + static_cast<std::ptrdiff_t>(row) * m_picture.width();
-    const QRgb* coverages = mask.coverage.data() + static_cast<std::ptrdiff_t>(row - top) * mask.width;
+  const QRect whole(left, top, mask.width, mask.height);
+  const QRect area = whole & m_clip;
+  const std::ptrdiff_t pitch = m_picture.width();
+  const QRgb* coverages = mask.coverage.data() + static_cast<std::ptrdiff_t>(area.top() - top) * mask.stride();
+  const bool isWide = area.width() == mask.width && left + mask.stride() <= m_row.width();
+  if (isWide) {
+    blendMask(m_pixels + area.top() * pitch + left, pitch, coverages, mask.stride(), area.height(), color);
+    return;
+  }
+  // A part of the glyph: no pixel beside it may be touched.
+  std::array<QRgb, kMaskRowUnit> part{};
+  for (int row = area.top(); row <= area.bottom(); ++row, coverages += mask.stride()) {
     for (int column = area.left(); column <= area.right(); ++column) {
-      QRgb coverage = coverages[column - left];
-      if (coverage == 0) continue;
-      if (alpha != 255) coverage = scaled(coverage, alpha);
-      pixels[column] = mixed(pixels[column], color, coverage);
+      QRgb* pixel = m_pixels + row * pitch + column;
+      part[0] = *pixel;
+      std::array<QRgb, kMaskRowUnit> coverage{coverages[column - left]};
+      blendMask(part.data(), 0, coverage.data(), kMaskRowUnit, 1, color);
+      *pixel = part[0];
     }
   }
 }
@@ -186,7 +183,7 @@ void RowPainter::blendColored(const GlyphMask& mask, int x, std::uint32_t alpha)
   const QRect area = QRect(left, top, mask.width, mask.height) & m_clip;
   for (int row = area.top(); row <= area.bottom(); ++row) {
     QRgb* pixels = m_pixels + static_cast<std::ptrdiff_t>(row) * m_picture.width();
-    const QRgb* sources = mask.coverage.data() + static_cast<std::ptrdiff_t>(row - top) * mask.width;
+    const QRgb* sources = mask.coverage.data() + static_cast<std::ptrdiff_t>(row - top) * mask.stride();
     for (int column = area.left(); column <= area.right(); ++column) {
       const QRgb source = sources[column - left];
       const std::uint32_t rest = 255 - by255(static_cast<std::uint32_t>(qAlpha(source)) * alpha);
@@ -312,7 +309,7 @@ void RowPainter::paintCurl(QRect cells, QRgb color) {
           std::clamp(std::min(y + 1.0, center + half) - std::max<double>(y, center - half), 0.0, 1.0);
       const auto share = static_cast<std::uint32_t>(std::lround(covered * alpha));
       QRgb& pixel = m_pixels[static_cast<std::ptrdiff_t>(y) * m_picture.width() + x];
-      pixel = mixed(pixel, color, share * 0x010101);
+      pixel = mixed(pixel, color, share);
     }
   }
 }

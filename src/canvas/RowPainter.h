@@ -18,7 +18,9 @@ namespace zolt {
 /// `paint` begins a row, the others add to it, `draw` shows it. Lengths are device pixels.
 class RowPainter {
  public:
-  RowPainter(CanvasFonts& fonts, const CanvasColors& colors) : m_fonts(fonts), m_colors(colors) {}
+  /// Rows reach at least `width` to the right of their origin.
+  RowPainter(CanvasFonts& fonts, const CanvasColors& colors, DevicePixels width = {})
+      : m_fonts(fonts), m_colors(colors), m_width(width) {}
 
   enum class Blinking { Shown, Hidden };
 
@@ -36,7 +38,7 @@ class RowPainter {
   void draw(QPainter& painter, DevicePoint origin) const;
 
  private:
-  void begin(CanvasColumn end);
+  void paintGround(const RowContent& row, ColumnRange selected, CanvasColumn end);
   void fill(QRect area, QRgb color);
   /// `x` is the left of the glyph's cell in the picture.
   void blend(const GlyphMask& mask, int x, QRgb color);
@@ -51,6 +53,7 @@ class RowPainter {
 
   CanvasFonts& m_fonts;
   CanvasColors m_colors;
+  DevicePixels m_width;
   QImage m_picture;  // as large as the largest row needed; a cell of room before and after it for what overhangs
   QRgb* m_pixels = nullptr;  // of m_picture
   QRect m_row;               // the part of the picture that the row takes

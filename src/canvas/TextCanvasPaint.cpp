@@ -39,14 +39,22 @@ void TextCanvas::paintEvent(QPaintEvent* event) {
   const double scale = m_fonts->scale();
   // Device pixels: glyphs are drawn at their own size, and nothing falls between two pixels.
   painter.scale(1 / scale, 1 / scale);
-  RowPainter rows(*m_fonts, m_colors);
+  const DevicePoint origin{.x = toDevice(inset), .y = m_frame.firstRowTop};
+  RowPainter rows(*m_fonts, m_colors, toDevice(LogicalPixels(viewport()->width())) - origin.x);
   for (const QRect& logical : event->region()) {
     const QRectF area(logical.x() * scale, logical.y() * scale, logical.width() * scale, logical.height() * scale);
     painter.setClipRect(area);
-    painter.fillRect(area, QColor::fromRgba(m_colors.background));
-    const double firstRow = (area.top() - m_frame.firstRowTop.toDouble()) / m_frame.rowHeight.toDouble();
+    // What rows do not reach: above and below them, and to the left where cells are narrower than the inset.
+    const auto fill = [&](double right, double top, double bottom) {
+      const QRectF part = QRectF(QPointF(0, top), QPointF(right, bottom)) & area;
+      if (!part.isEmpty()) painter.fillRect(part, QColor::fromRgba(m_colors.background));
+    };
+    fill(area.right(), 0, origin.y.toDouble());
+    fill(area.right(), m_frame.topOf(m_rows.size()).toDouble(), area.bottom());
+    fill((origin.x - m_fonts->metrics().width).toDouble(), area.top(), area.bottom());
+    const double firstRow = (area.top() - origin.y.toDouble()) / m_frame.rowHeight.toDouble();
     for (auto row = static_cast<std::size_t>(std::max(firstRow, 0.0)); row < m_rows.size(); ++row) {
-      const DevicePoint at{.x = toDevice(inset), .y = m_frame.topOf(row)};
+      const DevicePoint at{.x = origin.x, .y = m_frame.topOf(row)};
       if (at.y.toDouble() >= area.bottom()) break;
       paintRow(rows, row);
       rows.draw(painter, at);

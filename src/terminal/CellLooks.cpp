@@ -19,17 +19,11 @@ QRgb toRgb(const vt::Rgb& color) {
   return qRgb(color.red, color.green, color.blue);
 }
 
-void CellLooks::forget() {
-  ++m_version;
-  m_looks.clear();
-  m_graphicLooks.clear();
-}
-
 bool CellLooks::setPalette(const std::shared_ptr<const vt::Palette>& palette, bool reverseScreen) {
   if (palette == m_palette && reverseScreen == m_options.reverseScreen) return false;
   m_palette = palette;
   m_options.reverseScreen = reverseScreen;
-  forget();
+  ++m_version;
   return true;
 }
 
@@ -37,7 +31,7 @@ void CellLooks::setOptions(const vt::ResolveOptions& options, double opacity) {
   const bool reverseScreen = std::exchange(m_options, options).reverseScreen;
   m_options.reverseScreen = reverseScreen;
   m_opacity = opacity;
-  forget();
+  ++m_version;
 }
 
 CellLook CellLooks::resolved(const vt::Style& style, bool isGraphic) const {
@@ -57,12 +51,12 @@ CellLook CellLooks::resolved(const vt::Style& style, bool isGraphic) const {
   return look;
 }
 
-const CellLook& CellLooks::look(const vt::Style& style, bool isGraphic) {
-  auto& looks = isGraphic ? m_graphicLooks : m_looks;
-  const auto known = looks.find(style);
-  if (known != looks.end()) return known->second;
-  if (looks.size() >= kMaxLooks) looks.clear();
-  return looks.emplace(style, resolved(style, isGraphic)).first->second;
+CellLook CellLooks::look(const vt::Style& style, bool isGraphic) {
+  Resolved& known = m_resolved[(vt::StyleHash()(style) + (isGraphic ? 1 : 0)) % kPlaces];
+  if (known.version != m_version || known.isGraphic != isGraphic || known.style != style) {
+    known = {.style = style, .look = resolved(style, isGraphic), .isGraphic = isGraphic, .version = m_version};
+  }
+  return known.look;
 }
 
 CanvasColors CellLooks::colors(QRgb selection) const {

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 #include <memory>
-#include <unordered_map>
+#include <vector>
 
 #include "canvas/CanvasStyle.h"
 #include "canvas/CellLook.h"
@@ -12,7 +12,7 @@
 
 namespace zolt {
 
-/// The looks of the full emulation's styles with one palette, each resolved once. Main thread.
+/// The looks of the full emulation's styles with one palette; those that are in use are resolved once. Main thread.
 class CellLooks {
  public:
   /// True if looks from before may be others now.
@@ -21,7 +21,7 @@ class CellLooks {
   void setOptions(const vt::ResolveOptions& options, double opacity);
 
   /// `isGraphic`: the cell is a picture rather than text; see vt::ResolveOptions.
-  const CellLook& look(const vt::Style& style, bool isGraphic);
+  CellLook look(const vt::Style& style, bool isGraphic);
   /// The colours around the text; `selection` is the theme's.
   CanvasColors colors(QRgb selection) const;
   QRgb cursorColor() const;
@@ -31,17 +31,22 @@ class CellLooks {
 
  private:
   CellLook resolved(const vt::Style& style, bool isGraphic) const;
-  void forget();
 
-  // More styles than a screen can show: those of programs that never repeat one are resolved again.
-  static constexpr std::size_t kMaxLooks = 16384;
+  struct Resolved {
+    vt::Style style;
+    CellLook look;
+    bool isGraphic = false;
+    std::uint64_t version = 0;  // of a version before: out of date
+  };
+  // A table in which each style has one place, that of the style that came last. More places than most screens have
+  // styles; a program that never repeats one costs no more than resolving it.
+  static constexpr std::size_t kPlaces = 8192;
 
   std::shared_ptr<const vt::Palette> m_palette = std::make_shared<const vt::Palette>();
   vt::ResolveOptions m_options;
   double m_opacity = 1;
-  std::uint64_t m_version = 0;
-  std::unordered_map<vt::Style, CellLook, vt::StyleHash> m_looks;
-  std::unordered_map<vt::Style, CellLook, vt::StyleHash> m_graphicLooks;
+  std::uint64_t m_version = 1;
+  std::vector<Resolved> m_resolved = std::vector<Resolved>(kPlaces);
 };
 
 QRgb toRgb(const vt::Rgb& color);

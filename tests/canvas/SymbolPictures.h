@@ -103,9 +103,7 @@ inline SymbolPicture drawn(char32_t symbol, CellSize size) {
   const GlyphMask mask = drawSymbol(symbol, metricsOf(size));
   EXPECT_EQ(mask.width, size.width);
   EXPECT_EQ(mask.height, size.height);
-  return SymbolPicture::of(mask.width, mask.height, [&](int x, int y) {
-    return qRed(mask.coverage.at(static_cast<std::size_t>(y * mask.width + x)));
-  });
+  return SymbolPicture::of(mask.width, mask.height, [&](int x, int y) { return qRed(mask.at(x, y)); });
 }
 
 /// A picture of '#' and '.' in rows that end with a space.

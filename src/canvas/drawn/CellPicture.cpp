@@ -4,7 +4,6 @@
 #include <QPainter>
 #include <QPainterPathStroker>
 #include <algorithm>
-#include <iterator>
 
 namespace zolt {
 
@@ -62,14 +61,10 @@ void CellPicture::invert() {
 }
 
 GlyphMask CellPicture::mask() const {
-  GlyphMask mask{.left = 0, .top = -m_baseline, .width = width(), .height = height(), .coverage = {}};
-  mask.coverage.reserve(static_cast<std::size_t>(width()) * static_cast<std::size_t>(height()));
-  for (int y = 0; y < height(); ++y) {
-    const uchar* pixels = m_image.constScanLine(y);
-    std::transform(pixels, pixels + width(), std::back_inserter(mask.coverage),
-                   [](uchar coverage) { return qRgba(coverage, coverage, coverage, 0); });
-  }
-  return mask;
+  return GlyphMask::filled(QPoint(0, -m_baseline), QSize(width(), height()), [&](int x, int y) {
+    const uchar coverage = m_image.constScanLine(y)[x];
+    return qRgba(coverage, coverage, coverage, coverage);
+  });
 }
 
 }  // namespace zolt
