@@ -22,9 +22,12 @@ class FramePacer {
   void setInterval(std::chrono::microseconds interval) { m_interval = interval; }
   /// Asks for a frame; requests until it is made count as one.
   void request();
+  /// The same, for a caller in the event loop: a frame that need not wait is made within the call.
+  void requestAtOnce();
   bool isPending() const { return m_timer->isActive(); }
 
  private:
+  std::chrono::microseconds timeToWait();
   void run();
 
   std::function<void()> m_makeFrame;

@@ -23,6 +23,8 @@ namespace {
 // Fetching rows can correct estimates, which moves rows. Each round touches few blocks, so a few rounds are enough.
 constexpr int kLayoutRounds = 16;
 constexpr std::chrono::milliseconds kRefineInterval{5};
+// After a change of size. The screen may follow only in the second: one was on its way. But it may also stay as it is.
+constexpr int kFramesAtOnce = 3;
 
 // The characters that fit a viewport of `size` logical pixels: at least one. The pixels are theirs, without the strips
 // that are too narrow for another one: a change of those few is no change for a program.
@@ -156,6 +158,15 @@ void TextCanvas::contentChanged() {
   m_pacer.request();
 }
 
+void TextCanvas::showChange() {
+  if (m_framesAtOnce > 0) {
+    --m_framesAtOnce;
+    makeFrameNow();
+  } else {
+    m_pacer.requestAtOnce();
+  }
+}
+
 void TextCanvas::scrollToEndOfDocument() {
   if (m_atEnd) return;  // a frame now would keep the next one waiting
   m_atEnd = true;
@@ -239,6 +250,7 @@ void TextCanvas::layOut() {
   const CellMetrics& cell = m_fonts->metrics();
   const DevicePixels viewportHeight = deviceHeight();
   sync();
+  if (m_source->columns() == m_gridSize.columns && m_source->screenRows() == m_gridSize.rows) m_framesAtOnce = 0;
   m_cursor = m_source->cursor();
   for (int round = 0; round < kLayoutRounds; ++round) {
     const std::uint64_t generation = m_source->generation();
@@ -348,6 +360,7 @@ void TextCanvas::updateGridSize() {
   m_frameValid = false;
   m_pacer.request();
   m_gridSize = size;
+  if (m_source->screenRows() > 0) m_framesAtOnce = kFramesAtOnce;
   if (isVisible()) m_sizeNotifier.update(size);
 }
 

@@ -74,6 +74,9 @@ class TextCanvas : public QAbstractScrollArea {
 
   /// To be called when the source has more to show.
   void contentChanged();
+  /// The same, from the event loop and not from within a call of the canvas: the frame is made within the call if none
+  /// was made just before, or if it is the first in a new size.
+  void showChange();
   /// Shows the end of the text from now on, until the user scrolls away from it.
   void scrollToEndOfDocument();
   bool isAtEnd() const { return m_atEnd; }
@@ -211,6 +214,7 @@ class TextCanvas : public QAbstractScrollArea {
   FramePacer m_pacer;
   ThinScrollBar* m_bar;  // a child
   TerminalSize m_gridSize;
+  int m_framesAtOnce = 0;  // still to come: until the source's screen is of that size
   SizeNotifier m_sizeNotifier;
 
   // Where the view is: at the end, or `m_anchorDelta` below the top of the row that shows `m_anchor`.

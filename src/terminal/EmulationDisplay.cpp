@@ -62,7 +62,7 @@ EmulationDisplay::EmulationDisplay(TerminalController& terminal, const TerminalS
       Emulator::Handlers{.changed =
                              [this, self] {
                                MainQueue::async(self, [this] {
-                                 if (m_canvas != nullptr) m_canvas->contentChanged();
+                                 if (m_canvas != nullptr) m_canvas->showChange();
                                });
                              },
                          .replied =

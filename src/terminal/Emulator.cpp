@@ -45,11 +45,23 @@ Emulator::~Emulator() {
 }
 
 void Emulator::feed(Bytes bytes) {
-  {
-    const std::lock_guard lock(m_mutex);
+  std::unique_lock lock(m_mutex);
+  const bool isIdle = m_queue.empty() && !m_busy && !m_stopping;
+  if (!isIdle || bytes.size() > processedAtOnceBytes) {
     m_queue.emplace_back(std::move(bytes));
+    lock.unlock();
+    m_woken.notify_one();
+    return;
   }
-  m_woken.notify_one();
+  m_busy = true;
+  lock.unlock();
+  Work work(std::move(bytes));
+  process(work);
+  lock.lock();
+  m_busy = false;
+  const bool isDone = m_queue.empty() && !m_stopping && !(m_changed && m_wanted);
+  lock.unlock();
+  if (!isDone) m_woken.notify_one();
 }
 
 void Emulator::change(Change change) {
@@ -87,25 +99,13 @@ void Emulator::run() {
   std::vector<Work> work;
   std::unique_lock lock(m_mutex);
   while (true) {
-    m_woken.wait(lock, [this] { return m_stopping || !m_queue.empty() || (m_changed && m_wanted); });
+    m_woken.wait(lock, [this] { return m_stopping || (!m_busy && (!m_queue.empty() || (m_changed && m_wanted))); });
     if (m_stopping) return;
     work.swap(m_queue);
     m_busy = true;
     lock.unlock();
     for (Work& each : work) {
-      if (const Bytes* bytes = std::get_if<Bytes>(&each)) {
-        m_terminal.feed(bytes->view(), now());
-      } else {
-        std::get<Change>(each)(m_terminal);
-      }
-      each = Bytes();  // gives the bytes back to the reader's count
-      if (std::string replies = m_terminal.takeReplies(); !replies.empty()) m_handlers.replied(std::move(replies));
-      lock.lock();
-      m_changed = true;
-      const bool stops = m_stopping;
-      lock.unlock();
-      if (stops) break;
-      publish();
+      if (!process(each)) break;
     }
     work.clear();
     publish();
@@ -116,6 +116,24 @@ void Emulator::run() {
       m_woken.wait_for(lock, vt::Terminal::maxUpdate / 8, [this] { return m_stopping || !m_queue.empty(); });
     }
   }
+}
+
+// False: it is time to stop.
+bool Emulator::process(Work& work) {
+  if (const Bytes* bytes = std::get_if<Bytes>(&work)) {
+    m_terminal.feed(bytes->view(), now());
+  } else {
+    std::get<Change>(work)(m_terminal);
+  }
+  work = Bytes();  // gives the bytes back to the reader's count
+  if (std::string replies = m_terminal.takeReplies(); !replies.empty()) m_handlers.replied(std::move(replies));
+  {
+    const std::lock_guard lock(m_mutex);
+    m_changed = true;
+    if (m_stopping) return false;
+  }
+  publish();
+  return true;
 }
 
 // Makes a snapshot if there is something new to show, somebody to look at it, and no update in the middle of which it

@@ -17,13 +17,15 @@
 
 namespace zolt {
 
-/// Runs the engine of one terminal on a thread of its own, in the order in which output and changes arrive.
+/// Runs the engine of one terminal on a thread of its own, in the order in which output and changes arrive. Only little
+/// output that finds the engine idle, such as the echo of a key, is processed by the caller: a hand-over would take
+/// longer.
 ///
 /// The receiver is woken once for each snapshot, and there is never more than one that it has not taken: however fast
 /// output arrives, screens that nobody looks at are not made. No call waits for the thread.
 class Emulator {
  public:
-  /// Called on the emulation thread.
+  /// Called on the emulation thread, or within `feed`.
   struct Handlers {
     std::function<void()> changed;                   ///< there is an update to take
     std::function<void(std::string bytes)> replied;  ///< to be written to the program
@@ -35,8 +37,10 @@ class Emulator {
   Emulator(const Emulator&) = delete;
   Emulator& operator=(const Emulator&) = delete;
 
-  /// Processes a program's output. Any thread.
+  /// Processes a program's output: within the call if it is no more than this and the thread has nothing to do. Any
+  /// thread.
   void feed(Bytes bytes);
+  static constexpr std::size_t processedAtOnceBytes = 512;
   using Change = std::function<void(vt::Terminal& terminal)>;
   /// Changes the terminal on its thread. Any thread.
   void change(Change change);
@@ -55,11 +59,12 @@ class Emulator {
   using Work = std::variant<Bytes, Change>;
 
   void run();
+  bool process(Work& work);
   void publish();
   static std::chrono::milliseconds now();
 
   const Handlers m_handlers;
-  vt::Terminal m_terminal;  // the thread's
+  vt::Terminal m_terminal;  // of whoever has set m_busy
 
   mutable std::mutex m_mutex;  // guards everything below
   std::condition_variable m_woken;

@@ -42,6 +42,20 @@ TEST_F(FramePacerTest, MakesAFrameAtOnceAfterAPause) {
   EXPECT_EQ(clock.untilNext(), 0us);
 }
 
+TEST_F(FramePacerTest, MakesAFrameWithinTheCallForACallerThatCannotWait) {
+  pacer.setInterval(16ms);
+  pacer.requestAtOnce();
+  EXPECT_EQ(frames.size(), 1U);
+  EXPECT_FALSE(pacer.isPending());
+  clock.advance(5ms);
+  pacer.requestAtOnce();
+  pacer.requestAtOnce();
+  EXPECT_EQ(frames.size(), 1U) << "the refresh limits it as it does the others";
+  EXPECT_EQ(clock.untilNext(), 11ms);
+  clock.advance(11ms);
+  EXPECT_EQ(frames.size(), 2U);
+}
+
 TEST_F(FramePacerTest, WaitsForTheNextRefreshUnderLoad) {
   pacer.setInterval(16ms);
   pacer.request();

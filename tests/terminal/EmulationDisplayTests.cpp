@@ -16,6 +16,7 @@
 #include <string>
 
 #include "canvas/CanvasLiterals.h"
+#include "support/ManualClock.h"
 #include "support/WaitFor.h"
 
 namespace zolt {
@@ -37,7 +38,7 @@ class EmulationDisplayTest : public testing::Test {
         Shell{.name = "sh", .executable = "/bin/sh", .args = {"-c", script}, .icon = "terminal"},
         TerminalController::Restart::Never, TerminalSize{.rows = 24, .columns = 80});
     display = std::make_unique<EmulationDisplay>(*terminal, TerminalSize{.rows = 24, .columns = 80}, settings, true,
-                                                 window.get());
+                                                 window.get(), *clock);
     window->resize(800, 500);
     canvas().resize(800, 500);
     window->show();
@@ -45,7 +46,10 @@ class EmulationDisplayTest : public testing::Test {
     QApplication::setActiveWindow(window.get());
     canvas().setFocus();
     // The program is told the size of the window once.
-    ASSERT_TRUE(waitFor([this] { return display->source().screen()->size.columns == canvas().gridSize().columns; }));
+    ASSERT_TRUE(waitFor([this] {
+      stopped.advance(std::chrono::microseconds(0));
+      return display->source().screen()->size.columns == canvas().gridSize().columns;
+    }));
   }
   void TearDown() override {
     display.reset();
@@ -105,6 +109,8 @@ class EmulationDisplayTest : public testing::Test {
   }
 
   EmulationSettings settings;
+  test::ManualClock stopped;
+  Clock* clock = &Clock::steady();
   std::unique_ptr<QWidget> window;
   std::unique_ptr<TerminalController> terminal;
   std::unique_ptr<EmulationDisplay> display;
@@ -149,6 +155,15 @@ TEST_F(EmulationDisplayTest, TellsTheProgramTheSizeOfTheWindowAndEveryChange) {
   line += ' ';
   line += std::to_string(size.columns);
   EXPECT_TRUE(shows(line)) << line << " in " << text();
+}
+
+TEST_F(EmulationDisplayTest, ShowsTheFirstScreenOfANewSizeAtOnce) {
+  // No time passes: a frame was made just now, and the next one would have to wait.
+  clock = &stopped;
+  start();
+  canvas().resize(500, 300);
+  stopped.advance(std::chrono::microseconds(0));
+  EXPECT_TRUE(waitFor([this] { return display->source().screen()->size.columns == canvas().gridSize().columns; }));
 }
 
 TEST_F(EmulationDisplayTest, ComposesTextAtTheCursorAndSendsWhatIsCommitted) {

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <future>
 #include <mutex>
 #include <string>
 
@@ -16,7 +17,7 @@ using test::waitFor;
 
 struct Probe {
   explicit Probe(const TerminalSize& size = {.rows = 4, .columns = 20})
-      : emulator(size, {},
+      : emulator(size, vt::TerminalSettings(),
                  {.changed = [this] { ++wakeUps; },
                   .replied =
                       [this](const std::string& bytes) {
@@ -57,6 +58,27 @@ TEST(Emulator, ShowsWhatItIsFedInOrder) {
   probe.settle();
   EXPECT_EQ(probe.row(0), "one");
   EXPECT_EQ(probe.row(1), "two");
+}
+
+TEST(Emulator, ShowsLittleOutputWithoutAHandOver) {
+  Probe probe;
+  ASSERT_TRUE(waitFor([&] { return probe.emulator.isSettled(); }));
+  probe.feed("x");
+  const Emulator::Update update = probe.emulator.take();
+  ASSERT_NE(update.snapshot, nullptr);
+  EXPECT_EQ(update.snapshot->rows[0]->text, "x");
+}
+
+TEST(Emulator, LetsNobodyWaitForItsThread) {
+  Probe probe;
+  std::promise<void> isOpen;
+  probe.emulator.change([&](vt::Terminal&) { isOpen.get_future().wait(); });
+  probe.feed("a");
+  probe.feed(std::string(Emulator::processedAtOnceBytes + 1, 'b'));
+  EXPECT_FALSE(probe.emulator.isSettled());
+  isOpen.set_value();
+  probe.settle();
+  EXPECT_EQ(probe.row(3).front(), 'b');
 }
 
 TEST(Emulator, AppliesChangesInTheOrderOfTheOutput) {
