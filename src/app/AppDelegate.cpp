@@ -80,9 +80,8 @@ std::unique_ptr<TerminalWindow> AppDelegate::createTerminalWindow(const Terminal
                                 .isForProgram = launch.isForProgram};
   const bool isFull = kind.display == Display::FullEmulation;
   const EmulationSettings settings = isFull ? m_emulationSettings->current() : EmulationSettings();
-  const TerminalSize size =
-      terminalSizeOfNewWindow(isFull ? emulationFont(settings) : CanvasFont(), bar ? bar->height() : 0,
-                              launch.place ? std::optional(launch.place->size()) : std::nullopt);
+  const TerminalSize size = terminalSizeOfNewWindow(isFull ? emulationFont(settings) : CanvasFont(), bar.get(),
+                                                    launch.place ? std::optional(launch.place->size()) : std::nullopt);
   const NewShell chosen = isFull && !launch.shell ? newShell(settings.startupShell, ShellManager::shared())
                                                   : NewShell{.shell = ShellManager::shared().defaultShell()};
   const Shell& shell = launch.shell ? *launch.shell : chosen.shell;
