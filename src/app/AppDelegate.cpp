@@ -1,5 +1,7 @@
 #include "app/AppDelegate.h"
 
+#include <unistd.h>
+
 #include <QApplication>
 #include <algorithm>
 #include <utility>
@@ -7,6 +9,7 @@
 #include "app/EmulationWindowController.h"
 #include "app/NewShell.h"
 #include "app/Questions.h"
+#include "platform/ProcessFolder.h"
 #include "platform/ProcessName.h"
 #include "session/ShellManager.h"
 #include "view/EmulationSurface.h"
@@ -24,6 +27,13 @@ void showWithToken(TerminalWindow& window, const std::string& token) {
   qputenv(kVariable, QByteArray::fromStdString(token));
   window.makeKeyAndOrderFront();
   wasSet ? qputenv(kVariable, before) : qunsetenv(kVariable);
+}
+
+// Where the shell is, or else where it was started.
+std::string folderOf(const PTYSession& session) {
+  const auto shell = session.shellProcess();
+  const std::string folder = shell ? processFolder(*shell) : std::string();
+  return folder.empty() || access(folder.c_str(), X_OK) != 0 ? session.workingDirectory : folder;
 }
 
 }  // namespace
@@ -159,7 +169,7 @@ bool AppDelegate::isOn(const QByteArray& action) const {
 }
 
 void AppDelegate::replace(TerminalWindow& window, Display display) {
-  open({.workingDirectory = window.contentViewController().rootView().terminal().ptySession().workingDirectory,
+  open({.workingDirectory = folderOf(window.contentViewController().rootView().terminal().ptySession()),
         .display = display,
         .place = window.geometry()},
        nullptr);
