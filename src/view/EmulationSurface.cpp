@@ -59,8 +59,14 @@ void EmulationSurface::followText(bool followed) {
 
 void EmulationSurface::updateText() {
   if (!m_isFollowed) return;
-  m_text->show(m_display->source().wholeText());
-  Q_EMIT textChanged();
+  const EmulationSource& source = m_display->source();
+  m_text->show(source.shownText());
+  const bool wasAlternate = std::exchange(m_isAlternate, source.screen()->isAlternate);
+  if (m_isAlternate != wasAlternate) {
+    Q_EMIT textReplaced();
+  } else {
+    Q_EMIT textChanged();
+  }
 }
 
 TextSnapshot EmulationSurface::excerpt() const {

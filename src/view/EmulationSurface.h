@@ -54,6 +54,7 @@ class EmulationSurface : public TerminalSurface {
   std::unique_ptr<EmulationDisplay> m_display;
   std::unique_ptr<vt::ScrollbackText> m_text;
   bool m_isFollowed = false;
+  bool m_isAlternate = false;  // m_text
 };
 
 }  // namespace zolt
