@@ -41,6 +41,11 @@ if(NOT ZOLT_EMULATION_ONLY)
   zolt_need(nlohmann_json_FOUND "JSON for Modern C++" nlohmann-json3-dev json-devel nlohmann-json nlohmann-json)
 endif()
 
+# For what X11 desktops offer beyond Qt; left out without it.
+if(NOT ZOLT_EMULATION_ONLY AND NOT APPLE)
+  pkg_check_modules(x11_client IMPORTED_TARGET xcb)
+endif()
+
 if(ZOLT_TESTS)
   find_package(GTest QUIET)
   zolt_need(GTest_FOUND "GoogleTest" libgtest-dev gtest-devel gtest googletest)

@@ -1,5 +1,7 @@
 #include "app/AppDelegate.h"
 
+#include <unistd.h>
+
 #include <QApplication>
 #include <algorithm>
 #include <utility>
@@ -7,6 +9,7 @@
 #include "app/EmulationWindowController.h"
 #include "app/NewShell.h"
 #include "app/Questions.h"
+#include "platform/ProcessFolder.h"
 #include "platform/ProcessName.h"
 #include "session/ShellManager.h"
 #include "view/EmulationSurface.h"
@@ -24,6 +27,13 @@ void showWithToken(TerminalWindow& window, const std::string& token) {
   qputenv(kVariable, QByteArray::fromStdString(token));
   window.makeKeyAndOrderFront();
   wasSet ? qputenv(kVariable, before) : qunsetenv(kVariable);
+}
+
+// Where the shell is, or else where it was started.
+std::string folderOf(const PTYSession& session) {
+  const auto shell = session.shellProcess();
+  const std::string folder = shell ? processFolder(*shell) : std::string();
+  return folder.empty() || access(folder.c_str(), X_OK) != 0 ? session.workingDirectory : folder;
 }
 
 }  // namespace
@@ -80,9 +90,8 @@ std::unique_ptr<TerminalWindow> AppDelegate::createTerminalWindow(const Terminal
                                 .isForProgram = launch.isForProgram};
   const bool isFull = kind.display == Display::FullEmulation;
   const EmulationSettings settings = isFull ? m_emulationSettings->current() : EmulationSettings();
-  const TerminalSize size =
-      terminalSizeOfNewWindow(isFull ? emulationFont(settings) : CanvasFont(), bar ? bar->height() : 0,
-                              launch.place ? std::optional(launch.place->size()) : std::nullopt);
+  const TerminalSize size = terminalSizeOfNewWindow(isFull ? emulationFont(settings) : CanvasFont(), bar.get(),
+                                                    launch.place ? std::optional(launch.place->size()) : std::nullopt);
   const NewShell chosen = isFull && !launch.shell ? newShell(settings.startupShell, ShellManager::shared())
                                                   : NewShell{.shell = ShellManager::shared().defaultShell()};
   const Shell& shell = launch.shell ? *launch.shell : chosen.shell;
@@ -160,7 +169,7 @@ bool AppDelegate::isOn(const QByteArray& action) const {
 }
 
 void AppDelegate::replace(TerminalWindow& window, Display display) {
-  open({.workingDirectory = window.contentViewController().rootView().terminal().ptySession().workingDirectory,
+  open({.workingDirectory = folderOf(window.contentViewController().rootView().terminal().ptySession()),
         .display = display,
         .place = window.geometry()},
        nullptr);

@@ -21,7 +21,9 @@ constexpr std::chrono::milliseconds kPromptLimit{1000};
 
 EmulationWindowController::EmulationWindowController(TerminalWindow& window, const EmulationSettingsStore& settings,
                                                      Clock& clock)
-    : QObject(&window), m_window(window), m_settings(settings), m_clock(clock), m_start(clock.now()) {
+    : QObject(&window), m_window(window), m_settings(settings), m_clock(clock), m_start(clock.now()), m_blur(window) {
+  connect(&m_settings, &EmulationSettingsStore::changed, this, &EmulationWindowController::followBlur);
+  followBlur();
   connect(&surface(), &EmulationSurface::titleChanged, this, &EmulationWindowController::showTitle);
   connect(&surface(), &EmulationSurface::bellRang, this, [this] {
     if (!m_window.isActiveWindow()) QApplication::alert(&m_window);
@@ -54,6 +56,11 @@ void EmulationWindowController::typeFirst(const std::string& command) {
     if (!surface().isUntouched()) type();
   });
   MainQueue::after(MainQueue::Owner(this), kPromptLimit, type);
+}
+
+void EmulationWindowController::followBlur() {
+  const EmulationSettings settings = m_settings.current();
+  m_blur.setWanted(settings.blurBackground && settings.opacity < 1);
 }
 
 void EmulationWindowController::showTitle(const QString& title) {

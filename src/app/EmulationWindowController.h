@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/TerminalWindow.h"
+#include "desktop/BlurBehind.h"
 #include "platform/Clock.h"
 #include "settings/EmulationSettingsStore.h"
 #include "view/EmulationSurface.h"
@@ -11,8 +12,9 @@
 namespace zolt {
 
 /// What a window of the full emulation does besides showing its terminal: its title is the program's; a bell asks for
-/// attention where the window has not the focus; closing it ends its terminal, after a question where a program runs
-/// in the foreground; and when its shell ends, it closes or says so. A child of the window. Main thread.
+/// attention where the window has not the focus; what shows through it is blurred where that is set; closing it ends
+/// its terminal, after a question where a program runs in the foreground; and when its shell ends, it closes or says
+/// so. A child of the window. Main thread.
 class EmulationWindowController : public QObject {
   Q_OBJECT
 
@@ -33,6 +35,7 @@ class EmulationWindowController : public QObject {
  private:
   TerminalController& terminal();
   EmulationSurface& surface();
+  void followBlur();
   void showTitle(const QString& title);
   bool mayClose();
   void shellEnded(int status);
@@ -42,6 +45,7 @@ class EmulationWindowController : public QObject {
   const EmulationSettingsStore& m_settings;
   Clock& m_clock;
   Clock::TimePoint m_start;
+  BlurBehind m_blur;
   std::string m_command;  // still to be typed
   bool m_hasEnded = false;
 };

@@ -1,11 +1,10 @@
 #include "app/Questions.h"
 
 #include <QCoreApplication>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QStringList>
-#include <algorithm>
 #include <utility>
+
+#include "controls/Question.h"
 
 namespace zolt {
 
@@ -13,32 +12,6 @@ namespace {
 
 QString tr(const char* text) {
   return QCoreApplication::translate("Questions", text);
-}
-
-struct Question {
-  const char* name;  // of its box
-  const char* title;
-  QString text;
-  QString explanation;
-  const char* yes;
-  const char* no;
-};
-
-void ask(QWidget& window, const Question& question, std::function<void()> act) {
-  const QString name = QLatin1String(question.name);
-  const auto open = window.findChildren<QMessageBox*>(name);
-  if (std::ranges::any_of(open, &QMessageBox::isVisible)) return;
-  auto* box = new QMessageBox(QMessageBox::Question, tr(question.title), question.text, QMessageBox::NoButton, &window);
-  box->setObjectName(name);
-  box->setAttribute(Qt::WA_DeleteOnClose);
-  box->setTextFormat(Qt::PlainText);
-  box->setInformativeText(question.explanation);
-  QPushButton* yes = box->addButton(tr(question.yes), QMessageBox::AcceptRole);
-  QPushButton* no = box->addButton(tr(question.no), QMessageBox::RejectRole);
-  box->setDefaultButton(no);
-  box->setEscapeButton(no);
-  QObject::connect(yes, &QPushButton::clicked, &window, [act = std::move(act)] { act(); });
-  box->open();
 }
 
 QString quoted(const std::string& program) {
@@ -61,51 +34,49 @@ QString runningSentence(const std::vector<std::string>& programs) {
 
 void askBeforeClosing(QWidget& window, const std::string& program, std::function<void()> close) {
   ask(window,
-      {.name = "closeQuestion",
-       .title = "Close Window",
+      {.name = QStringLiteral("closeQuestion"),
+       .title = tr("Close Window"),
        .text = runningSentence({program}),
        .explanation = tr("It ends with the window."),
-       .yes = "Close Window",
-       .no = "Cancel"},
+       .yes = tr("&Close Window")},
       std::move(close));
 }
 
 void askBeforeQuitting(QWidget& window, const std::vector<std::string>& programs, std::function<void()> quit) {
   ask(window,
-      {.name = "quitQuestion",
-       .title = "Quit Zolt",
+      {.name = QStringLiteral("quitQuestion"),
+       .title = tr("Quit Zolt"),
        .text = runningSentence(programs),
        .explanation = programs.size() == 1 ? tr("It ends with Zolt.") : tr("They end with Zolt."),
-       .yes = "Quit",
-       .no = "Cancel"},
+       .yes = tr("&Quit")},
       std::move(quit));
 }
 
 void askBeforeReplacing(QWidget& window, Display display, std::function<void()> replace) {
   const bool isFull = display == Display::FullEmulation;
   ask(window,
-      {.name = "replaceQuestion",
-       .title = "Full Emulation",
+      {.name = QStringLiteral("replaceQuestion"),
+       .title = tr("Full Emulation"),
        .text = isFull ? tr("Windows to come use the full emulation. Replace this one?")
                       : tr("Windows to come show a log. Replace this one?"),
        .explanation =
            tr("A display is chosen when a terminal starts; a running shell is told of no change. A new window "
               "with a new shell takes this one's place, and the shell that runs here is ended, with "
               "everything in it."),
-       .yes = "Replace This Window",
-       .no = "Keep This Window"},
+       .yes = tr("&Replace This Window"),
+       .no = tr("&Keep This Window")},
       std::move(replace));
 }
 
 void askBeforeEnding(QWidget& window, const std::string& program, std::function<void()> replace) {
   ask(window,
-      {.name = "replaceQuestion",
-       .title = "Full Emulation",
+      {.name = QStringLiteral("replaceQuestion"),
+       .title = tr("Full Emulation"),
        .text = runningSentence({program}),
        .explanation = tr("A new window with a new shell takes this one's place, and the shell that runs here is ended, "
                          "with everything in it."),
-       .yes = "Replace This Window",
-       .no = "Keep This Window"},
+       .yes = tr("&Replace This Window"),
+       .no = tr("&Keep This Window")},
       std::move(replace));
 }
 

@@ -30,11 +30,17 @@ int menuBarHeight() {
 #endif
 }
 
+int heightOf(const QWidget* footer, int width) {
+  if (footer == nullptr) return 0;
+  return footer->hasHeightForWidth() ? footer->heightForWidth(width) : footer->sizeHint().height();
+}
+
 }  // namespace
 
-TerminalSize terminalSizeOfNewWindow(const CanvasFont& font, int footerHeight, std::optional<QSize> window) {
+TerminalSize terminalSizeOfNewWindow(const CanvasFont& font, const QWidget* footer, std::optional<QSize> window) {
   const QScreen* screen = QApplication::primaryScreen();
-  const QSize room = window.value_or(kContentSize) - QSize(0, menuBarHeight() + footerHeight);
+  const QSize whole = window.value_or(kContentSize);
+  const QSize room = whole - QSize(0, menuBarHeight() + heightOf(footer, whole.width()));
   return TextCanvas::gridSizeFor(room, screen == nullptr ? 1 : screen->devicePixelRatio(), font);
 }
 

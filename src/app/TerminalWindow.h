@@ -17,9 +17,9 @@ namespace zolt {
 /// that its shell can be started before the window is built. If the size turns out different, the shell is told as for
 /// any resize.
 ///
-/// `window` is the window's size if it is not that of every new one, `footerHeight` the height of what stands below the
-/// terminal; both in logical pixels.
-TerminalSize terminalSizeOfNewWindow(const CanvasFont& font = {}, int footerHeight = 0,
+/// `footer` is what will stand below the terminal, or null; `window` is the window's size in logical pixels if it is
+/// not that of every new one.
+TerminalSize terminalSizeOfNewWindow(const CanvasFont& font = {}, const QWidget* footer = nullptr,
                                      std::optional<QSize> window = std::nullopt);
 
 /// What a window shows.

@@ -8,6 +8,7 @@
 
 #include "app/AboutWindow.h"
 #include "app/TerminalMenuBar.h"
+#include "app/WindowPalette.h"
 #include "desktop/DesktopPalette.h"
 
 namespace zolt {
@@ -40,7 +41,7 @@ class Subtitle : public QLabel {
   }
 };
 
-// The menu bar is as black as the terminal below it.
+// The menu bar of the log display is as black as the terminal below it.
 QPalette barPalette() {
   QPalette palette = darkPalette();
   palette.setColor(QPalette::Window, Qt::black);
@@ -78,13 +79,14 @@ std::vector<TerminalWindow*> ZoltApp::windowsOnScreen() const {
 
 void ZoltApp::prepareWindow(TerminalWindow& window) {
   auto* bar = new TerminalMenuBar(&window);
-  bar->setPalette(barPalette());
+  if (window.kind().display == Display::Log) bar->setPalette(barPalette());
   const QList<QMenu*> menus = makeMenus(window, m_menus);
   for (QMenu* menu : menus) {
     bar->addMenu(menu);
   }
   bar->setCornerWidget(new Subtitle(window.subtitle(), bar));
   window.setMenuBar(bar);
+  if (window.kind().display == Display::FullEmulation) new WindowPalette(window);
 }
 
 void ZoltApp::showPreferences() {

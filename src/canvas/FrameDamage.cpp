@@ -41,7 +41,7 @@ FrameDamage compareFrames(const Frame& before, const Frame& after, DevicePixels 
     const bool wasWhole = isWholeAt(top - damage.shift);
     const bool same = source >= 0 && source < std::ssize(before.rows) &&
                       before.rows[static_cast<std::size_t>(source)] == after.rows[i];
-    if (!same || (!wasWhole && (isWholeAt(top) || damage.shift != DevicePixels(0)))) damage.dirtyRows.push_back(i);
+    if (!same || (!wasWhole && damage.shift != DevicePixels(0))) damage.dirtyRows.push_back(i);
   }
   // The area below the last row is still blank only if the previous frame had no more rows.
   if (before.rows.size() > after.rows.size() + static_cast<std::size_t>(std::max<std::ptrdiff_t>(*moved, 0))) {

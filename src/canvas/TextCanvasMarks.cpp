@@ -44,6 +44,7 @@ void TextCanvas::markScrollBar(const std::vector<TextRange>& ranges) {
 
 void TextCanvas::reveal(TextRange range, LogicalPixels covered) {
   sync();
+  if (scrollModel().maximum() == DevicePixels(0)) return;
   const CellMetrics& cell = m_fonts->metrics();
   const DevicePixels height = deviceHeight();
   const DevicePixels top = cell.topOf(m_source->rowAt(range.begin)) + toDevice(inset);

@@ -1,8 +1,10 @@
 #include "controls/BarButton.h"
 
 #include <QPainter>
+#include <algorithm>
 
 #include "controls/ControlColors.h"
+#include "controls/TextScale.h"
 #include "symbols/Symbol.h"
 
 namespace zolt {
@@ -26,7 +28,9 @@ BarButton::BarButton(const QString& symbolName, const QString& letters, const QS
 }
 
 QSize BarButton::sizeHint() const {
-  return {kWidth + 2 * KeyboardFocus::margin, kHeight + 2 * KeyboardFocus::margin};
+  const int letters = fontMetrics().horizontalAdvance(text());
+  const QSize shape(std::max(scaledToText(kWidth, font()), letters), scaledToText(kHeight, font()));
+  return shape + 2 * QSize(KeyboardFocus::margin, KeyboardFocus::margin);
 }
 
 void BarButton::paintEvent(QPaintEvent*) {
@@ -44,7 +48,8 @@ void BarButton::paintEvent(QPaintEvent*) {
     painter.drawRoundedRect(shape, kRadius, kRadius);
   }
   if (!m_symbol.isEmpty()) {
-    QRectF icon(0, 0, kSymbolSize, kSymbolSize);
+    const int size = scaledToText(kSymbolSize, font());
+    QRectF icon(0, 0, size, size);
     icon.moveCenter(shape.center());
     symbol(m_symbol, colors.text).paint(&painter, icon.toAlignedRect());
   } else {

@@ -8,6 +8,7 @@ namespace zolt {
 namespace {
 
 constexpr double kReadable = 4.5;
+constexpr double kHighContrast = 20;  // of black and white: such a palette is chosen for its contrast
 constexpr QRgb kRedOnLight = 0xFFD92B26;
 constexpr QRgb kRedOnDark = 0xFFFF6A62;
 
@@ -58,17 +59,18 @@ ControlColors::ControlColors(const QPalette& palette) {
   // In dark schemes raised surfaces are lighter, but Base is usually darker than Window.
   const bool baseStandsOut = luminance(base) > luminance(window) && contrastRatio(window, base) > 1.03;
   card = baseStandsOut ? base : mixed(window, text, isDark ? 0.06 : 0.04);
-  hairline = mixed(card, text, isDark ? 0.13 : 0.1);
+  const bool isHighContrast = contrastRatio(window, text) > kHighContrast;
+  hairline = mixed(card, text, isHighContrast ? 0.5 : isDark ? 0.13 : 0.1);
   secondary =
       readable(over(card, palette.color(QPalette::PlaceholderText)), {card, window, mixed(card, text, 0.1)}, text);
   // The active accent even for a disabled control, which is drawn fainter instead.
   accent = palette.color(QPalette::Active, QPalette::Highlight);
   accentText = readable(accent, {card, window, mixed(window, accent, 0.16)}, text);
-  off = mixed(card, text, isDark ? 0.28 : 0.24);
+  off = mixed(card, text, isHighContrast ? 0.5 : isDark ? 0.28 : 0.24);
   // Sunken on a dark card, almost the card's own colour on a light one.
   field = isDark ? mixed(card, base, 0.4) : mixed(card, text, 0.015);
   destructive = readable(QColor::fromRgb(isDark ? kRedOnDark : kRedOnLight), {field}, text);
-  fieldBorder = mixed(card, text, isDark ? 0.24 : 0.22);
+  fieldBorder = mixed(card, text, isHighContrast ? 1 : isDark ? 0.24 : 0.22);
   raised = isDark ? mixed(card, text, 0.24) : base;
   ring = mixed(card, accent, 0.6);
 }

@@ -4,7 +4,8 @@
 
 namespace zolt {
 
-/// One line of plain text in the secondary colour. Text that does not fit is elided, and shown in full in a tooltip.
+/// Plain text in the secondary colour, on one line: text that does not fit is elided, and shown in full in a tooltip.
+/// With word wrap it has as many lines as it needs.
 class SecondaryLabel : public QLabel {
   Q_OBJECT
 

@@ -1,7 +1,10 @@
 #include "controls/SliderRow.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QSignalBlocker>
+
+#include "controls/TextScale.h"
 
 namespace zolt {
 
@@ -23,7 +26,7 @@ SliderRow::SliderRow(const SliderScale& scale, Text text, QWidget* parent)
   row->setSpacing(kSpacing);
   row->addWidget(m_slider, 1);
   row->addWidget(m_text);
-  m_text->setFixedWidth(kTextWidth);
+  fitText();
   m_text->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   m_text->setObjectName(QStringLiteral("value"));
   m_slider->setObjectName(QStringLiteral("slider"));
@@ -36,6 +39,15 @@ SliderRow::SliderRow(const SliderScale& scale, Text text, QWidget* parent)
     setValue(value);
     Q_EMIT chosen(value);
   });
+}
+
+void SliderRow::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::FontChange) fitText();
+}
+
+void SliderRow::fitText() {
+  m_text->setFixedWidth(scaledToText(kTextWidth, m_text->font()));
 }
 
 void SliderRow::setValue(double value) {

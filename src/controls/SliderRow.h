@@ -8,8 +8,8 @@
 
 namespace zolt {
 
-/// A slider beside the text of its value, 50 pixels wide. It shows any value, even one between or beyond the slider's
-/// positions, and emits only values that the user chose.
+/// A slider beside the text of its value, which has 50 pixels, or more for large text. It shows any value, even one
+/// between or beyond the slider's positions, and emits only values that the user chose.
 class SliderRow : public QWidget {
   Q_OBJECT
 
@@ -27,7 +27,12 @@ class SliderRow : public QWidget {
   /// The user chose a value other than the one shown.
   void chosen(double value);
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
+  void fitText();
+
   SliderScale m_scale;
   Text m_textOf;
   Slider* m_slider;

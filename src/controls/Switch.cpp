@@ -11,7 +11,8 @@ namespace zolt {
 namespace {
 
 constexpr QSize kTrack{38, 22};
-constexpr double kGap = 2.5;  // between the knob and the track's edge
+constexpr double kGap = 2.5;           // between the knob and the track's edge
+constexpr double kKnobContrast = 1.4;  // below it, a white knob does not show on its track
 constexpr int kMoveMs = 130;
 constexpr double kDisabledOpacity = 0.45;
 
@@ -70,7 +71,8 @@ void Switch::paintEvent(QPaintEvent*) {
   track.moveCenter(QRectF(rect()).center());
   const double radius = track.height() / 2;
   painter.setPen(Qt::NoPen);
-  painter.setBrush(mixed(colors.off, colors.accent, position));
+  const QColor ground = mixed(colors.off, colors.accent, position);
+  painter.setBrush(ground);
   painter.drawRoundedRect(track, radius, radius);
 
   const double size = track.height() - 2 * kGap;
@@ -79,7 +81,7 @@ void Switch::paintEvent(QPaintEvent*) {
   const QRectF knob(track.left() + kGap + way * along, track.top() + kGap, size, size);
   painter.setBrush(QColor(0, 0, 0, 40));
   painter.drawEllipse(knob.translated(0, 0.8));
-  painter.setBrush(Qt::white);
+  painter.setBrush(contrastRatio(Qt::white, ground) < kKnobContrast ? Qt::black : Qt::white);
   painter.drawEllipse(knob);
   m_focus.drawRing(painter, track, radius);
 }

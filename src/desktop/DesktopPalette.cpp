@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <array>
+#include <cstdlib>
 #include <utility>
 
 namespace zolt {
@@ -59,6 +60,17 @@ bool isDark(const QPalette& palette) {
   return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
 }
 
+std::optional<QColor> visiblePlaceholder(const QPalette& palette) {
+  constexpr int kHardly = 48;  // of 255
+  const QColor field = palette.color(QPalette::Base);
+  const QColor placeholder = palette.color(QPalette::PlaceholderText);
+  const double seen = (placeholder.lightness() - field.lightness()) * placeholder.alphaF();
+  if (std::abs(seen) >= kHardly) return std::nullopt;
+  QColor faded = palette.color(QPalette::Text);
+  faded.setAlphaF(0.6F);
+  return faded;
+}
+
 QPalette darkPalette() {
   return paletteOf(&Shade::dark);
 }
@@ -67,8 +79,17 @@ QPalette lightPalette() {
   return paletteOf(&Shade::light);
 }
 
-DesktopPalette::DesktopPalette(QObject* parent) : QObject(parent), m_native(QApplication::palette()) {
+DesktopPalette::DesktopPalette(QObject* parent) : QObject(parent), m_native(nativePalette()) {
   connect(&m_scheme, &ColorScheme::changed, this, &DesktopPalette::apply);
+}
+
+QPalette DesktopPalette::nativePalette() {
+  if (const auto placeholder = visiblePlaceholder(QApplication::palette())) {
+    QPalette own;
+    own.setColor(QPalette::PlaceholderText, *placeholder);
+    QApplication::setPalette(own);
+  }
+  return QApplication::palette();
 }
 
 void DesktopPalette::apply(ColorScheme::Preference preference) {

@@ -170,6 +170,11 @@ ChildProcess::Reason PTYSession::terminationReason() const {
   return m_process ? m_process->terminationReason() : ChildProcess::Reason::Exit;
 }
 
+std::optional<pid_t> PTYSession::shellProcess() const {
+  if (!m_isRunning) return std::nullopt;
+  return m_process->pid();
+}
+
 std::optional<pid_t> PTYSession::foregroundProgram() const {
   if (!m_masterHandle || !m_isRunning) return std::nullopt;
   const pid_t foreground = tcgetpgrp(m_masterHandle->descriptor());

@@ -70,6 +70,8 @@ class PTYSession : public QObject {
 
   /// How the last shell ended.
   ChildProcess::Reason terminationReason() const;
+  /// The shell's process while it runs.
+  std::optional<pid_t> shellProcess() const;
   /// The process group in the terminal's foreground, if it is not the shell's own: a program that the shell runs.
   std::optional<pid_t> foregroundProgram() const;
   /// Whether all output has been read and submitted for delivery.

@@ -27,6 +27,17 @@ std::shared_ptr<const vt::ScreenSnapshot> blankScreen() {
   return blank;
 }
 
+// A history without text, which the alternate screen follows.
+vt::ScrollbackView nothingBeforeAlternate() {
+  const vt::ScrollbackView& blank = blankScreen()->history;
+  return {blank.sealed(),
+          {{.content = blank.tail().back().content, .start = {.position = kAlternateStart}}},
+          kAlternateStart,
+          kAlternateStart,
+          0,
+          0};
+}
+
 bool isContinuation(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
@@ -380,10 +391,9 @@ std::optional<CanvasLink> EmulationSource::linkAt(TextPosition position) const {
 }
 
 // The screen's lines as lines of the history that follow it.
-vt::ScrollbackView EmulationSource::wholeText() const {
-  const bool clusters = m_screen->graphemeClusters;
-  vt::TailBuilder builder(m_screen->history, clusters);
-  if (m_screen->isAlternate) return builder.finish();
+vt::ScrollbackView EmulationSource::shownText() const {
+  vt::TailBuilder builder(m_screen->isAlternate ? nothingBeforeAlternate() : m_screen->history,
+                          m_screen->graphemeClusters);
   std::size_t last = m_lines.rowCount();
   while (last > 1 && m_screen->rows[last - 1]->text.empty()) {
     --last;

@@ -35,8 +35,10 @@ class EmulationSource : public RowSource {
   /// The user's choice, which holds until a program makes its own.
   void setCursor(CursorLook look, bool blinks);
   void setWordSeparators(std::string separators) { m_wordSeparators = std::move(separators); }
-  /// Scrollback and screen as one text, for find and saving.
-  vt::ScrollbackView wholeText() const;
+  /// The text that is shown, for find: scrollback and screen as one text, or the alternate screen alone.
+  vt::ScrollbackView shownText() const;
+  /// Scrollback and screen, for saving; while the alternate screen is shown, the scrollback alone.
+  vt::ScrollbackView wholeText() const { return m_screen->isAlternate ? m_screen->history : shownText(); }
 
   void sync() override;
   int columns() const override { return m_screen->size.columns; }

@@ -1,13 +1,9 @@
 #include "terminal/PasteQuestion.h"
 
 #include <QCoreApplication>
-#include <QFontDatabase>
-#include <QLabel>
-#include <QMessageBox>
-#include <QPointer>
-#include <QPushButton>
+#include <utility>
 
-#include "terminal/QuestionText.h"
+#include "controls/Question.h"
 
 namespace zolt {
 
@@ -32,20 +28,14 @@ QString reasonFor(const PasteCheck& check) {
 }  // namespace
 
 void askBeforePaste(QWidget& over, const PasteCheck& check, std::function<void()> paste) {
-  const QString name = QStringLiteral("pasteQuestion");
-  const auto* open = over.window()->findChild<QMessageBox*>(name);
-  if (open != nullptr && open->isVisible()) return;
-  auto* box =
-      new QMessageBox(QMessageBox::Question, tr("Paste"), tr("Paste this text?"), QMessageBox::NoButton, over.window());
-  box->setObjectName(name);
-  box->setAttribute(Qt::WA_DeleteOnClose);
-  box->setTextFormat(Qt::PlainText);
-  box->setInformativeText(reasonFor(check) + QStringLiteral("\n"));
-  showPlainText(*box, QString::fromStdString(check.preview));
-  QPushButton* yes = box->addButton(tr("Paste"), QMessageBox::AcceptRole);
-  box->setDefaultButton(box->addButton(QMessageBox::Cancel));
-  QObject::connect(yes, &QPushButton::clicked, &over, [paste = std::move(paste)] { paste(); });
-  box->open();
+  ask(over,
+      {.name = QStringLiteral("pasteQuestion"),
+       .title = tr("Paste"),
+       .text = tr("Paste this text?"),
+       .explanation = reasonFor(check) + QStringLiteral("\n"),
+       .quoted = QString::fromStdString(check.preview),
+       .yes = tr("&Paste")},
+      std::move(paste));
 }
 
 }  // namespace zolt

@@ -1,11 +1,12 @@
 #include "view/DisplayBar.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
 
 #include "controls/ControlColors.h"
 #include "controls/Hairline.h"
-#include "controls/SecondaryLabel.h"
+#include "controls/TextScale.h"
 
 namespace zolt {
 
@@ -19,23 +20,42 @@ constexpr int kButtonPadding = 10;
 
 }  // namespace
 
-DisplayBar::DisplayBar(QWidget* parent) : QWidget(parent) {
+DisplayBar::DisplayBar(QWidget* parent)
+    : QWidget(parent),
+      m_text(new SecondaryLabel(tr("Output is shown as a log. Editors, pagers and columns need the full emulation."),
+                                this)),
+      m_row(new QBoxLayout(QBoxLayout::LeftToRight, this)),
+      m_buttons(new QHBoxLayout) {
   setObjectName(QStringLiteral("displayBar"));
   setCursor(Qt::ArrowCursor);
-  auto* text =
-      new SecondaryLabel(tr("Output is shown as a log. Editors, pagers and columns need the full emulation."), this);
-  text->setObjectName(QStringLiteral("displayBarText"));
-  setAccessibleName(text->text());
-  auto* row = new QHBoxLayout(this);
-  row->setContentsMargins(kPadding + kTextIndent, kPadding, kPadding, kPadding);
-  row->setSpacing(kSpacing);
-  row->addWidget(text, 1);
+  m_text->setObjectName(QStringLiteral("displayBarText"));
+  setAccessibleName(m_text->text());
+  m_row->setContentsMargins(kPadding + kTextIndent, kPadding, kPadding, kPadding);
+  m_row->setSpacing(kSpacing);
+  m_row->addWidget(m_text, 1);
+  m_row->addLayout(m_buttons);
+  m_buttons->setSpacing(kSpacing);
+  m_buttons->addStretch();
   QPushButton* full = addButton(tr("Use Full Emulation"), QStringLiteral("useFullEmulation"));
   QPushButton* log = addButton(tr("Keep the Log"), QStringLiteral("keepLog"));
   setFocusProxy(full);
   connect(full, &QPushButton::clicked, this, &DisplayBar::fullEmulationChosen);
   connect(log, &QPushButton::clicked, this, &DisplayBar::logChosen);
-  setFixedHeight(sizeHint().height());
+  fitText();
+}
+
+void DisplayBar::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::FontChange) fitText();
+}
+
+void DisplayBar::fitText() {
+  const bool isLarge = textScale(font()) > 1;
+  m_text->setWordWrap(isLarge);
+  m_row->setDirection(isLarge ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+  m_row->invalidate();
+  setMinimumHeight(isLarge ? 0 : sizeHint().height());
+  setMaximumHeight(isLarge ? QWIDGETSIZE_MAX : sizeHint().height());
 }
 
 QPushButton* DisplayBar::addButton(const QString& text, const QString& name) {
@@ -46,7 +66,7 @@ QPushButton* DisplayBar::addButton(const QString& text, const QString& name) {
   button->setFocusPolicy(Qt::TabFocus);
   button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   button->setMinimumSize(button->sizeHint().width() + 2 * kButtonPadding, kButtonHeight);
-  layout()->addWidget(button);
+  m_buttons->addWidget(button);
   return button;
 }
 

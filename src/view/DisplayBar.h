@@ -1,13 +1,17 @@
 #pragma once
 
+#include <QBoxLayout>
 #include <QPushButton>
 #include <QWidget>
+
+#include "controls/SecondaryLabel.h"
 
 namespace zolt {
 
 /// A slim bar below a terminal that says what the log display is not, and offers the full emulation. It never takes
-/// the keyboard by itself; with the keyboard, Tab goes through its buttons. Always one row high: in a narrow window the
-/// text is elided. Main thread.
+/// the keyboard by itself; with the keyboard, Tab goes through its buttons. One row high: in a narrow window the text
+/// is elided. Only text that is larger than usual takes as many lines as it needs, with
+/// the buttons below it. Main thread.
 class DisplayBar : public QWidget {
   Q_OBJECT
 
@@ -19,10 +23,16 @@ class DisplayBar : public QWidget {
   void logChosen();
 
  protected:
+  void changeEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
   QPushButton* addButton(const QString& text, const QString& name);
+  void fitText();
+
+  SecondaryLabel* m_text;  // a child
+  QBoxLayout* m_row;       // the text and the buttons; its own
+  QHBoxLayout* m_buttons;  // in it
 };
 
 }  // namespace zolt

@@ -3,8 +3,10 @@
 #include <utility>
 
 #include "desktop/SystemScheme.h"
+#include "terminal/CellLooks.h"
 #include "terminal/VisibleText.h"
 #include "vt/history/ScrollbackStyles.h"
+#include "vt/theme/Theme.h"
 
 namespace zolt {
 
@@ -20,8 +22,7 @@ EmulationSurface::EmulationSurface(TerminalController& terminal, const TerminalS
                                    EmulationSettingsStore& settings, QWidget* parent)
     : m_settings(settings), m_scheme(std::make_unique<SystemScheme>()) {
   const EmulationSettings current = settings.current();
-  m_display = std::make_unique<EmulationDisplay>(terminal, size, current,
-                                                 isDark(current.colorScheme, m_scheme->isDark()), parent);
+  m_display = std::make_unique<EmulationDisplay>(terminal, size, current, isDark(), parent);
   m_text = std::make_unique<vt::ScrollbackText>(noText());
   connect(&settings, &EmulationSettingsStore::changed, this, &EmulationSurface::applySettings);
   connect(m_scheme.get(), &SystemScheme::changed, this, &EmulationSurface::applySettings);
@@ -35,7 +36,16 @@ EmulationSurface::~EmulationSurface() = default;
 
 void EmulationSurface::applySettings() {
   const EmulationSettings current = m_settings.current();
-  m_display->setSettings(current, isDark(current.colorScheme, m_scheme->isDark()));
+  m_display->setSettings(current, isDark());
+  Q_EMIT themeChanged();
+}
+
+bool EmulationSurface::isDark() const {
+  return zolt::isDark(m_settings.current().colorScheme, m_scheme->isDark());
+}
+
+QColor EmulationSurface::ground() const {
+  return toRgb((isDark() ? vt::darkTheme() : vt::lightTheme()).background);
 }
 
 bool EmulationSurface::isUntouched() const {
@@ -59,8 +69,14 @@ void EmulationSurface::followText(bool followed) {
 
 void EmulationSurface::updateText() {
   if (!m_isFollowed) return;
-  m_text->show(m_display->source().wholeText());
-  Q_EMIT textChanged();
+  const EmulationSource& source = m_display->source();
+  m_text->show(source.shownText());
+  const bool wasAlternate = std::exchange(m_isAlternate, source.screen()->isAlternate);
+  if (m_isAlternate != wasAlternate) {
+    Q_EMIT textReplaced();
+  } else {
+    Q_EMIT textChanged();
+  }
 }
 
 TextSnapshot EmulationSurface::excerpt() const {

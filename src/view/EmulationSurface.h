@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <memory>
 #include <string>
 
@@ -23,6 +24,9 @@ class EmulationSurface : public TerminalSurface {
   ~EmulationSurface() override;
 
   EmulationDisplay& display() { return *m_display; }
+  /// Whether the theme is the dark one, and the background that it gives the terminal.
+  bool isDark() const;
+  QColor ground() const;
   /// Whether the cursor stands at the start of the screen, as before anything has been printed.
   bool isUntouched() const;
   /// Shows a line of our own, at the start before the shell prints anything, or at the end after it has ended. In both,
@@ -42,6 +46,8 @@ class EmulationSurface : public TerminalSurface {
   /// The program has set the title, to an empty one if it takes it back.
   void titleChanged(const QString& title);
   void bellRang();
+  /// The theme may be another one, or the settings are.
+  void themeChanged();
   /// There is a new screen.
   void screenChanged();
 
@@ -54,6 +60,7 @@ class EmulationSurface : public TerminalSurface {
   std::unique_ptr<EmulationDisplay> m_display;
   std::unique_ptr<vt::ScrollbackText> m_text;
   bool m_isFollowed = false;
+  bool m_isAlternate = false;  // m_text
 };
 
 }  // namespace zolt

@@ -10,6 +10,7 @@
 
 #include "controls/Card.h"
 #include "controls/ControlColors.h"
+#include "controls/TextScale.h"
 
 namespace zolt {
 
@@ -20,6 +21,7 @@ constexpr int kPadding = 6;
 constexpr int kSpacing = 2;
 constexpr int kFieldWidth = 190;
 constexpr int kNarrowestField = 60;
+constexpr int kNarrowLargeField = 110;
 constexpr int kProgressWidth = 104;
 
 QString number(std::uint64_t count) {
@@ -35,7 +37,8 @@ FindBar::FindBar(QWidget* parent)
       m_matchCase(addOption(QStringLiteral("Aa"), tr("Match case"))),
       m_wholeWord(addOption(QStringLiteral("\u201CW\u201D"), tr("Whole word"))),
       m_expression(addOption(QStringLiteral(".*"), tr("Regular expression"))),
-      m_problem(new QLabel(this)) {
+      m_problem(new QLabel(this)),
+      m_row(new QBoxLayout(QBoxLayout::LeftToRight)) {
   setAccessibleName(tr("Find"));
   setCursor(Qt::ArrowCursor);
   m_query->setPlaceholderText(tr("Find"));
@@ -61,15 +64,21 @@ FindBar::FindBar(QWidget* parent)
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
   column->setSpacing(0);
-  auto* row = new QHBoxLayout;
-  row->setSpacing(kSpacing);
-  row->addWidget(m_query, 3);
-  row->addWidget(m_progress, 1);
-  row->addSpacing(kPadding);
+  auto* fields = new QHBoxLayout;
+  fields->setSpacing(kSpacing);
+  fields->addWidget(m_query, 3);
+  fields->addWidget(m_progress, 1);
+  fields->addSpacing(kPadding);
+  auto* buttons = new QHBoxLayout;
+  buttons->setSpacing(kSpacing);
+  buttons->addStretch();
   for (QWidget* button : {m_matchCase, m_wholeWord, m_expression, backward, forward, close}) {
-    row->addWidget(button);
+    buttons->addWidget(button);
   }
-  column->addLayout(row);
+  m_row->setSpacing(kSpacing);
+  m_row->addLayout(fields, 1);
+  m_row->addLayout(buttons);
+  column->addLayout(m_row);
   column->addWidget(m_problem);
 }
 
@@ -126,19 +135,34 @@ void FindBar::placeIn(const QRect& area, Edge edge) {
   fit();
 }
 
+int FindBar::widthWithField(int field) const {
+  int buttons = 0;
+  for (const BarButton* button : findChildren<BarButton*>()) {
+    buttons += button->sizeHint().width() + kSpacing;
+  }
+  const int progressWidth = std::max(m_progress->minimumWidth(), scaledToText(kProgressWidth, font()));
+  return 3 * kPadding + scaledToText(field, font()) + progressWidth + buttons + kSpacing;
+}
+
 QRect FindBar::geometryAt(Edge edge) const {
-  constexpr int kButtons = 6;
-  const int buttonWidth = m_matchCase->sizeHint().width() + kSpacing;
-  const int progressWidth = std::max(m_progress->minimumWidth(), kProgressWidth);
-  const int wanted = 3 * kPadding + kFieldWidth + progressWidth + kButtons * buttonWidth + kSpacing;
-  const int width = std::clamp(wanted, 1, std::max(m_area.width() - 2 * kDistance, 1));
+  const int width = std::clamp(widthWithField(kFieldWidth), 1, std::max(m_area.width() - 2 * kDistance, 1));
   const int height = layout()->hasHeightForWidth() ? layout()->heightForWidth(width) : sizeHint().height();
   const int top = edge == Edge::Top ? m_area.top() + kDistance : m_area.bottom() + 1 - kDistance - height;
   return {m_area.right() + 1 - kDistance - width, top, width, height};
 }
 
 void FindBar::fit() {
+  // Large text may leave a window no room for everything beside each other.
+  const bool fits = textScale(font()) <= 1 || widthWithField(kNarrowLargeField) <= m_area.width() - 2 * kDistance;
+  m_row->setDirection(fits ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
   setGeometry(geometryAt(m_edge));
+}
+
+void FindBar::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() != QEvent::FontChange || m_area.isEmpty()) return;
+  m_progress->setMinimumWidth(0);
+  fit();
 }
 
 void FindBar::takeKeyboard(const QString& query) {

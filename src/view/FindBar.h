@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBoxLayout>
 #include <QLabel>
 #include <QWidget>
 #include <cstdint>
@@ -53,9 +54,12 @@ class FindBar : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   BarButton* addOption(const QString& letters, const QString& name);
+  /// The width at which nothing has to shrink, with a query field of `field` pixels for the usual text.
+  int widthWithField(int field) const;
   void fit();
 
   TextField* m_query;  // these are children
@@ -64,6 +68,7 @@ class FindBar : public QWidget {
   BarButton* m_wholeWord;
   BarButton* m_expression;
   QLabel* m_problem;
+  QBoxLayout* m_row;  // the field, and the buttons beside or below it
   QRect m_area;
   Edge m_edge = Edge::Top;
 };

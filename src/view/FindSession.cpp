@@ -67,28 +67,54 @@ FindSession::~FindSession() {
 
 void FindSession::search(const FindPattern& pattern, TextPosition from) {
   stop();
-  m_stop = std::make_shared<std::atomic<bool>>(false);
   m_pattern = pattern;
-  m_from = from;
+  begin(from);
   m_walk = Walk{.direction = Direction::Backward, .from = m_from};
-  m_results.forgetBefore(firstSegment(m_text), m_text.begin());
-  m_firstOpen = m_unknownBelow = segmentCount(m_text);
   walk();
   pump();
 }
 
+void FindSession::begin(TextPosition from) {
+  m_stop = std::make_shared<std::atomic<bool>>(false);
+  m_from = from;
+  m_results.forgetBefore(firstSegment(m_text), m_text.begin());
+  m_firstOpen = m_unknownBelow = segmentCount(m_text);
+}
+
 void FindSession::stop() {
-  // Running jobs stop where they next check the flag; what they report after that is ignored.
+  forgetAll();
+  m_pattern.reset();
+  m_tailTimer->stop();
+  m_isReplaced = false;
+  Q_EMIT resultsChanged();
+}
+
+// Running jobs stop where they next check the flag; what they report after that is ignored.
+void FindSession::forgetAll() {
   if (m_stop) *std::exchange(m_stop, nullptr) = true;
   m_underWay.clear();
-  m_pattern.reset();
   m_results.clear();
   m_current.reset();
   m_walk.reset();
   m_wanted.clear();
   m_stale.clear();
-  m_tailTimer->stop();
+}
+
+void FindSession::textReplaced() {
+  if (!isActive()) return;
+  forgetAll();
+  begin(m_text.end());
+  m_isReplaced = true;
+  if (!m_tailTimer->isActive()) m_tailTimer->start(kTailInterval);
   Q_EMIT resultsChanged();
+}
+
+void FindSession::movePlaces(const std::function<TextPosition(TextPosition)>& moved) {
+  m_from = moved(m_from);
+  if (!m_current) return;
+  const TextRange place{.begin = moved(m_current->begin), .end = moved(m_current->end)};
+  if (place.length() != m_current->length()) return dropCurrent();
+  m_current = place;
 }
 
 bool FindSession::isSearching() const {
@@ -107,6 +133,7 @@ void FindSession::textChanged() {
 
 // Searches the segments that were last when they were searched, and those that have arrived since.
 void FindSession::searchTail() {
+  m_isReplaced = false;
   const std::size_t count = segmentCount(m_text);
   for (std::size_t segment = std::max(m_firstOpen, firstSegment(m_text)); segment < count; ++segment) {
     if (m_results.isKnown(segment) || isUnderWay(segment)) addOnce(m_stale, segment);
@@ -157,7 +184,7 @@ bool FindSession::isUnderWay(std::size_t segment) const {
 }
 
 void FindSession::pump() {
-  while (isActive() && m_underWay.size() < maxJobs()) {
+  while (isActive() && !m_isReplaced && m_underWay.size() < maxJobs()) {
     const std::optional<Segments> segments = nextSegments();
     if (!segments) return;
     start(*segments);

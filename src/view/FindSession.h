@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -38,6 +39,11 @@ class FindSession : public QObject, public CanvasMarks {
   /// To be called whenever the text has changed. Matches in what it no longer has are forgotten at once; what has come
   /// or changed is searched soon.
   void textChanged();
+  /// To be called instead when it has become another text, whose places have nothing to do with those before. That is
+  /// searched soon from its end; no match is current until the next step to one.
+  void textReplaced();
+  /// To be called before `textChanged` when places in the text have moved: the current match goes along.
+  void movePlaces(const std::function<TextPosition(TextPosition)>& moved);
 
   /// Matches found so far.
   std::uint64_t count() const { return m_results.count(); }
@@ -90,6 +96,8 @@ class FindSession : public QObject, public CanvasMarks {
     bool tookTooLong = false;
   };
 
+  void begin(TextPosition from);
+  void forgetAll();
   static Outcome run(const Job& job);
   void take(const Job& job, Outcome outcome);
   void pump();
@@ -118,6 +126,7 @@ class FindSession : public QObject, public CanvasMarks {
   std::vector<std::size_t> m_stale;   // searched, or being searched, but the text has changed since
   std::size_t m_unknownBelow = 0;     // segments from here on are known
   std::size_t m_firstOpen = 0;        // known segments from here on change with the text
+  bool m_isReplaced = false;          // and not searched yet: it may be replaced again at once
   std::unique_ptr<Timer> m_tailTimer;
 };
 

@@ -36,7 +36,14 @@ Finder::Finder(TerminalSurface& surface, Clock& clock)
   connect(&m_session, &FindSession::gaveUp, this, [this] {
     if (m_bar) m_bar->showProblem(tr("This expression takes too long on lines of this length."));
   });
-  connect(&m_surface, &TerminalSurface::textChanged, &m_session, &FindSession::textChanged);
+  connect(&m_surface, &TerminalSurface::textChanged, this, [this] {
+    m_session.movePlaces([this](TextPosition position) { return m_view.source().moved(position); });
+    m_session.textChanged();
+  });
+  connect(&m_surface, &TerminalSurface::textReplaced, this, [this] {
+    m_from = m_surface.text().end();
+    m_session.textReplaced();
+  });
   m_view.installEventFilter(this);
 }
 

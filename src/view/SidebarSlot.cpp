@@ -1,12 +1,16 @@
 #include "view/SidebarSlot.h"
 
+#include <QEvent>
 #include <QStyle>
 #include <utility>
+
+#include "controls/TextScale.h"
 
 namespace zolt {
 
 namespace {
 
+constexpr int kFullWidth = 250;
 constexpr int kDurationMs = 250;
 
 }  // namespace
@@ -21,6 +25,10 @@ SidebarSlot::SidebarSlot(MakeContent makeContent, QWidget* parent)
   connect(&m_animation, &QVariantAnimation::finished, this, &SidebarSlot::finishMove);
 }
 
+int SidebarSlot::fullWidth() const {
+  return scaledToText(kFullWidth, font());
+}
+
 void SidebarSlot::setRevealed(bool revealed) {
   if (m_revealed == revealed) return;
   m_revealed = revealed;
@@ -29,15 +37,15 @@ void SidebarSlot::setRevealed(bool revealed) {
     // Always a new one, even while the old is still sliding out.
     delete std::exchange(m_content, nullptr);
     m_content = m_makeContent(this);
-    m_content->setFixedWidth(fullWidth);
-    m_content->setGeometry(width() - fullWidth, 0, fullWidth, height());
+    m_content->setFixedWidth(fullWidth());
+    m_content->setGeometry(width() - fullWidth(), 0, fullWidth(), height());
     m_content->show();
   }
   show();
   // Toggling during the animation reverses it from its current position.
   m_animation.stop();
   m_animation.setStartValue(width());
-  m_animation.setEndValue(revealed ? fullWidth : 0);
+  m_animation.setEndValue(revealed ? fullWidth() : 0);
   const bool wanted = style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) > 0;
   m_animation.setDuration(wanted && window()->isVisible() ? kDurationMs : 0);
   m_animation.start();
@@ -53,7 +61,14 @@ void SidebarSlot::finishMove() {
 
 void SidebarSlot::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  if (m_content != nullptr) m_content->setGeometry(width() - fullWidth, 0, fullWidth, height());
+  if (m_content != nullptr) m_content->setGeometry(width() - fullWidth(), 0, fullWidth(), height());
+}
+
+void SidebarSlot::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() != QEvent::FontChange || m_content == nullptr) return;
+  m_content->setFixedWidth(fullWidth());
+  if (m_revealed && !isMoving()) setFixedWidth(fullWidth());
 }
 
 }  // namespace zolt

@@ -13,11 +13,12 @@ class SidebarSlot : public QWidget {
   Q_OBJECT
 
  public:
-  static constexpr int fullWidth = 250;
   using MakeContent = std::function<QWidget*(QWidget* parent)>;
 
   explicit SidebarSlot(MakeContent makeContent, QWidget* parent = nullptr);
 
+  /// In logical pixels: 250, or more for large text.
+  int fullWidth() const;
   bool isRevealed() const { return m_revealed; }
   /// Null while hidden.
   QWidget* content() const { return m_content; }
@@ -32,6 +33,7 @@ class SidebarSlot : public QWidget {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   void finishMove();

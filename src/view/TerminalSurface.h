@@ -19,10 +19,11 @@ class TerminalSurface : public QObject {
   /// Shows the text and takes the keyboard. A child of the widget that the surface was made in.
   virtual TextCanvas& canvas() = 0;
 
-  /// The text as find searches it; its positions are those of the canvas. Kept up to date only while it is followed.
+  /// The text that is shown, as find searches it; its positions are those of the canvas. Kept up to date only while it
+  /// is followed.
   virtual const HistoryText& text() const = 0;
   virtual void followText(bool /*followed*/) {}
-  /// All of the text as it is now, for saving, and how its styles are written.
+  /// All of the text that is kept, as it is now, for saving, and how its styles are written.
   virtual TextSnapshot excerpt() const = 0;
   virtual std::unique_ptr<OutputStyles> outputStyles() const = 0;
 
@@ -32,8 +33,10 @@ class TerminalSurface : public QObject {
   virtual void clear() = 0;
 
  Q_SIGNALS:
-  /// `text()` has changed.
+  /// `text()` has changed. Places that were held have moved as the canvas's source tells.
   void textChanged();
+  /// `text()` is another one now, with places of its own.
+  void textReplaced();
 };
 
 }  // namespace zolt

@@ -25,7 +25,7 @@ class DisplayChoiceTest : public test::AppDelegateTest {
     if (box == nullptr) return nullptr;
     const auto buttons = box->findChildren<QPushButton*>();
     for (QPushButton* each : buttons) {
-      if (each->text() == QLatin1String(text)) return each;
+      if (each->text().remove(QLatin1Char('&')) == QLatin1String(text)) return each;
     }
     return nullptr;
   }

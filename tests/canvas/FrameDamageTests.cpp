@@ -31,6 +31,7 @@ TEST(FrameDamage, IsNothingBetweenEqualFrames) {
   EXPECT_FALSE(damage.everything);
   EXPECT_EQ(damage.shift, 0_px);
   EXPECT_TRUE(damage.dirtyRows.empty());
+  EXPECT_TRUE(compare(frameOf(3, 6, -4_px), frameOf(3, 6, -4_px)).dirtyRows.empty()) << "nor where rows are cut off";
 }
 
 TEST(FrameDamage, IsTheRowWhoseTextGrew) {
@@ -79,6 +80,26 @@ TEST(FrameDamage, PaintsARowAgainThatWasCutOffBeforeItMoved) {
   const FrameDamage damage = compare(frameOf(3, 5, 4_px), frameOf(3, 5, 0_px));
   EXPECT_EQ(damage.shift, -4_px);
   EXPECT_EQ(damage.dirtyRows, Rows{4});
+}
+
+TEST(FrameDamage, PaintsARowAgainThatWasCutOffAtTheTop) {
+  const FrameDamage damage = compare(frameOf(3, 6, -4_px), frameOf(3, 6, 0_px));
+  EXPECT_EQ(damage.shift, 4_px);
+  EXPECT_EQ(damage.dirtyRows, (Rows{0, 5})) << "the last one is still cut off, elsewhere";
+}
+
+TEST(FrameDamage, LeavesBlankWhatRowsThatMovedUpLeaveBehind) {
+  const FrameDamage damage = compare(frameOf(3, 5), frameOf(5, 3));
+  EXPECT_FALSE(damage.everything);
+  EXPECT_EQ(damage.shift, -2 * kRow);
+  EXPECT_EQ(damage.dirtyRows, Rows{});
+}
+
+TEST(FrameDamage, IsEverythingWhenItMovesByTheWholeViewport) {
+  EXPECT_FALSE(compare(frameOf(3, 8), frameOf(7, 8)).everything);
+  EXPECT_TRUE(compare(frameOf(3, 8), frameOf(8, 8)).everything);
+  EXPECT_FALSE(compare(frameOf(7, 8), frameOf(3, 8)).everything);
+  EXPECT_TRUE(compare(frameOf(8, 8), frameOf(3, 8)).everything);
 }
 
 TEST(FrameDamage, IsEverythingWhenNoRowStays) {

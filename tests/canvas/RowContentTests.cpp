@@ -109,6 +109,29 @@ TEST(RowContent, KeepsTheTextOfItsPieces) {
   EXPECT_TRUE(row.blinks);
 }
 
+TEST(RowContent, BlinksWithAnyOfItsText) {
+  RowContent row;
+  row.addText(0_col, "ab", {});
+  EXPECT_FALSE(row.blinks);
+  row.addText(2_col, "cd", {.blinks = true});
+  row.addText(4_col, "ef", {});
+  row.addCluster({.begin = 6_col, .end = 8_col}, "\u6F22", {});
+  EXPECT_TRUE(row.blinks);
+}
+
+TEST(RowContent, NeverPointsBehindItsLastColumn) {
+  RowContent ending;
+  ending.range = rangeOf(10, 14);
+  ending.end = 2_col;
+  ending.steps = {{.position = 10_pos, .column = 0_col}};
+  EXPECT_EQ(ending.columnOf(13_pos), 2_col);
+  RowContent wide = withAWideCharacter();
+  wide.steps.pop_back();
+  wide.range.end = 14_pos;
+  wide.end = 3_col;
+  EXPECT_EQ(wide.columnOf(14_pos), 3_col);
+}
+
 TEST(RowContent, IsEmptyWithoutSteps) {
   EXPECT_EQ(RowContent().columnOf(0_pos), 0_col);
   EXPECT_EQ(RowContent().positionAt(5_col), 0_pos);

@@ -68,6 +68,14 @@ TEST_F(TextAnnouncerTest, TellsWhatHasChangedSinceItWasStarted) {
   EXPECT_EQ(told.size(), 1U);
 }
 
+TEST_F(TextAnnouncerTest, LosesNothingToAnotherListener) {
+  announcer.start();
+  show("$ l");
+  announcer.start();
+  clock.advance(0ms);
+  EXPECT_EQ(told, Told({"-+l"}));
+}
+
 TEST_F(TextAnnouncerTest, TellsTheTextThenTheCaretThenTheSelection) {
   announcer.start();
   state.caret = 4;

@@ -42,6 +42,28 @@ TEST(BlockStyles, GivesBackEachStyleHoweverManyThereAre) {
   EXPECT_LE(styles.size(), 64'000u);
 }
 
+// Adds styles after what there is until the first one has been crowded out: by the one that is returned.
+std::size_t crowdsOutTheFirst(BlockStyles styles, std::size_t from) {
+  while (true) {
+    styles.number(packed(++from));
+    BlockStyles copy = styles;
+    if (copy.number(packed(1)) != 0) return from;
+  }
+}
+
+TEST(BlockStyles, RemembersTheTwoThatWereUsedLatestOfThoseThatCollide) {
+  BlockStyles first;
+  first.number(packed(1));
+  const std::size_t second = crowdsOutTheFirst(first, 1);
+  BlockStyles two = first;
+  two.number(packed(second));
+  const std::size_t third = crowdsOutTheFirst(two, second);
+  EXPECT_EQ(two.number(packed(1)), 0) << "used again";
+  EXPECT_EQ(two.number(packed(third)), 2);
+  EXPECT_EQ(two.number(packed(1)), 0);
+  EXPECT_EQ(two.number(packed(second)), 3) << "crowded out";
+}
+
 TEST(BlockStyles, TellsStylesApartThatDifferInOneBitOnly) {
   const std::uint64_t plain = StyleCode().bits();
   for (int bit = 0; bit < 61; ++bit) {
@@ -71,9 +93,12 @@ TEST(BlockStyles, KeepsThemWhenItIsSealedAndNoMemoryForMore) {
   for (std::size_t i = 0; i < 1000; ++i) {
     styles.number(packed(i));
   }
+  for (std::size_t i = 0; i < 5; ++i) {
+    styles.number(listed(i));
+  }
   const std::size_t before = styles.memoryBytes();
   styles.seal();
-  EXPECT_EQ(styles.memoryBytes(), 1000 * sizeof(StyleCode));
+  EXPECT_EQ(styles.memoryBytes(), 1005 * sizeof(StyleCode) + 5 * sizeof(TextAttributes));
   EXPECT_LT(styles.memoryBytes(), before);
   EXPECT_EQ(styles[999], packed(999).attributes());
 }

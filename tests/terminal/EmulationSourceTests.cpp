@@ -246,6 +246,20 @@ TEST(EmulationSource, GivesAllOfTheTextToFindAndSaving) {
   EXPECT_EQ(little.text(little.begin(), little.end()), "one") << "blank rows below are no text";
 }
 
+TEST(EmulationSource, GivesTheAlternateScreenToFindAndTheScrollbackToSaving) {
+  Fixture terminal;
+  terminal.addLines(20);
+  const std::string saved = terminal.all().substr(0, terminal.all().find("line 17"));
+  terminal.feed("\033[?1049h\033[H\u6F22 line that wraps\r\nnext");
+  const vt::ScrollbackText shown(terminal.source.shownText());
+  EXPECT_EQ(shown.begin(), terminal.source.begin());
+  EXPECT_EQ(shown.text(shown.begin(), shown.end()), "\u6F22 line that wraps\nnext");
+  const TextRange word = terminal.find("wraps");
+  EXPECT_EQ(shown.text(word.begin, word.end), "wraps") << "places are the same";
+  const vt::ScrollbackText kept(terminal.source.wholeText());
+  EXPECT_EQ(kept.text(kept.begin(), kept.end()), saved);
+}
+
 TEST(EmulationSource, ForgetsWhatTheLimitTrims) {
   Fixture terminal({.rows = 4, .columns = 80});
   terminal.emulator.change([](vt::Terminal& engine) { engine.screen().scrollback().setLimit(100); });

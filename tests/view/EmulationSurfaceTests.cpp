@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -10,6 +12,8 @@
 #include <QTest>
 #include <fstream>
 #include <sstream>
+#include <string>
+#include <vector>
 
 #include "support/WaitFor.h"
 #include "view/TerminalContainerView.h"
@@ -65,7 +69,39 @@ class EmulationSurfaceTest : public testing::Test {
     ASSERT_NE(field, nullptr);
     field->setText(query);
   }
+  bool shows(const QString& text) {
+    return waitFor([&] { return progress() == text; });
+  }
+  // Lets the program print `text` and waits until it is shown.
+  void feed(const std::string& text) {
+    surface().display().emulator().feed(Bytes(text));
+    ASSERT_TRUE(waitFor([this] {
+      canvas().makeFrameNow();
+      return surface().display().emulator().isSettled();
+    }));
+  }
+  // The matches that are marked in the picture, and where they begin.
+  std::vector<std::string> marked() {
+    const QImage picture = canvas().grab().toImage();
+    std::vector<std::string> found;
+    for (std::size_t row = 0; row < canvas().rowsInFrame(); ++row) {
+      QRgb before = 0;
+      for (int column = 0; column < canvas().gridSize().columns; ++column) {
+        const CanvasColumn begin(column);
+        const QRectF cell = canvas().rectOf(row, {.begin = begin, .end = begin + 1});
+        const QRgb color = picture.pixel(static_cast<int>(cell.center().x()), static_cast<int>(cell.top()) + 1);
+        const std::string place = std::to_string(row) + ", " + std::to_string(column);
+        if (color != before && color == kFound) found.push_back("found at " + place);
+        if (color != before && color == kCurrent) found.push_back("current at " + place);
+        before = color;
+      }
+    }
+    return found;
+  }
   QString progress() { return container->findChild<QLabel*>(QStringLiteral("progress"))->text(); }
+
+  static constexpr QRgb kFound = 0xFFCFB04A;
+  static constexpr QRgb kCurrent = 0xFFFF7F24;
 
   QTemporaryDir folder;
   UserDefaults defaults{folder.filePath(QStringLiteral("settings.ini")).toStdString()};
@@ -98,6 +134,75 @@ TEST_F(EmulationSurfaceTest, SearchesWhatArrivesWhileTheBarIsOpen) {
   ASSERT_TRUE(waitFor([&] { return progress().contains(QLatin1Char('1')); })) << progress().toStdString();
   surface().display().emulator().feed(Bytes("\r\nsecond needle\r\nthird needle"));
   EXPECT_TRUE(waitFor([&] { return progress().contains(QLatin1Char('3')); })) << progress().toStdString();
+}
+
+TEST_F(EmulationSurfaceTest, FindsOnTheAlternateScreenWhileThatIsShown) {
+  run("seq -f 'needle %g' 100");
+  search(QStringLiteral("needle"));
+  ASSERT_TRUE(shows(QStringLiteral("100 of 100"))) << progress().toStdString();
+  feed("\033[?1049h\033[2J\033[3;5Hneedle\033[10;1Hno\033[20;70Hneedle");
+  EXPECT_TRUE(shows(QStringLiteral("2"))) << progress().toStdString();
+  container->findPrevious();
+  EXPECT_TRUE(shows(QStringLiteral("2 of 2"))) << progress().toStdString();
+  EXPECT_EQ(marked(), (std::vector<std::string>{"found at 2, 4", "current at 19, 69"}));
+  container->findNext();
+  EXPECT_TRUE(shows(QStringLiteral("1 of 2"))) << progress().toStdString();
+  EXPECT_TRUE(canvas().isAtEnd());
+  EXPECT_EQ(canvas().scrollOffset(), DevicePixels(0));
+  feed("\033[?1049l");
+  EXPECT_TRUE(shows(QStringLiteral("100"))) << progress().toStdString();
+  EXPECT_TRUE(canvas().isAtEnd()) << "the user has only left the program";
+  container->findPrevious();
+  EXPECT_TRUE(shows(QStringLiteral("100 of 100"))) << progress().toStdString();
+}
+
+TEST_F(EmulationSurfaceTest, ShowsAgainWhatWasReadBeforeAFindOnTheAlternateScreen) {
+  run("seq 100");
+  canvas().scrollTo(DevicePixels(0));
+  feed("\033[?1049h\033[2J\033[Hneedle");
+  search(QStringLiteral("needle"));
+  ASSERT_TRUE(shows(QStringLiteral("1 of 1"))) << progress().toStdString();
+  container->findNext();
+  feed("\033[?1049l");
+  EXPECT_FALSE(canvas().isAtEnd());
+  EXPECT_EQ(canvas().scrollOffset(), DevicePixels(0));
+}
+
+TEST_F(EmulationSurfaceTest, KeepsTheCurrentMatchWhileTheAlternateScreenIsRewrittenAroundIt) {
+  run("printf '\\033[?1049h\\033[2J\\033[Hload 1\\r\\nneedle one\\r\\nneedle two\\r\\n'");
+  search(QStringLiteral("needle"));
+  ASSERT_TRUE(shows(QStringLiteral("2 of 2"))) << progress().toStdString();
+  feed("\033[Hload 100 and more\033[10;1Hneedle three");
+  EXPECT_TRUE(shows(QStringLiteral("2 of 3"))) << progress().toStdString();
+  feed("\033[3;1Hnothing\033[K");
+  EXPECT_TRUE(shows(QStringLiteral("2"))) << progress().toStdString();
+  container->findPrevious();
+  EXPECT_TRUE(shows(QStringLiteral("1 of 2"))) << "the one before: " << progress().toStdString();
+}
+
+// With an expression, which is searched for in the background only.
+TEST_F(EmulationSurfaceTest, FollowsAnAlternateScreenThatIsRewrittenAllTheTime) {
+  run("printf '\\033[?1049h\\033[2J'");
+  search(QStringLiteral("needle [0-9]+"));
+  for (auto* each : container->findChildren<QAbstractButton*>()) {
+    if (each->accessibleName().startsWith(QStringLiteral("Regular"))) each->click();
+  }
+  ASSERT_TRUE(shows(QStringLiteral("No matches"))) << progress().toStdString();
+  for (int round = 0; round < 100; ++round) {
+    std::string screen = "\033[H";
+    for (int row = 0; row <= round % 20; ++row) {
+      screen += "needle " + std::to_string(round) + "\033[K\r\n";
+    }
+    surface().display().emulator().feed(Bytes(screen + "\033[J"));
+    test::runLoopFor(std::chrono::milliseconds(5));
+  }
+  EXPECT_TRUE(shows(QStringLiteral("20"))) << progress().toStdString();
+  for (int round = 0; round < 50; ++round) {
+    surface().display().emulator().feed(Bytes(round % 2 == 0 ? "\033[?1049l" : "\033[?1049h"));
+    test::runLoopFor(std::chrono::milliseconds(5));
+  }
+  feed("\033[2J\033[Hneedle 1");
+  EXPECT_TRUE(shows(QStringLiteral("1"))) << progress().toStdString();
 }
 
 TEST_F(EmulationSurfaceTest, SavesLinesWholeWithoutWhatOnlyTheScreenNeeds) {

@@ -2,6 +2,7 @@
 // screen.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "canvas/CanvasLiterals.h"
@@ -132,6 +133,45 @@ TEST_F(ScrollbackFindTest, SearchesTheScreenAgainWhenItChanges) {
   EXPECT_TRUE(counts(2));
   show("nothing, nothing");
   EXPECT_TRUE(counts(0));
+  EXPECT_FALSE(session.current());
+}
+
+TEST_F(ScrollbackFindTest, BeginsAnewInAnotherTextAndWaitsForTheUserToGoToAMatch) {
+  appendLines(30'000, "needle" + std::string(94, '.'));
+  model.setLimit(5000);
+  show();
+  ASSERT_GT(text.begin(), TextPosition(0));
+  search("needle");
+  ASSERT_TRUE(counts(text.endLine() - text.firstLine()));
+  vt::test::ScrollbackModel other;
+  other.append("two needles, needles", false);
+  text.show(other.scrollback().view());
+  session.textReplaced();
+  EXPECT_FALSE(session.current());
+  EXPECT_EQ(session.count(), 0U);
+  EXPECT_TRUE(session.spread().empty());
+  EXPECT_TRUE(session.isSearching()) << "soon";
+  EXPECT_TRUE(counts(2)) << session.count();
+  EXPECT_FALSE(session.current());
+  session.goBackward();
+  EXPECT_EQ(session.numberOfCurrent(), 2U);
+}
+
+TEST_F(ScrollbackFindTest, TakesTheCurrentMatchAlongWhenPlacesMove) {
+  show("10% needle needle");
+  search("needle");
+  ASSERT_TRUE(counts(2));
+  session.goBackward();
+  ASSERT_EQ(session.current()->begin, text.begin() + 4);
+  session.movePlaces([](TextPosition position) { return position + 1; });
+  show("100% needle needle");
+  EXPECT_EQ(session.current()->begin, text.begin() + 5);
+  EXPECT_TRUE(waitFor([&] { return session.spread().front().begin == text.begin() + 5; }));
+  EXPECT_EQ(session.numberOfCurrent(), 1U);
+  // The line was cut within the match.
+  const TextPosition cut = text.begin() + 7;
+  session.movePlaces([&](TextPosition position) { return std::min(position, cut); });
+  show("100% ne");
   EXPECT_FALSE(session.current());
 }
 

@@ -9,6 +9,7 @@
 #include <cmath>
 
 #include "controls/ControlColors.h"
+#include "controls/TextScale.h"
 #include "symbols/Symbol.h"
 
 namespace zolt {
@@ -27,14 +28,14 @@ constexpr QColor kCaskColor(0x34, 0xA8, 0x53);
 constexpr QColor kFormulaColor(0x3B, 0x82, 0xF6);
 
 // Cached by symbol, colour and pixel ratio: a list may have thousands of rows.
-QPixmap iconOf(BrewPackageType type, double ratio, bool selected, const QColor& text) {
+QPixmap iconOf(BrewPackageType type, int size, double ratio, bool selected, const QColor& text) {
   const bool cask = type == BrewPackageType::Cask;
   const QString name = cask ? QStringLiteral("app") : QStringLiteral("cube");
   const QColor color = selected ? text : cask ? kCaskColor : kFormulaColor;
-  const QString key = QStringLiteral("brew-row %1 %2 %3").arg(name).arg(color.rgba()).arg(ratio);
+  const QString key = QStringLiteral("brew-row %1 %2 %3 %4").arg(name).arg(color.rgba()).arg(size).arg(ratio);
   QPixmap pixmap;
   if (!QPixmapCache::find(key, &pixmap)) {
-    pixmap = symbol(name, color).pixmap(QSize(kIconSize, kIconSize), ratio);
+    pixmap = symbol(name, color).pixmap(QSize(size, size), ratio);
     QPixmapCache::insert(key, pixmap);
   }
   return pixmap;
@@ -54,13 +55,13 @@ QFont captionFont(const QFont& body) {
 
 // Centred on both lines; beside a name alone, centred on its capital letters, wherever the font places them in the
 // line.
-int iconTop(const QRect& room, const QFont& body, bool hasDescription) {
-  const int middle = room.top() + (room.height() - kIconSize) / 2;
+int iconTop(const QRect& room, int size, const QFont& body, bool hasDescription) {
+  const int middle = room.top() + (room.height() - size) / 2;
   if (hasDescription) return middle;
   const QFontMetrics metrics(nameFont(body));
   const int baseline = room.top() + (room.height() - metrics.height()) / 2 + metrics.ascent();
-  const int letters = static_cast<int>(std::lround(baseline - (metrics.capHeight() + kIconSize) / 2.0));
-  return std::clamp(letters, room.top(), room.top() + room.height() - kIconSize);
+  const int letters = static_cast<int>(std::lround(baseline - (metrics.capHeight() + size) / 2.0));
+  return std::clamp(letters, room.top(), room.top() + room.height() - size);
 }
 
 // More than any row shows. A text may have any length, and measuring all of it would be slow.
@@ -79,7 +80,7 @@ void drawElided(QPainter& painter, const QRect& rect, Qt::Alignment edge, const 
 int BrewPackageRow::height(const QFont& font, bool hasDescription) {
   const int name = QFontMetrics(nameFont(font)).height();
   const int caption = hasDescription ? QFontMetrics(captionFont(font)).height() : 0;
-  return std::max(name + caption, kIconSize) + 2 * kVerticalPadding + 2;
+  return std::max(name + caption, scaledToText(kIconSize, font)) + 2 * kVerticalPadding + 2;
 }
 
 void BrewPackageRow::paint(QPainter& painter, const QRect& rect, const QFont& font, const QPalette& palette,
@@ -89,8 +90,9 @@ void BrewPackageRow::paint(QPainter& painter, const QRect& rect, const QFont& fo
   const QColor secondary = selected ? text : colors.secondary;
   QRect room = rect.adjusted(kMargin, kVerticalPadding, -kMargin, -kVerticalPadding);
 
-  const QRect iconRect(room.left(), iconTop(room, font, package.description.has_value()), kIconSize, kIconSize);
-  painter.drawPixmap(iconRect, iconOf(type, painter.device()->devicePixelRatioF(), selected, text));
+  const int size = scaledToText(kIconSize, font);
+  const QRect iconRect(room.left(), iconTop(room, size, font, package.description.has_value()), size, size);
+  painter.drawPixmap(iconRect, iconOf(type, size, painter.device()->devicePixelRatioF(), selected, text));
   room.setLeft(iconRect.right() + kSpacing);
 
   const QFont caption = captionFont(font);

@@ -13,6 +13,7 @@
 #include "brew/views/SymbolView.h"
 #include "controls/ControlColors.h"
 #include "controls/Hairline.h"
+#include "controls/TextScale.h"
 #include "controls/ThinScrollBar.h"
 #include "platform/MainQueue.h"
 #include "symbols/Symbol.h"
@@ -126,7 +127,7 @@ QWidget* BrewSidebarView::makeHeader() {
   auto* header = new QWidget(this);
   auto* row = new QHBoxLayout(header);
   row->setContentsMargins(kMargin, kPadding, kPadding, kPadding);
-  row->addWidget(new SymbolView(QStringLiteral("mug.fill"), kHeaderIcon, kMugColor, header));
+  row->addWidget(new SymbolView(QStringLiteral("mug.fill"), scaledToText(kHeaderIcon, font()), kMugColor, header));
   auto* title = new QLabel(QStringLiteral("Homebrew"), header);
   title->setFont(scaled(font(), 1.1, QFont::DemiBold));
   row->addWidget(title);
@@ -134,6 +135,7 @@ QWidget* BrewSidebarView::makeHeader() {
   auto* refresh = new QToolButton(header);
   refresh->setObjectName(QStringLiteral("refresh"));
   refresh->setAutoRaise(true);
+  refresh->setIconSize(refresh->iconSize() * textScale(font()));
   refresh->setIcon(symbol(QStringLiteral("arrow.clockwise")));
   refresh->setFocusPolicy(Qt::TabFocus);
   refresh->setAccessibleName(QStringLiteral("Refresh"));
@@ -151,8 +153,9 @@ QWidget* BrewSidebarView::makePlaceholder() {
   auto* title = new QLabel(QStringLiteral("Search Homebrew"), page);
   title->setFont(scaled(font(), 1.2, QFont::DemiBold));
   column->addStretch(2);
-  column->addWidget(new SymbolView(QStringLiteral("magnifyingglass"), kPlaceholderIcon, QColor(), page), 0,
-                    Qt::AlignHCenter);
+  column->addWidget(
+      new SymbolView(QStringLiteral("magnifyingglass"), scaledToText(kPlaceholderIcon, font()), QColor(), page), 0,
+      Qt::AlignHCenter);
   column->addWidget(title, 0, Qt::AlignHCenter);
   column->addStretch(3);
   return page;

@@ -4,6 +4,7 @@
 
 #include "controls/DestructiveButton.h"
 #include "controls/NumberField.h"
+#include "controls/TextScale.h"
 #include "settings/views/EmulationControls.h"
 #include "settings/views/ValueTexts.h"
 
@@ -72,7 +73,7 @@ void AdvancedSettings::addScrollbackLines() {
   auto* lines = new NumberField;
   lines->setObjectName(QLatin1String(m_config.scrollbackLines.row().key));
   lines->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-  lines->setFixedWidth(kNumberWidth + 2 * KeyboardFocus::margin);
+  lines->setFixedWidth(scaledToText(kNumberWidth, font()) + 2 * KeyboardFocus::margin);
   if (isForFullEmulation()) lines->allowNoLimit(QStringLiteral("No limit"));
   lines->setNumber(m_config.scrollbackLines);
   addEmulationRow(QLatin1String(m_config.scrollbackLines.row().label), lines);

@@ -10,6 +10,7 @@
 #include "controls/Card.h"
 #include "controls/KeyboardFocus.h"
 #include "controls/SecondaryLabel.h"
+#include "controls/TextScale.h"
 #include "controls/ThinScrollBar.h"
 
 namespace zolt {
@@ -83,8 +84,8 @@ QLabel* GroupedForm::addRow(const QString& label, QWidget* control) {
   handle->setAccessibleName(label);
   const bool stretches = control->sizePolicy().horizontalPolicy() == QSizePolicy::Expanding;
   if (stretches) {
-    control->setMinimumWidth(kNarrowestControl);
-    control->setMaximumWidth(kWidestControl);
+    control->setMinimumWidth(scaledToText(kNarrowestControl, font()));
+    control->setMaximumWidth(scaledToText(kWidestControl, font()));
   }
   layout->addWidget(name);
   layout->addStretch(1);

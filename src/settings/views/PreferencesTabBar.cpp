@@ -9,6 +9,7 @@
 #include "controls/ControlColors.h"
 #include "controls/Hairline.h"
 #include "controls/OneTabStop.h"
+#include "controls/TextScale.h"
 #include "symbols/Symbol.h"
 
 namespace zolt {
@@ -41,7 +42,8 @@ TabButton::TabButton(const QString& label, const QString& symbolName, QWidget* p
 
 QSize TabButton::sizeHint() const {
   const QFontMetrics metrics = fontMetrics();
-  const QSize content(metrics.horizontalAdvance(text()), kSymbolSize + kSymbolGap + metrics.height());
+  const QSize content(metrics.horizontalAdvance(text()),
+                      scaledToText(kSymbolSize, font()) + kSymbolGap + metrics.height());
   const QSize padded = content + 2 * (QSize(kBeside, kAboveAndBelow) + QSize(1, 1) * KeyboardFocus::margin);
   return {std::max(padded.width(), kNarrowest), padded.height()};
 }
@@ -59,7 +61,8 @@ void TabButton::paintEvent(QPaintEvent*) {
     painter.drawRoundedRect(shape, kRadius, kRadius);
   }
   const QColor color = isChecked() ? colors.accentText : colors.secondary;
-  const QRect image((width() - kSymbolSize) / 2, kMargin + kAboveAndBelow, kSymbolSize, kSymbolSize);
+  const int size = scaledToText(kSymbolSize, font());
+  const QRect image((width() - size) / 2, kMargin + kAboveAndBelow, size, size);
   symbol(m_symbolName, color).paint(&painter, image);
   painter.setPen(color);
   const QRect label(0, image.bottom() + 1 + kSymbolGap, width(), fontMetrics().height());

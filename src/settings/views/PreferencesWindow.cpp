@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 #include <vector>
 
+#include "controls/TextScale.h"
 #include "settings/views/WindowPlace.h"
 
 namespace zolt {
@@ -23,7 +24,7 @@ PreferencesWindow::PreferencesWindow(Config& config, UserDefaults& defaults, She
           config, defaults, shells, this)) {
   setObjectName(QStringLiteral("preferences"));
   setWindowTitle(QStringLiteral("Preferences"));
-  setFixedSize(kSize);
+  fitText();
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(m_view);
@@ -31,6 +32,11 @@ PreferencesWindow::PreferencesWindow(Config& config, UserDefaults& defaults, She
 
 PreferencesWindow::~PreferencesWindow() {
   if (isVisible()) storePlace();
+}
+
+void PreferencesWindow::fitText() {
+  setFixedSize(QSize(scaledToText(kSize.width(), font()), scaledToText(kSize.height(), font()))
+                   .boundedTo(screen()->availableSize().expandedTo(kSize)));
 }
 
 void PreferencesWindow::setVisible(bool visible) {
@@ -62,6 +68,7 @@ void PreferencesWindow::showEvent(QShowEvent* event) {
 
 void PreferencesWindow::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
+  if (event->type() == QEvent::FontChange) fitText();
   // Only now has the window manager placed the window with its frame.
   if (event->type() != QEvent::ActivationChange || !isActiveWindow() || m_isPlaced) return;
   m_openedAt = pos();

@@ -28,6 +28,7 @@ class PreferencesWindow : public QWidget {
   void changeEvent(QEvent* event) override;
 
  private:
+  void fitText();
   void moveToStoredPlace();
   void storePlace();
 

@@ -1,8 +1,11 @@
 #include "settings/views/SettingsForm.h"
 
+#include <QEvent>
 #include <QLabel>
+#include <utility>
 
 #include "controls/Switch.h"
+#include "platform/MainQueue.h"
 #include "settings/views/EmulationControls.h"
 
 namespace zolt {
@@ -30,6 +33,16 @@ void SettingsForm::rebuild() {
   }
   if (focused.isEmpty()) return;
   if (auto* control = findChild<QWidget*>(focused)) control->setFocus(Qt::OtherFocusReason);
+}
+
+void SettingsForm::changeEvent(QEvent* event) {
+  GroupedForm::changeEvent(event);
+  if (event->type() != QEvent::FontChange || std::exchange(m_isRebuilding, true)) return;
+  // Not while Qt goes through the children to tell them, too.
+  MainQueue::async(MainQueue::Owner(this), [this] {
+    m_isRebuilding = false;
+    rebuild();
+  });
 }
 
 void SettingsForm::addEmulationRow(const QString& label, QWidget* control, const QString& explanation) {

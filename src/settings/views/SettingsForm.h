@@ -17,8 +17,8 @@ struct FixedSwitch {
   bool EmulationSettings::*setting = nullptr;
 };
 
-/// A form whose rows depend on whether the full emulation is on. When that changes, all rows are built anew, and the
-/// form stays where it was scrolled to.
+/// A form whose rows depend on whether the full emulation is on. When that changes, or the
+/// font, all rows are built anew, and the form stays where it was scrolled to.
 class SettingsForm : public GroupedForm {
   Q_OBJECT
 
@@ -38,11 +38,14 @@ class SettingsForm : public GroupedForm {
   /// Adds a row for each switch.
   void addFixedSwitches(std::initializer_list<FixedSwitch> switches);
 
+  void changeEvent(QEvent* event) override;
+
  private:
   void rebuild();
 
   EmulationSettingsStore& m_emulation;
   bool m_isForFullEmulation;
+  bool m_isRebuilding = false;
 };
 
 }  // namespace zolt

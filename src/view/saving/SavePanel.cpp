@@ -9,6 +9,7 @@
 
 #include "controls/Card.h"
 #include "controls/ControlColors.h"
+#include "controls/TextScale.h"
 
 namespace zolt {
 
@@ -59,7 +60,7 @@ void SavePanel::setProgress(double share) {
 
 void SavePanel::moveToPlace() {
   const QSize room = parentWidget()->size();
-  resize(std::min(kWidth, room.width() - 2 * kDistance), sizeHint().height());
+  resize(std::min(scaledToText(kWidth, font()), room.width() - 2 * kDistance), sizeHint().height());
   move((room.width() - width()) / 2, room.height() - height() - kDistance);
 }
 

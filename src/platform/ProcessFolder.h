@@ -1,0 +1,13 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+
+namespace zolt {
+
+/// The folder in which a running process works, as an absolute path. Empty if the process is gone or is not ours to
+/// ask, and if the folder is no longer there. Any thread.
+std::string processFolder(pid_t process);
+
+}  // namespace zolt
