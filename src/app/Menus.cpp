@@ -53,7 +53,8 @@ QList<QKeySequence> fullScreenShortcuts() {
 #ifdef Q_OS_MACOS
   return {QKeySequence(QKeySequence::FullScreen)};
 #else
-  return {QKeySequence(Qt::Key_F11)};  // Qt defines none on desktops that it does not know
+  // Qt defines none on desktops that it does not know. F11 alone is the program's in the full emulation.
+  return QList{QKeySequence(Qt::Key_F11)} + commandShortcuts(Qt::Key_F11);
 #endif
 }
 

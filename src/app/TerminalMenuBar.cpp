@@ -6,6 +6,8 @@
 #include <QMenu>
 #include <QProxyStyle>
 
+#include "controls/CommandKey.h"
+
 namespace zolt {
 
 namespace {
@@ -28,7 +30,8 @@ TerminalMenuBar::TerminalMenuBar(QWidget* window) : QMenuBar(window) {
   setStyle(new WithoutAltNavigation(this));
 #ifndef Q_OS_MACOS  // there the bar is at the top of the screen and has a key of its own
   auto* open = new QAction(this);
-  open->setShortcut(Qt::Key_F10);
+  // In the full emulation F10 alone is the program's.
+  open->setShortcuts(QList{QKeySequence(Qt::Key_F10)} + commandShortcuts(Qt::Key_F10));
   connect(open, &QAction::triggered, this, &TerminalMenuBar::openFirstMenu);
   window->addAction(open);
 #endif

@@ -4,8 +4,8 @@
 
 namespace zolt {
 
-/// The menu bar of a terminal's window. F10 and the mouse open its menus, and F10 closes them; Alt does nothing,
-/// because it belongs to the program in the terminal.
+/// The menu bar of a terminal's window. F10, Command-F10 and the mouse open its menus, and F10 closes them; Alt does
+/// nothing, because it belongs to the program in the terminal.
 class TerminalMenuBar : public QMenuBar {
   Q_OBJECT
 

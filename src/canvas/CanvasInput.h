@@ -25,6 +25,8 @@ class CanvasInput {
  public:
   virtual ~CanvasInput() = default;
 
+  /// Whether a key that is a shortcut of the window is to come here instead.
+  virtual bool claimsKey(const QKeyEvent&) const { return false; }
   /// A key was pressed or repeats. Shortcuts of the window and keys that compose text do not get here.
   virtual void keyPressed(const QKeyEvent& event) = 0;
   virtual void keyReleased(const QKeyEvent&) {}
@@ -36,6 +38,8 @@ class CanvasInput {
   /// A button was pressed, double-clicked or released, or the pointer moved. True: the program takes it, and the canvas
   /// does nothing with it.
   virtual bool pointerUsed(const QMouseEvent&, const PointerPlace&) { return false; }
+  /// Whether the program has a button that was pressed, and not released yet.
+  virtual bool holdsPointer() const { return false; }
   /// The wheel was turned, or a touch pad scrolled; `rowHeight` in logical pixels. True as above.
   virtual bool wheelTurned(const QWheelEvent&, const PointerPlace&, double /*rowHeight*/) { return false; }
   /// The canvas has gained or lost the keyboard.

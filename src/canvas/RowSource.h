@@ -58,8 +58,10 @@ class RowSource {
   /// The first place of the text, and the end of it.
   virtual TextPosition begin() const { return {}; }
   virtual TextPosition end() const = 0;
-  /// The text of a range as a person copies it, lines ending in LF.
+  /// The text of a range, lines ending in LF.
   virtual std::string text(TextRange range) const = 0;
+  /// The same as a person copies it: also without the blanks at the end of the last line, where the range reaches it.
+  virtual std::string copiedText(TextRange range) const { return text(range); }
   /// An estimate of how much text a range has, in bytes, without fetching it.
   virtual std::uint64_t roughSize(TextRange range) const { return range.length(); }
   /// The word around `position`; a single character where there is no word.

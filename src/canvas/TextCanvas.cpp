@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QKeyEvent>
 #include <QScreen>
 #include <QWindow>
 #include <algorithm>
@@ -380,6 +381,11 @@ void TextCanvas::showEvent(QShowEvent* event) {
 bool TextCanvas::event(QEvent* event) {
   // A move to a screen of another density changes the scale without a resize.
   if (event->type() == QEvent::ScreenChangeInternal) updateGridSize();
+  if (event->type() == QEvent::ShortcutOverride && m_input != nullptr &&
+      m_input->claimsKey(*static_cast<QKeyEvent*>(event))) {
+    event->accept();
+    return true;
+  }
   return QAbstractScrollArea::event(event);
 }
 

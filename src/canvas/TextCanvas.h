@@ -108,8 +108,11 @@ class TextCanvas : public QAbstractScrollArea {
   void select(TextRange range);
   void clearSelection();
   QString selectedText() const;
-  /// The text of a range as a person copies it.
   QString textOf(TextRange range) const;
+  /// The text of a range as a person copies it.
+  QString copiedText(TextRange range) const;
+  /// Whether some of the text that is there now is selected.
+  bool canCopy() const;
   Q_INVOKABLE void copy();
   Q_INVOKABLE void selectAll();
   Q_INVOKABLE void paste();

@@ -38,7 +38,7 @@ class SelectedLater : public QMimeData {
  protected:
   QVariant retrieveData(const QString& type, QMetaType preferred) const override {
     if (!m_canvas || type != formats().front()) return {};
-    const QString text = m_canvas->textOf(m_range);
+    const QString text = m_canvas->copiedText(m_range);
     return preferred == QMetaType::fromType<QString>() ? QVariant(text) : QVariant(text.toUtf8());
   }
 
@@ -134,8 +134,18 @@ QString TextCanvas::textOf(TextRange range) const {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+QString TextCanvas::copiedText(TextRange range) const {
+  return QString::fromStdString(m_source->copiedText(range));
+}
+
 QString TextCanvas::selectedText() const {
-  return m_selection.isRectangle() ? rectangleText() : textOf(m_selection.range());
+  return m_selection.isRectangle() ? rectangleText() : copiedText(m_selection.range());
+}
+
+// Not one of a text that another has taken the place of.
+bool TextCanvas::canCopy() const {
+  const TextRange range = m_selection.range();
+  return !m_selection.empty() && range.begin < m_source->end() && range.end > m_source->begin();
 }
 
 // The part of each row that is in the rectangle, without the blanks at its end.
@@ -157,7 +167,9 @@ QString TextCanvas::rectangleText() const {
 }
 
 void TextCanvas::copy() {
-  if (!m_selection.empty()) QApplication::clipboard()->setText(selectedText());
+  if (!canCopy()) return;
+  // What was copied before is worth more than nothing.
+  if (const QString text = selectedText(); !text.isEmpty()) QApplication::clipboard()->setText(text);
 }
 
 void TextCanvas::selectAll() {
@@ -191,10 +203,8 @@ PointerPlace TextCanvas::placeOf(QPointF point) {
           .pixel = pixel};
 }
 
-// Shift keeps the mouse for the user.
 bool TextCanvas::isUsedByProgram(const QMouseEvent& event) {
-  if (m_input == nullptr || m_pointer || event.modifiers().testFlag(Qt::ShiftModifier)) return false;
-  return m_input->pointerUsed(event, placeOf(event.position()));
+  return m_input != nullptr && !m_pointer && m_input->pointerUsed(event, placeOf(event.position()));
 }
 
 void TextCanvas::mousePressEvent(QMouseEvent* event) {
@@ -284,10 +294,12 @@ void TextCanvas::wheelEvent(QWheelEvent* event) {
 }
 
 void TextCanvas::contextMenuEvent(QContextMenuEvent* event) {
+  const bool isClick = event->reason() == QContextMenuEvent::Mouse;
+  if (isClick && m_input != nullptr && m_input->holdsPointer()) return;
   auto* menu = new QMenu(this);
   connect(menu, &QMenu::aboutToHide, menu, &QObject::deleteLater);  // choosing an item only hides it
   menu->addActions(actions());
-  menu->actions().front()->setEnabled(!m_selection.empty());
+  menu->actions().front()->setEnabled(canCopy());
   connect(menu, &QMenu::aboutToHide, this, [this] { actions().front()->setEnabled(true); });
   menu->popup(event->globalPos());
 }

@@ -21,6 +21,11 @@ namespace {
 // Rows that a notch of the wheel moves the cursor in programs that do not track the mouse.
 constexpr int kRowsPerNotch = 3;
 
+quint32 placeOnKeyboard(const QKeyEvent& event) {
+  // Events that no keyboard made have no place.
+  return event.nativeScanCode() != 0 ? event.nativeScanCode() : static_cast<quint32>(event.key());
+}
+
 QString thisHost() {
   return QSysInfo::machineHostName();
 }
@@ -75,12 +80,20 @@ void EmulationInput::send(const QKeyEvent& event) {
   }
 }
 
-void EmulationInput::keyPressed(const QKeyEvent& event) {
-  if (!scrollsView(event)) send(event);
+bool EmulationInput::claimsKey(const QKeyEvent& event) const {
+  const bool isFunctionKey = event.key() >= Qt::Key_F1 && event.key() <= Qt::Key_F35;
+  return isFunctionKey && !(event.modifiers() & (Qt::ControlModifier | Qt::MetaModifier));
 }
 
-void EmulationInput::keyReleased(const QKeyEvent& event) {
+void EmulationInput::keyPressed(const QKeyEvent& event) {
+  if (scrollsView(event)) return;
+  m_heldKeys.insert(placeOnKeyboard(event));
   send(event);
+}
+
+// Of a press that was kept, for a shortcut or the view, the program knows nothing.
+void EmulationInput::keyReleased(const QKeyEvent& event) {
+  if (m_heldKeys.erase(placeOnKeyboard(event)) > 0) send(event);
 }
 
 void EmulationInput::textCommitted(const QString& text) {
@@ -116,20 +129,33 @@ vt::MouseEvent EmulationInput::mouseEvent(Qt::KeyboardModifiers modifiers, const
   return mouse;
 }
 
+void EmulationInput::report(const vt::MouseEvent& mouse) {
+  const vt::MouseModes wanted = tracksMouse() ? modes().mouse : vt::MouseModes();
+  if (const std::string bytes = m_mouse.report(mouse, wanted); !bytes.empty()) m_write(bytes);
+}
+
 bool EmulationInput::pointerUsed(const QMouseEvent& event, const PointerPlace& place) {
   const bool isPress = event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonDblClick;
   const bool isRelease = event.type() == QEvent::MouseButtonRelease;
-  // The history is the user's. A button that the program has been told of is followed wherever it goes.
-  const bool isOnScreen = place.row >= CanvasRow(0) && place.row < CanvasRow(m_source.screenRows());
-  const bool isFollowed = m_heldButtons > 0 && !isPress;
-  if (!isFollowed && (!tracksMouse() || !isOnScreen)) return false;
   vt::MouseEvent mouse = mouseEvent(event.modifiers(), place);
+  // A release may get lost where a menu or another program has taken the pointer.
+  for (const Qt::MouseButton button : {Qt::LeftButton, Qt::MiddleButton, Qt::RightButton}) {
+    if (isRelease || isPress || !(m_heldButtons & ~event.buttons()).testFlag(button)) continue;
+    mouse.action = vt::MouseAction::Release;
+    mouse.button = translateButton(button);
+    report(mouse);
+  }
+  if (!isRelease && !isPress) m_heldButtons &= event.buttons();
+  // The history is the user's, and so is the mouse with Shift. A button that the program has been told of is followed
+  // wherever it goes.
+  const bool isOnScreen = place.row >= CanvasRow(0) && place.row < CanvasRow(m_source.screenRows());
+  const bool isForProgram = tracksMouse() && isOnScreen && !event.modifiers().testFlag(Qt::ShiftModifier);
+  const bool isFollowed = isRelease ? m_heldButtons.testFlag(event.button()) : !isPress && holdsPointer();
+  if (!isFollowed && (!isForProgram || isRelease)) return false;
   mouse.action = isPress ? vt::MouseAction::Press : isRelease ? vt::MouseAction::Release : vt::MouseAction::Motion;
-  if (isPress || isRelease) mouse.button = translateButton(event.button());
-  if (isPress) ++m_heldButtons;
-  if (isRelease) m_heldButtons = std::max(m_heldButtons - 1, 0);
-  const vt::MouseModes wanted = tracksMouse() ? modes().mouse : vt::MouseModes();
-  if (const std::string bytes = m_mouse.report(mouse, wanted); !bytes.empty()) m_write(bytes);
+  mouse.button = isPress || isRelease ? translateButton(event.button()) : vt::MouseButton::None;
+  m_heldButtons.setFlag(event.button(), isPress);
+  report(mouse);
   return true;
 }
 
@@ -161,6 +187,7 @@ bool EmulationInput::wheelTurned(const QWheelEvent& event, const PointerPlace& p
 }
 
 void EmulationInput::focusChanged(bool focused) {
+  if (!focused) m_heldKeys.clear();
   if (const std::string bytes = vt::focusBytes(focused, modes()); !bytes.empty()) m_write(bytes);
 }
 

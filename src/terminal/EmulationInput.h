@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -24,11 +25,14 @@ class EmulationInput : public QObject, public CanvasInput {
 
   void setSettings(const EmulationSettings& settings) { m_settings = settings; }
 
+  /// Function keys without the Command key are the program's, whatever they do in the window.
+  bool claimsKey(const QKeyEvent& event) const override;
   void keyPressed(const QKeyEvent& event) override;
   void keyReleased(const QKeyEvent& event) override;
   void textCommitted(const QString& text) override;
   void textPasted(const QString& text) override;
   bool pointerUsed(const QMouseEvent& event, const PointerPlace& place) override;
+  bool holdsPointer() const override { return m_heldButtons != Qt::NoButton; }
   bool wheelTurned(const QWheelEvent& event, const PointerPlace& place, double rowHeight) override;
   void focusChanged(bool focused) override;
   bool canDrop(const QMimeData& data) const override;
@@ -43,6 +47,7 @@ class EmulationInput : public QObject, public CanvasInput {
   void send(const QKeyEvent& event);
   void typed(std::string_view bytes);
   void sendPaste(const std::string& text);
+  void report(const vt::MouseEvent& mouse);
   vt::MouseEvent mouseEvent(Qt::KeyboardModifiers modifiers, const PointerPlace& place) const;
 
   EmulationSource& m_source;
@@ -50,7 +55,8 @@ class EmulationInput : public QObject, public CanvasInput {
   std::function<void(std::string_view)> m_write;
   EmulationSettings m_settings;
   vt::MouseReporter m_mouse;
-  int m_heldButtons = 0;  // that the program has been told of
+  Qt::MouseButtons m_heldButtons = Qt::NoButton;  // that the program has been told of
+  std::set<quint32> m_heldKeys;                   // the same; by their place on the keyboard
   WheelSteps m_wheel;
 };
 

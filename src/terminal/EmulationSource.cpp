@@ -295,6 +295,14 @@ std::string EmulationSource::text(TextRange range) const {
   return text;
 }
 
+std::string EmulationSource::copiedText(TextRange range) const {
+  std::string copied = text(range);
+  if (range.end >= end() || rawText({.begin = range.end, .end = range.end + 1}) == "\n") {
+    copied.resize(copied.find_last_not_of(' ') + 1);
+  }
+  return copied;
+}
+
 TextRange EmulationSource::lineAt(TextPosition position) const {
   const bool continues = !m_screen->isAlternate && m_screen->continuesHistory;
   const auto endOnScreen = [&](std::size_t row) {

@@ -58,6 +58,7 @@ class EmulationSource : public RowSource {
   TextPosition begin() const override;
   TextPosition end() const override;
   std::string text(TextRange range) const override;
+  std::string copiedText(TextRange range) const override;
   TextRange wordAt(TextPosition position) const override;
   TextRange lineAt(TextPosition position) const override;
   TextPosition characterBefore(TextPosition position) const override;

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "brew/views/BrewSidebarView.h"
+#include "controls/CommandKey.h"
 #include "platform/NotificationCenter.h"
 #include "view/Notifications.h"
 
@@ -41,7 +42,7 @@ ContentView::ContentView(MakeTerminal makeTerminal, MakeSurface makeSurface, Use
       m_selectedTheme(defaults, "selectedTheme", "Dark"),
       m_sidebar(new SidebarSlot(makeSidebar, this)),
       m_column(new QVBoxLayout),
-      m_otherPane(new QShortcut(QKeySequence(Qt::Key_F6), this)) {
+      m_otherPane(new QShortcut(this)) {
   setAttribute(Qt::WA_OpaquePaintEvent);
   auto* stack = new QHBoxLayout(this);
   stack->setContentsMargins(0, 0, 0, 0);
@@ -49,6 +50,8 @@ ContentView::ContentView(MakeTerminal makeTerminal, MakeSurface makeSurface, Use
   stack->addWidget(m_sidebar);
   m_column->setSpacing(0);
   stack->addLayout(m_column);
+  // In the full emulation F6 alone is the program's.
+  m_otherPane->setKeys(QList{QKeySequence(Qt::Key_F6)} + commandShortcuts(Qt::Key_F6));
   m_otherPane->setEnabled(false);
   connect(m_otherPane, &QShortcut::activated, this, &ContentView::moveKeyboard);
   // The shell is told its new size once, not at every step of the animation.

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QInputMethodEvent>
 #include <QLabel>
 #include <QMessageBox>
@@ -203,6 +204,86 @@ TEST_F(EmulationDisplayTest, KeepsTheMouseForTheUserWithShiftAndWithoutTracking)
   QTest::mouseDClick(&view(), Qt::LeftButton, Qt::NoModifier, middleOf(find("me").begin));
   EXPECT_EQ(canvas().selectedText(), QStringLiteral("me"));
   EXPECT_EQ(sent(), "");
+}
+
+TEST_F(EmulationDisplayTest, ReportsTheReleaseOfAButtonThatWasReportedWhateverIsHeldByThen) {
+  start("\\033[?1002h\\033[?1006h\\033[3;1Hhere\\033[10;1H");
+  const QPoint at = middleOf(find("here").begin);
+  QTest::mousePress(&view(), Qt::LeftButton, Qt::NoModifier, at);
+  QTest::mouseRelease(&view(), Qt::LeftButton, Qt::ShiftModifier, at);
+  ASSERT_TRUE(isSent("^[[<0;1;3M^[[<4;1;3m")) << sent();
+  EXPECT_TRUE(canvas().selection().empty());
+}
+
+TEST_F(EmulationDisplayTest, ReportsAReleaseThatGotLostWhenThePointerMovesAgain) {
+  start("\\033[?1002h\\033[?1006h\\033[3;1Hhere\\033[10;1H");
+  const QPoint at = middleOf(find("here").begin);
+  QTest::mousePress(&view(), Qt::RightButton, Qt::NoModifier, at);
+  const QPoint beside = middleOf(find("here").begin + 2);
+  for (int i = 0; i < 2; ++i) {
+    QMouseEvent move(QEvent::MouseMove, beside, view().mapToGlobal(beside), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(&view(), &move);
+  }
+  ASSERT_TRUE(isSent("^[[<2;1;3M^[[<2;3;3m")) << sent();
+}
+
+TEST_F(EmulationDisplayTest, ShowsNoMenuWhereTheProgramTakesTheClick) {
+  start("\\033[?1000h\\033[?1006h\\033[3;1Hhere\\033[10;1H");
+  const QPoint at = middleOf(find("here").begin);
+  const auto click = [&](Qt::KeyboardModifiers modifiers) {
+    QTest::mousePress(&view(), Qt::RightButton, modifiers, at);
+    QContextMenuEvent menu(QContextMenuEvent::Mouse, at, view().mapToGlobal(at), modifiers);
+    QApplication::sendEvent(&view(), &menu);
+    QTest::mouseRelease(&view(), Qt::RightButton, modifiers, at);
+  };
+  click(Qt::NoModifier);
+  EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+  ASSERT_TRUE(isSent("^[[<2;1;3M^[[<2;1;3m")) << sent();
+  click(Qt::ShiftModifier);
+  ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+  QApplication::activePopupWidget()->close();
+}
+
+TEST_F(EmulationDisplayTest, TellsOfTheReleaseOnlyOfKeysWhosePressItHasTold) {
+  start("\\033[>3u");
+  QTest::keyPress(&canvas(), Qt::Key_PageUp, Qt::ShiftModifier);  // scrolls
+  QTest::keyRelease(&canvas(), Qt::Key_PageUp, Qt::ShiftModifier);
+  QTest::keyRelease(&canvas(), Qt::Key_Escape);  // pressed elsewhere
+  QTest::keyPress(&canvas(), Qt::Key_F5);
+  QTest::keyRelease(&canvas(), Qt::Key_F5);
+  ASSERT_TRUE(isSent("^[[15~^[[15;1:3~")) << sent();
+}
+
+TEST_F(EmulationDisplayTest, ClaimsFunctionKeysOfTheWindowForTheProgram) {
+  start();
+  const auto isClaimed = [&](int key, Qt::KeyboardModifiers modifiers) {
+    QKeyEvent event(QEvent::ShortcutOverride, key, modifiers);
+    event.ignore();
+    QApplication::sendEvent(&canvas(), &event);
+    return event.isAccepted();
+  };
+  EXPECT_TRUE(isClaimed(Qt::Key_F10, Qt::NoModifier));
+  EXPECT_TRUE(isClaimed(Qt::Key_F11, Qt::ShiftModifier));
+  EXPECT_FALSE(isClaimed(Qt::Key_F10, Qt::ControlModifier | Qt::ShiftModifier));
+  EXPECT_FALSE(isClaimed(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier));
+}
+
+TEST_F(EmulationDisplayTest, LeavesTheClipboardAloneWhereNothingCanBeCopied) {
+  start("\\033[3;1Hhere\\033[10;1H");
+  canvas().select(find("here"));
+  QApplication::clipboard()->setText(QStringLiteral("precious"));
+  display->emulator().feed(Bytes(std::string("\033[?1049h")));
+  ASSERT_TRUE(waitFor([&] {
+    text();
+    return display->source().screen()->isAlternate;
+  }));
+  EXPECT_FALSE(canvas().canCopy());
+  canvas().copy();
+  EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("precious"));
+  display->emulator().feed(Bytes(std::string("\033[?1049l")));
+  ASSERT_TRUE(shows("here"));
+  canvas().copy();
+  EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("here"));
 }
 
 TEST_F(EmulationDisplayTest, SelectsRectanglesWithAlt) {

@@ -105,6 +105,16 @@ TEST(EmulationSource, CopiesWrappedLinesWholeAndWithoutBlanksAtTheirEnds) {
   EXPECT_EQ(terminal.all(), "abcdefghijklmnopqrstuvwxyz\nshort\n\nend");
 }
 
+TEST(EmulationSource, CopiesNoBlanksAtTheEndOfTheLastLine) {
+  Fixture terminal;
+  terminal.feed("one   \r\ntwo   \r\n  x");
+  const TextPosition line = terminal.source.begin() + 7;
+  EXPECT_EQ(terminal.source.text({.begin = line, .end = line + 6}), "two   ");
+  EXPECT_EQ(terminal.source.copiedText({.begin = line, .end = line + 6}), "two");
+  EXPECT_EQ(terminal.source.copiedText({.begin = line, .end = line + 5}), "two  ") << "short of the line's end";
+  EXPECT_EQ(terminal.source.copiedText({.begin = line, .end = line + 7}), "two\n");
+}
+
 // Whatever is printed, every place keeps its character while lines scroll off and are wrapped anew.
 TEST(EmulationSource, KeepsPlacesWhenLinesScrollOffAndAreWrappedAnew) {
   Fixture terminal;

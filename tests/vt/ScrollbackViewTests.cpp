@@ -224,6 +224,19 @@ TEST(ScrollbackLimit, TrimsWholeBlocksButKeepsAsManyLines) {
   }
 }
 
+TEST(ScrollbackLimit, BoundsALineThatDoesNotEnd) {
+  ScrollbackModel model;
+  constexpr std::uint64_t kLimit = 100;
+  model.setLimit(kLimit);
+  for (int i = 0; i < 100'000; ++i) {
+    model.append(std::string(80, static_cast<char>('a' + i % 26)), true);
+  }
+  const auto kept = model.scrollback().end() - model.scrollback().begin();
+  EXPECT_GE(kept, kLimit * Scrollback::partBytes);
+  EXPECT_LT(kept, kLimit * Scrollback::partBytes + 4 * kScrollbackBlockBytes);
+  EXPECT_EQ(textOf(model.scrollback().view()), model.text().substr(model.scrollback().begin().value));
+}
+
 TEST(ScrollbackLimit, KeepsEverythingWithoutOne) {
   ScrollbackModel model;
   model.setLimit(1);

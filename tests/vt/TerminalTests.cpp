@@ -437,6 +437,8 @@ TEST(Terminal, StaysOnThePrimaryScreenIfTheAlternateOneIsNotAllowed) {
     terminal.feed("text\033[?" + std::string(mode) + "h");
     EXPECT_FALSE(terminal.screen().showsAlternate()) << mode;
     EXPECT_EQ(linesOf(terminal.screen()), "text") << mode;
+    terminal.feed("\033[?" + std::string(mode) + "l");
+    EXPECT_EQ(terminal.screen().cursor().column, 4) << mode;
     terminal.allowAlternateScreen(true);
     terminal.feed("\033[?" + std::string(mode) + "h");
     EXPECT_TRUE(terminal.screen().showsAlternate()) << mode;

@@ -69,9 +69,9 @@ bool showsAlternate(const State& state) {
   return state.screen.showsAlternate();
 }
 
-// A user who has turned the alternate screen off stays on the primary one.
+// A user who has turned the alternate screen off stays on the primary one; there is nothing to come back from then.
 bool isAlternateRefused(const State& state, bool value) {
-  return value && !state.settings.allowAlternateScreen;
+  return !state.settings.allowAlternateScreen && (value || !state.screen.showsAlternate());
 }
 
 void setAlternate(State& state, bool value) {

@@ -94,13 +94,19 @@ void Scrollback::setLimit(std::optional<std::uint64_t> lines) {
 
 void Scrollback::trim() {
   if (!m_limit) return;
-  const std::size_t open = m_blocks.endBlock() + (m_previous ? 1 : 0);
-  std::size_t first = m_blocks.firstBlock();
-  for (; first < open; ++first) {
+  std::size_t first = m_blocks.endBlock() + (m_previous ? 1 : 0);
+  std::uint64_t countedParts = 0;
+  const auto linesFrom = [&](std::size_t block) {
+    const BlockStart start = startOf(block);
+    return endLine() - start.line - (start.continuesALine ? 1 : 0) + countedParts;
+  };
+  while (first > m_blocks.firstBlock() && linesFrom(first) < *m_limit) {
+    --first;
+    const BlockStart start = startOf(first);
     const BlockStart next = startOf(first + 1);
-    const std::uint64_t wholeLines = endLine() - next.line - (next.continuesALine ? 1 : 0);
-    if (wholeLines < *m_limit) break;
+    if (start.line == next.line) countedParts += (next.position - start.position) / partBytes;
   }
+  if (linesFrom(first) < *m_limit) return;
   if (first == m_blocks.endBlock() + 1) {
     seal(*m_previous);
     m_previous.reset();

@@ -55,6 +55,8 @@ class Scrollback {
   Checkpoint checkpoint() const;
   void rollBack(const Checkpoint& checkpoint);
 
+  static constexpr std::uint64_t partBytes = 4096;
+
   /// Removes the last line and returns it, to be shown on the screen again. Returns nothing if it is longer than
   /// `maxBytes` or already in the store; at least the latest 64 KiB are not.
   std::optional<HistoryLine> takeLastLine(std::size_t maxBytes);
@@ -65,8 +67,8 @@ class Scrollback {
   }
   /// Trims everything.
   void clear();
-  /// From now on whole blocks are trimmed at the front, each time one is full, as long as this many lines remain. None:
-  /// without limit, as at first.
+  /// From now on whole blocks are trimmed at the front, each time one is full, as long as this many lines remain. In a
+  /// line that fills whole blocks, each `partBytes` count as a line. None: without limit, as at first.
   void setLimit(std::optional<std::uint64_t> lines);
   /// Must be called when IDs in the screen's tables have been reassigned.
   void forgetIds() {
