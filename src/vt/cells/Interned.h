@@ -12,15 +12,17 @@ namespace zolt::vt {
 ///
 /// Capacity starts small, to keep the entries close together in memory. When the table is full its owner frees the
 /// entries that are no longer used (`keepOnly`); if that leaves it more than half full, the capacity doubles, up to
-/// `maxSize`.
+/// `maxSize`, at most 65535.
 template <class Value, class Hash>
 class Interned {
  public:
   using Id = std::uint32_t;
 
-  Interned(std::size_t maxSize, Value zero)
-      : m_maxSize(maxSize), m_capacity(std::min(maxSize, kFirstCapacity)), m_buckets(kFirstBuckets, kNone) {
-    add(std::move(zero));
+  Interned(std::size_t maxSize, const Value& zero)
+      : m_maxSize(std::min(maxSize, kMaxSize)),
+        m_capacity(std::min(m_maxSize, kFirstCapacity)),
+        m_buckets(kFirstBuckets, kNone) {
+    intern(zero);
   }
 
   const Value& operator[](Id id) const { return m_values[id]; }
@@ -34,13 +36,14 @@ class Interned {
   /// The ID of `value`, which is added if it is new. The last eighth of the capacity is reserved for callers that
   /// `mayUseReserve`.
   Id intern(const Value& value, bool mayUseReserve = true) {
-    for (std::size_t bucket = bucketOf(value);; bucket = next(bucket)) {
-      const Id id = m_buckets[bucket];
-      if (id == kNone) break;
-      if (m_values[id] == value) return id;
+    const std::size_t hash = Hash()(value);
+    std::size_t bucket = bucketOf(hash);
+    for (; m_buckets[bucket] != kNone; bucket = next(bucket)) {
+      const Entry entry = m_buckets[bucket];
+      if (tagOf(entry) == tagOf(hash) && m_values[idOf(entry)] == value) return idOf(entry);
     }
     if (size() >= m_capacity - (mayUseReserve ? 0 : m_capacity / kReserve)) return noRoom;
-    return add(value);
+    return add(value, hash, bucket);
   }
 
   /// Whether calling `keepOnly` is likely to make room: the table can still grow, or the last call freed enough.
@@ -69,23 +72,34 @@ class Interned {
   }
 
  private:
-  static constexpr Id kNone = noRoom;
+  static constexpr std::size_t kMaxSize = UINT16_MAX;  // IDs have 16 bits, and kNone is no entry
+
+  // An ID in the lower half, bits of the value's hash in the upper: most values that differ are told apart by those,
+  // without a look at the value.
+  using Entry = std::uint32_t;
+  static constexpr Entry kNone = UINT32_MAX;
+  static constexpr Id idOf(Entry entry) { return entry & 0xFFFF; }
+  static constexpr Entry tagOf(Entry entry) { return entry & 0xFFFF0000; }
+  static constexpr Entry tagOf(std::size_t hash) { return static_cast<Entry>(hash >> 16) & 0xFFFF0000; }
+
   static constexpr std::size_t kFirstBuckets = 64;
   static constexpr std::size_t kFirstCapacity = 16384;
   static constexpr std::size_t kReserve = 8;  // one part in this many
 
-  std::size_t bucketOf(const Value& value) const { return Hash()(value) & (m_buckets.size() - 1); }
+  std::size_t bucketOf(std::size_t hash) const { return hash & (m_buckets.size() - 1); }
   std::size_t next(std::size_t bucket) const { return (bucket + 1) & (m_buckets.size() - 1); }
 
   void enter(Id id) {
-    std::size_t bucket = bucketOf(m_values[id]);
+    const std::size_t hash = Hash()(m_values[id]);
+    std::size_t bucket = bucketOf(hash);
     while (m_buckets[bucket] != kNone) {
       bucket = next(bucket);
     }
-    m_buckets[bucket] = id;
+    m_buckets[bucket] = tagOf(hash) | id;
   }
 
-  Id add(Value value) {
+  // `bucket` is the empty one that was found for the value.
+  Id add(Value value, std::size_t hash, std::size_t bucket) {
     Id id = static_cast<Id>(m_values.size());
     if (m_free.empty()) {
       m_values.push_back(std::move(value));
@@ -101,7 +115,7 @@ class Interned {
         enter(each);
       }
     } else {
-      enter(id);
+      m_buckets[bucket] = tagOf(hash) | id;
     }
     return id;
   }
@@ -111,7 +125,7 @@ class Interned {
   bool m_lastSweepHelped = true;
   std::vector<Value> m_values;
   std::vector<Id> m_free;
-  std::vector<Id> m_buckets;  // IDs by hash: open addressing, a power of two in size, at most half full
+  std::vector<Entry> m_buckets;  // by hash: open addressing, a power of two in size, at most half full
 };
 
 }  // namespace zolt::vt

@@ -84,15 +84,18 @@ std::uint64_t Screen::resolveAttributes() {
   // In two steps, because interning the link may sweep the tables, which must find the style in use.
   m_attributes = Cell::makeAttributes(styleId(m_pen.style), 0, m_pen.isProtected);
   m_attributes = Cell::makeAttributes(Cell(m_attributes).style(), linkId(m_pen.link), m_pen.isProtected);
-  const bool hasBackground = m_pen.style.background != CellColor();
-  m_blank =
-      hasBackground ? Cell(Cell::makeAttributes(styleId({.background = m_pen.style.background}), 0, false)) : Cell();
+  m_blankKnown = false;
   return m_attributes;
 }
 
 // Erasing leaves the pen's background (terminfo's bce).
 Cell Screen::blank() {
   attributes();
+  if (!std::exchange(m_blankKnown, true)) {
+    const bool hasBackground = m_pen.style.background != CellColor();
+    m_blank =
+        hasBackground ? Cell(Cell::makeAttributes(styleId({.background = m_pen.style.background}), 0, false)) : Cell();
+  }
   return m_blank;
 }
 

@@ -280,8 +280,10 @@ class Screen {
   std::vector<const Line*> m_detachedLines;  // in neither grid while the screen is resized
 
   Pen m_pen;
-  // The pen's attributes, and the cell that erasing leaves; computed when they are needed.
+  // The pen's attributes, and the cell that erasing leaves, which is known only with them; each is looked up when it is
+  // needed: a program that colours every cell never asks for the second.
   bool m_attributesKnown = false;
+  bool m_blankKnown = false;
   std::uint64_t m_attributes = 0;
   Cell m_blank;
   std::size_t m_refused = 0;  // styles, clusters and links that found no room since the last sweep

@@ -153,7 +153,7 @@ void Screen::printOne(char32_t character) {
 // which is not part of the text.
 void Screen::leaveFiller(Position at) {
   const Width width = at.column + 1 == columns() ? Width::Filler : Width::Narrow;
-  m_grid->row(at.row)[static_cast<std::size_t>(at.column)] = Cell(0, width, m_blank.attributes());
+  m_grid->row(at.row)[static_cast<std::size_t>(at.column)] = Cell(0, width, blank().attributes());
   m_grid->touch({.row = at.row, .column = at.column + 1});
 }
 
