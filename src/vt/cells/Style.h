@@ -1,7 +1,10 @@
 #pragma once
 
+#include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 
 namespace zolt::vt {
 
@@ -37,7 +40,7 @@ class CellColor {
 };
 
 /// In the order of SGR 4's sub-parameter.
-enum class Underline : std::uint8_t { None, Single, Double, Curly, Dotted, Dashed };
+enum class Underline : std::uint16_t { None, Single, Double, Curly, Dotted, Dashed };
 
 /// Bits of `Style::flags`: what SGR sets apart from colours and the underline.
 enum StyleFlag : std::uint16_t {
@@ -60,18 +63,19 @@ struct Style {
   std::uint16_t flags = 0;     ///< StyleFlag bits
   Underline underline = Underline::None;
 
-  friend bool operator==(const Style&, const Style&) = default;
+  using Words = std::array<std::uint64_t, 2>;
+  constexpr Words words() const { return std::bit_cast<Words>(*this); }
+  friend constexpr bool operator==(const Style& one, const Style& other) { return one.words() == other.words(); }
 };
+// No padding: styles are compared, hashed and copied as two words, for each change of colours that a program makes.
+static_assert(std::has_unique_object_representations_v<Style> && sizeof(Style) == sizeof(Style::Words));
 
 struct StyleHash {
   std::size_t operator()(const Style& style) const {
     constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15ULL;
-    const std::uint64_t colors =
-        (static_cast<std::uint64_t>(style.foreground.bits()) << 32 | style.background.bits()) * kMultiplier;
-    const std::uint64_t rest = static_cast<std::uint64_t>(style.underlineColor.bits()) << 32 |
-                               static_cast<std::uint64_t>(style.flags) << 8 |
-                               static_cast<std::uint8_t>(style.underline);
-    const std::uint64_t mixed = (colors ^ rest ^ colors >> 29) * kMultiplier;
+    const auto [first, second] = style.words();
+    const std::uint64_t colors = first * kMultiplier;
+    const std::uint64_t mixed = (colors ^ second ^ colors >> 29) * kMultiplier;
     return static_cast<std::size_t>(mixed ^ mixed >> 32);
   }
 };
