@@ -137,6 +137,7 @@ TEST_F(DisplayChoiceTest, ShowsTheWholeSentenceOfTheBarInLargeText) {
   const test::TextSize size(2);
   launch();
   const auto* sentence = bar()->findChild<QLabel*>(QStringLiteral("displayBarText"));
+  EXPECT_TRUE(sentence->wordWrap());
   EXPECT_GE(sentence->height(), sentence->heightForWidth(sentence->width()));
   for (const QPushButton* button : bar()->findChildren<QPushButton*>()) {
     EXPECT_GE(button->width(), button->sizeHint().width());

@@ -36,11 +36,14 @@ TEST(LargeText, FitsIntoButtonsWithLetters) {
 }
 
 TEST(LargeText, FitsBesideSlidersAlsoWhenItGrowsLater) {
-  SliderRow row({.partsOfOne = 1, .first = 0, .last = 100, .keyStep = 1}, [](double) { return QStringLiteral("100%"); });
+  SliderRow row({.partsOfOne = 1, .first = 0, .last = 100, .keyStep = 1},
+                [](double) { return QStringLiteral("100%"); });
   const auto& text = *row.findChild<QLabel*>(QStringLiteral("value"));
   EXPECT_EQ(text.width(), 50);
   row.show();
+  const int before = text.fontMetrics().height();
   const test::TextSize size(3);
+  ASSERT_TRUE(test::waitFor([&] { return text.fontMetrics().height() > before; }));
   EXPECT_GE(text.minimumWidth(), text.fontMetrics().horizontalAdvance(text.text()));
 }
 

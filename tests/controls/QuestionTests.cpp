@@ -5,7 +5,6 @@
 #include <QPushButton>
 
 #include "controls/ControlFixture.h"
-#include "support/TextSize.h"
 
 namespace zolt {
 namespace {
@@ -77,19 +76,6 @@ TEST_F(QuestionTest, ShowsWhatItQuotesAndItsTextAsTheyAre) {
   ask(window, question, count);
   EXPECT_EQ(open().front()->textFormat(), Qt::PlainText);
   EXPECT_EQ(open().front()->findChild<QPlainTextEdit*>()->toPlainText(), question.quoted);
-}
-
-TEST_F(QuestionTest, ShowsAllOfItsPartsInLargeText) {
-  const test::TextSize size(3);
-  question.quoted = QString(80, QLatin1Char('W'));
-  ask(window, question, count);
-  for (const QWidget* each : open().front()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
-    if (!each->isVisible()) continue;
-    EXPECT_TRUE(open().front()->rect().contains(each->geometry())) << each->objectName().toStdString();
-  }
-  for (const QAbstractButton* each : open().front()->buttons()) {
-    EXPECT_GE(each->width(), each->sizeHint().width());
-  }
 }
 
 TEST_F(QuestionTest, WarnsWithOneButton) {
