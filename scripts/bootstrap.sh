@@ -15,7 +15,7 @@ packages_for() {
     apt-wayland) echo qt6-wayland ;;
     apt-display) echo xvfb ;;
     apt-test)
-      echo bash zsh fish xdotool xclip x11-apps procps dbus at-spi2-core python3-gi gir1.2-atspi-2.0 python3 \
+      echo bash zsh fish xdotool xclip x11-apps x11-utils procps dbus at-spi2-core python3-gi gir1.2-atspi-2.0 python3 \
         vim less htop tmux unicode-data fonts-liberation fonts-noto-mono ;;
     apt-bench) echo procps libxcb1-dev libxcb-xtest0-dev ;;
     apt-pictures) echo imagemagick xdotool dbus ;;
@@ -25,7 +25,7 @@ packages_for() {
         highway-devel re2-devel json-devel libsodium-devel libzstd-devel libxcb-devel dejavu-sans-mono-fonts gtest-devel ;;
     dnf-wayland) echo qt6-qtwayland ;;
     dnf-display) echo xorg-x11-server-Xvfb ;;
-    dnf-test) echo bash zsh fish xdotool xclip xwd procps-ng dbus-daemon at-spi2-core python3-gobject \
+    dnf-test) echo bash zsh fish xdotool xclip xwd xprop procps-ng dbus-daemon at-spi2-core python3-gobject \
         vim-enhanced less htop tmux unicode-ucd liberation-mono-fonts google-noto-sans-mono-fonts ;;
     dnf-bench) echo procps-ng libxcb-devel ;;
     dnf-pictures) echo ImageMagick xdotool dbus-daemon ;;
@@ -36,7 +36,7 @@ packages_for() {
         gtest ;;
     pacman-wayland) echo qt6-wayland ;;
     pacman-display) echo xorg-server-xvfb ;;
-    pacman-test) echo bash zsh fish xdotool xclip xorg-xwd procps-ng dbus at-spi2-core python-gobject \
+    pacman-test) echo bash zsh fish xdotool xclip xorg-xwd xorg-xprop procps-ng dbus at-spi2-core python-gobject \
         vim less htop tmux unicode-character-database ttf-liberation noto-fonts ;;
     pacman-bench) echo procps-ng libxcb ;;
     pacman-pictures) echo imagemagick xdotool dbus ;;

@@ -10,6 +10,7 @@
 #include <cmath>
 
 #include "canvas/DrawnSymbols.h"
+#include "canvas/LetterFont.h"
 #include "text/Utf8.h"
 
 namespace zolt {
@@ -107,9 +108,22 @@ GlyphMask CanvasFonts::Face::makeCluster(const std::string& utf8, int columns) c
   QFont font = m_font;
   if (isEmoji(utf8, first, columns) && !emojiFamily().isEmpty())
     font.setFamilies(QStringList{emojiFamily()} + font.families());
-  return shapedCluster(
-      QString::fromStdString(utf8), font,
-      {.width = m_metrics.width * columns, .height = m_metrics.height, .baseline = m_metrics.baseline});
+  const QString text = QString::fromStdString(utf8);
+  const ClusterRoom room{
+      .width = m_metrics.width * columns, .height = m_metrics.height, .baseline = m_metrics.baseline};
+  const LetterFont letter = letterFont(first, m_font);
+  switch (letter.use) {
+    case LetterFont::Use::Any:
+      break;
+    case LetterFont::Use::Shaped:
+      font.setFamilies(QStringList{letter.font.familyName()} + font.families());
+      break;
+    case LetterFont::Use::Bare:
+      return bareCluster(text, letter.font, room);
+    case LetterFont::Use::None:
+      return GlyphMask::of(m_raw, 0);  // what the font shows for what it lacks
+  }
+  return shapedCluster(text, font, room);
 }
 
 const GlyphMask& CanvasFonts::Face::ligature(std::string_view ascii) {

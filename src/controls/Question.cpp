@@ -6,6 +6,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <algorithm>
 #include <utility>
 
@@ -15,6 +16,17 @@ namespace {
 
 constexpr int kMaxLines = 10;
 constexpr int kColumns = 60;
+
+// The width that Qt lets the content of a message box have on its screen; it cuts off what is wider.
+int widestContent(const QMessageBox& box) {
+  constexpr int kSmallScreen = 1024;
+  constexpr int kBesideBox = 480;
+  constexpr int kWidestBox = 1000;
+  const int screen = box.screen()->availableGeometry().width();
+  const QMargins margins = box.layout()->contentsMargins();
+  const int widest = screen <= kSmallScreen ? screen : std::min(screen - kBesideBox, kWidestBox);
+  return widest - margins.left() - margins.right();
+}
 
 void showQuoted(QMessageBox& box, const QString& text) {
   auto* view = new QPlainTextEdit(text, &box);
@@ -27,7 +39,7 @@ void showQuoted(QMessageBox& box, const QString& text) {
   const int lines = std::clamp(static_cast<int>(text.count(QLatin1Char('\n'))) + 1, 2, kMaxLines);
   const int margins = static_cast<int>(2 * view->document()->documentMargin()) + 2 * view->frameWidth();
   view->setFixedHeight(metrics.lineSpacing() * (lines + 1) + margins);
-  view->setMinimumWidth(metrics.horizontalAdvance(QLatin1Char('M')) * kColumns);
+  view->setMinimumWidth(std::min(metrics.horizontalAdvance(QLatin1Char('M')) * kColumns, widestContent(box)));
   auto* grid = qobject_cast<QGridLayout*>(box.layout());
   // The buttons stay below it.
   const int row = grid->rowCount() - 1;

@@ -85,7 +85,7 @@ DesktopPalette::DesktopPalette(QObject* parent) : QObject(parent), m_native(nati
 
 QPalette DesktopPalette::nativePalette() {
   if (const auto placeholder = visiblePlaceholder(QApplication::palette())) {
-    QPalette own;
+    QPalette own = QApplication::palette();
     own.setColor(QPalette::PlaceholderText, *placeholder);
     QApplication::setPalette(own);
   }

@@ -155,6 +155,7 @@ void FindBar::fit() {
   // Large text may leave a window no room for everything beside each other.
   const bool fits = textScale(font()) <= 1 || widthWithField(kNarrowLargeField) <= m_area.width() - 2 * kDistance;
   m_row->setDirection(fits ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+  layout()->invalidate();
   setGeometry(geometryAt(m_edge));
 }
 

@@ -2,9 +2,12 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <filesystem>
 
 #include "AppFixture.h"
 #include "app/ProgramRun.h"
+#include "platform/ProcessFolder.h"
+#include "support/TextSize.h"
 
 namespace zolt {
 namespace {
@@ -127,6 +130,47 @@ TEST_F(DisplayChoiceTest, KeepsTheButtonsOfTheBarInANarrowWindow) {
   for (const QPushButton* button : narrow.findChildren<QPushButton*>()) {
     EXPECT_GE(button->width(), button->sizeHint().width());
     EXPECT_TRUE(narrow.rect().contains(button->geometry()));
+  }
+}
+
+TEST_F(DisplayChoiceTest, ShowsTheWholeSentenceOfTheBarInLargeText) {
+  const test::TextSize size(2);
+  launch();
+  const auto* sentence = bar()->findChild<QLabel*>(QStringLiteral("displayBarText"));
+  EXPECT_TRUE(sentence->wordWrap());
+  EXPECT_GE(sentence->height(), sentence->heightForWidth(sentence->width()));
+  for (const QPushButton* button : bar()->findChildren<QPushButton*>()) {
+    EXPECT_GE(button->width(), button->sizeHint().width());
+    EXPECT_TRUE(bar()->rect().contains(button->geometry()));
+    EXPECT_FALSE(sentence->geometry().intersects(button->geometry()));
+  }
+}
+
+TEST_F(DisplayChoiceTest, StartsTheNewWindowInTheFolderOfTheShellThatItReplaces) {
+  const std::string place = std::filesystem::canonical(folder.path().toStdString()).string();
+  for (const bool byTheBar : {true, false}) {
+    UserDefaults own(folder.filePath(byTheBar ? QStringLiteral("bar") : QStringLiteral("menu")).toStdString());
+    Config settings(own);
+    own.setString("startupShell", "/bin/sh");
+    AppDelegate other(settings, own, [](TerminalWindow&) {});
+    TerminalLaunch shell = child({"-i"});
+    shell.shell->executable = "/bin/sh";
+    other.applicationDidFinishLaunching(shell);
+    TerminalWindow& first = *other.windows().front();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&first, test::kPatience.count()));
+    PTYSession& before = first.contentViewController().rootView().terminal().ptySession();
+    before.write("cd '" + place + "'\r");
+    ASSERT_TRUE(waitFor([&] { return processFolder(*before.shellProcess()) == place; }));
+    if (byTheBar) {
+      first.findChild<QPushButton*>(QStringLiteral("useFullEmulation"))->click();
+    } else {
+      other.toggleFullEmulation();
+      answer(first, "Replace This Window")->click();
+    }
+    ASSERT_EQ(other.windows().front()->kind().display, Display::FullEmulation);
+    PTYSession& after = other.windows().front()->contentViewController().rootView().terminal().ptySession();
+    ASSERT_TRUE(after.shellProcess());
+    EXPECT_TRUE(waitFor([&] { return processFolder(*after.shellProcess()) == place; })) << byTheBar;
   }
 }
 

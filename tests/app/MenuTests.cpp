@@ -8,6 +8,7 @@
 #include "AppFixture.h"
 #include "app/ZoltApp.h"
 #include "platform/NotificationCenter.h"
+#include "support/TextSize.h"
 #include "view/Notifications.h"
 
 namespace zolt {
@@ -287,6 +288,18 @@ TEST_F(MenuTest, TellTheProgramItsSizeWithABarBelowItAndOnceMoreWithoutTheBar) {
   test::runLoopFor(std::chrono::milliseconds(200));
   EXPECT_NE(size(), withBar);
   EXPECT_EQ(shown(), withBar + size());
+}
+
+TEST_F(MenuTest, TellTheProgramOneSizeOnlyWithABarOfLargeTextBelowIt) {
+  const test::TextSize size(2);
+  app.appDelegate().applicationDidFinishLaunching(
+      {.shell = Shell{.name = "Child", .executable = ZOLT_TEST_CHILD, .args = {"size"}, .icon = "terminal"},
+       .restart = TerminalController::Restart::Never});
+  const TerminalNSTextView& view = app.appDelegate().windows().back()->contentViewController().rootView().textView();
+  const auto shown = [&] { return view.textStorage().text({}, view.textStorage().end()); };
+  ASSERT_TRUE(test::waitFor([&] { return !shown().empty(); }));
+  test::runLoopFor(std::chrono::milliseconds(200));
+  EXPECT_EQ(shown(), std::to_string(view.gridSize().rows) + "x" + std::to_string(view.gridSize().columns));
 }
 
 TEST_F(MenuTest, ShowTheSubtitleBesideThem) {

@@ -68,6 +68,13 @@ TEST(ControlColors, KeepDestructiveButtonsRed) {
   }
 }
 
+TEST(ControlColors, DrawBordersAndTracksThatStandOutOnAPaletteOfHighContrast) {
+  const ControlColors colors(paletteOf(Qt::black, Qt::black, Qt::white, Qt::yellow));
+  EXPECT_GE(contrastRatio(colors.fieldBorder, colors.card), 4.5);
+  EXPECT_GE(contrastRatio(colors.hairline, colors.card), 3);
+  EXPECT_GE(contrastRatio(colors.off, colors.card), 3);
+}
+
 TEST(ControlColors, BlendAColourOnlyAsFarAsNeeded) {
   EXPECT_EQ(readable(Qt::darkBlue, {Qt::white}, Qt::black), QColor(Qt::darkBlue));
   const QColor moved = readable(QColor(0xAA, 0xAA, 0xAA), {Qt::white}, Qt::black);

@@ -137,6 +137,16 @@ TEST_F(SwitchTest, FollowsThePalette) {
   EXPECT_EQ(offEnd(control), test::darkPalette().color(QPalette::Highlight));
 }
 
+TEST_F(SwitchTest, HasAKnobThatShowsOnAnAccentAsBrightAsItself) {
+  QPalette bright = test::darkPalette();
+  bright.setColor(QPalette::Highlight, Qt::yellow);
+  window.setPalette(bright);
+  Switch& control = add(Switch::Kind::Movable);
+  control.setChecked(true);
+  EXPECT_TRUE(test::waitFor([&] { return offEnd(control) == QColor(Qt::yellow); }));
+  EXPECT_TRUE(test::waitFor([&] { return contrastRatio(onEnd(control), Qt::yellow) > 3; }));
+}
+
 TEST_F(SwitchTest, ShowsAFocusRingOnlyForKeyboardFocus) {
   Switch& control = add(Switch::Kind::Fixed);
   control.clearFocus();

@@ -13,6 +13,7 @@
 #include "settings/views/PreferencesTabBar.h"
 #include "settings_views/PreferencesFixture.h"
 #include "support/Palettes.h"
+#include "support/TextSize.h"
 
 namespace zolt {
 namespace {
@@ -70,6 +71,30 @@ TEST_F(LayoutTest, ClipsNoTextWithAThirdLargerFont) {
   QApplication::setFont(large);
   open(test::General);
   expectNothingClipped();
+}
+
+TEST_F(LayoutTest, ClipsNoTextWithTextTwiceAsLargeInEitherDisplay) {
+  const QSize usual = window->size();
+  const test::TextSize size(2);
+  for (const bool isFull : {false, true}) {
+    defaults.setBool(kFullEmulationKey, isFull);
+    open(test::General);
+    expectNothingClipped();
+    EXPECT_GT(window->width(), usual.width());
+  }
+}
+
+TEST_F(LayoutTest, GrowsAndShrinksWithTheTextWhileItIsShown) {
+  const QSize usual = window->size();
+  {
+    const test::TextSize size(2);
+    turn();
+    expectNothingClipped();
+    EXPECT_GT(window->width(), usual.width());
+  }
+  turn();
+  expectNothingClipped();
+  EXPECT_EQ(window->size(), usual);
 }
 
 TEST_F(LayoutTest, AllRowsShareOneGrid) {

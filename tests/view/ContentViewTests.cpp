@@ -8,6 +8,7 @@
 
 #include "platform/NotificationCenter.h"
 #include "support/ProcessFacts.h"
+#include "support/TextSize.h"
 #include "view/Notifications.h"
 #include "view/TerminalRenderer.h"
 #include "view/ViewFixture.h"
@@ -101,6 +102,15 @@ TEST_F(ContentViewTest, ShowsTheSidebarLeftOfTheTerminalAndHidesIt) {
   EXPECT_FALSE(window->showsBrewSidebar());
   ASSERT_TRUE(test::waitFor([&] { return sidebarOf(*window) == nullptr; }));
   EXPECT_TRUE(test::waitFor([&] { return view().size() == window->size(); }));
+}
+
+TEST_F(ContentViewTest, GivesTheSidebarMoreRoomForLargerTextAlsoWhileItIsShown) {
+  open({"wait"});
+  post(toggleBrewSidebar);
+  ASSERT_TRUE(test::waitFor([&] { return view().mapTo(window.get(), QPoint(0, 0)).x() == 250; }));
+  const test::TextSize size(2);
+  EXPECT_TRUE(test::waitFor([&] { return view().mapTo(window.get(), QPoint(0, 0)).x() > 350; }));
+  EXPECT_EQ(sidebarOf(*window)->width(), view().mapTo(window.get(), QPoint(0, 0)).x());
 }
 
 TEST_F(ContentViewTest, SlidesTheSidebarInWithItsFullWidth) {

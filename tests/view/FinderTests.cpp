@@ -7,6 +7,7 @@
 #include <QScrollBar>
 
 #include "support/ManualClock.h"
+#include "support/TextSize.h"
 #include "view/ViewFixture.h"
 
 namespace zolt {
@@ -82,6 +83,34 @@ TEST_F(FinderTest, OpensABarWithTheKeyboardAtTheTopRightAndLeavesTheTerminalItsS
   EXPECT_GT(bar().geometry().left(), area.width() / 3);
   EXPECT_LT(bar().geometry().right(), area.width());
   EXPECT_GT(bar().geometry().top(), 0);
+}
+
+TEST_F(FinderTest, ShowsAllOfItsTextsTwiceAsLargeInWideAndNarrowViews) {
+  const test::TextSize size(2);
+  for (const int width : {900, 450}) {
+    view.resize(width, 600);
+    finder.open();
+    type(QStringLiteral("x"));
+    ASSERT_TRUE(shows(QStringLiteral("No matches")));
+    bar().layout()->activate();
+    EXPECT_TRUE(QRect(0, 0, width, 600).contains(bar().geometry())) << width;
+    std::vector<QRect> taken;
+    for (const QWidget* each : bar().findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+      if (!each->isVisible()) continue;
+      EXPECT_TRUE(bar().rect().contains(each->geometry())) << width;
+      for (const QRect& other : taken) {
+        EXPECT_FALSE(other.intersects(each->geometry())) << width;
+      }
+      taken.push_back(each->geometry());
+    }
+    const auto* number = bar().findChild<QLabel*>(QStringLiteral("progress"));
+    EXPECT_GE(number->width(), number->fontMetrics().horizontalAdvance(number->text())) << width;
+    for (const BarButton* each : bar().findChildren<BarButton*>()) {
+      EXPECT_GE(each->width(), each->sizeHint().width()) << width;
+      EXPECT_GE(each->height(), each->sizeHint().height()) << width;
+    }
+    finder.close();
+  }
 }
 
 TEST_F(FinderTest, FindsWhatIsTypedLetterByLetter) {

@@ -53,6 +53,11 @@ QFont captionFont(const QFont& body) {
   return font;
 }
 
+// It grows with the text, but does not make a row higher than its lines.
+int iconSize(const QFont& body) {
+  return std::max(kIconSize, std::min(scaledToText(kIconSize, body), QFontMetrics(nameFont(body)).height()));
+}
+
 // Centred on both lines; beside a name alone, centred on its capital letters, wherever the font places them in the
 // line.
 int iconTop(const QRect& room, int size, const QFont& body, bool hasDescription) {
@@ -80,7 +85,7 @@ void drawElided(QPainter& painter, const QRect& rect, Qt::Alignment edge, const 
 int BrewPackageRow::height(const QFont& font, bool hasDescription) {
   const int name = QFontMetrics(nameFont(font)).height();
   const int caption = hasDescription ? QFontMetrics(captionFont(font)).height() : 0;
-  return std::max(name + caption, scaledToText(kIconSize, font)) + 2 * kVerticalPadding + 2;
+  return std::max(name + caption, kIconSize) + 2 * kVerticalPadding + 2;
 }
 
 void BrewPackageRow::paint(QPainter& painter, const QRect& rect, const QFont& font, const QPalette& palette,
@@ -90,7 +95,7 @@ void BrewPackageRow::paint(QPainter& painter, const QRect& rect, const QFont& fo
   const QColor secondary = selected ? text : colors.secondary;
   QRect room = rect.adjusted(kMargin, kVerticalPadding, -kMargin, -kVerticalPadding);
 
-  const int size = scaledToText(kIconSize, font);
+  const int size = iconSize(font);
   const QRect iconRect(room.left(), iconTop(room, size, font, package.description.has_value()), size, size);
   painter.drawPixmap(iconRect, iconOf(type, size, painter.device()->devicePixelRatioF(), selected, text));
   room.setLeft(iconRect.right() + kSpacing);
