@@ -3,6 +3,9 @@
 #include <QByteArray>
 #include <QChar>
 #include <QFontDatabase>
+#include <QPoint>
+#include <QRect>
+#include <QSize>
 #include <QStringList>
 #include <algorithm>
 #include <array>
@@ -83,27 +86,19 @@ LetterFont find(char32_t letter, const QFont& font, const ShapedScript& script) 
 // One picture of both, drawn from the same point.
 GlyphMask together(const GlyphMask& one, const GlyphMask& other) {
   if (one.empty() || other.empty()) return one.empty() ? other : one;
-  const int left = std::min(one.left, other.left);
-  const int top = std::min(one.top, other.top);
-  GlyphMask both{.left = left,
-                 .top = top,
-                 .width = std::max(one.left + one.width, other.left + other.width) - left,
-                 .height = std::max(one.top + one.height, other.top + other.height) - top,
-                 .coverage = {}};
-  both.coverage.resize(static_cast<std::size_t>(both.width) * static_cast<std::size_t>(both.height));
-  for (const GlyphMask* part : {&one, &other}) {
-    for (int y = 0; y < part->height; ++y) {
-      for (int x = 0; x < part->width; ++x) {
-        const auto from = static_cast<std::size_t>(y * part->width + x);
-        const auto to = static_cast<std::size_t>((y + part->top - top) * both.width + x + part->left - left);
-        const QRgb a = both.coverage[to];
-        const QRgb b = part->coverage[from];
-        both.coverage[to] =
-            qRgba(std::max(qRed(a), qRed(b)), std::max(qGreen(a), qGreen(b)), std::max(qBlue(a), qBlue(b)), 0);
-      }
+  const QPoint place(std::min(one.left, other.left), std::min(one.top, other.top));
+  const QPoint end(std::max(one.left + one.width, other.left + other.width),
+                   std::max(one.top + one.height, other.top + other.height));
+  return GlyphMask::filled(place, QSize(end.x() - place.x(), end.y() - place.y()), [&](int x, int y) {
+    std::array<QRgb, 2> parts{};
+    for (const GlyphMask* part : {&one, &other}) {
+      const QPoint at = place + QPoint(x - part->left, y - part->top);
+      if (QRect(0, 0, part->width, part->height).contains(at)) parts[part == &other ? 1 : 0] = part->at(at.x(), at.y());
     }
-  }
-  return both;
+    const auto [a, b] = parts;
+    return qRgba(std::max(qRed(a), qRed(b)), std::max(qGreen(a), qGreen(b)), std::max(qBlue(a), qBlue(b)),
+                 std::max(qAlpha(a), qAlpha(b)));
+  });
 }
 
 }  // namespace
