@@ -156,6 +156,7 @@ TEST(UriParts, AreThoseOfTheStandard) {
 TEST(UriParts, MayBeMissing) {
   EXPECT_FALSE(splitUri("a"));
   EXPECT_FALSE(splitUri("a/b:c"));
+  EXPECT_FALSE(splitUri("1a:b"));
   const auto urn = splitUri("urn:a:b#c");
   ASSERT_TRUE(urn);
   EXPECT_FALSE(urn->hasAuthority);
