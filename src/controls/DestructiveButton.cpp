@@ -3,12 +3,12 @@
 #include <QPainter>
 
 #include "controls/ControlColors.h"
+#include "controls/FieldBox.h"
 
 namespace zolt {
 
 namespace {
 
-constexpr int kRadius = 6;
 constexpr QSize kPadding{14, 5};
 
 }  // namespace
@@ -27,15 +27,11 @@ QSize DestructiveButton::sizeHint() const {
 void DestructiveButton::paintEvent(QPaintEvent*) {
   const ControlColors colors(palette());
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  constexpr double kInset = KeyboardFocus::margin + 0.5;
-  const QRectF shape = QRectF(rect()).adjusted(kInset, kInset, -kInset, -kInset);
-  painter.setPen(colors.fieldBorder);
-  painter.setBrush(isDown() ? mixed(colors.field, colors.text, 0.08) : colors.field);
-  painter.drawRoundedRect(shape, kRadius, kRadius);
+  const QColor ground = isDown() ? mixed(colors.field, colors.text, 0.08) : colors.field;
+  const QRectF shape = paintFieldBox(painter, rect(), colors.fieldBorder, ground);
   painter.setPen(colors.destructive);
   painter.drawText(rect(), Qt::AlignCenter, text());
-  m_focus.drawRing(painter, shape, kRadius);
+  m_focus.drawRing(painter, shape, kFieldRadius);
 }
 
 }  // namespace zolt

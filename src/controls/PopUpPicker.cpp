@@ -7,12 +7,12 @@
 
 #include "controls/ControlColors.h"
 #include "controls/ControlMetrics.h"
+#include "controls/FieldBox.h"
 
 namespace zolt {
 
 namespace {
 
-constexpr int kRadius = 6;
 constexpr int kArrows = 24;  // width reserved for the arrows
 constexpr int kAboveAndBelow = 5;
 constexpr QSizeF kArrow{6.4, 3.2};
@@ -67,12 +67,7 @@ void PopUpPicker::wheelEvent(QWheelEvent* event) {
 void PopUpPicker::paintEvent(QPaintEvent*) {
   const ControlColors colors(palette());
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  constexpr double kInset = KeyboardFocus::margin + 0.5;
-  const QRectF shape = QRectF(rect()).adjusted(kInset, kInset, -kInset, -kInset);
-  painter.setPen(colors.fieldBorder);
-  painter.setBrush(colors.field);
-  painter.drawRoundedRect(shape, kRadius, kRadius);
+  const QRectF shape = paintFieldBox(painter, rect(), colors.fieldBorder, colors.field);
 
   const bool mirrored = isRightToLeft();
   const QRectF arrows(mirrored ? shape.left() : shape.right() - kArrows, shape.top(), kArrows, shape.height());
@@ -86,7 +81,7 @@ void PopUpPicker::paintEvent(QPaintEvent*) {
   painter.setPen(m_tone == Tone::Primary ? colors.text : colors.secondary);
   painter.drawText(inside, static_cast<int>(Qt::AlignLeading | Qt::AlignVCenter) | Qt::TextSingleLine,
                    fontMetrics().elidedText(currentText(), Qt::ElideMiddle, static_cast<int>(inside.width())));
-  m_focus.drawRing(painter, shape, kRadius);
+  m_focus.drawRing(painter, shape, kFieldRadius);
 }
 
 }  // namespace zolt

@@ -4,12 +4,12 @@
 
 #include "controls/ControlColors.h"
 #include "controls/ControlMetrics.h"
+#include "controls/FieldBox.h"
 
 namespace zolt {
 
 namespace {
 
-constexpr int kRadius = 6;
 constexpr int kInsideQt = 2;  // the base class's own margin on each side of the text
 constexpr int kAboveAndBelow = 5;
 
@@ -33,13 +33,8 @@ void TextField::paintEvent(QPaintEvent* event) {
   {
     const ControlColors colors(parentWidget() == nullptr ? palette() : parentWidget()->palette());
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    constexpr double kInset = KeyboardFocus::margin + 0.5;
-    const QRectF shape = QRectF(rect()).adjusted(kInset, kInset, -kInset, -kInset);
-    painter.setPen(hasFocus() ? colors.accent : colors.fieldBorder);
-    painter.setBrush(colors.field);
-    painter.drawRoundedRect(shape, kRadius, kRadius);
-    m_focus.drawRing(painter, shape, kRadius);
+    const QRectF shape = paintFieldBox(painter, rect(), hasFocus() ? colors.accent : colors.fieldBorder, colors.field);
+    m_focus.drawRing(painter, shape, kFieldRadius);
   }
   QLineEdit::paintEvent(event);
 }

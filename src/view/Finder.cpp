@@ -40,10 +40,7 @@ Finder::Finder(TerminalSurface& surface, Clock& clock)
     m_session.movePlaces([this](TextPosition position) { return m_view.source().moved(position); });
     m_session.textChanged();
   });
-  connect(&m_surface, &TerminalSurface::textReplaced, this, [this] {
-    m_from = m_surface.text().end();
-    m_session.textReplaced();
-  });
+  connect(&m_surface, &TerminalSurface::textReplaced, &m_session, &FindSession::textReplaced);
   m_view.installEventFilter(this);
 }
 

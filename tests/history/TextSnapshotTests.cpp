@@ -8,10 +8,12 @@
 #include "history/LogTexts.h"
 #include "history/TemporaryFolder.h"
 #include "history/TextStorage.h"
+#include "support/NumberedLines.h"
 
 namespace zolt {
 namespace {
 
+using test::numberedLines;
 using test::TemporaryFolder;
 
 std::string textOf(const TextSnapshot& snapshot) {
@@ -24,19 +26,11 @@ std::string textOf(const TextSnapshot& snapshot) {
   return text;
 }
 
-std::string linesOf(std::size_t count) {
-  std::string text;
-  for (std::size_t i = 0; i < count; ++i) {
-    text += "line " + std::to_string(i) + "\n";
-  }
-  return text;
-}
-
 TEST(TextSnapshot, KeepsItsTextWhateverIsAppendedLater) {
   TextStorage storage;
   std::string expected;
   for (int round = 0; round < 20; ++round) {
-    const std::string piece = linesOf(1500);
+    const std::string piece = numberedLines(1500);
     storage.append(AttributedString(piece, TextAttributes()));
     expected += piece;
     const TextSnapshot snapshot = storage.snapshot(0, storage.blockCount());
@@ -49,13 +43,13 @@ TEST(TextSnapshot, KeepsItsTextWhateverIsAppendedLater) {
 TEST(TextSnapshot, CanBeReadByAnotherThreadWhileTheTextGrows) {
   const TemporaryFolder folder;
   TextStorage storage({.memoryBudget = 20'000, .hotBlocks = 1, .folder = folder.path()});
-  const std::string text = linesOf(60'000);
+  const std::string text = numberedLines(60'000);
   storage.append(AttributedString(text, TextAttributes()));
   const TextSnapshot snapshot = storage.snapshot(0, storage.blockCount());
   std::string read;
   std::thread reader([&] { read = textOf(snapshot); });
   for (int i = 0; i < 200; ++i) {
-    storage.append(AttributedString(linesOf(2000), TextAttributes()));
+    storage.append(AttributedString(numberedLines(2000), TextAttributes()));
   }
   reader.join();
   EXPECT_EQ(read, text);
@@ -66,7 +60,7 @@ TEST(TextSnapshot, CanBeReadByAnotherThreadWhileTheTextGrows) {
 
 TEST(TextSnapshot, OutlivesItsStorage) {
   const TemporaryFolder folder;
-  const std::string text = linesOf(60'000);
+  const std::string text = numberedLines(60'000);
   auto storage = std::make_unique<TextStorage>(HistorySettings{.memoryBudget = 20'000, .folder = folder.path()});
   storage->append(AttributedString(text, TextAttributes()));
   const TextSnapshot snapshot = storage->snapshot(0, storage->blockCount());
@@ -76,7 +70,7 @@ TEST(TextSnapshot, OutlivesItsStorage) {
 
 TEST(TextSnapshot, OfTheMiddleHasItsBlocksUnderTheirNumbers) {
   TextStorage storage;
-  storage.append(AttributedString(linesOf(60'000), TextAttributes()));
+  storage.append(AttributedString(numberedLines(60'000), TextAttributes()));
   ASSERT_GT(storage.blockCount(), 5U);
   const TextSnapshot snapshot = storage.snapshot(2, 4);
   EXPECT_EQ(snapshot.firstBlock(), 2U);

@@ -93,6 +93,19 @@ class RealShellTest : public testing::TestWithParam<RealShell> {
     return shows("obeyed");
   }
 
+  // The process of a command that takes its time; 0 if it does not come up.
+  pid_t startSleeper() {
+    type("sleep 100");
+    pid_t sleeper = 0;
+    waitFor([&] {
+      for (const pid_t child : test::childProcesses(pid())) {
+        if (test::programName(child) == "sleep") sleeper = child;
+      }
+      return sleeper != 0;
+    });
+    return sleeper;
+  }
+
   pid_t pid() const {
     const std::vector<pid_t> children = test::childProcesses();
     return children.empty() ? 0 : children.front();
@@ -159,14 +172,8 @@ TEST_P(RealShellTest, IsStartedAgainAfterItWasKilled) {
 
 TEST_P(RealShellTest, LetsControlCInterruptTheForegroundJob) {
   ASSERT_TRUE(obeys());
-  type("sleep 100");
-  pid_t sleeper = 0;
-  ASSERT_TRUE(waitFor([&] {
-    for (const pid_t child : test::childProcesses(pid())) {
-      if (test::programName(child) == "sleep") sleeper = child;
-    }
-    return sleeper != 0;
-  }));
+  const pid_t sleeper = startSleeper();
+  ASSERT_NE(sleeper, 0);
   terminal().sendKey(TerminalKey::ctrl("c"));
   EXPECT_TRUE(waitFor([&] { return !test::processRuns(sleeper); }));
   EXPECT_TRUE(obeys());
@@ -175,14 +182,8 @@ TEST_P(RealShellTest, LetsControlCInterruptTheForegroundJob) {
 
 TEST_P(RealShellTest, LeavesNoJobBehindWhenTheTerminalIsReleased) {
   ASSERT_TRUE(obeys());
-  type("sleep 100");
-  pid_t sleeper = 0;
-  ASSERT_TRUE(waitFor([&] {
-    for (const pid_t child : test::childProcesses(pid())) {
-      if (test::programName(child) == "sleep") sleeper = child;
-    }
-    return sleeper != 0;
-  }));
+  const pid_t sleeper = startSleeper();
+  ASSERT_NE(sleeper, 0);
   TearDown();
   EXPECT_TRUE(waitFor([&] { return !test::processRuns(sleeper); }));
 }

@@ -62,10 +62,7 @@ class FullEmulationSettingsTest : public test::PreferencesTest {
   FontFamilyPicker& families() const { return find<FontFamilyPicker>("fontFamily"); }
   NumberField& lines() const { return find<NumberField>("scrollbackLines"); }
   void typeLines(const char* text) {
-    test::click(lines());
-    lines().selectAll();
-    if (*text == '\0') test::press(*window, Qt::Key_Delete);
-    QTest::keyClicks(window->focusWidget(), QLatin1String(text));
+    replaceText(lines(), QLatin1String(text));
     test::press(*window, Qt::Key_Return);
   }
 };
@@ -94,10 +91,7 @@ TEST_F(FullEmulationSettingsTest, OtherSwitchesStayFixed) {
   for (const auto& [tab, name, isOn] : kAlwaysFixed) {
     SCOPED_TRACE(name);
     select(tab);
-    Switch& control = find<Switch>(name);
-    EXPECT_TRUE(control.isFixed());
-    test::click(control);
-    EXPECT_EQ(control.isChecked(), isOn);
+    expectFixed(name, isOn);
   }
   EXPECT_EQ(fileContent().size(), 1U);
 }
@@ -173,9 +167,7 @@ TEST_F(FullEmulationSettingsTest, WordSeparatorsAreStoredAsTheyAreTyped) {
   open(test::Advanced);
   auto& field = find<QLineEdit>("wordSeparators");
   EXPECT_FALSE(field.text().isEmpty());
-  test::click(field);
-  field.selectAll();
-  QTest::keyClicks(window->focusWidget(), QStringLiteral(" :;"));
+  replaceText(field, QStringLiteral(" :;"));
   EXPECT_EQ(fileContent()["wordSeparators"], " :;");
   test::press(*window, Qt::Key_Left);
   QTest::keyClicks(window->focusWidget(), QStringLiteral(","));
@@ -373,9 +365,7 @@ TEST_F(FullEmulationSettingsTest, ASettingThatChangesInTheSameTurnIsStillSaved) 
 
 TEST_F(FullEmulationSettingsTest, SwitchingItKeepsTheFormsPlaceAndFocusAndANumberThatIsBeingTyped) {
   open(test::Advanced);
-  test::click(lines());
-  lines().selectAll();
-  QTest::keyClicks(window->focusWidget(), QStringLiteral("500"));
+  replaceText(lines(), QStringLiteral("500"));
   form().verticalScrollBar()->setValue(40);
   turnOff();
   EXPECT_EQ(config.scrollbackLines, 500);

@@ -170,12 +170,7 @@ TEST_F(GeneralSettingsTest, ShowsItsFixedSwitchesAndNeverMovesThem) {
   const std::pair<const char*, bool> switches[] = {
       {"closeWindowWhenShellExits", true}, {"warnBeforeClosing", true}, {"restorePreviousSession", false}};
   for (const auto& [name, isOn] : switches) {
-    Switch& control = find<Switch>(name);
-    EXPECT_TRUE(control.isFixed());
-    test::click(control);
-    control.setFocus(Qt::TabFocusReason);
-    test::press(*window, Qt::Key_Space);
-    EXPECT_EQ(control.isChecked(), isOn) << name;
+    expectFixed(name, isOn);
   }
   turn();
   EXPECT_TRUE(fileContent().empty());

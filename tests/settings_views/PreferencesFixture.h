@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QLabel>
+#include <QLineEdit>
 #include <QScrollArea>
 #include <QSettings>
 #include <QStackedWidget>
@@ -14,6 +15,7 @@
 #include <vector>
 
 #include "controls/ControlFixture.h"
+#include "controls/Switch.h"
 #include "settings/views/PreferencesWindow.h"
 #include "support/WaitFor.h"
 
@@ -58,6 +60,23 @@ class PreferencesTest : public testing::Test, protected PreferencesData {
     if (found == nullptr) throw std::runtime_error(std::string("no control ") + name);
     form().ensureWidgetVisible(found);
     return *found;
+  }
+
+  /// As a user would: clicks into the field and replaces its text.
+  void replaceText(QLineEdit& field, const QString& text) {
+    click(field);
+    field.selectAll();
+    if (text.isEmpty()) press(*window, Qt::Key_Delete);
+    QTest::keyClicks(window->focusWidget(), text);
+  }
+  /// Neither the mouse nor the keyboard moves the switch.
+  void expectFixed(const char* name, bool isOn) {
+    Switch& control = find<Switch>(name);
+    EXPECT_TRUE(control.isFixed()) << name;
+    click(control);
+    control.setFocus(Qt::TabFocusReason);
+    press(*window, Qt::Key_Space);
+    EXPECT_EQ(control.isChecked(), isOn) << name;
   }
 
   /// The content of the file, read from a copy, so that nothing in memory is involved.

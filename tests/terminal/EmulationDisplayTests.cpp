@@ -91,6 +91,20 @@ class EmulationDisplayTest : public testing::Test {
     return query.value(Qt::ImCursorRectangle).toRect();
   }
   QWidget& view() { return *canvas().viewport(); }
+  void hover(QPoint at) { moveTo(at, Qt::NoButton, Qt::NoModifier); }
+  void moveTo(QPoint at, Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers) {
+    QMouseEvent move(QEvent::MouseMove, at, view().mapToGlobal(at), Qt::NoButton, buttons, modifiers);
+    QApplication::sendEvent(&view(), &move);
+  }
+  // Drags with the left button, from within the left edge of the one character to that of the other.
+  void drag(TextPosition from, TextPosition to, Qt::KeyboardModifiers modifiers) {
+    const auto leftOf = [this](TextPosition place) {
+      return canvas().rectOf(place).topLeft().toPoint() + QPoint(1, 3);
+    };
+    QTest::mousePress(&view(), Qt::LeftButton, modifiers, leftOf(from));
+    moveTo(leftOf(to), Qt::LeftButton, modifiers);
+    QTest::mouseRelease(&view(), Qt::LeftButton, modifiers, leftOf(to));
+  }
   QMessageBox* question() {
     for (auto* each : window->findChildren<QMessageBox*>()) {
       if (each->isVisible()) return each;
@@ -191,12 +205,7 @@ TEST_F(EmulationDisplayTest, ReportsTheMouseToAProgramThatTracksIt) {
 
 TEST_F(EmulationDisplayTest, KeepsTheMouseForTheUserWithShiftAndWithoutTracking) {
   start("\\033[?1002h\\033[?1006h\\033[3;1Hselect me\\033[10;1H");
-  const QPoint from = canvas().rectOf(find("select").begin).topLeft().toPoint() + QPoint(1, 3);
-  const QPoint to = canvas().rectOf(find("select").end).topLeft().toPoint() + QPoint(1, 3);
-  QTest::mousePress(&view(), Qt::LeftButton, Qt::ShiftModifier, from);
-  QMouseEvent move(QEvent::MouseMove, to, view().mapToGlobal(to), Qt::NoButton, Qt::LeftButton, Qt::ShiftModifier);
-  QApplication::sendEvent(&view(), &move);
-  QTest::mouseRelease(&view(), Qt::LeftButton, Qt::ShiftModifier, to);
+  drag(find("select").begin, find("select").end, Qt::ShiftModifier);
   EXPECT_EQ(canvas().selectedText(), QStringLiteral("select"));
   EXPECT_EQ(sent(), "");
   settings.enableMouseReporting = false;
@@ -288,12 +297,7 @@ TEST_F(EmulationDisplayTest, LeavesTheClipboardAloneWhereNothingCanBeCopied) {
 
 TEST_F(EmulationDisplayTest, SelectsRectanglesWithAlt) {
   start("\\033[1;1Habcdef\\r\\nghijkl\\r\\nmnopqr\\033[10;1H");
-  const QPoint from = canvas().rectOf(find("b").begin).topLeft().toPoint() + QPoint(1, 3);
-  const QPoint to = canvas().rectOf(find("q").begin).topLeft().toPoint() + QPoint(1, 3);
-  QTest::mousePress(&view(), Qt::LeftButton, Qt::AltModifier, from);
-  QMouseEvent move(QEvent::MouseMove, to, view().mapToGlobal(to), Qt::NoButton, Qt::LeftButton, Qt::AltModifier);
-  QApplication::sendEvent(&view(), &move);
-  QTest::mouseRelease(&view(), Qt::LeftButton, Qt::AltModifier, to);
+  drag(find("b").begin, find("q").begin, Qt::AltModifier);
   EXPECT_EQ(canvas().selectedText(), QStringLiteral("bcd\nhij\nnop"));
 }
 
@@ -388,9 +392,7 @@ TEST_F(EmulationDisplayTest, TypesThePathOfADroppedFileQuoted) {
 TEST_F(EmulationDisplayTest, ShowsWhereALinkLeadsAndAsksBeforeUnusualOnes) {
   start("\\033[3;1H\\033]8;;telnet://example.org/\\033\\\\click\\033]8;;\\033\\\\\\033[10;1H");
   const QPoint at = middleOf(find("click").begin + 1);
-  QTest::mouseMove(&view(), at + QPoint(0, 1));
-  QMouseEvent hover(QEvent::MouseMove, at, view().mapToGlobal(at), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
-  QApplication::sendEvent(&view(), &hover);
+  hover(at);
   auto* label = view().findChild<QLabel*>(QStringLiteral("linkLabel"));
   ASSERT_NE(label, nullptr);
   EXPECT_TRUE(label->isVisible());
@@ -400,6 +402,30 @@ TEST_F(EmulationDisplayTest, ShowsWhereALinkLeadsAndAsksBeforeUnusualOnes) {
   QTest::mouseClick(&view(), Qt::LeftButton, Qt::ControlModifier, at);
   ASSERT_NE(question(), nullptr);
   button(QStringLiteral("Cancel")).click();
+}
+
+TEST_F(EmulationDisplayTest, HidesWhereALinkLeadsOnceAnotherTextIsUnderThePointer) {
+  start("\\033[3;1H\\033]8;;https://example.org/one\\033\\\\click\\033]8;;\\033\\\\\\033[10;1H");
+  const QPoint at = middleOf(find("click").begin + 1);
+  hover(at);
+  auto* label = view().findChild<QLabel*>(QStringLiteral("linkLabel"));
+  ASSERT_NE(label, nullptr);
+  ASSERT_TRUE(label->isVisible());
+  const auto print = [this](const std::string& output) { display->emulator().feed(Bytes(output)); };
+  print("\033[3;1H\033]8;;https://example.org/two\033\\CLICK\033]8;;\033\\");
+  EXPECT_TRUE(waitFor([&] {
+    canvas().makeFrameNow();
+    return label->text() == QStringLiteral("https://example.org/two");
+  })) << label->text().toStdString();
+  EXPECT_TRUE(label->isVisible());
+  print("\033[2;1Habove\033[10;1H");
+  text();
+  EXPECT_TRUE(label->isVisible()) << "its own text is as it was";
+  print("\033[3;1Hnothing");
+  EXPECT_TRUE(waitFor([&] {
+    canvas().makeFrameNow();
+    return !label->isVisible();
+  }));
 }
 
 TEST_F(EmulationDisplayTest, TellsTheProgramAboutFocusIfItAsks) {

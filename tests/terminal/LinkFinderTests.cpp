@@ -68,7 +68,7 @@ TEST(LinkFinder, FindsTheLinksOfALine) {
 
       {"mailto:me@en.example.", {"mailto:me@en.example"}},
       {"mailto:me@en.example?subject=a", {"mailto:me@en.example?subject=a"}},
-      {"mailto:me mailto:@ mailto:a@", {}},
+      {"mailto:me mailto:@ mailto:a@ mailto:@en.example", {}},
 
       {"xhttp://a 1http://a _http://a -http://a +http://a", {}},
       {"http:/a http:a http: https:// http://. http://)", {}},

@@ -10,6 +10,8 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QWindow>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -17,11 +19,14 @@
 
 #include "support/WaitFor.h"
 #include "view/TerminalContainerView.h"
+#include "view/ViewFixture.h"
 #include "view/saving/OutputSaver.h"
 
 namespace zolt {
 namespace {
 
+using test::kCurrent;
+using test::kFound;
 using test::waitFor;
 
 class EmulationSurfaceTest : public testing::Test {
@@ -100,9 +105,6 @@ class EmulationSurfaceTest : public testing::Test {
   }
   QString progress() { return container->findChild<QLabel*>(QStringLiteral("progress"))->text(); }
 
-  static constexpr QRgb kFound = 0xFFCFB04A;
-  static constexpr QRgb kCurrent = 0xFFFF7F24;
-
   QTemporaryDir folder;
   UserDefaults defaults{folder.filePath(QStringLiteral("settings.ini")).toStdString()};
   Config config{defaults};
@@ -137,7 +139,8 @@ TEST_F(EmulationSurfaceTest, SearchesWhatArrivesWhileTheBarIsOpen) {
 }
 
 TEST_F(EmulationSurfaceTest, FindsOnTheAlternateScreenWhileThatIsShown) {
-  run("seq -f 'needle %g' 100");
+  // More than is searched at a time.
+  run("seq -f 'needle %g' 50; yes $(printf %0300d 0) | head -n 9000; seq -f 'needle %g' 50");
   search(QStringLiteral("needle"));
   ASSERT_TRUE(shows(QStringLiteral("100 of 100"))) << progress().toStdString();
   feed("\033[?1049h\033[2J\033[3;5Hneedle\033[10;1Hno\033[20;70Hneedle");
@@ -226,6 +229,41 @@ TEST_F(EmulationSurfaceTest, FollowsTheSettings) {
     return qGray(canvas().colors().background) > 200;
   }));
   settings.set(&EmulationSettings::enableMouseReporting, false);
+}
+
+TEST_F(EmulationSurfaceTest, LetsTheDesktopShineThroughAnOpenWindow) {
+  run("true");
+  const auto alphaOfTheGround = [this] {
+    canvas().makeFrameNow();
+    const QImage picture = container->grab().toImage();
+    return qAlpha(picture.pixel(picture.width() / 2, picture.height() - 20));
+  };
+  EXPECT_EQ(alphaOfTheGround(), 255);
+  EXPECT_LE(container->windowHandle()->requestedFormat().alphaBufferSize(), 0);
+  config.opacity = 0.5;
+  EXPECT_TRUE(waitFor([&] { return std::abs(alphaOfTheGround() - 128) <= 1; })) << alphaOfTheGround();
+  EXPECT_TRUE(container->isVisible());
+  EXPECT_EQ(container->windowHandle()->requestedFormat().alphaBufferSize(), 8);
+  config.opacity = 1;
+  EXPECT_TRUE(waitFor([&] { return alphaOfTheGround() == 255; })) << alphaOfTheGround();
+}
+
+TEST_F(EmulationSurfaceTest, TakesTheAlternateScreenFromProgramsOnceTheyHaveLeftIt) {
+  run("echo primary");
+  feed("\033[?1049h\033[2J\033[Hother");
+  QSignalSpy changes(&settings, &EmulationSettingsStore::changed);
+  settings.set(&EmulationSettings::useAlternateScreenBuffer, false);
+  ASSERT_TRUE(waitFor([&] { return changes.count() == 1; }));
+  feed(" still");
+  EXPECT_EQ(all(), "other still");
+  feed("\033[?1049l");
+  EXPECT_EQ(all(), "primary\nREADY");
+  feed("\033[?1049hnext");
+  EXPECT_EQ(all(), "primary\nREADYnext");
+  settings.set(&EmulationSettings::useAlternateScreenBuffer, true);
+  ASSERT_TRUE(waitFor([&] { return changes.count() == 2; }));
+  feed("\033[?1049h\033[2J\033[Hother");
+  EXPECT_EQ(all(), "other");
 }
 
 TEST_F(EmulationSurfaceTest, ClearsTheScreenAndTheHistory) {

@@ -13,6 +13,8 @@
 namespace zolt {
 namespace {
 
+using test::kCurrent;
+using test::kFound;
 using test::waitFor;
 
 /// A view in a parent with a bar that has been opened.
@@ -27,14 +29,7 @@ class FinderTest : public testing::Test {
   }
 
   void append(const std::string& text) { view.append(AttributedString(text, TextAttributes{})); }
-  /// The numbered lines "line 0" to "line N-1".
-  void appendLines(int count) {
-    std::string text;
-    for (int i = 0; i < count; ++i) {
-      text += "line " + std::to_string(i) + "\n";
-    }
-    append(text);
-  }
+  void appendLines(std::size_t count) { append(test::numberedLines(count)); }
   FindBar& bar() { return *area.findChild<FindBar*>(); }
   QString progress() { return bar().findChild<QLabel*>(QStringLiteral("progress"))->text(); }
   QString problem() { return bar().findChild<QLabel*>(QStringLiteral("problem"))->text(); }
@@ -64,9 +59,6 @@ class FinderTest : public testing::Test {
     }
     return false;
   }
-
-  static constexpr QRgb kFound = 0xFFCFB04A;
-  static constexpr QRgb kCurrent = 0xFFFF7F24;
 
   QWidget area;
   TerminalNSTextView view{&area};

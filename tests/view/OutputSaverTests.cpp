@@ -12,12 +12,14 @@
 #include "emulation/ANSIParser.h"
 #include "history/TextStorage.h"
 #include "support/ManualClock.h"
+#include "support/NumberedLines.h"
 #include "support/WaitFor.h"
 #include "view/saving/SaveErrorText.h"
 
 namespace zolt {
 namespace {
 
+using test::numberedLines;
 using test::waitFor;
 
 // Lets so many pass, and holds up the others until it is opened.
@@ -75,13 +77,6 @@ class OutputSaverTest : public testing::Test {
                         .openFile = [gated = gate](const std::string& path) -> std::unique_ptr<SpillFile> {
                           return std::make_unique<GatedFile>(openSpillFile(path), gated);
                         }});
-  }
-  static std::string lines(int count) {
-    std::string text;
-    for (int i = 0; i < count; ++i) {
-      text += "line " + std::to_string(i) + "\n";
-    }
-    return text;
   }
   static TextSnapshot all(const TextStorage& storage) { return storage.snapshot(0, storage.blockCount()); }
   void start(const TextStorage& storage, const QString& path, OutputFormat format = OutputFormat::PlainText) {
@@ -148,7 +143,7 @@ TEST_F(OutputSaverTest, SavesNoTextAsAnEmptyFile) {
 }
 
 TEST_F(OutputSaverTest, SavesALongTextWhoseStorageIsGone) {
-  const std::string text = lines(2'000'000);
+  const std::string text = numberedLines(2'000'000);
   {
     TextStorage storage = gatedStorage();
     storage.append(AttributedString(text, TextAttributes()));
@@ -160,13 +155,13 @@ TEST_F(OutputSaverTest, SavesALongTextWhoseStorageIsGone) {
 
 TEST_F(OutputSaverTest, SavesTheOutputOfItsMoment) {
   TextStorage storage = gatedStorage();
-  const std::string text = lines(200'000);
+  const std::string text = numberedLines(200'000);
   storage.append(AttributedString(text, TextAttributes()));
   storage.waitUntilIdle();
   gate->letPass(3);
   start(storage, target);
   ASSERT_TRUE(waitFor([this] { return gate->arrived() == 4; }));
-  storage.append(AttributedString(lines(200'000), TextAttributes()));
+  storage.append(AttributedString(numberedLines(200'000), TextAttributes()));
   EXPECT_EQ(content(), "(none)") << "it is not there before it is complete";
   gate->open();
   ASSERT_TRUE(waitForEnd());
@@ -176,7 +171,7 @@ TEST_F(OutputSaverTest, SavesTheOutputOfItsMoment) {
 TEST_F(OutputSaverTest, ReportsItsProgressOnceAnInterval) {
   constexpr auto kInterval = OutputSaver::progressInterval;
   TextStorage storage = gatedStorage();
-  storage.append(AttributedString(lines(500'000), TextAttributes()));
+  storage.append(AttributedString(numberedLines(500'000), TextAttributes()));
   storage.waitUntilIdle();
   gate->letPass(20);
   saver = std::make_unique<OutputSaver>(all(storage), OutputFormat::PlainText, target, nullptr, WorkerQueue::utility(),
@@ -206,7 +201,7 @@ TEST_F(OutputSaverTest, ReportsItsProgressOnceAnInterval) {
 TEST_F(OutputSaverTest, IsCancelledInTheMiddleAndLeavesTheFileAsItWas) {
   put("before");
   TextStorage storage = gatedStorage();
-  storage.append(AttributedString(lines(500'000), TextAttributes()));
+  storage.append(AttributedString(numberedLines(500'000), TextAttributes()));
   storage.waitUntilIdle();
   gate->letPass(20);
   start(storage, target);
@@ -240,7 +235,7 @@ TEST_F(OutputSaverTest, IsCancelledBeforeItHasBegun) {
 
 TEST_F(OutputSaverTest, LeavesNoTemporaryFileWhenItGoes) {
   TextStorage storage = gatedStorage();
-  storage.append(AttributedString(lines(2'000'000), TextAttributes()));
+  storage.append(AttributedString(numberedLines(2'000'000), TextAttributes()));
   storage.waitUntilIdle();
   start(storage, target);
   ASSERT_TRUE(waitFor([this] { return !names().isEmpty(); }));
@@ -250,7 +245,7 @@ TEST_F(OutputSaverTest, LeavesNoTemporaryFileWhenItGoes) {
 
 TEST_F(OutputSaverTest, DoesNotWaitForEverWhenItGoes) {
   TextStorage storage = gatedStorage();
-  storage.append(AttributedString(lines(200'000), TextAttributes()));
+  storage.append(AttributedString(numberedLines(200'000), TextAttributes()));
   storage.waitUntilIdle();
   gate->letPass(3);
   start(storage, target);
@@ -263,7 +258,7 @@ TEST_F(OutputSaverTest, SavesTheNoticeWhereTextIsLost) {
   TextStorage storage({.memoryBudget = 0, .hotBlocks = 1, .folder = "nowhere", .openFile = [](const std::string&) {
                          return std::unique_ptr<SpillFile>();
                        }});
-  storage.append(AttributedString(lines(100'000), TextAttributes()));
+  storage.append(AttributedString(numberedLines(100'000), TextAttributes()));
   storage.waitUntilIdle();
   ASSERT_GT(storage.usage().droppedBlocks, 0U);
   start(storage, target, OutputFormat::WithColours);

@@ -7,11 +7,16 @@
 #include <string>
 #include <vector>
 
-#include "support/WaitFor.h"
 #include "canvas/CanvasLiterals.h"
+#include "support/NumberedLines.h"
+#include "support/WaitFor.h"
 #include "view/ContentView.h"
 
 namespace zolt::test {
+
+/// The colours of matches: behind all but the current one, and behind that.
+inline constexpr QRgb kFound = 0xFFCFB04A;
+inline constexpr QRgb kCurrent = 0xFFFF7F24;
 
 /// Makes a controller that runs the test child in a mode, without restarts.
 inline ContentView::MakeTerminal runTestChild(std::vector<std::string> mode) {
@@ -30,9 +35,7 @@ class ViewSurface : public TerminalSurface {
   }
   TextCanvas& canvas() override { return m_view; }
   const HistoryText& text() const override { return m_view.textStorage(); }
-  TextSnapshot excerpt() const override {
-    return m_view.textStorage().snapshot(0, m_view.textStorage().endBlock());
-  }
+  TextSnapshot excerpt() const override { return m_view.textStorage().snapshot(0, m_view.textStorage().endBlock()); }
   std::unique_ptr<OutputStyles> outputStyles() const override { return nullptr; }
   void whenShown(std::function<void()> shown) override { shown(); }
   void clear() override {}
@@ -52,14 +55,7 @@ class TextViewTest : public testing::Test {
   }
 
   void append(const std::string& text) { view.append(AttributedString(text, TextAttributes{})); }
-  /// The numbered lines "line 0" to "line N-1".
-  void appendLines(int count) {
-    std::string text;
-    for (int i = 0; i < count; ++i) {
-      text += "line " + std::to_string(i) + "\n";
-    }
-    append(text);
-  }
+  void appendLines(std::size_t count) { append(numberedLines(count)); }
   std::string wholeText() const { return view.textStorage().text({}, view.textStorage().end()); }
   /// The middle of the character at `position`, in the viewport; makes the frame first.
   QPoint middleOf(TextPosition position) {

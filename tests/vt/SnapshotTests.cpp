@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <random>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "vt/RandomOutput.h"
 #include "vt/SnapshotCheck.h"
@@ -83,6 +87,36 @@ TEST(ScreenSnapshot, KeepsWhatItsCellsReferTo) {
   EXPECT_EQ(row.text, "xlink e\u0301");
   ASSERT_EQ(row.clusters.size(), 1U);
   EXPECT_EQ(row.clusters[0].columns, 1);
+}
+
+// Its table is swept when it is full, and the numbers of styles that no cell has any more are given to others.
+TEST(ScreenSnapshot, KeepsItsStylesWhenTheirNumbersAreGivenAnew) {
+  Terminal terminal({.rows = 3, .columns = 20});
+  terminal.feed("\033[38;2;1;2;3mkept\033[m \033]8;;https://example.org/\033\\link\033]8;;\033\\ e\u0301");
+  const auto colorOf = [](int number) {
+    return CellColor::direct(static_cast<std::uint8_t>(number >> 12), static_cast<std::uint8_t>(number >> 6 & 63),
+                             static_cast<std::uint8_t>(number & 63));
+  };
+  std::vector<std::shared_ptr<const ScreenSnapshot>> held{terminal.snapshot()};
+  constexpr int kStyles = 3 * 65'536;
+  std::string output;
+  for (int number = 1; number <= kStyles; ++number) {
+    const CellColor color = colorOf(number);
+    output += "\033[2;1H\033[38;2;" + std::to_string(color.red()) + ";" + std::to_string(color.green()) + ";" +
+              std::to_string(color.blue()) + "mx";
+    if (number % 4096 != 0) continue;
+    terminal.feed(std::exchange(output, {}));
+    ASSERT_EQ(snapshotError(terminal), "") << number;
+    held.push_back(terminal.snapshot());
+  }
+  const SnapshotRow& first = *held.front()->rows[0];
+  for (std::size_t i = 0; i < held.size(); ++i) {
+    ASSERT_TRUE(haveSameContent(*held[i]->rows[0], first)) << i;
+    if (i > 0) {
+      ASSERT_EQ(held[i]->rows[1]->runs[0].style.foreground, colorOf(static_cast<int>(i) * 4096)) << i;
+    }
+  }
+  EXPECT_EQ(first.runs[0].style.foreground, CellColor::direct(1, 2, 3));
 }
 
 TEST(ScreenSnapshot, TellsTheCursorAndWhoChoseItsShape) {
