@@ -398,18 +398,25 @@ std::optional<CanvasLink> EmulationSource::linkAt(TextPosition position) const {
   return std::nullopt;
 }
 
-// The screen's lines as lines of the history that follow it.
 vt::ScrollbackView EmulationSource::shownText() const {
-  vt::TailBuilder builder(m_screen->isAlternate ? nothingBeforeAlternate() : m_screen->history,
-                          m_screen->graphemeClusters);
-  std::size_t last = m_lines.rowCount();
-  while (last > 1 && m_screen->rows[last - 1]->text.empty()) {
+  return withRows(m_screen->isAlternate ? nothingBeforeAlternate() : m_screen->history, m_screen->rows);
+}
+
+vt::ScrollbackView EmulationSource::wholeText() const {
+  return withRows(m_screen->history, m_screen->primaryRows ? *m_screen->primaryRows : m_screen->rows);
+}
+
+// A screen's lines as lines of the history that they follow, without the blank rows below them.
+vt::ScrollbackView EmulationSource::withRows(const vt::ScrollbackView& history,
+                                             const vt::ScreenSnapshot::Rows& rows) const {
+  vt::TailBuilder builder(history, m_screen->graphemeClusters);
+  std::size_t last = rows.size();
+  while (last > 1 && rows[last - 1]->text.empty()) {
     --last;
   }
   for (std::size_t row = 0; row < last; ++row) {
-    const vt::SnapshotRow& shown = *m_screen->rows[row];
-    vt::HistoryLine line{
-        .text = shown.text, .runs = {}, .marks = {}, .isEnded = m_lines.endsLine(row) && row + 1 < last};
+    const vt::SnapshotRow& shown = *rows[row];
+    vt::HistoryLine line{.text = shown.text, .runs = {}, .marks = {}, .isEnded = !shown.wraps && row + 1 < last};
     for (const vt::SnapshotRow::Run& run : shown.runs) {
       line.runs.push_back({.length = run.bytes, .style = run.style, .link = run.link ? *run.link : vt::LinkTarget()});
     }

@@ -37,8 +37,8 @@ class EmulationSource : public RowSource {
   void setWordSeparators(std::string separators) { m_wordSeparators = std::move(separators); }
   /// The text that is shown, for find: scrollback and screen as one text, or the alternate screen alone.
   vt::ScrollbackView shownText() const;
-  /// Scrollback and screen, for saving; while the alternate screen is shown, the scrollback alone.
-  vt::ScrollbackView wholeText() const { return m_screen->isAlternate ? m_screen->history : shownText(); }
+  /// Scrollback and primary screen, for saving, whichever screen is shown.
+  vt::ScrollbackView wholeText() const;
 
   void sync() override;
   int columns() const override { return m_screen->size.columns; }
@@ -73,6 +73,7 @@ class EmulationSource : public RowSource {
   void show(std::shared_ptr<const vt::ScreenSnapshot> screen);
   std::shared_ptr<const RowContent> historyContent(CanvasRow row);
   std::shared_ptr<const RowContent> screenContent(std::size_t row);
+  vt::ScrollbackView withRows(const vt::ScrollbackView& history, const vt::ScreenSnapshot::Rows& rows) const;
   std::string rawText(TextRange range) const;
   /// The part of the line around `position` that is near it.
   TextRange near(TextPosition position) const;

@@ -33,7 +33,13 @@ std::string snapshotError(Terminal& terminal) {
   const auto snapshot = terminal.snapshot();
   const Screen& screen = terminal.screen();
   if (static_cast<int>(snapshot->rows.size()) != screen.rows()) return "another number of rows";
+  if (snapshot->isAlternate != (snapshot->primaryRows != nullptr)) return "no primary screen behind the alternate one";
   for (int row = 0; row < screen.rows(); ++row) {
+    const auto isPrimary = [&] {
+      return haveSameContent(*snapshot->primaryRows->at(static_cast<std::size_t>(row)),
+                             snapshotRow(screen.grid(false), row, screen.tables(), 0));
+    };
+    if (snapshot->isAlternate && !isPrimary()) return "primary row " + std::to_string(row) + " is out of date";
     const SnapshotRow& shown = *snapshot->rows[static_cast<std::size_t>(row)];
     const std::string which = "row " + std::to_string(row) + " ";
     if (!haveSameContent(shown, snapshotRow(screen.grid(), row, screen.tables(), 0))) return which + "is out of date";

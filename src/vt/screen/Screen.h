@@ -69,9 +69,10 @@ class Screen {
   int rows() const { return m_grid->rows(); }
   int columns() const { return m_grid->columns(); }
   Rectangle area() const { return {.rows = {.begin = 0, .end = rows()}, .columns = {.begin = 0, .end = columns()}}; }
+  /// The grid that is shown.
   const Grid& grid() const { return *m_grid; }
-  /// Of the grid that is shown.
-  Grid::Change takeChange(int row) { return m_grid->takeChange(row); }
+  const Grid& grid(bool alternate) const { return m_grids[alternate ? 1 : 0]; }
+  Grid::Change takeChange(bool alternate, int row) { return m_grids[alternate ? 1 : 0].takeChange(row); }
   const CellTables& tables() const { return m_tables; }
   const Scrollback& scrollback() const { return m_scrollback; }
   Scrollback& scrollback() { return m_scrollback; }

@@ -25,6 +25,36 @@ SnapshotCursor cursorOf(const TerminalState& state) {
 
 }  // namespace
 
+// Makes the rows that have changed. Whether any has, or stands elsewhere.
+bool SnapshotMaker::updateRows(Screen& screen, bool alternate) {
+  Kept& kept = m_kept[alternate ? 1 : 0];
+  const auto count = static_cast<std::size_t>(screen.rows());
+  bool isChanged = kept.slots.size() != count;
+  kept.bySlot.resize(count);
+  kept.slots.resize(count);
+  for (std::size_t row = 0; row < count; ++row) {
+    const Grid::Change change = screen.takeChange(alternate, static_cast<int>(row));
+    std::shared_ptr<const SnapshotRow>& known = kept.bySlot[change.slot];
+    isChanged = isChanged || change.isChanged || !known || kept.slots[row] != change.slot;
+    kept.slots[row] = change.slot;
+    if (change.isChanged || !known) {
+      known = std::make_shared<const SnapshotRow>(
+          snapshotRow(screen.grid(alternate), static_cast<int>(row), screen.tables(), ++m_lastStamp));
+    }
+  }
+  return isChanged;
+}
+
+ScreenSnapshot::Rows SnapshotMaker::rowsOf(const Screen& screen, bool alternate) const {
+  const Kept& kept = m_kept[alternate ? 1 : 0];
+  ScreenSnapshot::Rows rows;
+  rows.reserve(static_cast<std::size_t>(screen.rows()));
+  for (const std::size_t slot : kept.slots) {
+    rows.push_back(kept.bySlot[slot]);
+  }
+  return rows;
+}
+
 std::shared_ptr<const ScreenSnapshot> SnapshotMaker::make(TerminalState& state) {
   Screen& screen = state.screen;
   auto snapshot = std::make_shared<ScreenSnapshot>(screen.scrollback().view());
@@ -32,17 +62,14 @@ std::shared_ptr<const ScreenSnapshot> SnapshotMaker::make(TerminalState& state) 
   snapshot->graphemeClusters = screen.modes.graphemeClusters;
   snapshot->size = state.size;
   snapshot->isAlternate = screen.showsAlternate();
-  auto& known = m_rows[snapshot->isAlternate ? 1 : 0];
-  known.resize(static_cast<std::size_t>(screen.rows()));
-  snapshot->rows.reserve(known.size());
-  for (int row = 0; row < screen.rows(); ++row) {
-    const Grid::Change change = screen.takeChange(row);
-    std::shared_ptr<const SnapshotRow>& kept = known[change.slot];
-    if (change.isChanged || !kept) {
-      kept = std::make_shared<const SnapshotRow>(snapshotRow(screen.grid(), row, screen.tables(), ++m_lastStamp));
-    }
-    snapshot->rows.push_back(kept);
+  updateRows(screen, snapshot->isAlternate);
+  snapshot->rows = rowsOf(screen, snapshot->isAlternate);
+  if (!snapshot->isAlternate) {
+    m_primaryRows = nullptr;
+  } else if (updateRows(screen, false) || !m_primaryRows) {
+    m_primaryRows = std::make_shared<const ScreenSnapshot::Rows>(rowsOf(screen, false));
   }
+  snapshot->primaryRows = m_primaryRows;
   snapshot->cursor = cursorOf(state);
   snapshot->reverseScreen = state.modes.reverseScreen;
   snapshot->input = inputModes(state);

@@ -37,7 +37,10 @@ struct ScreenSnapshot {
 
   TerminalSize size;
   bool isAlternate = false;
-  std::vector<std::shared_ptr<const SnapshotRow>> rows;  ///< as many as the size has, none null
+  using Rows = std::vector<std::shared_ptr<const SnapshotRow>>;
+  Rows rows;  ///< as many as the size has, none null
+  /// The rows of the primary screen while the alternate one is shown, which saving includes; else null.
+  std::shared_ptr<const Rows> primaryRows;
   ScrollbackView history;
   bool continuesHistory = false;  ///< the primary screen's first row continues the history's last line
   bool graphemeClusters = false;  ///< a cell holds a cluster (mode 2027)
@@ -58,8 +61,17 @@ class SnapshotMaker {
   std::shared_ptr<const ScreenSnapshot> make(TerminalState& state);
 
  private:
+  bool updateRows(Screen& screen, bool alternate);
+  ScreenSnapshot::Rows rowsOf(const Screen& screen, bool alternate) const;
+
+  // Of one grid.
+  struct Kept {
+    ScreenSnapshot::Rows bySlot;
+    std::vector<std::size_t> slots;  // of its rows, from the top
+  };
   std::uint64_t m_lastStamp = 0;
-  std::array<std::vector<std::shared_ptr<const SnapshotRow>>, 2> m_rows;  // of both grids, by slot
+  std::array<Kept, 2> m_kept;                                 // primary, alternate
+  std::shared_ptr<const ScreenSnapshot::Rows> m_primaryRows;  // of the last snapshot
   std::shared_ptr<const Palette> m_palette;
 };
 
