@@ -41,7 +41,7 @@ struct EmulationSettings {
   bool useAlternateScreenBuffer = true;
   bool enableMouseReporting = true;
   bool ligatures = true;
-  double minimumContrast = 3.0;                          ///< of text with its background, 1...7; 1: no minimum
+  double minimumContrast = 4.5;                          ///< of text with its background, 1...7; 1: no minimum
   std::string wordSeparators = "()[]{}<>\"'`,;|\u2502";  ///< besides blanks, which always separate words
   bool askBeforeRiskyPaste = true;                       ///< of several lines, or with control characters
   bool allowWindowRequests = false;                      ///< programs may move and resize the window

@@ -70,12 +70,12 @@ TEST_F(EmulationSettingsStoreTest, KnowsWhetherTheFullEmulationIsOn) {
 
 TEST_F(EmulationSettingsStoreTest, StoresASettingUnderItsKey) {
   store.set(&EmulationSettings::boldIsBright, true);
-  store.set(&EmulationSettings::minimumContrast, 4.5);
+  store.set(&EmulationSettings::minimumContrast, 6.5);
   store.set(&EmulationSettings::wordSeparators, " :\u2502\"");
   defaults.synchronize();
   UserDefaults reader(file);
   EXPECT_EQ(reader.stringForKey("boldIsBright"), "true");
-  EXPECT_EQ(reader.stringForKey("minimumContrast"), "4.5");
+  EXPECT_EQ(reader.stringForKey("minimumContrast"), "6.5");
   EXPECT_EQ(reader.stringForKey("wordSeparators"), " :\u2502\"");
   EXPECT_TRUE(store.current().boldIsBright);
 }

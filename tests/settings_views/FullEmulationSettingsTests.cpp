@@ -153,20 +153,20 @@ TEST_F(FullEmulationSettingsTest, ItsSwitchesStoreAndFollowTheirSettings) {
 TEST_F(FullEmulationSettingsTest, TheMinimumContrastRangesFromOffToSeven) {
   open(test::Advanced);
   auto& row = find<SliderRow>("minimumContrast");
-  EXPECT_EQ(row.valueText(), QStringLiteral("3.0:1"));
+  EXPECT_EQ(row.valueText(), QStringLiteral("4.5:1"));
   row.slider().setFocus(Qt::TabFocusReason);
   test::press(*window, Qt::Key_Right);
-  EXPECT_EQ(row.valueText(), QStringLiteral("3.5:1"));
-  EXPECT_EQ(fileContent()["minimumContrast"], "3.5");
+  EXPECT_EQ(row.valueText(), QStringLiteral("5.0:1"));
+  EXPECT_EQ(fileContent()["minimumContrast"], "5");
   test::press(*window, Qt::Key_End);
   turn();
   EXPECT_EQ(row.valueText(), QStringLiteral("7.0:1"));
   EXPECT_EQ(fileContent()["minimumContrast"], "7");
   test::press(*window, Qt::Key_Home);
   EXPECT_EQ(fileContent()["minimumContrast"], "1");
-  defaults.setDouble("minimumContrast", 4.5);
+  defaults.setDouble("minimumContrast", 6.5);
   turn();
-  EXPECT_EQ(row.valueText(), QStringLiteral("4.5:1"));
+  EXPECT_EQ(row.valueText(), QStringLiteral("6.5:1"));
 }
 
 TEST_F(FullEmulationSettingsTest, WordSeparatorsAreStoredAsTheyAreTyped) {
@@ -287,7 +287,7 @@ TEST_F(FullEmulationSettingsTest, ANegativeNumberOfScrollbackLinesIsKept) {
 TEST_F(FullEmulationSettingsTest, AResetIncludesItsSettings) {
   open(test::Advanced);
   defaults.setBool("ligatures", false);
-  defaults.setDouble("minimumContrast", 4.5);
+  defaults.setDouble("minimumContrast", 6.5);
   defaults.setString("wordSeparators", "x");
   defaults.setBool("warnBeforeClosing", false);
   defaults.setString("startupCommand", "tmux");
@@ -296,7 +296,7 @@ TEST_F(FullEmulationSettingsTest, AResetIncludesItsSettings) {
   test::click(find<DestructiveButton>("resetToDefaults"));
   turn();
   EXPECT_TRUE(find<Switch>("ligatures").isChecked());
-  EXPECT_EQ(find<SliderRow>("minimumContrast").valueText(), QStringLiteral("3.0:1"));
+  EXPECT_EQ(find<SliderRow>("minimumContrast").valueText(), QStringLiteral("4.5:1"));
   EXPECT_NE(find<QLineEdit>("wordSeparators").text(), QStringLiteral("x"));
   const auto stored = fileContent();
   for (const char* key : {"ligatures", "minimumContrast", "wordSeparators", "warnBeforeClosing"}) {
