@@ -182,7 +182,17 @@ void EmulationDisplay::clear() {
 }
 
 void EmulationDisplay::addNotice(const QString& line) {
-  m_emulator->feed(Bytes("\033[m\033[?25l\r\n" + line.toStdString() + "\r\n"));
+  m_emulator->change([text = line.toStdString()](vt::Terminal& engine) {
+    engine.feed("\x18\033[?47l\033[!p\033[?2026l\033[?9l\033[?25l");
+    const std::shared_ptr<const vt::ScreenSnapshot> screen = engine.snapshot();
+    std::size_t row = screen->rows.size();
+    while (row > 1 && screen->rows[row - 1]->text.empty()) {
+      --row;
+    }
+    engine.feed("\033[" + std::to_string(row) + "H\r\n" + text + "\r\n");
+  });
 }
 
 }  // namespace zolt
+// A program that was killed leaves its screen and modes behind. CAN ends a sequence that it was in the middle of. Mode
+// 47 leaves the alternate screen without restoring a cursor that may never have been saved.

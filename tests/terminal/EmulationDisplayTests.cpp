@@ -472,6 +472,34 @@ TEST_F(EmulationDisplayTest, ResizesTheWindowForAProgramThatMay) {
   EXPECT_TRUE(waitFor([&] { return window->width() < 800 && window->height() < 500; }));
 }
 
+TEST_F(EmulationDisplayTest, AddsANoticeBelowTheTextWhateverModesTheProgramLeft) {
+  run("stty raw -echo; printf 'first\\r\\nsecond\\r\\n\\033[41m\\033(0\\033[2;10r\\033[?6h\\033[4hREADY\\033]2;un'; "
+      "exec cat -uv");
+  ASSERT_TRUE(waitFor([&] {
+    text();
+    return display->source().screen()->cursor.position.column == 5;
+  }));
+  display->addNotice(QStringLiteral("It ended."));
+  ASSERT_TRUE(shows("It ended."));
+  EXPECT_LT(text().find("second"), text().find("It ended.")) << text();
+  const std::size_t row = static_cast<std::size_t>(canvas().source().rowAt(find("It ended.").begin).value);
+  const auto& shown = *display->source().screen()->rows[row];
+  EXPECT_EQ(shown.text, "It ended.");
+  EXPECT_EQ(shown.runs.front().style, vt::Style());
+  EXPECT_FALSE(display->source().screen()->cursor.isVisible);
+}
+
+TEST_F(EmulationDisplayTest, AddsANoticeToTheMainScreenIfTheProgramLeftTheAlternateOne) {
+  run("stty raw -echo; i=0; while [ $i -lt 100 ]; do printf 'line %d\\r\\n' $i; i=$((i+1)); done; "
+      "printf '\\033[?1049h\\033[?1000hREADY'; exec cat -uv");
+  ASSERT_TRUE(shows("READY"));
+  display->addNotice(QStringLiteral("It ended."));
+  ASSERT_TRUE(shows("line 99\nIt ended.")) << text();
+  EXPECT_EQ(text().find("READY"), std::string::npos);
+  EXPECT_NE(text().find("line 5\n"), std::string::npos) << "the history is there";
+  EXPECT_EQ(display->source().screen()->input.mouse.tracking, vt::MouseTracking::Off);
+}
+
 TEST_F(EmulationDisplayTest, EndsWhileTheProgramFloods) {
   for (int i = 0; i < 3; ++i) {
     run("yes");
