@@ -500,6 +500,71 @@ TEST_F(EmulationDisplayTest, AddsANoticeToTheMainScreenIfTheProgramLeftTheAltern
   EXPECT_EQ(display->source().screen()->input.mouse.tracking, vt::MouseTracking::Off);
 }
 
+TEST_F(EmulationDisplayTest, DropsASelectionWhoseTextTheProgramRewrites) {
+  run("stty raw -echo; printf 'one two\\r\\nthree\\r\\n'; printf READY; dd bs=1 count=1 2>/dev/null; "
+      "printf '\\033[1;1HONE\\033[2;4HEE\\033[5;1HNEXT'; dd bs=1 count=1 2>/dev/null; "
+      "printf '\\033[1;5HTW\\033[6;1HLAST'; exec cat -uv");
+  ASSERT_TRUE(shows("READY"));
+  canvas().select(find("two"));
+  terminal->ptySession().write("x");
+  ASSERT_TRUE(shows("NEXT"));
+  EXPECT_EQ(canvas().selectedText(), QStringLiteral("two")) << "what was rewritten is beside it";
+  terminal->ptySession().write("x");
+  ASSERT_TRUE(shows("LAST"));
+  EXPECT_TRUE(canvas().selection().empty());
+  if (QApplication::clipboard()->supportsSelection()) {
+    EXPECT_EQ(QApplication::clipboard()->text(QClipboard::Selection), QStringLiteral("two"));
+  }
+}
+
+TEST_F(EmulationDisplayTest, KeepsASelectionThatScrollsIntoTheHistoryOrIsWrappedAnew) {
+  run("stty raw -echo; printf 'one two three four\\r\\nREADY\\r\\n'; dd bs=1 count=1 2>/dev/null; "
+      "i=0; while [ $i -lt 200 ]; do printf 'line\\r\\n'; i=$((i+1)); done; printf MORE; exec cat -uv");
+  ASSERT_TRUE(shows("READY"));
+  canvas().select(find("two three"));
+  canvas().resize(100, 500);
+  ASSERT_TRUE(waitFor([&] {
+    text();
+    return display->source().screen()->size.columns == canvas().gridSize().columns;
+  }));
+  EXPECT_EQ(canvas().selectedText(), QStringLiteral("two three"));
+  terminal->ptySession().write("x");
+  ASSERT_TRUE(shows("MORE"));
+  EXPECT_EQ(canvas().selectedText(), QStringLiteral("two three"));
+}
+
+TEST_F(EmulationDisplayTest, KeepsWhatIsLeftOfASelectionThatIsTrimmed) {
+  settings.scrollbackLines = 10;
+  run("stty raw -echo; i=0; while [ $i -lt 100 ]; do printf 'line %d\\r\\n' $i; i=$((i+1)); done; printf READY; "
+      "dd bs=1 count=1 2>/dev/null; i=0; while [ $i -lt 8 ]; do printf 'more\\r\\n'; i=$((i+1)); done; "
+      "printf MORE; exec cat -uv");
+  ASSERT_TRUE(shows("READY"));
+  canvas().select({.begin = display->source().begin(), .end = find("line 98").end});
+  terminal->ptySession().write("x");
+  ASSERT_TRUE(shows("MORE"));
+  EXPECT_TRUE(canvas().selectedText().endsWith(QStringLiteral("line 98")));
+}
+
+TEST_F(EmulationDisplayTest, DropsARectangleWhoseTextTheProgramRewrites) {
+  run("stty raw -echo; printf 'abcdef\\r\\nghijkl\\r\\nREADY'; dd bs=1 count=1 2>/dev/null; "
+      "printf '\\033[1;6HX\\033[5;1HNEXT'; dd bs=1 count=1 2>/dev/null; printf '\\033[2;3HX\\033[6;1HLAST'; exec cat "
+      "-uv");
+  ASSERT_TRUE(shows("READY"));
+  const QPoint from = canvas().rectOf(find("b").begin).topLeft().toPoint() + QPoint(1, 3);
+  const QPoint to = canvas().rectOf(find("k").begin).topLeft().toPoint() + QPoint(1, 3);
+  QTest::mousePress(&view(), Qt::LeftButton, Qt::AltModifier, from);
+  QMouseEvent move(QEvent::MouseMove, to, view().mapToGlobal(to), Qt::NoButton, Qt::LeftButton, Qt::AltModifier);
+  QApplication::sendEvent(&view(), &move);
+  QTest::mouseRelease(&view(), Qt::LeftButton, Qt::AltModifier, to);
+  ASSERT_EQ(canvas().selectedText(), QStringLiteral("bcd\nhij"));
+  terminal->ptySession().write("x");
+  ASSERT_TRUE(shows("NEXT"));
+  EXPECT_EQ(canvas().selectedText(), QStringLiteral("bcd\nhij"));
+  terminal->ptySession().write("x");
+  ASSERT_TRUE(shows("LAST"));
+  EXPECT_TRUE(canvas().selection().empty());
+}
+
 TEST_F(EmulationDisplayTest, EndsWhileTheProgramFloods) {
   for (int i = 0; i < 3; ++i) {
     run("yes");
