@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtGlobal>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -15,6 +16,14 @@ namespace zolt {
 inline constexpr const char* kFullEmulationKey = "fullEmulation";
 /// Whether the user was told of the two displays and has chosen one.
 inline constexpr const char* kDisplayChosenKey = "displayChosen";
+
+/// Whether Alt is Meta for those who never chose: on a Mac Option types characters, elsewhere Alt with a letter types
+/// none, and shells and editors count on it.
+#ifdef Q_OS_MACOS
+inline constexpr bool kAltIsUsuallyMeta = false;
+#else
+inline constexpr bool kAltIsUsuallyMeta = true;
+#endif
 
 /// Everything that can be set about the full emulation, each value in its range. The initial values are the defaults.
 struct EmulationSettings {
@@ -36,7 +45,7 @@ struct EmulationSettings {
   std::string startupCommand;  ///< empty: none
   bool closeWindowWhenShellExits = true;
   bool warnBeforeClosing = true;
-  bool optionSendsMeta = false;
+  bool optionSendsMeta = kAltIsUsuallyMeta;
   bool commandActsAsMeta = false;
   bool useAlternateScreenBuffer = true;
   bool enableMouseReporting = true;

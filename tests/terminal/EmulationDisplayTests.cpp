@@ -565,6 +565,28 @@ TEST_F(EmulationDisplayTest, DropsARectangleWhoseTextTheProgramRewrites) {
   EXPECT_TRUE(canvas().selection().empty());
 }
 
+TEST_F(EmulationDisplayTest, SendsAltAsTheUserHasSetIt) {
+  settings.optionSendsMeta = true;
+  start();
+  QTest::keyClick(&canvas(), Qt::Key_A, Qt::AltModifier);
+  ASSERT_TRUE(isSent("^[a")) << sent();
+  settings.optionSendsMeta = false;
+  display->setSettings(settings, true);
+  QTest::keyClick(&canvas(), Qt::Key_A, Qt::AltModifier);
+  ASSERT_TRUE(isSent("^[aa")) << sent();
+}
+
+TEST_F(EmulationDisplayTest, SendsAltInAnyCaseToAProgramThatAsksForModifiers) {
+  settings.optionSendsMeta = false;
+  start("\\033[>4;2m");
+  QTest::keyClick(&canvas(), Qt::Key_A, Qt::AltModifier);
+#ifdef Q_OS_MACOS
+  ASSERT_TRUE(isSent("a")) << sent();
+#else
+  ASSERT_TRUE(isSent("^[[27;3;97~")) << sent();
+#endif
+}
+
 TEST_F(EmulationDisplayTest, EndsWhileTheProgramFloods) {
   for (int i = 0; i < 3; ++i) {
     run("yes");
