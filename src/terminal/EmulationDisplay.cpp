@@ -81,6 +81,7 @@ EmulationDisplay::EmulationDisplay(TerminalController& terminal, const TerminalS
   m_canvas->setSizeRest(std::chrono::milliseconds(0));
   m_canvas->setPointerFollowed(true);
   m_canvas->setAcceptDrops(true);
+  m_canvas->installEventFilter(this);
   m_input = std::make_unique<EmulationInput>(*m_source, *m_canvas,
                                              [this](std::string_view bytes) { m_terminal.ptySession().write(bytes); });
   m_canvas->setInput(m_input.get());
@@ -102,8 +103,6 @@ void EmulationDisplay::setSettings(const EmulationSettings& settings, bool isDar
   m_input->setSettings(settings);
   m_source->setCursor(lookOf(settings.cursorStyle), settings.cursorBlink);
   m_source->setWordSeparators(" \t" + settings.wordSeparators);
-  m_source->looks().setOptions({.boldIsBright = settings.boldIsBright, .minimumContrast = settings.minimumContrast},
-                               settings.opacity);
   m_canvas->setTextFont(emulationFont(settings));
   const vt::Theme& theme = themeFor(isDark);
   m_emulator->change([&theme, isDark, limit = settings.scrollbackLines,
@@ -119,10 +118,26 @@ void EmulationDisplay::setSettings(const EmulationSettings& settings, bool isDar
   m_selectedText = toRgb(theme.selectionText.value_or(theme.foreground));
   updateColors();
   m_canvas->contentChanged();
+  applyLooks();
+}
+
+// A full screen is opaque, as the preferences say: "Disable transparency for fullscreen" is always on.
+void EmulationDisplay::applyLooks() {
+  const double opacity = m_canvas->window()->isFullScreen() ? 1 : m_settings.opacity;
+  m_source->looks().setOptions({.boldIsBright = m_settings.boldIsBright, .minimumContrast = m_settings.minimumContrast},
+                               opacity);
 }
 
 void EmulationDisplay::updateColors() {
   CanvasColors colors = m_source->looks().colors(m_selection);
+bool EmulationDisplay::eventFilter(QObject* watched, QEvent* event) {
+  // The canvas comes into its window after it was made.
+  const bool comesIntoWindow = watched == m_canvas && event->type() == QEvent::Show;
+  if (comesIntoWindow) m_canvas->window()->installEventFilter(this);
+  if (comesIntoWindow || event->type() == QEvent::WindowStateChange) applyLooks();
+  return QObject::eventFilter(watched, event);
+}
+
   // Programs have colours of their own: none of them is sure to be read on the selection.
   colors.selectedText = m_selectedText;
   if (colors == m_canvas->colors()) return;

@@ -50,7 +50,11 @@ class EmulationDisplay : public QObject {
   void titleChanged(const QString& title);
   void bellRang();
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
+  void applyLooks();
   void takeEvents(const vt::TerminalEvents& events);
   void updateColors();
   void settle(std::function<void()> shown, std::chrono::steady_clock::time_point deadline);

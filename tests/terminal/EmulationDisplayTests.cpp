@@ -587,6 +587,17 @@ TEST_F(EmulationDisplayTest, SendsAltInAnyCaseToAProgramThatAsksForModifiers) {
 #endif
 }
 
+TEST_F(EmulationDisplayTest, IsOpaqueInFullScreen) {
+  settings.opacity = 0.5;
+  start();
+  const auto alpha = [&] { return qAlpha(canvas().colors().background); };
+  ASSERT_TRUE(waitFor([&] { return alpha() == 128; }));
+  window->setWindowState(Qt::WindowFullScreen);
+  EXPECT_TRUE(waitFor([&] { return alpha() == 255; }));
+  window->setWindowState(Qt::WindowNoState);
+  EXPECT_TRUE(waitFor([&] { return alpha() == 128; }));
+}
+
 TEST_F(EmulationDisplayTest, EndsWhileTheProgramFloods) {
   for (int i = 0; i < 3; ++i) {
     run("yes");
