@@ -1,7 +1,9 @@
 // The preferences while the full emulation is on, and what they do when it is switched.
 #include <QFontDatabase>
+#include <QLabel>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <algorithm>
 #include <functional>
 
 #include "controls/ControlColors.h"
@@ -332,7 +334,13 @@ TEST_F(FullEmulationSettingsTest, ATooltipSaysWhichSettingsOnlyItReads) {
     EXPECT_EQ(find("showFpsCounter").toolTip(), QString());
     select(test::General);
     EXPECT_TRUE(says("startupShell"));
-    EXPECT_EQ(find("startupCommand").toolTip(), QStringLiteral("Command to run when terminal starts (optional)"));
+    EXPECT_TRUE(
+        find("startupCommand").toolTip().startsWith(QStringLiteral("Command to run when terminal starts (optional)")));
+    EXPECT_EQ(says("startupCommand"), isOn) << "the field itself";
+    const auto labels = window->findChildren<QLabel*>();
+    const auto label = std::ranges::find(labels, &find("startupCommand"), &QLabel::buddy);
+    ASSERT_NE(label, labels.end());
+    EXPECT_TRUE((*label)->toolTip().endsWith(QStringLiteral("Takes effect in the full emulation only")));
   }
 }
 
