@@ -30,7 +30,6 @@ struct EmulationSettings {
   // From the store of the appearance settings, saved or not.
   std::string fontFamily = "SF Mono";  ///< may be empty, or name a font that is not installed
   double fontSize = 14.0;              ///< logical pixels, 4...288
-  double lineSpacing = 1.2;            ///< of the font's own, 0.8...3
   Config::ColorScheme colorScheme = Config::ColorScheme::Dark;
   Config::CursorStyle cursorStyle = Config::CursorStyle::Block;
   bool cursorBlink = true;
@@ -41,6 +40,7 @@ struct EmulationSettings {
   std::optional<std::int64_t> scrollbackLines = 10000;
 
   // Stored under a key of their own.
+  double lineSpacing = 1.2;    ///< of the font's own, 0.8...3; none stored: that of the appearance settings
   std::string startupShell;    ///< the path of an executable; empty: the catalogue's default
   std::string startupCommand;  ///< empty: none
   bool closeWindowWhenShellExits = true;

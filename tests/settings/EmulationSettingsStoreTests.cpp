@@ -80,7 +80,7 @@ TEST_F(EmulationSettingsStoreTest, StoresASettingUnderItsKey) {
   EXPECT_TRUE(store.current().boldIsBright);
 }
 
-TEST_F(EmulationSettingsStoreTest, AResetRemovesEverySettingButTheShellAndTheCommand) {
+TEST_F(EmulationSettingsStoreTest, AResetRemovesEverySettingButTheShellTheCommandAndTheLineSpacing) {
   const std::string text = "5 of them";  // yes, a number, a text
   for (const EmulationRow& row : emulationRows()) {
     defaults.setString(row.key, text);
@@ -91,6 +91,7 @@ TEST_F(EmulationSettingsStoreTest, AResetRemovesEverySettingButTheShellAndTheCom
   EmulationSettings expected;
   expected.startupShell = text;
   expected.startupCommand = text;
+  expected.lineSpacing = 2;
   expected.fontSize = 20;
   EXPECT_EQ(store.current(), expected);
   EXPECT_EQ(defaults.stringForKey("audibleBell"), std::nullopt);

@@ -87,11 +87,11 @@ TEST_F(EmulationSettingsTest, HaveTheKeysThatFilesAlreadyHold) {
     EXPECT_EQ(&rowOf(row.member), &row);
     keys.insert(row.key);
   }
-  EXPECT_EQ(keys,
-            (std::set<std::string>{"allowWindowRequests", "askBeforeRiskyPaste", "audibleBell", "boldIsBright",
-                                   "closeWindowWhenShellExits", "commandActsAsMeta", "enableMouseReporting",
-                                   "ligatures", "minimumContrast", "optionSendsMeta", "startupCommand", "startupShell",
-                                   "useAlternateScreenBuffer", "visualBell", "warnBeforeClosing", "wordSeparators"}));
+  EXPECT_EQ(keys, (std::set<std::string>{"allowWindowRequests", "askBeforeRiskyPaste", "audibleBell", "boldIsBright",
+                                         "closeWindowWhenShellExits", "commandActsAsMeta", "enableMouseReporting",
+                                         "ligatures", "lineSpacing", "minimumContrast", "optionSendsMeta",
+                                         "startupCommand", "startupShell", "useAlternateScreenBuffer", "visualBell",
+                                         "warnBeforeClosing", "wordSeparators"}));
 }
 
 TEST_F(EmulationSettingsTest, AFlagThatIsNeitherYesNorNoCountsAsAbsent) {

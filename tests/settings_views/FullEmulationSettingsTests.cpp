@@ -28,18 +28,17 @@ struct SwitchCase {
   int tab;
   const char* name;
   bool isOn;
+  bool isFixedOn;  // without the full emulation
 };
-constexpr SwitchCase kMovable[] = {{test::General, "closeWindowWhenShellExits", true},
-                                   {test::General, "warnBeforeClosing", true},
-                                   {test::Keys, "optionSendsMeta", false},
-                                   {test::Keys, "commandActsAsMeta", false},
-                                   {test::Advanced, "useAlternateScreenBuffer", true},
-                                   {test::Advanced, "enableMouseReporting", true}};
-constexpr SwitchCase kAlwaysFixed[] = {{test::General, "restorePreviousSession", false},
-                                       {test::Advanced, "gpuAcceleration", true},
-                                       {test::Advanced, "disableTransparencyForFullscreen", true},
-                                       {test::Advanced, "showFpsCounter", false},
-                                       {test::Advanced, "logTerminalOutput", false}};
+constexpr SwitchCase kMovable[] = {
+    {test::General, "closeWindowWhenShellExits", true, true},  {test::General, "warnBeforeClosing", true, true},
+    {test::Keys, "optionSendsMeta", kAltIsUsuallyMeta, false}, {test::Keys, "commandActsAsMeta", false, false},
+    {test::Advanced, "useAlternateScreenBuffer", true, true},  {test::Advanced, "enableMouseReporting", true, true}};
+constexpr SwitchCase kAlwaysFixed[] = {{test::General, "restorePreviousSession", false, false},
+                                       {test::Advanced, "gpuAcceleration", true, true},
+                                       {test::Advanced, "disableTransparencyForFullscreen", true, true},
+                                       {test::Advanced, "showFpsCounter", false, false},
+                                       {test::Advanced, "logTerminalOutput", false, false}};
 
 class FullEmulationSettingsTest : public test::PreferencesTest {
  protected:
@@ -74,7 +73,7 @@ class FullEmulationSettingsTest : public test::PreferencesTest {
 
 TEST_F(FullEmulationSettingsTest, SwitchesThatMeanSomethingCanBeMovedAndAreStored) {
   open(test::General);
-  for (const auto& [tab, name, isOn] : kMovable) {
+  for (const auto& [tab, name, isOn, isFixedOn] : kMovable) {
     SCOPED_TRACE(name);
     select(tab);
     Switch& control = find<Switch>(name);
@@ -93,7 +92,7 @@ TEST_F(FullEmulationSettingsTest, SwitchesThatMeanSomethingCanBeMovedAndAreStore
 
 TEST_F(FullEmulationSettingsTest, OtherSwitchesStayFixed) {
   open(test::General);
-  for (const auto& [tab, name, isOn] : kAlwaysFixed) {
+  for (const auto& [tab, name, isOn, isFixedOn] : kAlwaysFixed) {
     SCOPED_TRACE(name);
     select(tab);
     Switch& control = find<Switch>(name);
@@ -110,11 +109,11 @@ TEST_F(FullEmulationSettingsTest, WithItOffSwitchesAreFixedWhateverIsStored) {
   }
   open(test::General);
   turnOff();
-  for (const auto& [tab, name, isOn] : kMovable) {
-    SCOPED_TRACE(name);
-    select(tab);
-    EXPECT_TRUE(find<Switch>(name).isFixed());
-    EXPECT_EQ(find<Switch>(name).isChecked(), isOn);
+  for (const SwitchCase& each : kMovable) {
+    SCOPED_TRACE(each.name);
+    select(each.tab);
+    EXPECT_TRUE(find<Switch>(each.name).isFixed());
+    EXPECT_EQ(find<Switch>(each.name).isChecked(), each.isFixedOn);
   }
 }
 
@@ -342,6 +341,21 @@ TEST_F(FullEmulationSettingsTest, ATooltipSaysWhichSettingsOnlyItReads) {
     ASSERT_NE(label, labels.end());
     EXPECT_TRUE((*label)->toolTip().endsWith(QStringLiteral("Takes effect in the full emulation only")));
   }
+}
+
+TEST_F(FullEmulationSettingsTest, StoresALineSpacingOfItsOwn) {
+  open(test::Appearance);
+  auto& row = find<SliderRow>("lineSpacing");
+  EXPECT_EQ(row.valueText(), QStringLiteral("1.2"));
+  row.slider().setFocus(Qt::TabFocusReason);
+  test::press(*window, Qt::Key_Right);
+  EXPECT_EQ(fileContent()["lineSpacing"], "1.3");
+  EXPECT_EQ(config.lineSpacing, 1.2) << "the log's is never stored";
+  Config next(defaults);
+  next.setupDefaults();
+  EXPECT_EQ(emulationSettings(next, defaults).lineSpacing, 1.3);
+  turnOff();
+  EXPECT_EQ(find<SliderRow>("lineSpacing").valueText(), QStringLiteral("1.2"));
 }
 
 TEST_F(FullEmulationSettingsTest, SavesEveryChangeOfAStoredSettingOnlyWhileItIsOn) {
