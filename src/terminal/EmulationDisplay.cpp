@@ -20,16 +20,16 @@ constexpr std::chrono::milliseconds kSettlePoll{1};
 // What has been fed is processed in no time, but a process may print for ever.
 constexpr std::chrono::seconds kSettleLimit{5};
 
-CursorLook lookOf(Config::CursorStyle style) {
+vt::CursorShape shapeOf(Config::CursorStyle style) {
   switch (style) {
     case Config::CursorStyle::Block:
-      return CursorLook::Block;
+      return vt::CursorShape::Block;
     case Config::CursorStyle::Line:
-      return CursorLook::Underline;
+      return vt::CursorShape::Underline;
     case Config::CursorStyle::Bar:
-      return CursorLook::Bar;
+      return vt::CursorShape::Bar;
   }
-  return CursorLook::Block;
+  return vt::CursorShape::Block;
 }
 
 vt::TerminalSettings engineSettings(bool isDark) {
@@ -101,23 +101,23 @@ EmulationDisplay::~EmulationDisplay() {
 void EmulationDisplay::setSettings(const EmulationSettings& settings, bool isDark) {
   m_settings = settings;
   m_input->setSettings(settings);
-  m_source->setCursor(lookOf(settings.cursorStyle), settings.cursorBlink);
   m_source->setWordSeparators(" \t" + settings.wordSeparators);
   m_canvas->setTextFont(emulationFont(settings));
   const vt::Theme& theme = themeFor(isDark);
   m_emulator->change([&theme, isDark, limit = settings.scrollbackLines,
                       allowsAlternate = settings.useAlternateScreenBuffer,
-                      allowsRequests = settings.allowWindowRequests](vt::Terminal& engine) {
+                      allowsRequests = settings.allowWindowRequests,
+                      cursor = vt::CursorStyle{.shape = shapeOf(settings.cursorStyle), .blinks = settings.cursorBlink}](
+                         vt::Terminal& engine) {
     vt::applyTheme(engine.palette(), theme);
     engine.setPrefersDark(isDark);
     engine.allowAlternateScreen(allowsAlternate);
     engine.allowWindowRequests(allowsRequests);
+    engine.setUserCursor(cursor);
     engine.screen().scrollback().setLimit(limit ? std::optional(static_cast<std::uint64_t>(*limit)) : std::nullopt);
   });
   m_selection = toRgb(theme.selectionBackground);
   m_selectedText = toRgb(theme.selectionText.value_or(theme.foreground));
-  updateColors();
-  m_canvas->contentChanged();
   applyLooks();
 }
 
@@ -126,10 +126,10 @@ void EmulationDisplay::applyLooks() {
   const double opacity = m_canvas->window()->isFullScreen() ? 1 : m_settings.opacity;
   m_source->looks().setOptions({.boldIsBright = m_settings.boldIsBright, .minimumContrast = m_settings.minimumContrast},
                                opacity);
+  updateColors();
+  m_canvas->contentChanged();
 }
 
-void EmulationDisplay::updateColors() {
-  CanvasColors colors = m_source->looks().colors(m_selection);
 bool EmulationDisplay::eventFilter(QObject* watched, QEvent* event) {
   // The canvas comes into its window after it was made.
   const bool comesIntoWindow = watched == m_canvas && event->type() == QEvent::Show;
@@ -138,6 +138,8 @@ bool EmulationDisplay::eventFilter(QObject* watched, QEvent* event) {
   return QObject::eventFilter(watched, event);
 }
 
+void EmulationDisplay::updateColors() {
+  CanvasColors colors = m_source->looks().colors(m_selection);
   // Programs have colours of their own: none of them is sure to be read on the selection.
   colors.selectedText = m_selectedText;
   if (colors == m_canvas->colors()) return;
@@ -196,6 +198,8 @@ void EmulationDisplay::clear() {
   });
 }
 
+// A program that was killed leaves its screen and modes behind. CAN ends a sequence that it was in the middle of. Mode
+// 47 leaves the alternate screen without restoring a cursor that may never have been saved.
 void EmulationDisplay::addNotice(const QString& line) {
   m_emulator->change([text = line.toStdString()](vt::Terminal& engine) {
     engine.feed("\x18\033[?47l\033[!p\033[?2026l\033[?9l\033[?25l");
@@ -209,5 +213,3 @@ void EmulationDisplay::addNotice(const QString& line) {
 }
 
 }  // namespace zolt
-// A program that was killed leaves its screen and modes behind. CAN ends a sequence that it was in the middle of. Mode
-// 47 leaves the alternate screen without restoring a cursor that may never have been saved.
