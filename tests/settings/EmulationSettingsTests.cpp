@@ -81,6 +81,16 @@ TEST_F(EmulationSettingsTest, EachStoredKeyIsReadIntoItsSetting) {
   }
 }
 
+TEST_F(EmulationSettingsTest, AltIsMetaForThoseWhoNeverChoseExceptOnAMac) {
+#ifdef Q_OS_MACOS
+  EXPECT_FALSE(settings().optionSendsMeta);
+#else
+  EXPECT_TRUE(settings().optionSendsMeta);
+#endif
+  defaults.setBool("optionSendsMeta", false);
+  EXPECT_FALSE(settings().optionSendsMeta);
+}
+
 TEST_F(EmulationSettingsTest, HaveTheKeysThatFilesAlreadyHold) {
   std::set<std::string> keys;
   for (const EmulationRow& row : emulationRows()) {
