@@ -183,11 +183,34 @@ ScrollModel TextCanvas::scrollModel() const {
   return {.contentHeight = height, .viewportHeight = deviceHeight()};
 }
 
-// Takes in what has changed, and takes the places that are held along.
+// The part of the selection that a program can still rewrite.
+TextRange TextCanvas::selectedOnScreen() {
+  if (m_source->screenRows() == 0 || m_selection.empty()) return {};
+  const TextPosition first = m_source->rowRange(firstScreenRow()).begin;
+  const TextPosition end = m_source->rowRange(CanvasRow(m_source->rowCount() - 1)).end;
+  const TextRange selected = m_selection.range();
+  return {.begin = std::max(selected.begin, first), .end = std::max(std::min(selected.end, end), first)};
+}
+
+// Takes in what has changed, and takes the places that are held along. A selection whose text a program has rewritten
+// is one no more: it would mark, and copy, what nobody has selected.
 void TextCanvas::sync() {
+  const auto textIn = [this](TextRange part) { return m_selection.isRectangle() ? rectangleText(part) : textOf(part); };
+  TextRange rewritable = selectedOnScreen();
+  const QString before = rewritable.empty() ? QString() : textIn(rewritable);
   m_source->sync();
-  m_anchor = m_source->moved(m_anchor);
-  m_selection.move([this](TextPosition position) { return m_source->moved(position); });
+  const auto moved = [this](TextPosition position) { return m_source->moved(position); };
+  m_anchor = moved(m_anchor);
+  m_selection.move(moved);
+  if (rewritable.empty() || m_pointer) return;  // who is still selecting sees what
+  rewritable = {.begin = moved(rewritable.begin), .end = moved(rewritable.end)};
+  if (rewritable.begin < m_source->begin()) return;  // another text has taken its place, and may go again
+  const QString after = textIn(rewritable);
+  // The history may have been trimmed in the middle of it.
+  const bool isTrimmed = rewritable.begin == m_source->begin() && before.endsWith(after);
+  if (after == before || isTrimmed) return;
+  m_selection.clear();
+  m_selectionStarted = false;
 }
 
 DevicePixels TextCanvas::offsetNow() {

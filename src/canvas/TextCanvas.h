@@ -181,6 +181,7 @@ class TextCanvas : public QAbstractScrollArea {
   void makeFrame();
   void layOut();
   void sync();
+  TextRange selectedOnScreen();
   RowKey keyOf(CanvasRow number, const RowContent& row) const;
   ColumnRange selectedColumns(const RowContent& row) const;
   std::optional<CanvasCursor> cursorIn(CanvasRow row) const;
@@ -200,7 +201,7 @@ class TextCanvas : public QAbstractScrollArea {
   void paintPreedit(QPainter& painter);
   void selectionChanged();
   SelectionEnd selectableUnit(QPointF point, SelectionUnit unit);
-  QString rectangleText() const;
+  QString rectangleText(TextRange range) const;
   CanvasRow firstScreenRow() const;
   PointerPlace placeOf(QPointF point);
   bool isUsedByProgram(const QMouseEvent& event);

@@ -139,7 +139,8 @@ QString TextCanvas::copiedText(TextRange range) const {
 }
 
 QString TextCanvas::selectedText() const {
-  return m_selection.isRectangle() ? rectangleText() : copiedText(m_selection.range());
+  const TextRange range = m_selection.range();
+  return m_selection.isRectangle() ? rectangleText(range) : copiedText(range);
 }
 
 // Not one of a text that another has taken the place of.
@@ -149,9 +150,8 @@ bool TextCanvas::canCopy() const {
 }
 
 // The part of each row that is in the rectangle, without the blanks at its end.
-QString TextCanvas::rectangleText() const {
+QString TextCanvas::rectangleText(TextRange range) const {
   QString text;
-  const TextRange range = m_selection.range();
   const CanvasRow last = m_source->rowAt(range.end);
   for (CanvasRow number = m_source->rowAt(range.begin); number <= last; ++number) {
     const std::shared_ptr<const RowContent> row = m_source->content(number);

@@ -111,7 +111,7 @@ class Config : public QObject {
 
  public:
   // The settings table, one row per setting: key, label, section, initial value, saving, place in a reset, range. The
-  // line spacing is deliberately not stored.
+  // line spacing is deliberately not stored; the full emulation stores one of its own.
   // clang-format off
   Published<ColorScheme>  theme{          *this, {"theme",           "Color Scheme",     "Theme",    ColorScheme::Dark,  Saving::OnChange,   3}};
   Published<double>       fontSize{       *this, {"fontSize",        "Size",             "Font",     14.0,               Saving::OnChange,   1, {8, 72, 1}}};

@@ -17,9 +17,10 @@ constexpr Config::Range kOpacities{.first = 0.1, .last = 1};
 
 // The settings table: key, member, whether a reset includes it, a number's range.
 // clang-format off
-constexpr std::array<EmulationRow, 16> kRows{{
+constexpr std::array<EmulationRow, 17> kRows{{
     {kStartupShell.key,           &Settings::startupShell,              false},
     {kStartupCommand.key,         &Settings::startupCommand,            false},
+    {"lineSpacing",               &Settings::lineSpacing,               false, {1, 2, 0.1}},
     {"closeWindowWhenShellExits", &Settings::closeWindowWhenShellExits},
     {"warnBeforeClosing",         &Settings::warnBeforeClosing},
     {"optionSendsMeta",           &Settings::optionSendsMeta},

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtGlobal>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -16,12 +17,19 @@ inline constexpr const char* kFullEmulationKey = "fullEmulation";
 /// Whether the user was told of the two displays and has chosen one.
 inline constexpr const char* kDisplayChosenKey = "displayChosen";
 
+/// Whether Alt is Meta for those who never chose: on a Mac Option types characters, elsewhere Alt with a letter types
+/// none, and shells and editors count on it.
+#ifdef Q_OS_MACOS
+inline constexpr bool kAltIsUsuallyMeta = false;
+#else
+inline constexpr bool kAltIsUsuallyMeta = true;
+#endif
+
 /// Everything that can be set about the full emulation, each value in its range. The initial values are the defaults.
 struct EmulationSettings {
   // From the store of the appearance settings, saved or not.
   std::string fontFamily = "SF Mono";  ///< may be empty, or name a font that is not installed
   double fontSize = 14.0;              ///< logical pixels, 4...288
-  double lineSpacing = 1.2;            ///< of the font's own, 0.8...3
   Config::ColorScheme colorScheme = Config::ColorScheme::Dark;
   Config::CursorStyle cursorStyle = Config::CursorStyle::Block;
   bool cursorBlink = true;
@@ -32,16 +40,17 @@ struct EmulationSettings {
   std::optional<std::int64_t> scrollbackLines = 10000;
 
   // Stored under a key of their own.
+  double lineSpacing = 1.2;    ///< of the font's own, 0.8...3; none stored: that of the appearance settings
   std::string startupShell;    ///< the path of an executable; empty: the catalogue's default
   std::string startupCommand;  ///< empty: none
   bool closeWindowWhenShellExits = true;
   bool warnBeforeClosing = true;
-  bool optionSendsMeta = false;
+  bool optionSendsMeta = kAltIsUsuallyMeta;
   bool commandActsAsMeta = false;
   bool useAlternateScreenBuffer = true;
   bool enableMouseReporting = true;
   bool ligatures = true;
-  double minimumContrast = 3.0;                          ///< of text with its background, 1...7; 1: no minimum
+  double minimumContrast = 4.5;                          ///< of text with its background, 1...7; 1: no minimum
   std::string wordSeparators = "()[]{}<>\"'`,;|\u2502";  ///< besides blanks, which always separate words
   bool askBeforeRiskyPaste = true;                       ///< of several lines, or with control characters
   bool allowWindowRequests = false;                      ///< programs may move and resize the window

@@ -20,16 +20,16 @@ constexpr std::chrono::milliseconds kSettlePoll{1};
 // What has been fed is processed in no time, but a process may print for ever.
 constexpr std::chrono::seconds kSettleLimit{5};
 
-CursorLook lookOf(Config::CursorStyle style) {
+vt::CursorShape shapeOf(Config::CursorStyle style) {
   switch (style) {
     case Config::CursorStyle::Block:
-      return CursorLook::Block;
+      return vt::CursorShape::Block;
     case Config::CursorStyle::Line:
-      return CursorLook::Underline;
+      return vt::CursorShape::Underline;
     case Config::CursorStyle::Bar:
-      return CursorLook::Bar;
+      return vt::CursorShape::Bar;
   }
-  return CursorLook::Block;
+  return vt::CursorShape::Block;
 }
 
 vt::TerminalSettings engineSettings(bool isDark) {
@@ -81,6 +81,7 @@ EmulationDisplay::EmulationDisplay(TerminalController& terminal, const TerminalS
   m_canvas->setSizeRest(std::chrono::milliseconds(0));
   m_canvas->setPointerFollowed(true);
   m_canvas->setAcceptDrops(true);
+  m_canvas->installEventFilter(this);
   m_input = std::make_unique<EmulationInput>(*m_source, *m_canvas,
                                              [this](std::string_view bytes) { m_terminal.ptySession().write(bytes); });
   m_canvas->setInput(m_input.get());
@@ -100,25 +101,41 @@ EmulationDisplay::~EmulationDisplay() {
 void EmulationDisplay::setSettings(const EmulationSettings& settings, bool isDark) {
   m_settings = settings;
   m_input->setSettings(settings);
-  m_source->setCursor(lookOf(settings.cursorStyle), settings.cursorBlink);
   m_source->setWordSeparators(" \t" + settings.wordSeparators);
-  m_source->looks().setOptions({.boldIsBright = settings.boldIsBright, .minimumContrast = settings.minimumContrast},
-                               settings.opacity);
   m_canvas->setTextFont(emulationFont(settings));
   const vt::Theme& theme = themeFor(isDark);
   m_emulator->change([&theme, isDark, limit = settings.scrollbackLines,
                       allowsAlternate = settings.useAlternateScreenBuffer,
-                      allowsRequests = settings.allowWindowRequests](vt::Terminal& engine) {
+                      allowsRequests = settings.allowWindowRequests,
+                      cursor = vt::CursorStyle{.shape = shapeOf(settings.cursorStyle), .blinks = settings.cursorBlink}](
+                         vt::Terminal& engine) {
     vt::applyTheme(engine.palette(), theme);
     engine.setPrefersDark(isDark);
     engine.allowAlternateScreen(allowsAlternate);
     engine.allowWindowRequests(allowsRequests);
+    engine.setUserCursor(cursor);
     engine.screen().scrollback().setLimit(limit ? std::optional(static_cast<std::uint64_t>(*limit)) : std::nullopt);
   });
   m_selection = toRgb(theme.selectionBackground);
   m_selectedText = toRgb(theme.selectionText.value_or(theme.foreground));
+  applyLooks();
+}
+
+// A full screen is opaque, as the preferences say: "Disable transparency for fullscreen" is always on.
+void EmulationDisplay::applyLooks() {
+  const double opacity = m_canvas->window()->isFullScreen() ? 1 : m_settings.opacity;
+  m_source->looks().setOptions({.boldIsBright = m_settings.boldIsBright, .minimumContrast = m_settings.minimumContrast},
+                               opacity);
   updateColors();
   m_canvas->contentChanged();
+}
+
+bool EmulationDisplay::eventFilter(QObject* watched, QEvent* event) {
+  // The canvas comes into its window after it was made.
+  const bool comesIntoWindow = watched == m_canvas && event->type() == QEvent::Show;
+  if (comesIntoWindow) m_canvas->window()->installEventFilter(this);
+  if (comesIntoWindow || event->type() == QEvent::WindowStateChange) applyLooks();
+  return QObject::eventFilter(watched, event);
 }
 
 void EmulationDisplay::updateColors() {
@@ -181,8 +198,18 @@ void EmulationDisplay::clear() {
   });
 }
 
+// A program that was killed leaves its screen and modes behind. CAN ends a sequence that it was in the middle of. Mode
+// 47 leaves the alternate screen without restoring a cursor that may never have been saved.
 void EmulationDisplay::addNotice(const QString& line) {
-  m_emulator->feed(Bytes("\033[m\033[?25l\r\n" + line.toStdString() + "\r\n"));
+  m_emulator->change([text = line.toStdString()](vt::Terminal& engine) {
+    engine.feed("\x18\033[?47l\033[!p\033[?2026l\033[?9l\033[?25l");
+    const std::shared_ptr<const vt::ScreenSnapshot> screen = engine.snapshot();
+    std::size_t row = screen->rows.size();
+    while (row > 1 && screen->rows[row - 1]->text.empty()) {
+      --row;
+    }
+    engine.feed("\033[" + std::to_string(row) + "H\r\n" + text + "\r\n");
+  });
 }
 
 }  // namespace zolt

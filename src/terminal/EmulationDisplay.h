@@ -39,7 +39,8 @@ class EmulationDisplay : public QObject {
   void whenSettled(std::function<void()> shown);
   /// Clears the history and all of the screen but the line of the cursor; nothing on the alternate screen.
   void clear();
-  /// Shows a line of our own after what the program printed.
+  /// Shows a line of our own below what the program printed, on the main screen and in the usual rendition. For a
+  /// program that has ended: its margins, character sets, mouse tracking and the like are reset, the cursor is hidden.
   void addNotice(const QString& line);
 
  Q_SIGNALS:
@@ -49,7 +50,11 @@ class EmulationDisplay : public QObject {
   void titleChanged(const QString& title);
   void bellRang();
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
+  void applyLooks();
   void takeEvents(const vt::TerminalEvents& events);
   void updateColors();
   void settle(std::function<void()> shown, std::chrono::steady_clock::time_point deadline);

@@ -68,6 +68,7 @@ bool EmulationInput::scrollsView(const QKeyEvent& event) {
 void EmulationInput::send(const QKeyEvent& event) {
   const vt::Modifiers locks = nativeLocks(event);
   const auto key = translateKey(event, {.optionIsMeta = m_settings.optionSendsMeta,
+                                        .tellsModifiers = vt::tellsModifiers(modes().keyboard),
                                         .commandIsMeta = m_settings.commandActsAsMeta,
                                         .capsLock = locks.hasAny(vt::Modifier::CapsLock),
                                         .numLock = locks.hasAny(vt::Modifier::NumLock)});

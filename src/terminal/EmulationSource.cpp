@@ -108,11 +108,6 @@ EmulationSource::EmulationSource(Emulator& emulator)
   show(m_screen);
 }
 
-void EmulationSource::setCursor(CursorLook look, bool blinks) {
-  m_cursorLook = look;
-  m_cursorBlinks = blinks;
-}
-
 void EmulationSource::sync() {
   Emulator::Update update = m_emulator.take();
   m_before = m_lines;
@@ -246,11 +241,11 @@ std::optional<CanvasCursor> EmulationSource::cursor() const {
   const CanvasColumn column(shown.position.column);
   return CanvasCursor{.row = CanvasRow(historyRows() + shown.position.row),
                       .columns = {.begin = column, .end = column + shown.columns},
-                      .look = shown.shapeIsSet ? lookOf(shown.shape) : m_cursorLook,
+                      .look = lookOf(shown.style.shape),
                       .color = color,
                       .text = readableOn(color),
                       .isShown = shown.isVisible,
-                      .blinks = shown.shapeIsSet ? shown.blinks : m_cursorBlinks};
+                      .blinks = shown.style.blinks};
 }
 
 TextPosition EmulationSource::begin() const {

@@ -32,8 +32,6 @@ class EmulationSource : public RowSource {
   CellLooks& looks() { return m_looks; }
   /// The latest that was taken; never null.
   const std::shared_ptr<const vt::ScreenSnapshot>& screen() const { return m_screen; }
-  /// The user's choice, which holds until a program makes its own.
-  void setCursor(CursorLook look, bool blinks);
   void setWordSeparators(std::string separators) { m_wordSeparators = std::move(separators); }
   /// The text that is shown, for find: scrollback and screen as one text, or the alternate screen alone.
   vt::ScrollbackView shownText() const;
@@ -88,8 +86,6 @@ class EmulationSource : public RowSource {
   std::uint64_t m_generation = 0;
   CellLooks m_looks;
   std::uint64_t m_looksVersion = 0;
-  CursorLook m_cursorLook = CursorLook::Block;
-  bool m_cursorBlinks = false;
   std::string m_wordSeparators;
   std::unordered_map<std::uint64_t, std::shared_ptr<const RowContent>> m_contents;  // of screen rows, by stamp
 };

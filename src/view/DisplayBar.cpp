@@ -1,8 +1,8 @@
 #include "view/DisplayBar.h"
 
 #include <QEvent>
-#include <QHBoxLayout>
 #include <QPainter>
+#include <QResizeEvent>
 
 #include "controls/ControlColors.h"
 #include "controls/Hairline.h"
@@ -25,7 +25,7 @@ DisplayBar::DisplayBar(QWidget* parent)
       m_text(new SecondaryLabel(tr("Output is shown as a log. Editors, pagers and columns need the full emulation."),
                                 this)),
       m_row(new QBoxLayout(QBoxLayout::LeftToRight, this)),
-      m_buttons(new QHBoxLayout) {
+      m_buttons(new QBoxLayout(QBoxLayout::LeftToRight)) {
   setObjectName(QStringLiteral("displayBar"));
   setCursor(Qt::ArrowCursor);
   m_text->setObjectName(QStringLiteral("displayBarText"));
@@ -56,6 +56,24 @@ void DisplayBar::fitText() {
   m_row->invalidate();
   setMinimumHeight(isLarge ? 0 : sizeHint().height());
   setMaximumHeight(isLarge ? QWIDGETSIZE_MAX : sizeHint().height());
+}
+
+void DisplayBar::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  fitButtons();
+}
+
+void DisplayBar::fitButtons() {
+  const QMargins around = m_row->contentsMargins();
+  int needed = around.left() + around.right() - kSpacing;
+  for (const auto* button : findChildren<QPushButton*>(QString(), Qt::FindDirectChildrenOnly)) {
+    needed += button->minimumWidth() + kSpacing;
+  }
+  if (m_row->direction() == QBoxLayout::LeftToRight) needed += m_text->minimumSizeHint().width() + kSpacing;
+  const auto direction = width() < needed ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight;
+  if (direction == m_buttons->direction()) return;
+  m_buttons->setDirection(direction);
+  fitText();
 }
 
 QPushButton* DisplayBar::addButton(const QString& text, const QString& name) {

@@ -11,7 +11,7 @@ namespace zolt {
 /// A slim bar below a terminal that says what the log display is not, and offers the full emulation. It never takes
 /// the keyboard by itself; with the keyboard, Tab goes through its buttons. One row high: in a narrow window the text
 /// is elided. Only text that is larger than usual takes as many lines as it needs, with
-/// the buttons below it. Main thread.
+/// the buttons below it, and where two buttons have no room beside each other, one is below the other. Main thread.
 class DisplayBar : public QWidget {
   Q_OBJECT
 
@@ -25,14 +25,16 @@ class DisplayBar : public QWidget {
  protected:
   void changeEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   QPushButton* addButton(const QString& text, const QString& name);
   void fitText();
+  void fitButtons();
 
   SecondaryLabel* m_text;  // a child
   QBoxLayout* m_row;       // the text and the buttons; its own
-  QHBoxLayout* m_buttons;  // in it
+  QBoxLayout* m_buttons;   // in it
 };
 
 }  // namespace zolt

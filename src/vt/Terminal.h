@@ -49,6 +49,8 @@ class Terminal {
   /// What the program may do from now on; see TerminalSettings. It stays on an alternate screen that it is on.
   void allowAlternateScreen(bool allowed) { m_state.settings.allowAlternateScreen = allowed; }
   void allowWindowRequests(bool allowed) { m_state.settings.allowWindowRequests = allowed; }
+  /// The cursor that the user has set.
+  void setUserCursor(const CursorStyle& style) { m_state.settings.cursor = style; }
   /// Answers a query (TerminalEvents::clipboardReads), if the settings allow it.
   void reportClipboard(ClipboardTarget target, std::string_view text);
   /// The theme's colours.

@@ -174,6 +174,27 @@ TEST_F(DisplayChoiceTest, StartsTheNewWindowInTheFolderOfTheShellThatItReplaces)
   }
 }
 
+TEST_F(DisplayChoiceTest, PutsTheButtonsOfTheBarBelowEachOtherWhereTheyHaveNoRoomBesideEachOther) {
+  QWidget window;
+  DisplayBar bar(&window);
+  window.show();
+  const int wide = bar.minimumSizeHint().width();
+  const int high = bar.sizeHint().height();
+  const auto buttons = bar.findChildren<QPushButton*>();
+  ASSERT_EQ(buttons.size(), 2);
+  bar.resize(wide * 2 / 3, high);
+  bar.resize(bar.width(), bar.sizeHint().height());
+  EXPECT_GT(bar.height(), high);
+  EXPECT_FALSE(buttons[0]->geometry().intersects(buttons[1]->geometry()));
+  for (const QPushButton* button : buttons) {
+    EXPECT_GE(button->width(), button->sizeHint().width());
+    EXPECT_TRUE(bar.rect().contains(button->geometry()));
+  }
+  bar.resize(wide, bar.height());
+  EXPECT_EQ(bar.sizeHint().height(), high);
+  EXPECT_EQ(bar.height(), high);
+}
+
 TEST_F(DisplayChoiceTest, TheSwitchDecidesForWindowsToCome) {
   launch();
   delegate.toggleFullEmulation();

@@ -70,17 +70,17 @@ TEST_F(EmulationSettingsStoreTest, KnowsWhetherTheFullEmulationIsOn) {
 
 TEST_F(EmulationSettingsStoreTest, StoresASettingUnderItsKey) {
   store.set(&EmulationSettings::boldIsBright, true);
-  store.set(&EmulationSettings::minimumContrast, 4.5);
+  store.set(&EmulationSettings::minimumContrast, 6.5);
   store.set(&EmulationSettings::wordSeparators, " :\u2502\"");
   defaults.synchronize();
   UserDefaults reader(file);
   EXPECT_EQ(reader.stringForKey("boldIsBright"), "true");
-  EXPECT_EQ(reader.stringForKey("minimumContrast"), "4.5");
+  EXPECT_EQ(reader.stringForKey("minimumContrast"), "6.5");
   EXPECT_EQ(reader.stringForKey("wordSeparators"), " :\u2502\"");
   EXPECT_TRUE(store.current().boldIsBright);
 }
 
-TEST_F(EmulationSettingsStoreTest, AResetRemovesEverySettingButTheShellAndTheCommand) {
+TEST_F(EmulationSettingsStoreTest, AResetRemovesEverySettingButTheShellTheCommandAndTheLineSpacing) {
   const std::string text = "5 of them";  // yes, a number, a text
   for (const EmulationRow& row : emulationRows()) {
     defaults.setString(row.key, text);
@@ -91,6 +91,7 @@ TEST_F(EmulationSettingsStoreTest, AResetRemovesEverySettingButTheShellAndTheCom
   EmulationSettings expected;
   expected.startupShell = text;
   expected.startupCommand = text;
+  expected.lineSpacing = 2;
   expected.fontSize = 20;
   EXPECT_EQ(store.current(), expected);
   EXPECT_EQ(defaults.stringForKey("audibleBell"), std::nullopt);

@@ -21,7 +21,7 @@ class EmulationSettingsTest : public testing::Test {
 TEST_F(EmulationSettingsTest, AreTheDefaultsWhileNothingIsStored) {
   EXPECT_EQ(settings(), EmulationSettings());
   EXPECT_TRUE(settings().ligatures);
-  EXPECT_EQ(settings().minimumContrast, 3.0);
+  EXPECT_EQ(settings().minimumContrast, 4.5);
   EXPECT_TRUE(settings().askBeforeRiskyPaste);
   EXPECT_FALSE(settings().allowWindowRequests);
   EXPECT_FALSE(settings().boldIsBright);
@@ -66,8 +66,8 @@ TEST_F(EmulationSettingsTest, EachStoredKeyIsReadIntoItsSetting) {
         defaults.setBool(key, expected.*member);
       }
       void operator()(double EmulationSettings::*member) const {
-        expected.*member = 4.5;
-        defaults.setDouble(key, 4.5);
+        expected.*member = 1.5;
+        defaults.setDouble(key, 1.5);
       }
       void operator()(std::string EmulationSettings::*member) const {
         expected.*member = "a text";
@@ -81,17 +81,27 @@ TEST_F(EmulationSettingsTest, EachStoredKeyIsReadIntoItsSetting) {
   }
 }
 
+TEST_F(EmulationSettingsTest, AltIsMetaForThoseWhoNeverChoseExceptOnAMac) {
+#ifdef Q_OS_MACOS
+  EXPECT_FALSE(settings().optionSendsMeta);
+#else
+  EXPECT_TRUE(settings().optionSendsMeta);
+#endif
+  defaults.setBool("optionSendsMeta", false);
+  EXPECT_FALSE(settings().optionSendsMeta);
+}
+
 TEST_F(EmulationSettingsTest, HaveTheKeysThatFilesAlreadyHold) {
   std::set<std::string> keys;
   for (const EmulationRow& row : emulationRows()) {
     EXPECT_EQ(&rowOf(row.member), &row);
     keys.insert(row.key);
   }
-  EXPECT_EQ(keys,
-            (std::set<std::string>{"allowWindowRequests", "askBeforeRiskyPaste", "audibleBell", "boldIsBright",
-                                   "closeWindowWhenShellExits", "commandActsAsMeta", "enableMouseReporting",
-                                   "ligatures", "minimumContrast", "optionSendsMeta", "startupCommand", "startupShell",
-                                   "useAlternateScreenBuffer", "visualBell", "warnBeforeClosing", "wordSeparators"}));
+  EXPECT_EQ(keys, (std::set<std::string>{"allowWindowRequests", "askBeforeRiskyPaste", "audibleBell", "boldIsBright",
+                                         "closeWindowWhenShellExits", "commandActsAsMeta", "enableMouseReporting",
+                                         "ligatures", "lineSpacing", "minimumContrast", "optionSendsMeta",
+                                         "startupCommand", "startupShell", "useAlternateScreenBuffer", "visualBell",
+                                         "warnBeforeClosing", "wordSeparators"}));
 }
 
 TEST_F(EmulationSettingsTest, AFlagThatIsNeitherYesNorNoCountsAsAbsent) {
@@ -129,7 +139,7 @@ TEST_F(EmulationSettingsTest, NumbersOutOfRangeAreClamped) {
     EXPECT_EQ(settings().lineSpacing, expected);
   }
   for (const auto& [contrast, expected] :
-       {std::pair{"0.5", 1.0}, {"7", 7.0}, {"21", 7.0}, {"-3", 1.0}, {"0", 3.0}, {"much", 3.0}, {"4.5:1", 4.5}}) {
+       {std::pair{"0.5", 1.0}, {"7", 7.0}, {"21", 7.0}, {"-3", 1.0}, {"0", 4.5}, {"much", 4.5}, {"3:1", 3.0}}) {
     defaults.setString("minimumContrast", contrast);
     EXPECT_EQ(settings().minimumContrast, expected) << contrast;
   }

@@ -1,7 +1,9 @@
 // The preferences while the full emulation is on, and what they do when it is switched.
 #include <QFontDatabase>
+#include <QLabel>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <algorithm>
 #include <functional>
 
 #include "controls/ControlColors.h"
@@ -26,18 +28,17 @@ struct SwitchCase {
   int tab;
   const char* name;
   bool isOn;
+  bool isFixedOn;  // without the full emulation
 };
-constexpr SwitchCase kMovable[] = {{test::General, "closeWindowWhenShellExits", true},
-                                   {test::General, "warnBeforeClosing", true},
-                                   {test::Keys, "optionSendsMeta", false},
-                                   {test::Keys, "commandActsAsMeta", false},
-                                   {test::Advanced, "useAlternateScreenBuffer", true},
-                                   {test::Advanced, "enableMouseReporting", true}};
-constexpr SwitchCase kAlwaysFixed[] = {{test::General, "restorePreviousSession", false},
-                                       {test::Advanced, "gpuAcceleration", true},
-                                       {test::Advanced, "disableTransparencyForFullscreen", true},
-                                       {test::Advanced, "showFpsCounter", false},
-                                       {test::Advanced, "logTerminalOutput", false}};
+constexpr SwitchCase kMovable[] = {
+    {test::General, "closeWindowWhenShellExits", true, true},  {test::General, "warnBeforeClosing", true, true},
+    {test::Keys, "optionSendsMeta", kAltIsUsuallyMeta, false}, {test::Keys, "commandActsAsMeta", false, false},
+    {test::Advanced, "useAlternateScreenBuffer", true, true},  {test::Advanced, "enableMouseReporting", true, true}};
+constexpr SwitchCase kAlwaysFixed[] = {{test::General, "restorePreviousSession", false, false},
+                                       {test::Advanced, "gpuAcceleration", true, true},
+                                       {test::Advanced, "disableTransparencyForFullscreen", true, true},
+                                       {test::Advanced, "showFpsCounter", false, false},
+                                       {test::Advanced, "logTerminalOutput", false, false}};
 
 class FullEmulationSettingsTest : public test::PreferencesTest {
  protected:
@@ -69,7 +70,7 @@ class FullEmulationSettingsTest : public test::PreferencesTest {
 
 TEST_F(FullEmulationSettingsTest, SwitchesThatMeanSomethingCanBeMovedAndAreStored) {
   open(test::General);
-  for (const auto& [tab, name, isOn] : kMovable) {
+  for (const auto& [tab, name, isOn, isFixedOn] : kMovable) {
     SCOPED_TRACE(name);
     select(tab);
     Switch& control = find<Switch>(name);
@@ -88,7 +89,7 @@ TEST_F(FullEmulationSettingsTest, SwitchesThatMeanSomethingCanBeMovedAndAreStore
 
 TEST_F(FullEmulationSettingsTest, OtherSwitchesStayFixed) {
   open(test::General);
-  for (const auto& [tab, name, isOn] : kAlwaysFixed) {
+  for (const auto& [tab, name, isOn, isFixedOn] : kAlwaysFixed) {
     SCOPED_TRACE(name);
     select(tab);
     expectFixed(name, isOn);
@@ -102,11 +103,11 @@ TEST_F(FullEmulationSettingsTest, WithItOffSwitchesAreFixedWhateverIsStored) {
   }
   open(test::General);
   turnOff();
-  for (const auto& [tab, name, isOn] : kMovable) {
-    SCOPED_TRACE(name);
-    select(tab);
-    EXPECT_TRUE(find<Switch>(name).isFixed());
-    EXPECT_EQ(find<Switch>(name).isChecked(), isOn);
+  for (const SwitchCase& each : kMovable) {
+    SCOPED_TRACE(each.name);
+    select(each.tab);
+    EXPECT_TRUE(find<Switch>(each.name).isFixed());
+    EXPECT_EQ(find<Switch>(each.name).isChecked(), each.isFixedOn);
   }
 }
 
@@ -147,20 +148,20 @@ TEST_F(FullEmulationSettingsTest, ItsSwitchesStoreAndFollowTheirSettings) {
 TEST_F(FullEmulationSettingsTest, TheMinimumContrastRangesFromOffToSeven) {
   open(test::Advanced);
   auto& row = find<SliderRow>("minimumContrast");
-  EXPECT_EQ(row.valueText(), QStringLiteral("3.0:1"));
+  EXPECT_EQ(row.valueText(), QStringLiteral("4.5:1"));
   row.slider().setFocus(Qt::TabFocusReason);
   test::press(*window, Qt::Key_Right);
-  EXPECT_EQ(row.valueText(), QStringLiteral("3.5:1"));
-  EXPECT_EQ(fileContent()["minimumContrast"], "3.5");
+  EXPECT_EQ(row.valueText(), QStringLiteral("5.0:1"));
+  EXPECT_EQ(fileContent()["minimumContrast"], "5");
   test::press(*window, Qt::Key_End);
   turn();
   EXPECT_EQ(row.valueText(), QStringLiteral("7.0:1"));
   EXPECT_EQ(fileContent()["minimumContrast"], "7");
   test::press(*window, Qt::Key_Home);
   EXPECT_EQ(fileContent()["minimumContrast"], "1");
-  defaults.setDouble("minimumContrast", 4.5);
+  defaults.setDouble("minimumContrast", 6.5);
   turn();
-  EXPECT_EQ(row.valueText(), QStringLiteral("4.5:1"));
+  EXPECT_EQ(row.valueText(), QStringLiteral("6.5:1"));
 }
 
 TEST_F(FullEmulationSettingsTest, WordSeparatorsAreStoredAsTheyAreTyped) {
@@ -279,7 +280,7 @@ TEST_F(FullEmulationSettingsTest, ANegativeNumberOfScrollbackLinesIsKept) {
 TEST_F(FullEmulationSettingsTest, AResetIncludesItsSettings) {
   open(test::Advanced);
   defaults.setBool("ligatures", false);
-  defaults.setDouble("minimumContrast", 4.5);
+  defaults.setDouble("minimumContrast", 6.5);
   defaults.setString("wordSeparators", "x");
   defaults.setBool("warnBeforeClosing", false);
   defaults.setString("startupCommand", "tmux");
@@ -288,7 +289,7 @@ TEST_F(FullEmulationSettingsTest, AResetIncludesItsSettings) {
   test::click(find<DestructiveButton>("resetToDefaults"));
   turn();
   EXPECT_TRUE(find<Switch>("ligatures").isChecked());
-  EXPECT_EQ(find<SliderRow>("minimumContrast").valueText(), QStringLiteral("3.0:1"));
+  EXPECT_EQ(find<SliderRow>("minimumContrast").valueText(), QStringLiteral("4.5:1"));
   EXPECT_NE(find<QLineEdit>("wordSeparators").text(), QStringLiteral("x"));
   const auto stored = fileContent();
   for (const char* key : {"ligatures", "minimumContrast", "wordSeparators", "warnBeforeClosing"}) {
@@ -324,8 +325,29 @@ TEST_F(FullEmulationSettingsTest, ATooltipSaysWhichSettingsOnlyItReads) {
     EXPECT_EQ(find("showFpsCounter").toolTip(), QString());
     select(test::General);
     EXPECT_TRUE(says("startupShell"));
-    EXPECT_EQ(find("startupCommand").toolTip(), QStringLiteral("Command to run when terminal starts (optional)"));
+    EXPECT_TRUE(
+        find("startupCommand").toolTip().startsWith(QStringLiteral("Command to run when terminal starts (optional)")));
+    EXPECT_EQ(says("startupCommand"), isOn) << "the field itself";
+    const auto labels = window->findChildren<QLabel*>();
+    const auto label = std::ranges::find(labels, &find("startupCommand"), &QLabel::buddy);
+    ASSERT_NE(label, labels.end());
+    EXPECT_TRUE((*label)->toolTip().endsWith(QStringLiteral("Takes effect in the full emulation only")));
   }
+}
+
+TEST_F(FullEmulationSettingsTest, StoresALineSpacingOfItsOwn) {
+  open(test::Appearance);
+  auto& row = find<SliderRow>("lineSpacing");
+  EXPECT_EQ(row.valueText(), QStringLiteral("1.2"));
+  row.slider().setFocus(Qt::TabFocusReason);
+  test::press(*window, Qt::Key_Right);
+  EXPECT_EQ(fileContent()["lineSpacing"], "1.3");
+  EXPECT_EQ(config.lineSpacing, 1.2) << "the log's is never stored";
+  Config next(defaults);
+  next.setupDefaults();
+  EXPECT_EQ(emulationSettings(next, defaults).lineSpacing, 1.3);
+  turnOff();
+  EXPECT_EQ(find<SliderRow>("lineSpacing").valueText(), QStringLiteral("1.2"));
 }
 
 TEST_F(FullEmulationSettingsTest, SavesEveryChangeOfAStoredSettingOnlyWhileItIsOn) {

@@ -498,6 +498,146 @@ TEST_F(EmulationDisplayTest, ResizesTheWindowForAProgramThatMay) {
   EXPECT_TRUE(waitFor([&] { return window->width() < 800 && window->height() < 500; }));
 }
 
+TEST_F(EmulationDisplayTest, SendsAltAsTheUserHasSetIt) {
+  settings.optionSendsMeta = true;
+  start();
+  QTest::keyClick(&canvas(), Qt::Key_A, Qt::AltModifier);
+  ASSERT_TRUE(isSent("^[a")) << sent();
+  settings.optionSendsMeta = false;
+  display->setSettings(settings, true);
+  QTest::keyClick(&canvas(), Qt::Key_A, Qt::AltModifier);
+  ASSERT_TRUE(isSent("^[aa")) << sent();
+}
+
+TEST_F(EmulationDisplayTest, SendsAltInAnyCaseToAProgramThatAsksForModifiers) {
+  settings.optionSendsMeta = false;
+  start("\\033[>4;2m");
+  QTest::keyClick(&canvas(), Qt::Key_A, Qt::AltModifier);
+#ifdef Q_OS_MACOS
+  ASSERT_TRUE(isSent("a")) << sent();
+#else
+  ASSERT_TRUE(isSent("^[[27;3;97~")) << sent();
+#endif
+}
+
+TEST_F(EmulationDisplayTest, OpensALinkWithoutTellingAProgramThatUsesTheMouse) {
+  start(
+      "\\033[?1002h\\033[?1006h\\033[3;1H\\033]8;;telnet://example.org/\\033\\\\example\\033]8;;\\033\\\\\\033[10;1H");
+  const QPoint at = middleOf(find("example").begin);
+  QTest::mouseMove(&view(), at + QPoint(1, 0));
+  QTest::mouseClick(&view(), Qt::LeftButton, Qt::ControlModifier, at);
+  ASSERT_NE(question(), nullptr);
+  button(QStringLiteral("Cancel")).click();
+  QTest::mouseClick(&view(), Qt::LeftButton, Qt::NoModifier, at);
+  ASSERT_TRUE(waitFor([&] { return sent().ends_with('m'); })) << sent();
+  EXPECT_EQ(sent().find('m'), sent().size() - 1) << "one release, that of the other click: " << sent();
+  EXPECT_TRUE(sent().starts_with("^[[<0;")) << sent();
+}
+
+TEST_F(EmulationDisplayTest, DropsASelectionWhoseTextTheProgramRewrites) {
+  run("stty raw -echo; printf 'one two\\r\\nthree\\r\\n'; printf READY; dd bs=1 count=1 2>/dev/null; "
+      "printf '\\033[1;1HONE\\033[2;4HEE\\033[5;1HNEXT'; dd bs=1 count=1 2>/dev/null; "
+      "printf '\\033[1;5HTW\\033[6;1HLAST'; exec cat -uv");
+  ASSERT_TRUE(shows("READY"));
+  canvas().select(find("two"));
+  terminal->ptySession().write("x");
+  ASSERT_TRUE(shows("NEXT"));
+  EXPECT_EQ(canvas().selectedText(), QStringLiteral("two")) << "what was rewritten is beside it";
+  terminal->ptySession().write("x");
+  ASSERT_TRUE(shows("LAST"));
+  EXPECT_TRUE(canvas().selection().empty());
+  if (QApplication::clipboard()->supportsSelection()) {
+    EXPECT_EQ(QApplication::clipboard()->text(QClipboard::Selection), QStringLiteral("two"));
+  }
+}
+
+TEST_F(EmulationDisplayTest, KeepsASelectionThatScrollsIntoTheHistoryOrIsWrappedAnew) {
+  run("stty raw -echo; printf 'one two three four\\r\\nREADY\\r\\n'; dd bs=1 count=1 2>/dev/null; "
+      "i=0; while [ $i -lt 200 ]; do printf 'line\\r\\n'; i=$((i+1)); done; printf MORE; exec cat -uv");
+  ASSERT_TRUE(shows("READY"));
+  canvas().select(find("two three"));
+  canvas().resize(100, 500);
+  ASSERT_TRUE(waitFor([&] {
+    text();
+    return display->source().screen()->size.columns == canvas().gridSize().columns;
+  }));
+  EXPECT_EQ(canvas().selectedText(), QStringLiteral("two three"));
+  terminal->ptySession().write("x");
+  ASSERT_TRUE(shows("MORE"));
+  EXPECT_EQ(canvas().selectedText(), QStringLiteral("two three"));
+}
+
+TEST_F(EmulationDisplayTest, KeepsWhatIsLeftOfASelectionThatIsTrimmed) {
+  settings.scrollbackLines = 10;
+  run("stty raw -echo; i=0; while [ $i -lt 100 ]; do printf 'line %d\\r\\n' $i; i=$((i+1)); done; printf READY; "
+      "dd bs=1 count=1 2>/dev/null; i=0; while [ $i -lt 8 ]; do printf 'more\\r\\n'; i=$((i+1)); done; "
+      "printf MORE; exec cat -uv");
+  ASSERT_TRUE(shows("READY"));
+  canvas().select({.begin = display->source().begin(), .end = find("line 98").end});
+  terminal->ptySession().write("x");
+  ASSERT_TRUE(shows("MORE"));
+  EXPECT_TRUE(canvas().selectedText().endsWith(QStringLiteral("line 98")));
+}
+
+TEST_F(EmulationDisplayTest, DropsARectangleWhoseTextTheProgramRewrites) {
+  run("stty raw -echo; printf 'abcdef\\r\\nghijkl\\r\\nREADY'; dd bs=1 count=1 2>/dev/null; "
+      "printf '\\033[1;6HX\\033[5;1HNEXT'; dd bs=1 count=1 2>/dev/null; printf '\\033[2;3HX\\033[6;1HLAST'; exec cat "
+      "-uv");
+  ASSERT_TRUE(shows("READY"));
+  const QPoint from = canvas().rectOf(find("b").begin).topLeft().toPoint() + QPoint(1, 3);
+  const QPoint to = canvas().rectOf(find("k").begin).topLeft().toPoint() + QPoint(1, 3);
+  QTest::mousePress(&view(), Qt::LeftButton, Qt::AltModifier, from);
+  QMouseEvent move(QEvent::MouseMove, to, view().mapToGlobal(to), Qt::NoButton, Qt::LeftButton, Qt::AltModifier);
+  QApplication::sendEvent(&view(), &move);
+  QTest::mouseRelease(&view(), Qt::LeftButton, Qt::AltModifier, to);
+  ASSERT_EQ(canvas().selectedText(), QStringLiteral("bcd\nhij"));
+  terminal->ptySession().write("x");
+  ASSERT_TRUE(shows("NEXT"));
+  EXPECT_EQ(canvas().selectedText(), QStringLiteral("bcd\nhij"));
+  terminal->ptySession().write("x");
+  ASSERT_TRUE(shows("LAST"));
+  EXPECT_TRUE(canvas().selection().empty());
+}
+
+TEST_F(EmulationDisplayTest, AddsANoticeBelowTheTextWhateverModesTheProgramLeft) {
+  run("stty raw -echo; printf 'first\\r\\nsecond\\r\\n\\033[41m\\033(0\\033[2;10r\\033[?6h\\033[4hREADY\\033]2;un'; "
+      "exec cat -uv");
+  ASSERT_TRUE(waitFor([&] {
+    text();
+    return display->source().screen()->cursor.position.column == 5;
+  }));
+  display->addNotice(QStringLiteral("It ended."));
+  ASSERT_TRUE(shows("It ended."));
+  EXPECT_LT(text().find("second"), text().find("It ended.")) << text();
+  const std::size_t row = static_cast<std::size_t>(canvas().source().rowAt(find("It ended.").begin).value);
+  const auto& shown = *display->source().screen()->rows[row];
+  EXPECT_EQ(shown.text, "It ended.");
+  EXPECT_EQ(shown.runs.front().style, vt::Style());
+  EXPECT_FALSE(display->source().screen()->cursor.isVisible);
+}
+
+TEST_F(EmulationDisplayTest, AddsANoticeToTheMainScreenIfTheProgramLeftTheAlternateOne) {
+  run("stty raw -echo; i=0; while [ $i -lt 100 ]; do printf 'line %d\\r\\n' $i; i=$((i+1)); done; "
+      "printf '\\033[?1049h\\033[?1000hREADY'; exec cat -uv");
+  ASSERT_TRUE(shows("READY"));
+  display->addNotice(QStringLiteral("It ended."));
+  ASSERT_TRUE(shows("line 99\nIt ended.")) << text();
+  EXPECT_EQ(text().find("READY"), std::string::npos);
+  EXPECT_NE(text().find("line 5\n"), std::string::npos) << "the history is there";
+  EXPECT_EQ(display->source().screen()->input.mouse.tracking, vt::MouseTracking::Off);
+}
+
+TEST_F(EmulationDisplayTest, IsOpaqueInFullScreen) {
+  settings.opacity = 0.5;
+  start();
+  const auto alpha = [&] { return qAlpha(canvas().colors().background); };
+  ASSERT_TRUE(waitFor([&] { return alpha() == 128; }));
+  window->setWindowState(Qt::WindowFullScreen);
+  EXPECT_TRUE(waitFor([&] { return alpha() == 255; }));
+  window->setWindowState(Qt::WindowNoState);
+  EXPECT_TRUE(waitFor([&] { return alpha() == 128; }));
+}
+
 TEST_F(EmulationDisplayTest, EndsWhileTheProgramFloods) {
   for (int i = 0; i < 3; ++i) {
     run("yes");

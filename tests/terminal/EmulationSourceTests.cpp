@@ -201,7 +201,8 @@ TEST(EmulationSource, KeepsTheContentOfRowsThatDidNotChange) {
 TEST(EmulationSource, TellsTheCursorUnlessAProgramChoosesItsOwn) {
   Fixture terminal;
   terminal.addLines(6);
-  terminal.source.setCursor(CursorLook::Bar, true);
+  terminal.emulator.change(
+      [](vt::Terminal& engine) { engine.setUserCursor({.shape = vt::CursorShape::Bar, .blinks = true}); });
   terminal.feed("ab");
   std::optional<CanvasCursor> cursor = terminal.source.cursor();
   ASSERT_TRUE(cursor);

@@ -126,6 +126,37 @@ const Case kOptionIsMetaCases[] = {
 };
 // clang-format on
 
+// clang-format off
+const Case kAltTypesCases[] = {
+    {"a letter",                 {Qt::Key_X, kAlt, u"x", 53, 'x'},               'x', 'X', 'x', "x", {}, "x"},
+    {"with Shift",               {Qt::Key_X, kAlt | kShift, u"X", 53, 'X'},      'x', 'X', 'x', "X", Modifier::Shift, "X"},
+    {"with AltGr",               {Qt::Key_At, kAltGr | kAlt, u"@", 24, '@'},     '@', 0, 'q', "@", {}, "@"},
+    {"with Control",             {Qt::Key_X, kAlt | kControl, u"\x18", 53, 'x'}, 'x', 'X', 'x', "", Modifier::Alt | Modifier::Control, "^[^X"},
+};
+// clang-format on
+
+TEST(KeyCharacters, AltOnlyTypesIfThatIsWantedOnX11AndWayland) {
+  KeyTranslationOptions options = kXkb;
+  options.optionIsMeta = false;
+  for (const Case& row : kAltTypesCases) {
+    check(row, options);
+  }
+  options.commandIsMeta = true;
+  check({"Super", {Qt::Key_X, kMeta, u"x", 53, 'x'}, 'x', 'X', 'x', "x", Modifier::Alt, "^[x"}, options);
+}
+
+TEST(KeyCharacters, AltIsToldToAProgramThatIsToldModifiersOnX11AndWayland) {
+  KeyTranslationOptions options = kXkb;
+  options.optionIsMeta = false;
+  options.tellsModifiers = true;
+  const auto event = translateKey(test::pressed({Qt::Key_X, kAlt, u"x", 53, 'x'}), options);
+  ASSERT_TRUE(event);
+  EXPECT_EQ(vt::keyBytes(*event, {.flags = vt::keyFlags::disambiguate}), "^[[120;3u");
+  EXPECT_EQ(vt::keyBytes(*event, {.modifyOtherKeys = 2}), "^[[27;3;120~");
+  options.system = KeyboardSystem::Mac;
+  check({"Option still types", {Qt::Key_A, kAlt, u"å", 0, 0}, 'a', 'A', 'a', "å", {}, "å"}, options);
+}
+
 TEST(KeyCharacters, AndTextAndBytesAreThoseOfTheKeyOnX11AndWayland) {
   for (const Case& row : kXkbCases) {
     check(row, kXkb);
@@ -157,7 +188,8 @@ TEST(KeyCharacters, CommandIsAltIfWanted) {
   KeyTranslationOptions options = kXkb;
   options.commandIsMeta = true;
   check({"Super", {Qt::Key_X, kMeta, u"x", 53, 'x'}, 'x', 'X', 'x', "x", Modifier::Alt, "^[x"}, options);
-  options.system = KeyboardSystem::Mac;
+  options = kMac;
+  options.commandIsMeta = true;
   check({"Command", {Qt::Key_X, kControl, u"x", 0, 7}, 'x', 'X', 'x', "x", Modifier::Alt, "^[x"}, options);
   check({"Option still types", {Qt::Key_A, kAlt, u"å", 0, 0}, 'a', 'A', 'a', "å", {}, "å"}, options);
 }

@@ -24,7 +24,7 @@ inline QKeyEvent pressed(const QtPress& press, QEvent::Type type = QEvent::KeyPr
       isRepeat};
 }
 
-constexpr KeyTranslationOptions kXkb{.system = KeyboardSystem::Xkb};
+constexpr KeyTranslationOptions kXkb{.optionIsMeta = true, .system = KeyboardSystem::Xkb};
 constexpr KeyTranslationOptions kMac{.system = KeyboardSystem::Mac};
 
 }  // namespace zolt::test

@@ -58,7 +58,7 @@ TEST(Contrast, ChangesTextNoMoreThanNeeded) {
     for (const Rgb& text : samples()) {
       for (const double minimum : {3.0, 4.5}) {
         const Rgb readable = withContrast(text, background, minimum);
-        if (readable == text) continue;
+        if (readable == text || readable == kBlack || readable == kWhite) continue;
         ASSERT_LE(contrastRatio(readable, background), minimum * 1.05)
             << colorReport(text) << " on " << colorReport(background);
       }
@@ -72,6 +72,14 @@ TEST(Contrast, KeepsTextOnItsSideOfTheBackgroundIfThatSideHasRoom) {
   EXPECT_LT(withContrast({0x70, 0x70, 0x70}, kGrey, 3).red, 0x70);
   EXPECT_LT(withContrast({0xD0, 0xD0, 0xD0}, {0xC0, 0xC0, 0xC0}, 4.5).red, 0xC0) << "white would not be enough";
   EXPECT_GT(withContrast({0x20, 0x20, 0x20}, {0x30, 0x30, 0x30}, 4.5).red, 0x30) << "black would not be enough";
+}
+
+TEST(Contrast, MakesAGreyThatHasToChangeSidesBlackOrWhite) {
+  EXPECT_EQ(withContrast({0xD5, 0xD9, 0xE1}, {0x53, 0x98, 0xF1}, 4.5), kBlack);
+  EXPECT_EQ(withContrast({0x28, 0x2B, 0x33}, {0x02, 0x58, 0xB2}, 4.5), kWhite);
+  const Rgb yellow = withContrast({0xFF, 0xFF, 0x00}, {0x53, 0x98, 0xF1}, 4.5);
+  EXPECT_GT(yellow.red, yellow.blue) << "a hue is kept";
+  EXPECT_EQ(withContrast({0x80, 0x80, 0x80}, kBlack, 7).red, 0x95) << "a grey that stays changes as little as it can";
 }
 
 TEST(Contrast, EndsAtBlackOrWhiteIfNothingIsEnough) {
@@ -95,7 +103,7 @@ TEST(Contrast, KeepsTheHue) {
       {{0xFF, 0xA0, 0x00}, kWhite, 4.5, {0xA8, 0x68, 0x00}},
       // Without one.
       {kBlack, kBlack, 4.5, {0x75, 0x75, 0x75}},
-      {kWhite, kWhite, 4.5, {0x76, 0x76, 0x76}},
+      {{0xF8, 0xF8, 0xF8}, kWhite, 4.5, {0x76, 0x76, 0x76}},
   };
   for (const Case& each : cases) {
     EXPECT_EQ(colorReport(withContrast(each.text, each.background, each.minimum)), colorReport(each.expected));

@@ -270,7 +270,7 @@ constexpr SequenceCase kCases[] = {
      .input = "\033]0;t\033\\\033]4;1;#000000\033\\\033[5 q\033[>31u\033[>4;2m\033c\033]4;1;?\033\\\033[?u\033[?4m",
      .replies = "\033]4;1;rgb:cdcd/0000/0000\033\\\033[?0u\033[>4;0m",
      .title = "",
-     .holds = [](Terminal& t) { return t.state().cursorShape == CursorShape::Block; }},
+     .holds = [](Terminal& t) { return t.state().shownCursor() == CursorStyle(); }},
     {.covers = "RIS",
      .says = "keeps the scrollback",
      .input = "1\r\n2\r\n3\r\n4\r\n5\r\n6\033c",

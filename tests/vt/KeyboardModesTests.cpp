@@ -47,6 +47,15 @@ TEST(VtKeyboardModes, NumbersModifiersLikeXterm) {
   }
 }
 
+TEST(VtKeyboardModes, TellModifiersOfTypingKeysOnlyInSomeProtocols) {
+  EXPECT_FALSE(tellsModifiers({}));
+  EXPECT_FALSE(tellsModifiers({.modifyOtherKeys = 1})) << "Alt with a letter is none of its combinations";
+  EXPECT_TRUE(tellsModifiers({.modifyOtherKeys = 2}));
+  EXPECT_FALSE(tellsModifiers({.flags = keyFlags::reportEvents | keyFlags::reportAlternates}));
+  EXPECT_TRUE(tellsModifiers({.flags = keyFlags::disambiguate}));
+  EXPECT_TRUE(tellsModifiers({.flags = keyFlags::reportAllKeys}));
+}
+
 TEST(VtKeyboardModes, EncodesModifiersOfCursorKeysInTheRequestedForm) {
   struct Row {
     int form;

@@ -133,17 +133,20 @@ constexpr SequenceCase kCases[] = {
      .says = "is a block with 2",
      .input = "\033[2 q\033P$q q\033\\",
      .replies = "\033P1$r2 q\033\\",
-     .holds = [](Terminal& t) { return t.state().cursorShape == CursorShape::Block && !t.state().cursorShapeBlinks; }},
+     .holds =
+         [](Terminal& t) {
+           return t.state().shownCursor() == CursorStyle{CursorShape::Block, false};
+         }},
     {.covers = "DECSCUSR",
      .says = "is an underline with 3 and 4",
      .input = "\033[3 q\033P$q q\033\\\033[4 q\033P$q q\033\\",
      .replies = "\033P1$r3 q\033\\\033P1$r4 q\033\\",
-     .holds = [](Terminal& t) { return t.state().cursorShape == CursorShape::Underline; }},
+     .holds = [](Terminal& t) { return t.state().shownCursor().shape == CursorShape::Underline; }},
     {.covers = "DECSCUSR",
      .says = "is a bar with 5 and 6",
      .input = "\033[5 q\033P$q q\033\\\033[6 q\033P$q q\033\\",
      .replies = "\033P1$r5 q\033\\\033P1$r6 q\033\\",
-     .holds = [](Terminal& t) { return t.state().cursorShape == CursorShape::Bar; }},
+     .holds = [](Terminal& t) { return t.state().shownCursor().shape == CursorShape::Bar; }},
     {.covers = "DECSCUSR",
      .says = "ignores any other parameter",
      .input = "\033[4 q\033[7 q\033P$q q\033\\",

@@ -119,19 +119,33 @@ TEST(ScreenSnapshot, KeepsItsStylesWhenTheirNumbersAreGivenAnew) {
   EXPECT_EQ(first.runs[0].style.foreground, CellColor::direct(1, 2, 3));
 }
 
-TEST(ScreenSnapshot, TellsTheCursorAndWhoChoseItsShape) {
+TEST(ScreenSnapshot, TellsTheCursorAsTheProgramOrElseTheUserHasSetIt) {
   Terminal terminal({.rows = 2, .columns = 20});
+  const auto style = [&] { return terminal.snapshot()->cursor.style; };
+  constexpr CursorStyle kSteadyBar{.shape = CursorShape::Bar, .blinks = false};
   terminal.feed("\u6F22\b");
   EXPECT_EQ(terminal.snapshot()->cursor.position, (Position{.row = 0, .column = 0}));
   EXPECT_EQ(terminal.snapshot()->cursor.columns, 2) << "it covers the wide character";
-  EXPECT_FALSE(terminal.snapshot()->cursor.shapeIsSet);
+  terminal.setUserCursor(kSteadyBar);
+  EXPECT_EQ(style(), kSteadyBar);
   terminal.feed("\033[4 q\033[?25l");
-  EXPECT_EQ(terminal.snapshot()->cursor.shape, CursorShape::Underline);
-  EXPECT_FALSE(terminal.snapshot()->cursor.blinks);
+  EXPECT_EQ(style(), (CursorStyle{.shape = CursorShape::Underline, .blinks = false}));
   EXPECT_FALSE(terminal.snapshot()->cursor.isVisible);
-  EXPECT_TRUE(terminal.snapshot()->cursor.shapeIsSet);
   terminal.feed("\033[0 q");
-  EXPECT_FALSE(terminal.snapshot()->cursor.shapeIsSet);
+  EXPECT_EQ(style(), kSteadyBar);
+  terminal.feed("\033[?12h");
+  EXPECT_EQ(style(), (CursorStyle{.shape = CursorShape::Bar, .blinks = true}));
+  terminal.feed("\033[?12l");
+  EXPECT_EQ(style(), kSteadyBar);
+  terminal.feed("\033[?12h\033[3 q\033c");
+  EXPECT_EQ(style(), kSteadyBar);
+}
+
+TEST(ScreenSnapshot, AProgramThatAsksForTheCursorIsToldWhatTheUserSees) {
+  Terminal terminal({.rows = 2, .columns = 20});
+  terminal.setUserCursor({.shape = CursorShape::Underline, .blinks = false});
+  terminal.feed("\033P$q q\033\\");
+  EXPECT_EQ(terminal.takeReplies(), "\033P1$r4 q\033\\");
 }
 
 TEST(ScreenSnapshot, KeepsThePaletteAsLongAsItIsTheSame) {

@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <ostream>
 #include <set>
+#include <vector>
 
 #include "vt/theme/Contrast.h"
 
@@ -12,10 +15,10 @@ namespace {
 
 constexpr double kReadable = 4.5;
 
-// A theme, and its one colour that is a shade of the background.
+// A theme, and its two colours that are shades of the background.
 struct Subject {
   const Theme& theme;
-  std::size_t shade;
+  std::array<std::size_t, 2> shades;
 };
 
 void PrintTo(const Subject& subject, std::ostream* out) {
@@ -25,22 +28,52 @@ void PrintTo(const Subject& subject, std::ostream* out) {
 class Themes : public testing::TestWithParam<Subject> {
  protected:
   const Theme& theme = GetParam().theme;
-  const std::size_t shade = GetParam().shade;
+  const std::array<std::size_t, 2> shades = GetParam().shades;
+
+  bool isShade(std::size_t color) const { return std::ranges::find(shades, color) != shades.end(); }
 };
 
-TEST_P(Themes, EveryColourButTheBackgroundsShadeIsReadable) {
+TEST_P(Themes, EveryColourButTheBackgroundsShadesIsReadable) {
   EXPECT_GE(contrastRatio(theme.foreground, theme.background), 7.0);
   EXPECT_GE(contrastRatio(theme.cursor, theme.background), kReadable);
   for (std::size_t i = 0; i < theme.ansi.size(); ++i) {
-    if (i == shade) continue;
+    if (isShade(i)) continue;
     EXPECT_GE(contrastRatio(theme.ansi[i], theme.background), kReadable) << i;
   }
 }
 
-TEST_P(Themes, TheBackgroundsShadeCanBeToldFromIt) {
-  const double contrast = contrastRatio(theme.ansi[shade], theme.background);
-  EXPECT_GE(contrast, 1.3);
-  EXPECT_LT(contrast, 2.0);
+TEST_P(Themes, TheBackgroundsShadesCanBeToldFromItAndFromEachOther) {
+  for (const std::size_t shade : shades) {
+    EXPECT_GE(contrastRatio(theme.ansi[shade], theme.background), 1.3) << shade;
+    EXPECT_LT(contrastRatio(theme.ansi[shade], theme.background), 3.0) << shade;
+  }
+  EXPECT_GE(contrastRatio(theme.ansi[shades[0]], theme.ansi[shades[1]]), 1.15);
+}
+
+TEST_P(Themes, TextOfEveryColourIsReadableAtTheUsualMinimumContrastWhateverItsBackground) {
+  std::vector<Rgb> grounds(theme.ansi.begin(), theme.ansi.end());
+  grounds.push_back(theme.background);
+  std::vector<Rgb> texts(theme.ansi.begin(), theme.ansi.end());
+  texts.push_back(theme.foreground);
+  texts.push_back({0x00, 0x00, 0x00});
+  texts.push_back({0xFF, 0xFF, 0xFF});
+  for (const Rgb& ground : grounds) {
+    for (const Rgb& text : texts) {
+      EXPECT_GE(contrastRatio(withContrast(text, ground, kReadable), ground), kReadable)
+          << colorReport(text) << " on " << colorReport(ground);
+    }
+  }
+}
+
+TEST_P(Themes, ColouredBackgroundsAreReadWithPlainTextInBlackOrWhite) {
+  constexpr Rgb kBlack{};
+  constexpr Rgb kWhite{0xFF, 0xFF, 0xFF};
+  const Rgb& best = contrastRatio(theme.background, kBlack) < contrastRatio(theme.background, kWhite) ? kBlack : kWhite;
+  for (std::size_t hue = 1; hue < 7; ++hue) {
+    const Rgb& ground = theme.ansi[hue];
+    EXPECT_GE(contrastRatio(best, ground), 5.5) << hue;
+    EXPECT_EQ(withContrast(theme.foreground, ground, kReadable), best) << hue;
+  }
 }
 
 TEST_P(Themes, TheSelectionIsVisibleAndWhatIsSelectedReadable) {
@@ -48,7 +81,7 @@ TEST_P(Themes, TheSelectionIsVisibleAndWhatIsSelectedReadable) {
   EXPECT_EQ(theme.selectionText, std::nullopt);
   EXPECT_GE(contrastRatio(theme.foreground, theme.selectionBackground), kReadable);
   for (std::size_t i = 0; i < theme.ansi.size(); ++i) {
-    if (i == shade) continue;
+    if (isShade(i)) continue;
     EXPECT_GE(contrastRatio(theme.ansi[i], theme.selectionBackground), 3.0) << i;
   }
 }
@@ -96,7 +129,7 @@ TEST_P(Themes, NoTwoColoursAreAlike) {
   EXPECT_EQ(seen.size(), theme.ansi.size());
 }
 
-INSTANTIATE_TEST_SUITE_P(Ours, Themes, testing::Values(Subject{darkTheme(), 0}, Subject{lightTheme(), 15}),
+INSTANTIATE_TEST_SUITE_P(Ours, Themes, testing::Values(Subject{darkTheme(), {0, 8}}, Subject{lightTheme(), {7, 15}}),
                          [](const auto& each) { return std::string(each.param.theme.name); });
 
 TEST(Theme, BecomesThePalettesDefaults) {

@@ -9,6 +9,7 @@
 #include "controls/SegmentedPicker.h"
 #include "controls/SliderRow.h"
 #include "controls/Switch.h"
+#include "settings/views/EmulationControls.h"
 #include "settings/views/FontFamilyPicker.h"
 #include "settings/views/RangeScale.h"
 #include "settings/views/ValueTexts.h"
@@ -99,7 +100,12 @@ void AppearanceSettings::build() {
     addSetting(m_config.fontFamily, makeControl(m_config.fontFamily));
   }
   addSetting(m_config.fontSize, makeControl(m_config.fontSize, pointsText));
-  addSetting(m_config.lineSpacing, makeControl(m_config.lineSpacing, decimalText));
+  if (isForFullEmulation()) {
+    addEmulationRow(QLatin1String(m_config.lineSpacing.row().label),
+                    makeSlider(emulation(), &EmulationSettings::lineSpacing, decimalText));
+  } else {
+    addSetting(m_config.lineSpacing, makeControl(m_config.lineSpacing, decimalText));
+  }
   addSetting(m_config.cursorStyle, makeControl(m_config.cursorStyle));
   addSetting(m_config.cursorBlink, makeControl(m_config.cursorBlink));
   addSetting(m_config.opacity, makeControl(m_config.opacity, percentText));

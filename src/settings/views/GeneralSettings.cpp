@@ -43,9 +43,11 @@ void GeneralSettings::build() {
   addEmulationRow(QStringLiteral("Default Shell"), shell);
   auto* command = new TextField;
   command->setObjectName(QLatin1String(kStartupCommand.key));
-  command->setToolTip(QStringLiteral("Command to run when terminal starts (optional)"));
+  const QString help = QStringLiteral("Command to run when terminal starts (optional)");
   bind(*command, m_startupCommand);
-  addRow(QStringLiteral("Startup Command"), command);
+  addEmulationRow(QStringLiteral("Startup Command"), command, help);
+  // The words of the field are fixed as long as nothing reads it.
+  if (!isForFullEmulation()) command->setToolTip(help);
 
   addSection(QStringLiteral("Behavior"));
   addFixedSwitches({{.label = "Close window when shell exits",

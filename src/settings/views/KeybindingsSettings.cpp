@@ -24,6 +24,10 @@ constexpr std::array<Mapping, 8> kMappings{{{"Copy", u"\u2318\u21E7C"},
                                             {"Find", u"\u2318F"},
                                             {"Preferences", u"\u2318,"}}};
 
+constexpr const char* kOptionExplanation =
+    "With a letter, Option (Alt on other keyboards than a Mac's) sends ESC and the letter. If this is off, a Mac types "
+    "the layout's other character, and other systems send the letter alone";
+
 }  // namespace
 
 KeybindingsSettings::KeybindingsSettings(EmulationSettingsStore& emulation, QWidget* parent)
@@ -47,7 +51,8 @@ void KeybindingsSettings::build() {
   addFixedSwitches({{.label = "Option sends Meta",
                      .objectName = "optionSendsMeta",
                      .isOn = false,
-                     .setting = &EmulationSettings::optionSendsMeta},
+                     .setting = &EmulationSettings::optionSendsMeta,
+                     .explanation = kOptionExplanation},
                     {.label = "Command acts as Meta",
                      .objectName = "commandActsAsMeta",
                      .isOn = false,

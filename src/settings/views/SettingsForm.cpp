@@ -56,7 +56,7 @@ void SettingsForm::addFixedSwitches(std::initializer_list<FixedSwitch> switches)
   for (const FixedSwitch& each : switches) {
     const QString label = QLatin1String(each.label);
     if (isForFullEmulation() && each.setting != nullptr) {
-      addEmulationRow(label, makeSwitch(m_emulation, each.setting));
+      addEmulationRow(label, makeSwitch(m_emulation, each.setting), QLatin1String(each.explanation));
       continue;
     }
     auto* control = new Switch(Switch::Kind::Fixed);

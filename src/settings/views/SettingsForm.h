@@ -15,6 +15,7 @@ struct FixedSwitch {
   bool isOn;
   bool isEnabled = true;
   bool EmulationSettings::*setting = nullptr;
+  const char* explanation = "";  ///< in the setting's tooltip
 };
 
 /// A form whose rows depend on whether the full emulation is on. When that changes, or the

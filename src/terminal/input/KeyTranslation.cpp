@@ -117,12 +117,14 @@ void translateCharacter(vt::KeyEvent& event, const QKeyEvent& qtEvent, std::u32s
   event.character = layers.character;
   event.shifted = layers.shifted;
 
-  if (options.system == KeyboardSystem::Mac && event.modifiers.hasAny(Modifier::Alt)) {
-    const bool isTyping = !options.optionIsMeta && !event.modifiers.hasAny(Modifier::Control | Modifier::Super);
-    if (isTyping) {
+  if (event.modifiers.hasAny(Modifier::Alt)) {
+    const bool isMac = options.system == KeyboardSystem::Mac;
+    const bool isAlt = options.optionIsMeta || event.modifiers.hasAny(Modifier::Control | Modifier::Super) ||
+                       (options.tellsModifiers && !isMac);
+    if (!isAlt) {
       event.modifiers = event.modifiers.without(Modifier::Alt);
-    } else {
-      text.clear();
+    } else if (isMac) {
+      text.clear();  // that of the layout's other character
     }
   }
   event.text = vt::toUtf8(text);

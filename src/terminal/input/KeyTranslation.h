@@ -9,9 +9,11 @@
 namespace zolt {
 
 struct KeyTranslationOptions {
-  /// On a Mac, Option is Alt with every key. Otherwise it types the layout's other characters where no Control or
-  /// Command is held, and is Alt with keys that type nothing. Elsewhere Alt is always Alt.
+  /// Alt, a Mac's Option, is Alt with every key. Otherwise it is so with keys that type nothing, and where Control or
+  /// Command (Super) is held; with others it only types: on a Mac the layout's other characters.
   bool optionIsMeta = false;
+  /// The program is told modifiers (vt::tellsModifiers): Alt with a key that types the same without it stays Alt.
+  bool tellsModifiers = false;
   /// Command (Super where there is none) acts as Alt.
   bool commandIsMeta = false;
   /// Whether the locks are on, which Qt does not report; see `nativeLocks`.

@@ -117,12 +117,9 @@ void setKeyboardFlags(State& state, const Sequence& sequence) {
 void setCursorShape(State& state, const Sequence& sequence) {
   const int style = sequence.parameter(0, 0);
   if (style > 6) return;
-  constexpr CursorShape kShapes[] = {CursorShape::Block,     CursorShape::Block,     CursorShape::Block,
-                                     CursorShape::Underline, CursorShape::Underline, CursorShape::Bar,
-                                     CursorShape::Bar};
-  state.cursorShape = kShapes[style];
-  state.cursorShapeBlinks = style % 2 == 1 || style == 0;
-  state.cursorShapeIsSet = style != 0;
+  constexpr CursorShape kShapes[] = {CursorShape::Block, CursorShape::Underline, CursorShape::Bar};
+  state.cursorStyle.reset();
+  if (style != 0) state.cursorStyle = {.shape = kShapes[(style - 1) / 2], .blinks = style % 2 == 1};
 }
 
 void setConformance(State& state, const Sequence& sequence) {
@@ -177,7 +174,7 @@ constexpr CsiFunction kFunctions[] = {
     {'>', "",   'u', pushKeyboardFlags,      {"CSI > Ps u",       "KITTY >u",       "kitty",   "Pushes the keyboard protocol's flags and sets new ones."}},
     {'<', "",   'u', popKeyboardFlags,       {"CSI < Ps u",       "KITTY <u",       "kitty",   "Pops the keyboard protocol's flags."}},
     {'=', "",   'u', setKeyboardFlags,       {"CSI = Ps ; Ps u",  "KITTY =u",       "kitty",   "Replaces the keyboard protocol's flags (1), adds some (2) or removes some (3)."}},
-    {0,   " ",  'q', setCursorShape,         {"CSI Ps SP q",      "DECSCUSR",       "VT520",   "Makes the cursor a block, an underline or a bar, blinking or steady."}},
+    {0,   " ",  'q', setCursorShape,         {"CSI Ps SP q",      "DECSCUSR",       "VT520",   "Makes the cursor a block, an underline or a bar, blinking or steady; 0: as the user has set it."}},
     {0,   "!",  'p', resetSoftly,            {"CSI ! p",          "DECSTR",         "VT220",   "Soft reset: most modes, the margins and the rendition return to their defaults."}},
     {0,   "\"", 'p', setConformance,         {"CSI Ps ; Ps \" p", "DECSCL",         "VT220",   "Sets the conformance level, which implies a soft reset."}},
     {0,   "#",  '{', pushStyle,              {"CSI # {",          "XTPUSHSGR",      "xterm",   "Pushes the rendition."}},

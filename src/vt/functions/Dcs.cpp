@@ -44,8 +44,8 @@ std::string columns(const State& state) {
 }
 
 std::string cursorStyle(const State& state) {
-  const int first = state.cursorShape == CursorShape::Block ? 1 : state.cursorShape == CursorShape::Underline ? 3 : 5;
-  return std::to_string(first + (state.cursorShapeBlinks ? 0 : 1));
+  const CursorStyle shown = state.shownCursor();
+  return std::to_string(1 + 2 * static_cast<int>(shown.shape) + (shown.blinks ? 0 : 1));
 }
 
 std::string protection(const State& state) {

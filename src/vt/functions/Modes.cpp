@@ -165,7 +165,7 @@ constexpr Mode kModes[] = {
     dec(7,    kScreenFlag<&ScreenModes::autoWrap>,           {"CSI ? 7 h",    "DECSET 7",    "VT100",     "DECAWM: text wraps at the right margin."}),
     dec(8,    kFlag<&Modes::autoRepeat>,                     {"CSI ? 8 h",    "DECSET 8",    "VT100",     "DECARM: keys that are held repeat."}),
     dec(9,    kTracking<MouseTracking::X10>,                 {"CSI ? 9 h",    "DECSET 9",    "xterm",     "Reports mouse button presses, as X10 xterm did."}),
-    dec(12,   kFlag<&Modes::cursorBlinks>,                   {"CSI ? 12 h",   "DECSET 12",   "AT&T 610",  "Makes the cursor blink."}),
+    dec(12,   kFlag<&Modes::cursorBlinks>,                   {"CSI ? 12 h",   "DECSET 12",   "AT&T 610",  "Makes the cursor blink, whatever its style; reset leaves that to the style."}),
     dec(25,   kFlag<&Modes::cursorVisible>,                  {"CSI ? 25 h",   "DECSET 25",   "VT220",     "DECTCEM: shows the cursor."}),
     dec(40,   kFlag<&Modes::allowColumnChange>,              {"CSI ? 40 h",   "DECSET 40",   "xterm",     "Allows DECCOLM."}),
     dec(45,   kScreenFlag<&ScreenModes::reverseWrap>,        {"CSI ? 45 h",   "DECSET 45",   "xterm",     "Backspace wraps back to the previous row of a wrapped line."}),

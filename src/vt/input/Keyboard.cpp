@@ -26,6 +26,10 @@ bool typesText(const KeyEvent& event, const KeyRow& row) {
 
 }  // namespace
 
+bool tellsModifiers(const KeyboardModes& modes) {
+  return (modes.flags & (keyFlags::disambiguate | keyFlags::reportAllKeys)) != 0 || modes.modifyOtherKeys > 1;
+}
+
 std::string encodeKey(const KeyEvent& event, const KeyboardModes& modes) {
   const KeyRow& row = keyRow(event.key);
   const auto has = [&](std::uint8_t flag) { return (modes.flags & flag) != 0; };

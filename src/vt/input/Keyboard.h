@@ -60,6 +60,9 @@ struct KeyboardModes {
   friend bool operator==(const KeyboardModes&, const KeyboardModes&) = default;
 };
 
+/// Whether the program is told the modifiers of a key that types a character, and not only what it types.
+bool tellsModifiers(const KeyboardModes& modes);
+
 /// Encodes `event` for the program; empty if nothing is sent. A pure function, for any thread.
 ///
 /// Without flags, the encoding is xterm's (XTerm Control Sequences, "Alt and Meta Keys", "PC-Style Function Keys"; its

@@ -17,9 +17,7 @@ SnapshotCursor cursorOf(const TerminalState& state) {
   const Cell under = row[static_cast<std::size_t>(cursor.position.column)];
   cursor.columns = under.width() == Cell::Width::Wide ? 2 : 1;
   cursor.isVisible = state.modes.cursorVisible;
-  cursor.shape = state.cursorShape;
-  cursor.shapeIsSet = state.cursorShapeIsSet;
-  cursor.blinks = state.cursorShapeBlinks || state.modes.cursorBlinks;
+  cursor.style = state.shownCursor();
   return cursor;
 }
 

@@ -22,9 +22,7 @@ struct SnapshotCursor {
   Position position;
   int columns = 1;  ///< 2 on a wide character
   bool isVisible = true;
-  CursorShape shape = CursorShape::Block;
-  bool shapeIsSet = false;  ///< a program has chosen shape and blinking; otherwise the user's choice holds
-  bool blinks = false;
+  CursorStyle style;
 
   friend bool operator==(const SnapshotCursor&, const SnapshotCursor&) = default;
 };

@@ -56,6 +56,12 @@ void TerminalState::reply(std::string_view text) {
   if (replies.size() + text.size() <= kMaxPendingReplies) replies += text;
 }
 
+CursorStyle TerminalState::shownCursor() const {
+  CursorStyle style = cursorStyle.value_or(settings.cursor);
+  style.blinks = style.blinks || modes.cursorBlinks;
+  return style;
+}
+
 void TerminalState::resetSoft() {
   screen.softReset();
   modes.applicationCursor = false;
@@ -72,9 +78,7 @@ void TerminalState::resetHard() {
   keyboard = {};
   palette.reset();
   events.paletteChanged = true;
-  cursorShape = CursorShape::Block;
-  cursorShapeBlinks = true;
-  cursorShapeIsSet = false;
+  cursorStyle.reset();
   conformanceLevel = 64;
   rectanglesAreStreams = true;
   title.clear();

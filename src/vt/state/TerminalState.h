@@ -15,6 +15,15 @@
 
 namespace zolt::vt {
 
+enum class CursorShape : std::uint8_t { Block, Underline, Bar };
+
+struct CursorStyle {
+  CursorShape shape = CursorShape::Block;
+  bool blinks = true;
+
+  friend bool operator==(const CursorStyle&, const CursorStyle&) = default;
+};
+
 /// What programs may do, and initial values. Reports of titles, the clipboard and the screen are off by default:
 /// whoever controls a program's output could use them to read or to inject text.
 struct TerminalSettings {
@@ -29,9 +38,8 @@ struct TerminalSettings {
   bool graphemeClusters = false;         ///< mode 2027, initially
   std::size_t bulkBytes = 4096;          ///< from this much input at once, the bulk path is tried
   bool prefersDark = true;               ///< the initial colour scheme
+  CursorStyle cursor{};                  ///< the user's, until a program chooses another
 };
-
-enum class CursorShape : std::uint8_t { Block, Underline, Bar };
 
 /// The modes of the keyboard, the mouse and the window. Those of the screen are ScreenModes.
 struct TerminalModes {
@@ -41,7 +49,7 @@ struct TerminalModes {
   bool smoothScroll = false;               ///< DECSCLM
   bool reverseScreen = false;              ///< DECSCNM
   bool autoRepeat = true;                  ///< DECARM
-  bool cursorBlinks = false;               ///< mode 12, in addition to DECSCUSR
+  bool cursorBlinks = false;               ///< mode 12, whatever the style says
   bool cursorVisible = true;               ///< DECTCEM
   bool allowColumnChange = false;          ///< mode 40
   bool columns132 = false;                 ///< DECCOLM
@@ -147,11 +155,9 @@ struct TerminalState {
   TerminalModes modes;
   KeyboardOptions keyboard;
   Palette palette;
-  CursorShape cursorShape = CursorShape::Block;
-  bool cursorShapeBlinks = true;
-  bool cursorShapeIsSet = false;     ///< by the program (DECSCUSR)
-  int conformanceLevel = 64;         ///< DECSCL; nothing else depends on it
-  bool rectanglesAreStreams = true;  ///< DECSACE
+  std::optional<CursorStyle> cursorStyle;  ///< that the program has chosen (DECSCUSR)
+  int conformanceLevel = 64;               ///< DECSCL; nothing else depends on it
+  bool rectanglesAreStreams = true;        ///< DECSACE
   bool prefersDark = true;
 
   std::string title;
@@ -181,6 +187,8 @@ struct TerminalState {
   void reply(std::string_view text);
   /// The terminator for a reply to an OSC.
   std::string_view commandEnd() const { return endedByBell ? "\007" : "\033\\"; }
+  /// The cursor as it is shown.
+  CursorStyle shownCursor() const;
   KeyboardOptions::Flags& keyboardFlags() { return keyboard.flags[screen.showsAlternate() ? 1 : 0]; }
   const KeyboardOptions::Flags& keyboardFlags() const { return keyboard.flags[screen.showsAlternate() ? 1 : 0]; }
   /// Resizes the screen. Clamped to its limits.

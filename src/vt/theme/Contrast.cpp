@@ -12,6 +12,9 @@ using Curve = std::array<double, 256>;
 // The luminance of white over that of black; the flare that WCAG adds to both.
 constexpr double kFlare = 0.05;
 
+constexpr Rgb kBlack{};
+constexpr Rgb kWhite{0xFF, 0xFF, 0xFF};
+
 // A component's share of light for each of its values. The threshold is that of IEC 61966-2-1; WCAG's differs without
 // effect for 8 bits.
 Curve makeCurve() {
@@ -62,10 +65,17 @@ std::uint8_t roundedDown(double light) {
   return static_cast<std::uint8_t>(after - curve().begin() - 1);
 }
 
+// Without a hue worth keeping.
+bool isGrey(const Rgb& color) {
+  constexpr int kMostChroma = 0x20;
+  const auto [least, most] = std::minmax({color.red, color.green, color.blue});
+  return most - least < kMostChroma;
+}
+
 // `wanted` is at least the colour's luminance and at most 1.
 Rgb lighter(const Rgb& color, double wanted) {
   // Black has no hue: it becomes a grey.
-  Light light = color == Rgb{} ? Light{wanted, wanted, wanted} : lightOf(color);
+  Light light = color == kBlack ? Light{wanted, wanted, wanted} : lightOf(color);
   light = light.scaled(std::min(wanted / light.luminance(), 1 / light.strongest()));
   if (const double reached = light.luminance(); reached < wanted) {
     light = light.paler((wanted - reached) / (1 - reached));
@@ -93,12 +103,13 @@ Rgb withContrast(const Rgb& text, const Rgb& background, double minimum) {
   const double enoughDark = (ground + kFlare) / minimum - kFlare;
   const bool canBeLighter = enoughLight <= 1;
   const bool canBeDarker = enoughDark >= 0;
-  if (!canBeLighter && !canBeDarker) {
-    constexpr Rgb kWhite{0xFF, 0xFF, 0xFF};
-    return contrastRatio(kWhite, background) >= contrastRatio(Rgb{}, background) ? kWhite : Rgb{};
-  }
   const bool isLighter = luminance(text) >= ground;
-  return canBeLighter && (isLighter || !canBeDarker) ? lighter(text, enoughLight) : darker(text, enoughDark);
+  const bool staysOnItsSide = isLighter ? canBeLighter : canBeDarker;
+  const bool isColorGivenUp = !canBeLighter && !canBeDarker;
+  if (isColorGivenUp || (!staysOnItsSide && isGrey(text))) {
+    return contrastRatio(kWhite, background) >= contrastRatio(kBlack, background) ? kWhite : kBlack;
+  }
+  return isLighter == staysOnItsSide ? lighter(text, enoughLight) : darker(text, enoughDark);
 }
 
 }  // namespace zolt::vt

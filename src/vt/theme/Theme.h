@@ -19,9 +19,10 @@ struct Theme {
   std::array<Rgb, 16> ansi;          ///< black, red, green, yellow, blue, magenta, cyan, white; then the bright ones
 };
 
-/// Our two themes. On each, the foreground and 15 of the 16 colours have a contrast of at least 4.5 to 1 with the
-/// background (WCAG 2.1, 1.4.3) and of at least 3 to 1 with the selection. The other colour, black on the dark theme
-/// and bright white on the light one, is a shade of the background: for fills, and for text on the other colours.
+/// Our two themes. On each, the foreground and 14 of the 16 colours have a contrast of at least 4.5 to 1 with the
+/// background (WCAG 2.1, 1.4.3) and of at least 3 to 1 with the selection. The other two, black and bright black on the
+/// dark theme, white and bright white on the light one, are shades of the background that the usual text is read on;
+/// text in them is left to the minimum contrast.
 const Theme& darkTheme();
 const Theme& lightTheme();
 
