@@ -77,13 +77,13 @@ CanvasFonts::Face& CanvasFonts::face(FontWeight weight, FontSlant slant) {
     QFont font = fontFor(m_font, m_font.size * m_scale);
     font.setBold(bold);
     font.setItalic(italic);
-    loaded.emplace(font, m_metrics);
+    loaded.emplace(font, m_metrics, m_shapingTime);
   }
   return *loaded;
 }
 
-CanvasFonts::Face::Face(const QFont& font, const CellMetrics& metrics)
-    : m_font(font), m_raw(QRawFont::fromFont(font)), m_metrics(metrics) {}
+CanvasFonts::Face::Face(const QFont& font, const CellMetrics& metrics, ShapingTime& shapingTime)
+    : m_font(font), m_raw(QRawFont::fromFont(font)), m_metrics(metrics), m_shapingTime(shapingTime) {}
 
 GlyphMask CanvasFonts::Face::makeMask(char character) const {
   if (character <= ' ' || character > '~') return {};
@@ -91,13 +91,12 @@ GlyphMask CanvasFonts::Face::makeMask(char character) const {
   return glyphs.isEmpty() || glyphs.front() == 0 ? GlyphMask() : GlyphMask::of(m_raw, glyphs.front());
 }
 
-const GlyphMask& CanvasFonts::Face::cluster(std::string_view utf8, int columns) {
+const GlyphMask* CanvasFonts::Face::cluster(std::string_view utf8, int columns) {
   std::string key(1, static_cast<char>(columns));
   key += utf8;
-  const auto known = m_clusters.find(key);
-  if (known != m_clusters.end()) return known->second;
-  if (m_clusters.size() >= kMaxClusters) m_clusters.clear();
-  return m_clusters.emplace(std::move(key), makeCluster(std::string(utf8), columns)).first->second;
+  if (const GlyphMask* known = m_clusters.find(key)) return known;
+  if (m_shapingTime.isOver()) return nullptr;
+  return &m_clusters.add(key, m_shapingTime.spend([&] { return makeCluster(std::string(utf8), columns); }));
 }
 
 GlyphMask CanvasFonts::Face::makeCluster(const std::string& utf8, int columns) const {
@@ -112,13 +111,11 @@ GlyphMask CanvasFonts::Face::makeCluster(const std::string& utf8, int columns) c
       {.width = m_metrics.width * columns, .height = m_metrics.height, .baseline = m_metrics.baseline});
 }
 
-const GlyphMask& CanvasFonts::Face::ligature(std::string_view ascii) {
-  std::string key(ascii);
-  const auto known = m_ligatures.find(key);
-  if (known != m_ligatures.end()) return known->second;
-  if (m_ligatures.size() >= kMaxClusters) m_ligatures.clear();
-  GlyphMask made = makeLigature(ascii);
-  return m_ligatures.emplace(std::move(key), std::move(made)).first->second;
+const GlyphMask* CanvasFonts::Face::ligature(std::string_view ascii) {
+  const std::string key(ascii);
+  if (const GlyphMask* known = m_ligatures.find(key)) return known;
+  if (m_shapingTime.isOver()) return nullptr;
+  return &m_ligatures.add(key, m_shapingTime.spend([&] { return makeLigature(ascii); }));
 }
 
 // A font makes a ligature by replacing glyphs of the run: one of them is then another than that of its character.
