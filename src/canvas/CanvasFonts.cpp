@@ -38,6 +38,11 @@ bool isEmoji(std::string_view utf8, char32_t first, int columns) {
   return (isSymbol && columns == 2) || utf8.find(kEmojiSelector) != std::string_view::npos;
 }
 
+ClusterShape shapeOf(std::string_view utf8, char32_t first, int columns) {
+  if (isEmoji(utf8, first, columns) && !emojiFamily().isEmpty()) return ClusterShape::Emoji;
+  return ClusterShape::Letters;
+}
+
 }  // namespace
 
 CanvasFonts::CanvasFonts(const CanvasFont& font, double scale) : m_font(font), m_scale(scale) {
@@ -104,11 +109,11 @@ GlyphMask CanvasFonts::Face::makeCluster(const std::string& utf8, int columns) c
   const char32_t first = scalarAt(utf8, 0, length);
   if (columns == 1 && length == utf8.size() && isDrawnSymbol(first)) return drawSymbol(first, m_metrics);
   QFont font = m_font;
-  if (isEmoji(utf8, first, columns) && !emojiFamily().isEmpty())
-    font.setFamilies(QStringList{emojiFamily()} + font.families());
-  return shapedCluster(
-      QString::fromStdString(utf8), font,
-      {.width = m_metrics.width * columns, .height = m_metrics.height, .baseline = m_metrics.baseline});
+  const ClusterShape shape = shapeOf(utf8, first, columns);
+  if (shape == ClusterShape::Emoji) font.setFamilies(QStringList{emojiFamily()} + font.families());
+  return shapedCluster(QString::fromStdString(utf8), font,
+                       {.width = m_metrics.width * columns, .height = m_metrics.height, .baseline = m_metrics.baseline},
+                       shape);
 }
 
 const GlyphMask* CanvasFonts::Face::ligature(std::string_view ascii) {
