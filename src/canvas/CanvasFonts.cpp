@@ -10,6 +10,7 @@
 #include <cmath>
 
 #include "canvas/DrawnSymbols.h"
+#include "canvas/Syllables.h"
 #include "text/Utf8.h"
 
 namespace zolt {
@@ -40,7 +41,7 @@ bool isEmoji(std::string_view utf8, char32_t first, int columns) {
 
 ClusterShape shapeOf(std::string_view utf8, char32_t first, int columns) {
   if (isEmoji(utf8, first, columns) && !emojiFamily().isEmpty()) return ClusterShape::Emoji;
-  return ClusterShape::Letters;
+  return columns > 1 && makesSyllables(first) ? ClusterShape::Syllable : ClusterShape::Letters;
 }
 
 }  // namespace

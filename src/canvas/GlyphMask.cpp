@@ -118,6 +118,8 @@ GlyphMask maskOf(const QImage& image, QPoint margin, const ClusterRoom& room) {
 // made lower.
 constexpr double kNarrowest = 0.72;
 constexpr double kReach = 1.2;  // in widths of the room
+// Syllables that leave room become wider, so that the gaps between them do not look like those between words.
+constexpr double kWidest = 1.25;
 
 // The pixels that are covered, without the blank at either side of the letters.
 QRectF inkOf(const QTextLayout& layout) {
@@ -137,7 +139,10 @@ Placement placed(const QTextLayout& layout, const ClusterRoom& room, ClusterShap
   const auto wide = static_cast<double>(room.width.value);
   const double natural = layout.lineAt(0).naturalTextWidth();
   // A font's own cell that is wider by a rounding is no reason to shrink it.
-  if (natural <= wide * 1.02) return {.x = std::floor((wide - natural) / 2)};
+  if (natural <= wide * 1.02) {
+    const double across = shape == ClusterShape::Syllable ? std::clamp(wide / natural, 1.0, kWidest) : 1;
+    return {.across = across, .x = std::floor((wide - natural * across) / 2)};
+  }
   if (shape == ClusterShape::Emoji) return {.across = wide / natural, .down = wide / natural};
   const QRectF ink = inkOf(layout);
   const double width = std::min(natural, ink.width() + 1);

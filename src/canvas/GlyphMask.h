@@ -58,9 +58,9 @@ struct ClusterRoom {
   DevicePixels baseline;
 };
 
-/// What becomes of a cluster that is wider than its cells: letters keep their height as far as they can, a picture its
-/// proportions.
-enum class ClusterShape { Letters, Emoji };
+/// What becomes of a cluster that is wider than its cells, or narrower: letters keep their height as far as they can,
+/// a picture its proportions; a syllable of several cells grows towards their edges.
+enum class ClusterShape { Letters, Syllable, Emoji };
 
 /// A cluster as Qt shapes and paints it, from whichever font has it, made to fit its cells; wide letters may reach over
 /// their edges by a tenth.
