@@ -11,6 +11,7 @@
 
 #include "canvas/DrawnSymbols.h"
 #include "canvas/LetterFont.h"
+#include "canvas/Syllables.h"
 #include "text/Utf8.h"
 
 namespace zolt {
@@ -37,6 +38,11 @@ bool isEmoji(std::string_view utf8, char32_t first, int columns) {
   constexpr std::string_view kEmojiSelector = "\uFE0F";
   const bool isSymbol = (first >= 0x2300 && first < 0x2C00) || (first >= 0x1F000 && first < 0x1FB00);
   return (isSymbol && columns == 2) || utf8.find(kEmojiSelector) != std::string_view::npos;
+}
+
+ClusterShape shapeOf(std::string_view utf8, char32_t first, int columns) {
+  if (isEmoji(utf8, first, columns) && !emojiFamily().isEmpty()) return ClusterShape::Emoji;
+  return columns > 1 && makesSyllables(first) ? ClusterShape::Syllable : ClusterShape::Letters;
 }
 
 }  // namespace
@@ -78,13 +84,13 @@ CanvasFonts::Face& CanvasFonts::face(FontWeight weight, FontSlant slant) {
     QFont font = fontFor(m_font, m_font.size * m_scale);
     font.setBold(bold);
     font.setItalic(italic);
-    loaded.emplace(font, m_metrics);
+    loaded.emplace(font, m_metrics, m_shapingTime);
   }
   return *loaded;
 }
 
-CanvasFonts::Face::Face(const QFont& font, const CellMetrics& metrics)
-    : m_font(font), m_raw(QRawFont::fromFont(font)), m_metrics(metrics) {}
+CanvasFonts::Face::Face(const QFont& font, const CellMetrics& metrics, ShapingTime& shapingTime)
+    : m_font(font), m_raw(QRawFont::fromFont(font)), m_metrics(metrics), m_shapingTime(shapingTime) {}
 
 GlyphMask CanvasFonts::Face::makeMask(char character) const {
   if (character <= ' ' || character > '~') return {};
@@ -92,13 +98,12 @@ GlyphMask CanvasFonts::Face::makeMask(char character) const {
   return glyphs.isEmpty() || glyphs.front() == 0 ? GlyphMask() : GlyphMask::of(m_raw, glyphs.front());
 }
 
-const GlyphMask& CanvasFonts::Face::cluster(std::string_view utf8, int columns) {
+const GlyphMask* CanvasFonts::Face::cluster(std::string_view utf8, int columns) {
   std::string key(1, static_cast<char>(columns));
   key += utf8;
-  const auto known = m_clusters.find(key);
-  if (known != m_clusters.end()) return known->second;
-  if (m_clusters.size() >= kMaxClusters) m_clusters.clear();
-  return m_clusters.emplace(std::move(key), makeCluster(std::string(utf8), columns)).first->second;
+  if (const GlyphMask* known = m_clusters.find(key)) return known;
+  if (m_shapingTime.isOver()) return nullptr;
+  return &m_clusters.add(key, m_shapingTime.spend([&] { return makeCluster(std::string(utf8), columns); }));
 }
 
 GlyphMask CanvasFonts::Face::makeCluster(const std::string& utf8, int columns) const {
@@ -106,8 +111,8 @@ GlyphMask CanvasFonts::Face::makeCluster(const std::string& utf8, int columns) c
   const char32_t first = scalarAt(utf8, 0, length);
   if (columns == 1 && length == utf8.size() && isDrawnSymbol(first)) return drawSymbol(first, m_metrics);
   QFont font = m_font;
-  if (isEmoji(utf8, first, columns) && !emojiFamily().isEmpty())
-    font.setFamilies(QStringList{emojiFamily()} + font.families());
+  const ClusterShape shape = shapeOf(utf8, first, columns);
+  if (shape == ClusterShape::Emoji) font.setFamilies(QStringList{emojiFamily()} + font.families());
   const QString text = QString::fromStdString(utf8);
   const ClusterRoom room{
       .width = m_metrics.width * columns, .height = m_metrics.height, .baseline = m_metrics.baseline};
@@ -123,16 +128,14 @@ GlyphMask CanvasFonts::Face::makeCluster(const std::string& utf8, int columns) c
     case LetterFont::Use::None:
       return GlyphMask::of(m_raw, 0);  // what the font shows for what it lacks
   }
-  return shapedCluster(text, font, room);
+  return shapedCluster(text, font, room, shape);
 }
 
-const GlyphMask& CanvasFonts::Face::ligature(std::string_view ascii) {
-  std::string key(ascii);
-  const auto known = m_ligatures.find(key);
-  if (known != m_ligatures.end()) return known->second;
-  if (m_ligatures.size() >= kMaxClusters) m_ligatures.clear();
-  GlyphMask made = makeLigature(ascii);
-  return m_ligatures.emplace(std::move(key), std::move(made)).first->second;
+const GlyphMask* CanvasFonts::Face::ligature(std::string_view ascii) {
+  const std::string key(ascii);
+  if (const GlyphMask* known = m_ligatures.find(key)) return known;
+  if (m_shapingTime.isOver()) return nullptr;
+  return &m_ligatures.add(key, m_shapingTime.spend([&] { return makeLigature(ascii); }));
 }
 
 // A font makes a ligature by replacing glyphs of the run: one of them is then another than that of its character.

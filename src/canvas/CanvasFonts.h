@@ -3,16 +3,16 @@
 #include <QFont>
 #include <QRawFont>
 #include <array>
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 #include "canvas/CanvasCell.h"
 #include "canvas/CanvasPixels.h"
 #include "canvas/CanvasStyle.h"
 #include "canvas/GlyphMask.h"
+#include "canvas/MaskCache.h"
+#include "canvas/ShapingTime.h"
 #include "text/TextAttributes.h"
 
 namespace zolt {
@@ -37,6 +37,8 @@ class CanvasFonts {
  public:
   /// `scale` device pixels to a logical one.
   CanvasFonts(const CanvasFont& font, double scale);
+  CanvasFonts(const CanvasFonts&) = delete;
+  CanvasFonts& operator=(const CanvasFonts&) = delete;
 
   /// The fixed-pitch system font at `size` pixels.
   static QFont systemFont(double size);
@@ -46,11 +48,13 @@ class CanvasFonts {
   double scale() const { return m_scale; }
   const CanvasFont& font() const { return m_font; }
   const CellMetrics& metrics() const { return m_metrics; }
+  /// How long clusters and ligatures may be shaped; without a limit at first.
+  ShapingTime& shapingTime() { return m_shapingTime; }
 
   /// The glyphs in one face.
   class Face {
    public:
-    Face(const QFont& font, const CellMetrics& metrics);
+    Face(const QFont& font, const CellMetrics& metrics, ShapingTime& shapingTime);
 
     /// The picture of an ASCII character, made when it is first needed; empty for one without (blank, control).
     const GlyphMask& mask(char character) {
@@ -60,26 +64,26 @@ class CanvasFonts {
       if (!mask) mask = makeMask(character);
       return *mask;
     }
-    /// The picture of a cluster, in UTF-8, over `columns`.
-    const GlyphMask& cluster(std::string_view utf8, int columns);
-    /// The picture of ASCII characters that the font joins into ligatures; empty if it joins none of them.
-    const GlyphMask& ligature(std::string_view ascii);
+    /// The picture of a cluster, in UTF-8, over `columns`; null if it has none yet and the time for shaping is over.
+    /// Valid until the next call, as that of a ligature.
+    const GlyphMask* cluster(std::string_view utf8, int columns);
+    /// The picture of ASCII characters that the font joins into ligatures, empty if it joins none of them; null as
+    /// above.
+    const GlyphMask* ligature(std::string_view ascii);
 
    private:
     GlyphMask makeMask(char character) const;
     GlyphMask makeCluster(const std::string& utf8, int columns) const;
     GlyphMask makeLigature(std::string_view ascii) const;
 
-    // A text has a few hundred different clusters; one made for the purpose starts over.
-    static constexpr std::size_t kMaxClusters = 8192;
-
     QFont m_font;
     QRawFont m_raw;
     CellMetrics m_metrics;
     GlyphMask m_blank;
     std::array<std::optional<GlyphMask>, 128> m_masks;
-    std::unordered_map<std::string, GlyphMask> m_clusters;   // by the columns, as a character, and the text
-    std::unordered_map<std::string, GlyphMask> m_ligatures;  // by the text
+    ShapingTime& m_shapingTime;
+    MaskCache m_clusters;   // by the columns, as a character, and the text
+    MaskCache m_ligatures;  // by the text
   };
 
   Face& face(FontWeight weight, FontSlant slant);
@@ -88,6 +92,7 @@ class CanvasFonts {
   CanvasFont m_font;
   double m_scale;
   CellMetrics m_metrics;
+  ShapingTime m_shapingTime;
   std::array<std::optional<Face>, 4> m_faces;  // by weight + 2 * slant, loaded when first used
 };
 

@@ -21,6 +21,7 @@ struct RowKey {
   std::optional<CanvasCursor> cursor{};
   ColumnRange link{};          ///< underlined, because the pointer is on it
   bool isBlinkedAway = false;  ///< blinking text is hidden just now
+  bool isUnfinished = false;   ///< pictures are missing that there was no time to make
 
   friend bool operator==(const RowKey&, const RowKey&) = default;
 };

@@ -58,7 +58,13 @@ struct ClusterRoom {
   DevicePixels baseline;
 };
 
-/// A cluster as Qt shapes and paints it, from whichever font has it, made smaller where it would not fit its cells.
-GlyphMask shapedCluster(const QString& cluster, const QFont& font, const ClusterRoom& room);
+/// What becomes of a cluster that is wider than its cells, or narrower: letters keep their height as far as they can,
+/// a picture its proportions; a syllable of several cells grows towards their edges.
+enum class ClusterShape { Letters, Syllable, Emoji };
+
+/// A cluster as Qt shapes and paints it, from whichever font has it, made to fit its cells; wide letters may reach over
+/// their edges by a tenth.
+GlyphMask shapedCluster(const QString& cluster, const QFont& font, const ClusterRoom& room,
+                        ClusterShape shape = ClusterShape::Letters);
 
 }  // namespace zolt

@@ -2,7 +2,19 @@
 
 #include <algorithm>
 
+#include "canvas/Syllables.h"
+
 namespace zolt {
+
+namespace {
+
+// By its first byte: not ASCII, Latin, Greek, Cyrillic, Hebrew, Arabic or Chinese.
+constexpr bool mayContinueSyllable(std::string_view utf8) {
+  const auto byte = static_cast<unsigned char>(utf8.front());
+  return byte == 0xE0 || byte == 0xE1 || byte == 0xEA;
+}
+
+}  // namespace
 
 void RowContent::addText(CanvasColumn column, std::string_view ascii, const CellLook& look) {
   const auto begin = static_cast<std::uint32_t>(text.size());
@@ -26,14 +38,24 @@ void RowContent::addBlank(ColumnRange columns, const CellLook& look) {
 
 void RowContent::addCluster(ColumnRange columns, std::string_view utf8, const CellLook& look) {
   const auto begin = static_cast<std::uint32_t>(text.size());
+  const TextPiece piece{.column = columns.begin,
+                        .columns = columns.end - columns.begin,
+                        .begin = begin,
+                        .end = begin + static_cast<std::uint32_t>(utf8.size()),
+                        .isCluster = true,
+                        .look = look};
+  const TextPiece* last = pieces.empty() ? nullptr : &pieces.back();
+  const bool joins = last != nullptr && mayContinueSyllable(utf8) && last->isCluster &&
+                     last->range().end == piece.column && last->columns + piece.columns <= kSyllableColumns &&
+                     last->look == look && continuesSyllable(textOf(*last), utf8);
   text += utf8;
-  pieces.push_back({.column = columns.begin,
-                    .columns = columns.end - columns.begin,
-                    .begin = begin,
-                    .end = begin + static_cast<std::uint32_t>(utf8.size()),
-                    .isCluster = true,
-                    .look = look});
   blinks = blinks || look.blinks;
+  if (joins) {
+    pieces.back().columns += piece.columns;
+    pieces.back().end = piece.end;
+  } else {
+    pieces.push_back(piece);
+  }
 }
 
 CanvasColumn RowContent::columnOf(TextPosition position) const {

@@ -12,7 +12,8 @@
 
 namespace zolt {
 
-/// Text of a row in one look, from `column` on: either ASCII, a column for each byte, or one grapheme cluster.
+/// Text of a row in one look, from `column` on: either ASCII, a column for each byte, or what is shaped as one: a
+/// grapheme cluster, or those of a syllable.
 struct TextPiece {
   CanvasColumn column;
   int columns = 0;
@@ -55,7 +56,7 @@ struct RowContent {
   std::string_view textOf(const TextPiece& piece) const {
     return std::string_view(text).substr(piece.begin, piece.end - piece.begin);
   }
-  /// Add a piece after the others.
+  /// Add text after the other. A cluster that continues a syllable in its look joins the last piece.
   void addText(CanvasColumn column, std::string_view ascii, const CellLook& look);
   void addBlank(ColumnRange columns, const CellLook& look);
   void addCluster(ColumnRange columns, std::string_view utf8, const CellLook& look);

@@ -72,6 +72,7 @@ void RowPainter::paintGround(const RowContent& row, ColumnRange selected, Canvas
 }
 
 void RowPainter::paint(const RowContent& row, ColumnRange selected, Blinking blinking, CanvasColumn room) {
+  m_isUnfinished = false;
   paintGround(row, selected, std::max({row.end, selected.end, room}));
   for (const TextPiece& piece : row.pieces) {
     // Clear text is there for copying, not for seeing.
@@ -201,8 +202,12 @@ void RowPainter::paintText(std::string_view text, const TextPiece& piece, QRgb c
   CanvasFonts::Face& face = m_fonts.face(piece.look.weight, piece.look.slant);
   int x = cellsOf(piece.range()).left();
   if (piece.isCluster) {
-    const GlyphMask& mask = face.cluster(text, piece.columns);
-    mask.isColored ? blendColored(mask, x, qAlpha(color)) : blend(mask, x, color);
+    const GlyphMask* mask = face.cluster(text, piece.columns);
+    if (mask == nullptr) {
+      m_isUnfinished = true;
+    } else {
+      mask->isColored ? blendColored(*mask, x, qAlpha(color)) : blend(*mask, x, color);
+    }
     return;
   }
   if (m_fonts.font().ligatures) return paintJoined(text, x, face, color);
@@ -220,7 +225,9 @@ void RowPainter::paintJoined(std::string_view text, int x, CanvasFonts::Face& fa
     while (end < text.size() && mayJoin(text[end])) {
       ++end;
     }
-    const GlyphMask* joined = end - i > 1 ? &face.ligature(text.substr(i, end - i)) : nullptr;
+    const bool mayBeJoined = end - i > 1;
+    const GlyphMask* joined = mayBeJoined ? face.ligature(text.substr(i, end - i)) : nullptr;
+    if (mayBeJoined && joined == nullptr) m_isUnfinished = true;
     if (joined != nullptr && !joined->empty()) {
       blend(*joined, x, color);
       x += width * static_cast<int>(end - i);

@@ -34,6 +34,10 @@ class RowPainter {
   void paintLink(const RowContent& row, ColumnRange columns);
   void paintCursor(const RowContent& row, const CanvasCursor& cursor);
 
+  /// Whether something of the row is still missing, since the time for shaping is over: it is left blank, or without
+  /// its ligatures.
+  bool isUnfinished() const { return m_isUnfinished; }
+
   /// Draws the row with its top left corner at `origin`; the painter's coordinates are device pixels.
   void draw(QPainter& painter, DevicePoint origin) const;
 
@@ -58,6 +62,7 @@ class RowPainter {
   QRgb* m_pixels = nullptr;  // of m_picture
   QRect m_row;               // the part of the picture that the row takes
   QRect m_clip;              // what is being painted
+  bool m_isUnfinished = false;
 };
 
 }  // namespace zolt

@@ -56,6 +56,7 @@ TextCanvas::TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent, Clock
     : QAbstractScrollArea(parent),
       m_source(std::move(source)),
       m_fonts(std::make_unique<CanvasFonts>(CanvasFont(), 1)),
+      m_clock(clock),
       m_pacer([this] { makeFrame(); }, clock),
       m_bar(new ThinScrollBar(ThinScrollBar::Ground::Terminal, this)),
       m_sizeNotifier([this](const TerminalSize& size) { Q_EMIT gridSizeChanged(size); }, clock) {
@@ -83,6 +84,7 @@ TextCanvas::TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent, Clock
   });
   m_flashTimer.setSingleShot(true);
   connect(&m_flashTimer, &QTimer::timeout, viewport(), qOverload<>(&QWidget::update));
+  m_finishTimer = clock.makeTimer([this] { finishRows(); });
   m_announcer = std::make_unique<CanvasAnnouncer>(*this, clock);
   connect(this, &TextCanvas::frameChanged, this, [this] { m_announcer->frameChanged(); });
 }

@@ -30,7 +30,9 @@ struct PointerPlace;
 /// A scrolling widget that shows the rows of a row source and lets the user select and copy them.
 ///
 /// A frame costs what is visible, whatever the size of the text, and there is at most one per refresh of the screen.
-/// Scrolling moves pixels; only rows that changed are painted.
+/// Scrolling moves pixels; only rows that changed are painted. Characters that are new take long to shape: a frame does
+/// so for a few milliseconds, and what is missing then follows in the next ones. A picture of the canvas
+/// (QWidget::grab) is complete.
 class TextCanvas : public QAbstractScrollArea {
   Q_OBJECT
 
@@ -197,6 +199,7 @@ class TextCanvas : public QAbstractScrollArea {
   QRectF toLogical(DevicePoint topLeft, DevicePixels width, DevicePixels height) const;
   void updateRows(const std::vector<std::size_t>& rows);
   void paintRow(RowPainter& painter, std::size_t row);
+  void finishRows();
   void paintMarks(RowPainter& painter, std::size_t row);
   void paintPreedit(QPainter& painter);
   void selectionChanged();
@@ -215,6 +218,7 @@ class TextCanvas : public QAbstractScrollArea {
   CanvasFont m_font;  // not zoomed
   double m_zoom = 0;  // logical pixels more
   std::unique_ptr<CanvasFonts> m_fonts;
+  Clock& m_clock;
   FramePacer m_pacer;
   ThinScrollBar* m_bar;  // a child
   TerminalSize m_gridSize;
@@ -247,6 +251,7 @@ class TextCanvas : public QAbstractScrollArea {
   QTimer m_blinkTimer;
   bool m_blinkedAway = false;
   QTimer m_flashTimer;
+  std::unique_ptr<Timer> m_finishTimer;  // runs while a row in view is unfinished
   QString m_preedit;
   std::optional<CanvasLink> m_link;  // under the pointer
   QPointF m_hoveredAt;

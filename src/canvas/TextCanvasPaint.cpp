@@ -1,9 +1,12 @@
 // Painting a frame: its rows, what is being composed, and what blinks.
 #include <QApplication>
+#include <QBackingStore>
+#include <QPaintEngine>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QStyleHints>
 #include <algorithm>
+#include <utility>
 
 #include "canvas/RowPainter.h"
 #include "canvas/TextCanvas.h"
@@ -15,6 +18,14 @@ namespace {
 constexpr std::chrono::milliseconds kFlashTime{120};
 // Over the text at its brightest: to be noticed, not to dazzle.
 constexpr int kFlashAlpha = 48;
+// Of a frame. A key waits for it at most twice: for the frame that is being made, and for its own.
+constexpr std::chrono::milliseconds kShapingTime{6};
+
+// Whether a widget is painted for its window, and not for a picture of it.
+bool paintsWindow(const QWidget& widget, const QPainter& painter) {
+  QBackingStore* store = widget.backingStore();
+  return store != nullptr && painter.paintEngine()->paintDevice() == store->paintDevice();
+}
 
 }  // namespace
 
@@ -34,6 +45,7 @@ void TextCanvas::paintEvent(QPaintEvent* event) {
     m_frameValid = true;
   }
   QPainter painter(viewport());
+  if (paintsWindow(*viewport(), painter)) m_fonts->shapingTime().limit(m_clock, kShapingTime);
   // What is translucent replaces what was there.
   painter.setCompositionMode(QPainter::CompositionMode_Source);
   const double scale = m_fonts->scale();
@@ -58,8 +70,12 @@ void TextCanvas::paintEvent(QPaintEvent* event) {
       if (at.y.toDouble() >= area.bottom()) break;
       paintRow(rows, row);
       rows.draw(painter, at);
+      if (!rows.isUnfinished()) continue;
+      m_frame.rows[row].isUnfinished = true;
+      if (!m_finishTimer->isActive()) m_finishTimer->start({});
     }
   }
+  m_fonts->shapingTime().unlimit();
   painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
   paintPreedit(painter);
   if (m_flashTimer.isActive()) {
@@ -79,6 +95,15 @@ void TextCanvas::paintRow(RowPainter& painter, std::size_t row) {
   if (!key.link.empty()) painter.paintLink(*m_rows[row], key.link);
   paintMarks(painter, row);
   if (key.cursor) painter.paintCursor(*m_rows[row], *key.cursor);
+}
+
+// Rows that are marked as unfinished in the frame are painted again with the next one in any case.
+void TextCanvas::finishRows() {
+  std::vector<std::size_t> rows;
+  for (std::size_t row = 0; row < m_frame.rows.size(); ++row) {
+    if (std::exchange(m_frame.rows[row].isUnfinished, false)) rows.push_back(row);
+  }
+  updateRows(rows);
 }
 
 // Text that is being composed stands at the cursor, underlined, in the view whatever its length.
