@@ -116,7 +116,11 @@ GlyphMask CanvasFonts::Face::makeCluster(const std::string& utf8, int columns) c
   const QString text = QString::fromStdString(utf8);
   const ClusterRoom room{
       .width = m_metrics.width * columns, .height = m_metrics.height, .baseline = m_metrics.baseline};
-  const LetterFont letter = letterFont(first, m_font);
+  LetterFont letter;
+  // The first that needs rules decides: it may be a mark on a character of another script.
+  for (std::size_t at = 0; at < utf8.size() && letter.use == LetterFont::Use::Any; at += length) {
+    letter = letterFont(scalarAt(utf8, at, length), m_font);
+  }
   switch (letter.use) {
     case LetterFont::Use::Any:
       break;

@@ -155,12 +155,12 @@ void RowPainter::fill(QRect area, QRgb color) {
 void RowPainter::blend(const GlyphMask& mask, int x, QRgb color) {
   const int left = x + mask.left;
   const int top = m_fonts.metrics().baseline.toInt() + mask.top;
-  const QRect whole(left, top, mask.width, mask.height);
-  const QRect area = whole & m_clip;
+  const QRect area = QRect(left, top, mask.width, mask.height) & m_clip;
+  if (area.isEmpty()) return;
   const std::ptrdiff_t pitch = m_picture.width();
   const QRgb* coverages = mask.coverage.data() + static_cast<std::ptrdiff_t>(area.top() - top) * mask.stride();
-  const bool isWide = area.width() == mask.width && left + mask.stride() <= m_row.width();
-  if (isWide) {
+  const bool hasWholeRows = area.width() == mask.width && left + mask.stride() <= m_row.width();
+  if (hasWholeRows) {
     blendMask(m_pixels + area.top() * pitch + left, pitch, coverages, mask.stride(), area.height(), color);
     return;
   }

@@ -10,8 +10,8 @@ namespace zolt {
 
 /// A slim bar below a terminal that says what the log display is not, and offers the full emulation. It never takes
 /// the keyboard by itself; with the keyboard, Tab goes through its buttons. One row high: in a narrow window the text
-/// is elided. Only text that is larger than usual takes as many lines as it needs, with
-/// the buttons below it, and where two buttons have no room beside each other, one is below the other. Main thread.
+/// is elided. Text that is larger than usual takes as many lines as it needs, with the buttons below it; buttons that
+/// have no room beside each other stand one below the other. Main thread.
 class DisplayBar : public QWidget {
   Q_OBJECT
 

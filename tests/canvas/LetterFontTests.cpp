@@ -32,6 +32,18 @@ TEST(LetterFont, DrawsLettersOfScriptsWithRulesWithoutAWarning) {
   }
 }
 
+TEST(LetterFont, DrawsMarksOfScriptsWithRulesOnOtherCharactersWithoutAWarning) {
+  CanvasFonts fonts({}, 1);
+  auto& face = fonts.face(FontWeight::Regular, FontSlant::Upright);
+  for (const char32_t base : {U'x', U'=', U'\u4E2D', U'\U0001F600'}) {
+    for (const char32_t mark : {U'\u0711', U'\u07A6', U'\u07B0', U'\u07EB', U'\u093E', U'\u0941'}) {
+      std::string cluster = utf8(base);
+      cluster += utf8(mark);
+      EXPECT_NE(face.cluster(cluster, 2), nullptr) << std::uint32_t(base) << ' ' << std::uint32_t(mark);
+    }
+  }
+}
+
 #ifndef Q_OS_MACOS
 TEST(LetterFont, ShowsTheFontsOwnSignForALetterThatNoFontHas) {
   CanvasFonts fonts({}, 1);
