@@ -46,9 +46,9 @@ class EmulationDisplayTest : public testing::Test {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get(), test::kPatience.count()));
     QApplication::setActiveWindow(window.get());
     canvas().setFocus();
-    // The program is told the size of the window once.
+    // The program is told the size of the window once. Frames that are paced wait for the clock that the test moves.
     ASSERT_TRUE(waitFor([this] {
-      stopped.advance(std::chrono::microseconds(0));
+      stopped.advance(std::chrono::milliseconds(50));
       return display->source().screen()->size.columns == canvas().gridSize().columns;
     }));
   }
