@@ -2,12 +2,14 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "settings/Config.h"
 #include "settings/EmulationSettingsStore.h"
 #include "view/ContentView.h"
 #include "view/EmulationSurface.h"
+#include "view/TerminalTabs.h"
 
 namespace zolt::bench {
 
@@ -16,10 +18,14 @@ class FullEmulation {
  public:
   FullEmulation() { m_config.setupDefaults(); }
 
-  /// Makes the display of a window; must not outlive this.
-  ContentView::MakeSurface makeSurface() {
-    return [this](TerminalController& terminal, QWidget* parent) -> std::unique_ptr<TerminalSurface> {
-      return std::make_unique<EmulationSurface>(terminal, TerminalSize{.rows = 24, .columns = 80}, m_settings, parent);
+  /// What a window shows: a terminal of `makeTerminal` in the full emulation. Must not outlive this.
+  ContentView::MakeArea areaOf(ContentView::MakeTerminal makeTerminal) {
+    return [this, makeTerminal = std::move(makeTerminal)](const TerminalSize& size) {
+      auto pane = std::make_unique<TerminalPane>(
+          makeTerminal(size), [&](TerminalController& terminal, QWidget* parent) -> std::unique_ptr<TerminalSurface> {
+            return std::make_unique<EmulationSurface>(terminal, size, m_settings, parent);
+          });
+      return std::make_unique<TerminalTabs>(std::move(pane), nullptr);
     };
   }
 

@@ -27,7 +27,7 @@ int main(int argc, char** argv) {
   std::vector<std::unique_ptr<zolt::ContentView>> windows;
   const auto open = [&](const char* program, const char* argument) -> zolt::TextCanvas& {
     auto& window = windows.emplace_back(std::make_unique<zolt::ContentView>(
-        zolt::bench::terminalWith(program, {argument}), emulation.makeSurface(), zolt::UserDefaults::standard()));
+        emulation.areaOf(zolt::bench::terminalWith(program, {argument})), zolt::UserDefaults::standard()));
     window->resize(900, 600);
     window->show();
     return window->surface().canvas();

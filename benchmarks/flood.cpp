@@ -26,8 +26,10 @@ int main(int argc, char** argv) {
   if (argc != 2) return 2;
   const bool isFull = std::string(argv[1]) == "emulation";
   zolt::bench::FullEmulation emulation;
-  zolt::ContentView window(zolt::bench::terminalWith("/usr/bin/yes", {"a line of a flood that never ends"}),
-                           isFull ? emulation.makeSurface() : nullptr, zolt::UserDefaults::standard());
+  const auto yes = zolt::bench::terminalWith("/usr/bin/yes", {"a line of a flood that never ends"});
+  const auto shown = isFull ? std::make_unique<zolt::ContentView>(emulation.areaOf(yes), zolt::UserDefaults::standard())
+                            : std::make_unique<zolt::ContentView>(yes, zolt::UserDefaults::standard());
+  zolt::ContentView& window = *shown;
   window.resize(900, 600);
   window.show();
   zolt::TextCanvas& canvas = window.surface().canvas();

@@ -41,7 +41,7 @@ void fact(const char* what, const char* format, double value) {
 class Window {
  public:
   Window()
-      : m_content(zolt::bench::terminalWith("/bin/sleep", {"1000"}), m_emulation.makeSurface(),
+      : m_content(m_emulation.areaOf(zolt::bench::terminalWith("/bin/sleep", {"1000"})),
                   zolt::UserDefaults::standard()) {
     m_content.resize(1400, 900);
     m_content.show();

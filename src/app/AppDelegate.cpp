@@ -4,10 +4,10 @@
 
 #include <QApplication>
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "app/EmulationWindowController.h"
-#include "app/NewShell.h"
 #include "app/Questions.h"
 #include "platform/ProcessFolder.h"
 #include "platform/ProcessName.h"
@@ -36,15 +36,21 @@ std::string folderOf(const PTYSession& session) {
   return folder.empty() || access(folder.c_str(), X_OK) != 0 ? session.workingDirectory : folder;
 }
 
+TerminalTabs& tabsOf(TerminalWindow& window) {
+  return static_cast<TerminalTabs&>(window.contentViewController().rootView().area());
+}
+
 }  // namespace
 
 AppDelegate::AppDelegate(Config& config, UserDefaults& defaults, std::function<void(TerminalWindow&)> prepareWindow,
-                         Environment environment)
+                         Environment environment, Clock& clock)
     : m_config(config),
       m_defaults(defaults),
       m_prepareWindow(std::move(prepareWindow)),
       m_environment(std::move(environment)),
       m_emulationSettings(std::make_unique<EmulationSettingsStore>(config, defaults)),
+      m_panes(*m_emulationSettings, m_environment),
+      m_closedTerminals(clock),
       m_updaterController(std::make_unique<UpdaterController>(true, defaults)) {}
 
 AppDelegate::~AppDelegate() {
@@ -61,7 +67,8 @@ void AppDelegate::applicationDidFinishLaunching(const TerminalLaunch& first) {
 }
 
 void AppDelegate::newWindow() {
-  openWindow({});
+  TerminalWindow* key = keyFullWindow();
+  openWindow({.workingDirectory = key == nullptr ? std::string() : tabsOf(*key).surface().folder()});
 }
 
 TerminalWindow& AppDelegate::openWindow(const TerminalLaunch& launch) {
@@ -89,45 +96,135 @@ std::unique_ptr<TerminalWindow> AppDelegate::createTerminalWindow(const Terminal
   const TerminalWindowKind kind{.display = launch.display.value_or(displayOfNewWindow()),
                                 .isForProgram = launch.isForProgram};
   const bool isFull = kind.display == Display::FullEmulation;
-  const EmulationSettings settings = isFull ? m_emulationSettings->current() : EmulationSettings();
-  const TerminalSize size = terminalSizeOfNewWindow(isFull ? emulationFont(settings) : CanvasFont(), bar.get(),
-                                                    launch.place ? std::optional(launch.place->size()) : std::nullopt);
-  const NewShell chosen = isFull && !launch.shell ? newShell(settings.startupShell, ShellManager::shared())
-                                                  : NewShell{.shell = ShellManager::shared().defaultShell()};
-  const Shell& shell = launch.shell ? *launch.shell : chosen.shell;
-  // In the full emulation a shell that ends has ended.
-  const auto restart = isFull ? TerminalController::Restart::Never : launch.restart;
+  const TerminalSize size =
+      terminalSizeOfNewWindow(isFull ? emulationFont(m_emulationSettings->current()) : CanvasFont(), bar.get(),
+                              launch.place ? std::optional(launch.place->size()) : std::nullopt);
+  QString name;
   // The shell is started before the window is built, so that the prompt is there for the first frame.
-  auto started = std::make_shared<std::unique_ptr<TerminalController>>(
-      std::make_unique<TerminalController>(shell, restart, size, launch.workingDirectory, m_environment));
-  ContentView::MakeSurface makeSurface;
-  if (isFull) {
-    makeSurface = [this, size](TerminalController& terminal, QWidget* parent) {
-      return std::make_unique<EmulationSurface>(terminal, size, *m_emulationSettings, parent);
-    };
-  }
-  auto rootView = std::make_unique<ContentView>([started](const TerminalSize&) { return std::move(*started); },
-                                                std::move(makeSurface), m_defaults);
+  auto rootView = isFull ? makeFullContent(launch, size, name) : makeLogContent(launch, size, name);
   auto window = std::make_unique<TerminalWindow>(
-      QStringLiteral("Zolt"), QString::fromStdString(shell.name),
-      std::make_unique<TerminalWindowController>(std::move(rootView), m_environment), kind);
+      QStringLiteral("Zolt"), name, std::make_unique<TerminalWindowController>(std::move(rootView), m_environment),
+      kind);
   if (launch.place) window->setGeometry(*launch.place);
   if (bar) offerDisplays(*window, std::move(bar));
-  if (isFull) prepareFullEmulation(*window, settings, chosen.isRefused);
+  if (isFull) prepareFullEmulation(*window);
   m_prepareWindow(*window);
   return window;
 }
 
-void AppDelegate::prepareFullEmulation(TerminalWindow& window, const EmulationSettings& settings, bool isRefused) {
-  auto& surface = static_cast<EmulationSurface&>(window.contentViewController().rootView().surface());
-  if (isRefused) {
-    surface.addFirstNotice(tr("“%1” is not a program that can be run. This is %2, the default shell.")
-                               .arg(QString::fromStdString(settings.startupShell), window.subtitle()));
+std::unique_ptr<ContentView> AppDelegate::makeLogContent(const TerminalLaunch& launch, const TerminalSize& size,
+                                                         QString& name) {
+  const Shell shell = launch.shell ? *launch.shell : ShellManager::shared().defaultShell();
+  name = QString::fromStdString(shell.name);
+  auto started = std::make_shared<std::unique_ptr<TerminalController>>(
+      std::make_unique<TerminalController>(shell, launch.restart, size, launch.workingDirectory, m_environment));
+  return std::make_unique<ContentView>([started](const TerminalSize&) { return std::move(*started); }, m_defaults);
+}
+
+std::unique_ptr<ContentView> AppDelegate::makeFullContent(const TerminalLaunch& launch, const TerminalSize& size,
+                                                          QString& name) {
+  auto tab = launch.tab;
+  if (!tab) {
+    auto pane = m_panes.make(
+        {.shell = launch.shell, .isForProgram = launch.isForProgram, .size = size, .folder = launch.workingDirectory});
+    tab = std::make_shared<DetachedTab>();
+    tab->current = pane.get();
+    tab->view = std::make_unique<SplitView>(*pane.release());
   }
-  auto* controller = new EmulationWindowController(window, *m_emulationSettings);
+  name = QString::fromStdString(tab->current->terminal().title());
+  return std::make_unique<ContentView>(
+      [this, tab, isForProgram = launch.isForProgram](const TerminalSize&) {
+        TerminalTabs::MakePane makePane;
+        if (!isForProgram) {
+          makePane = [this](const TerminalTabs::NewPane& wanted) {
+            return m_panes.make({.size = m_panes.sizeIn(wanted.area, wanted.scale), .folder = wanted.folder});
+          };
+        }
+        auto tabs = std::make_unique<TerminalTabs>(std::move(makePane));
+        tabs->insertTab(std::move(*tab), 0);
+        return tabs;
+      },
+      m_defaults);
+}
+
+void AppDelegate::prepareFullEmulation(TerminalWindow& window) {
+  auto* controller = new EmulationWindowController(window, *m_emulationSettings, m_closedTerminals);
   if (window.kind().isForProgram) return;
-  controller->typeFirst(settings.startupCommand);
-  connect(&window, &TerminalWindow::closed, this, [this, &window] { forget(window); });
+  connect(controller, &EmulationWindowController::closed, this, [this, &window] { keepClosed(window); });
+  connect(controller, &EmulationWindowController::over, this, [this, &window] { forget(window); });
+  connect(&controller->tabs(), &TerminalTabs::windowWanted, this,
+          [this, controller, &window](int index, std::optional<QPoint> at) {
+            if (controller->tabs().count() == 1) return;
+            const QSize size = window.size();
+            openTab(controller->tabs().takeTab(index), at ? std::optional(QRect(*at, size)) : std::nullopt);
+          });
+}
+
+void AppDelegate::openTab(DetachedTab tab, std::optional<QRect> place) {
+  openWindow({.display = Display::FullEmulation, .place = place, .tab = std::make_shared<DetachedTab>(std::move(tab))});
+}
+
+void AppDelegate::keepClosed(TerminalWindow& window) {
+  const auto found = std::ranges::find(m_windows, &window, &std::unique_ptr<TerminalWindow>::get);
+  if (found == m_windows.end()) return;
+  ClosedTerminals::Window closed{.window = std::move(*found)};
+  m_windows.erase(found);
+  m_closedTerminals.keep(std::move(closed), keptFor(m_emulationSettings->current()));
+}
+
+void AppDelegate::reopenClosed() {
+  auto closed = m_closedTerminals.takeLast();
+  if (!closed) return;
+  if (auto* window = std::get_if<ClosedTerminals::Window>(&*closed)) {
+    m_windows.push_back(std::move(window->window));
+    m_windows.back()->makeKeyAndOrderFront();
+    return;
+  }
+  auto* pane = std::get_if<ClosedTerminals::Pane>(&*closed);
+  auto* tab = std::get_if<ClosedTerminals::Tab>(&*closed);
+  TerminalTabs* area = pane != nullptr ? pane->area : tab->area;
+  const bool isThere = area != nullptr && area->isVisible();
+  if (!isThere) {
+    DetachedTab whole = tab != nullptr ? std::move(tab->tab) : DetachedTab();
+    if (pane != nullptr) {
+      whole.current = pane->pane.pane.get();
+      whole.view = std::make_unique<SplitView>(*pane->pane.pane.release());
+    }
+    return openTab(std::move(whole), std::nullopt);
+  }
+  if (pane != nullptr) {
+    area->putBack(std::move(pane->pane));
+  } else {
+    area->insertTab(std::move(tab->tab), tab->index);
+  }
+  static_cast<TerminalWindow*>(area->window())->makeKeyAndOrderFront();
+}
+
+TerminalWindow* AppDelegate::keyFullWindow() const {
+  auto* window = qobject_cast<TerminalWindow*>(QApplication::activeWindow());
+  const bool isFull = window != nullptr && window->kind().display == Display::FullEmulation;
+  return isFull && !window->kind().isForProgram ? window : nullptr;
+}
+
+std::vector<TerminalWindow*> AppDelegate::fullWindows() const {
+  std::vector<TerminalWindow*> windows;
+  for (const auto& window : m_windows) {
+    const bool isFull = window->kind().display == Display::FullEmulation;
+    if (isFull && !window->kind().isForProgram) windows.push_back(window.get());
+  }
+  return windows;
+}
+
+void AppDelegate::mergeAllWindows() {
+  TerminalWindow* key = keyFullWindow();
+  if (key == nullptr) return;
+  TerminalTabs& into = tabsOf(*key);
+  for (TerminalWindow* window : fullWindows()) {
+    if (window == key) continue;
+    while (tabsOf(*window).count() > 0) {
+      into.insertTab(tabsOf(*window).takeTab(0), into.count());
+    }
+  }
 }
 
 void AppDelegate::offerDisplays(TerminalWindow& window, std::unique_ptr<DisplayBar> bar) {
@@ -188,18 +285,11 @@ void AppDelegate::forget(TerminalWindow& window) {
   window.deleteLater();
 }
 
-std::vector<std::string> AppDelegate::runningPrograms() const {
-  std::vector<std::string> names;
-  for (const auto& window : m_windows) {
-    if (window->kind().display != Display::FullEmulation || window->kind().isForProgram) continue;
-    PTYSession& session = window->contentViewController().rootView().terminal().ptySession();
-    if (const auto program = session.foregroundProgram()) names.push_back(processName(*program));
-  }
-  return names;
-}
-
 void AppDelegate::quit() {
-  const std::vector<std::string> programs = runningPrograms();
+  std::vector<std::string> programs;
+  for (TerminalWindow* window : fullWindows()) {
+    std::ranges::move(runningPrograms(tabsOf(*window).panes()), std::back_inserter(programs));
+  }
   if (programs.empty() || !m_emulationSettings->current().warnBeforeClosing) return quitNow();
   QWidget* over = QApplication::activeWindow();
   if (over == nullptr) over = m_windows.back().get();
@@ -218,7 +308,10 @@ void AppDelegate::checkForUpdates() {
 }
 
 bool AppDelegate::validate(const QByteArray& action) const {
-  return action != "checkForUpdates" || m_updaterController->canCheckForUpdates();
+  if (action == "checkForUpdates") return m_updaterController->canCheckForUpdates();
+  if (action == "reopenClosed") return !m_closedTerminals.empty();
+  if (action == "mergeAllWindows") return keyFullWindow() != nullptr && fullWindows().size() > 1;
+  return true;
 }
 
 void AppDelegate::newTab() {

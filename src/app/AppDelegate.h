@@ -9,7 +9,9 @@
 #include <string>
 #include <vector>
 
+#include "app/ClosedTerminals.h"
 #include "app/Display.h"
+#include "app/PaneMaker.h"
 #include "app/TerminalWindow.h"
 #include "platform/Environment.h"
 #include "settings/Config.h"
@@ -23,24 +25,26 @@ namespace zolt {
 struct TerminalLaunch {
   std::optional<Shell> shell{};
   TerminalController::Restart restart = TerminalController::Restart::AfterFailure;
-  std::string workingDirectory{};    ///< this process's if empty
-  std::string activationToken{};     ///< lets the window take the focus (XDG Activation); empty if there is none
-  std::optional<Display> display{};  ///< otherwise as chosen for this run, or in the settings
-  std::optional<QRect> place{};      ///< on the screen, without the frame; otherwise that of every new window
-  bool isForProgram = false;         ///< `shell` is a program that was given on the command line
+  std::string workingDirectory{};      ///< this process's if empty
+  std::string activationToken{};       ///< lets the window take the focus (XDG Activation); empty if there is none
+  std::optional<Display> display{};    ///< otherwise as chosen for this run, or in the settings
+  std::optional<QRect> place{};        ///< on the screen, without the frame; otherwise that of every new window
+  bool isForProgram = false;           ///< `shell` is a program that was given on the command line
+  std::shared_ptr<DetachedTab> tab{};  ///< shown in the full emulation, instead of a new terminal
 };
 
 /// Opens terminal windows and owns them: those of the log display even after they are closed, until the application
-/// quits. Performs the actions "newWindow", "newTab", "toggleFullEmulation", "checkForUpdates" and "quit". Main thread.
+/// quits. Performs the actions "newWindow", "newTab", "reopenClosed", "mergeAllWindows", "toggleFullEmulation",
+/// "checkForUpdates" and "quit". Main thread.
 class AppDelegate : public QObject {
   Q_OBJECT
 
  public:
-  /// `prepareWindow` is called for each new window before it is first shown, to attach the menus and the like. `config`
-  /// and `defaults` must outlive the delegate. Every shell inherits `environment`. The update service is started as
+  /// `prepareWindow` is called for each new window before it is first shown, to attach the menus and the like. `config`,
+  /// `defaults` and `clock` must outlive the delegate. Every shell inherits `environment`. The update service is started as
   /// soon as the delegate exists.
   AppDelegate(Config& config, UserDefaults& defaults, std::function<void(TerminalWindow&)> prepareWindow,
-              Environment environment = processEnvironment());
+              Environment environment = processEnvironment(), Clock& clock = Clock::steady());
   ~AppDelegate() override;
 
   /// What windows show in this run, whatever the settings say.
@@ -54,9 +58,14 @@ class AppDelegate : public QObject {
   /// Always false, deliberately: the application keeps running without windows and opens one on request.
   static bool applicationShouldTerminateAfterLastWindowClosed() { return false; }
 
+  /// In the folder of the key window's terminal, if that is of the full emulation.
   Q_INVOKABLE void newWindow();
   /// Adds a terminal to the key window; opens a window if there is none; does nothing if it is not a terminal window.
   Q_INVOKABLE void newTab();
+  /// Brings back what was closed last in the full emulation, its shells alive.
+  Q_INVOKABLE void reopenClosed();
+  /// Moves the tabs of all windows of the full emulation into the key window.
+  Q_INVOKABLE void mergeAllWindows();
   /// Stores whether windows to come use the full emulation, and offers to replace the key window if that shows the
   /// other display.
   Q_INVOKABLE void toggleFullEmulation();
@@ -68,7 +77,7 @@ class AppDelegate : public QObject {
   void quitNow();
   /// Asks the update service to check now; the service shows its own windows.
   Q_INVOKABLE void checkForUpdates();
-  /// Whether an action is available now: no update check while another is in progress.
+  /// Whether an action is available now: no update check while another is in progress, and the like.
   Q_INVOKABLE bool validate(const QByteArray& action) const;
 
   /// Opens a window in front of the others.
@@ -83,19 +92,27 @@ class AppDelegate : public QObject {
   TerminalWindow& open(const TerminalLaunch& launch, std::unique_ptr<DisplayBar> bar);
   std::unique_ptr<TerminalWindow> createTerminalWindow(const TerminalLaunch& launch, std::unique_ptr<DisplayBar> bar);
   /// What a new window of the full emulation does besides showing its terminal.
-  void prepareFullEmulation(TerminalWindow& window, const EmulationSettings& settings, bool isRefused);
+  void prepareFullEmulation(TerminalWindow& window);
+  /// What is shown, with its shell started, and the shell's name.
+  std::unique_ptr<ContentView> makeLogContent(const TerminalLaunch& launch, const TerminalSize& size, QString& name);
+  std::unique_ptr<ContentView> makeFullContent(const TerminalLaunch& launch, const TerminalSize& size, QString& name);
+  void keepClosed(TerminalWindow& window);
+  void openTab(DetachedTab tab, std::optional<QRect> place);
+  /// The key window, if it is of the full emulation and not for a program.
+  TerminalWindow* keyFullWindow() const;
+  std::vector<TerminalWindow*> fullWindows() const;
   void offerDisplays(TerminalWindow& window, std::unique_ptr<DisplayBar> bar);
   void useFullEmulation(TerminalWindow& inPlaceOf);
   void replace(TerminalWindow& window, Display display);
   void forget(TerminalWindow& window);
-  /// The names of the programs that run in the foreground of the full emulation's windows.
-  std::vector<std::string> runningPrograms() const;
 
   Config& m_config;
   UserDefaults& m_defaults;
   std::function<void(TerminalWindow&)> m_prepareWindow;
   Environment m_environment;
   std::unique_ptr<EmulationSettingsStore> m_emulationSettings;
+  PaneMaker m_panes;
+  ClosedTerminals m_closedTerminals;
   std::optional<Display> m_display;
   std::vector<std::unique_ptr<TerminalWindow>> m_windows;
   std::vector<QPointer<TerminalWindow>> m_leaving;  // forgotten, each until the event is over that closed it

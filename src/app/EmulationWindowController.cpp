@@ -1,112 +1,146 @@
 #include "app/EmulationWindowController.h"
 
 #include <QApplication>
-#include <QKeyEvent>
+#include <QPointer>
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
-#include "app/Questions.h"
-#include "app/WhenDrained.h"
+#include "app/PaneLife.h"
 #include "platform/MainQueue.h"
 #include "platform/ProcessName.h"
 
 namespace zolt {
 
-namespace {
+std::vector<std::string> runningPrograms(const std::vector<TerminalPane*>& panes) {
+  std::vector<std::string> names;
+  for (TerminalPane* pane : panes) {
+    if (const auto program = pane->terminal().ptySession().foregroundProgram()) names.push_back(processName(*program));
+  }
+  return names;
+}
 
-constexpr int kSignalStatusBase = 128;
-// A shell without a prompt prints nothing.
-constexpr std::chrono::milliseconds kPromptLimit{1000};
-
-}  // namespace
+std::chrono::milliseconds keptFor(const EmulationSettings& settings) {
+  return std::chrono::milliseconds(std::llround(settings.reopenSeconds * 1000));
+}
 
 EmulationWindowController::EmulationWindowController(TerminalWindow& window, const EmulationSettingsStore& settings,
-                                                     Clock& clock)
-    : QObject(&window), m_window(window), m_settings(settings), m_clock(clock), m_start(clock.now()), m_blur(window) {
-  connect(&m_settings, &EmulationSettingsStore::changed, this, &EmulationWindowController::followBlur);
-  followBlur();
-  connect(&surface(), &EmulationSurface::titleChanged, this, &EmulationWindowController::showTitle);
-  connect(&surface(), &EmulationSurface::bellRang, this, [this] {
+                                                     ClosedTerminals& closed)
+    : QObject(&window),
+      m_window(window),
+      m_tabs(static_cast<TerminalTabs&>(window.contentViewController().rootView().area())),
+      m_settings(settings),
+      m_closed(closed),
+      m_blur(window) {
+  connect(&m_settings, &EmulationSettingsStore::changed, this, &EmulationWindowController::apply);
+  apply();
+  connect(&m_tabs, &TerminalTabs::titleChanged, this, &EmulationWindowController::showTitle);
+  connect(&m_tabs, &TerminalTabs::bellRang, this, [this] {
     if (!m_window.isActiveWindow()) QApplication::alert(&m_window);
   });
+  showTitle();
   if (m_window.kind().isForProgram) return;  // it ends with its program
   m_window.setCloseCheck([this] { return mayClose(); });
   connect(&m_window, &TerminalWindow::closed, this, [this] {
-    m_hasEnded = true;
-    terminal().ptySession().terminate();
+    if (m_isOver) {
+      Q_EMIT over();
+    } else {
+      Q_EMIT this->closed();
+    }
   });
-  connect(&terminal(), &TerminalController::shellEnded, this, &EmulationWindowController::shellEnded);
-  if (!terminal().ptySession().isRunning()) stayOpen(tr("The shell could not be started."));
-}
-
-TerminalController& EmulationWindowController::terminal() {
-  return m_window.contentViewController().rootView().terminal();
-}
-
-EmulationSurface& EmulationWindowController::surface() {
-  return static_cast<EmulationSurface&>(m_window.contentViewController().rootView().surface());
-}
-
-void EmulationWindowController::typeFirst(const std::string& command) {
-  if (command.empty()) return;
-  m_command = command + "\r";
-  const auto type = [this] {
-    if (!m_command.empty()) terminal().sendInput(std::exchange(m_command, {}));
-  };
-  connect(&surface(), &EmulationSurface::screenChanged, this, [this, type] {
-    if (!surface().isUntouched()) type();
+  connect(&m_tabs, &TerminalTabs::paneAdded, this, [this](TerminalPane* pane) { welcome(*pane); });
+  connect(&m_tabs, &TerminalTabs::paneLeaving, this, [this](TerminalPane* pane) { part(*pane); });
+  connect(&m_tabs, &TerminalTabs::paneCloseWanted, this, [this](TerminalPane* pane) { askToClosePane(*pane); });
+  connect(&m_tabs, &TerminalTabs::tabCloseWanted, this, &EmulationWindowController::askToCloseTab);
+  connect(&m_tabs, &TerminalTabs::emptied, this, [this] {
+    m_isOver = true;
+    // Not within what the last tab left for.
+    MainQueue::async(MainQueue::Owner(this), [this] { m_window.closeNow(); });
   });
-  MainQueue::after(MainQueue::Owner(this), kPromptLimit, type);
+  for (TerminalPane* pane : m_tabs.panes()) {
+    welcome(*pane);
+  }
 }
 
-void EmulationWindowController::followBlur() {
+void EmulationWindowController::apply() {
   const EmulationSettings settings = m_settings.current();
   m_blur.setWanted(settings.blurBackground && settings.opacity < 1);
+  m_tabs.setDimsOthers(settings.dimUnfocusedPanes);
 }
 
-void EmulationWindowController::showTitle(const QString& title) {
+void EmulationWindowController::showTitle() {
+  if (m_tabs.count() == 0) return;
   // "[*]" stands for the mark of a changed document.
-  QString shown = title.simplified().replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
+  const QString shown = m_tabs.title().simplified().replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
   m_window.setWindowTitle(shown.isEmpty() ? QStringLiteral("Zolt") : shown);
 }
 
-bool EmulationWindowController::mayClose() {
-  if (!m_settings.current().warnBeforeClosing) return true;
-  const auto program = terminal().ptySession().foregroundProgram();
-  if (!program) return true;
-  askBeforeClosing(m_window, processName(*program), [this] { m_window.closeNow(); });
-  return false;
+void EmulationWindowController::welcome(TerminalPane& pane) {
+  PaneLife* life = PaneLife::of(pane);
+  if (life == nullptr) return;
+  connect(life, &PaneLife::over, this, [this, &pane] { paneIsOver(pane); });
+  connect(life, &PaneLife::stays, this, [this, &pane](std::optional<int> status) {
+    if (status) m_tabs.setExitStatus(pane, *status);
+  });
+  if (life->isOver()) paneIsOver(pane);
 }
 
-void EmulationWindowController::shellEnded(int status) {
-  if (m_hasEnded) return;
-  const bool wasKilled = terminal().ptySession().terminationReason() == ChildProcess::Reason::Signal;
-  const bool failedAtOnce = (wasKilled || status != 0) && m_clock.now() - m_start < shortestLife;
-  if (m_settings.current().closeWindowWhenShellExits && !failedAtOnce) {
+void EmulationWindowController::part(TerminalPane& pane) {
+  if (PaneLife* life = PaneLife::of(pane)) life->disconnect(this);
+}
+
+// It may be an event of the pane that says so: the pane is deleted later.
+void EmulationWindowController::paneIsOver(TerminalPane& pane) {
+  const int index = m_tabs.indexOf(pane);
+  if (index < 0) return;
+  if (m_tabs.panesOf(index).size() > 1) {
+    m_tabs.takePane(pane).pane.release()->deleteLater();
+  } else if (m_tabs.count() > 1) {
+    m_tabs.takeTab(index).view.release()->deleteLater();
+  } else {
+    m_isOver = true;
     m_window.closeNow();
+  }
+}
+
+void EmulationWindowController::askFirst(ClosedThing thing, const std::vector<TerminalPane*>& panes,
+                                         std::function<void()> close) {
+  const std::vector<std::string> programs = runningPrograms(panes);
+  if (programs.empty() || !m_settings.current().warnBeforeClosing) return close();
+  askBeforeClosing(m_window, thing, programs, static_cast<int>(m_settings.current().reopenSeconds), std::move(close));
+}
+
+void EmulationWindowController::askToClosePane(TerminalPane& pane) {
+  const int index = m_tabs.indexOf(pane);
+  if (m_tabs.panesOf(index).size() == 1) return askToCloseTab(index);
+  askFirst(ClosedThing::Pane, {&pane}, [this, closing = QPointer(&pane)] {
+    if (!closing || m_tabs.indexOf(*closing) < 0 || m_tabs.panesOf(m_tabs.indexOf(*closing)).size() == 1) return;
+    m_closed.keep(ClosedTerminals::Pane{.pane = m_tabs.takePane(*closing), .area = &m_tabs},
+                  keptFor(m_settings.current()));
+  });
+}
+
+void EmulationWindowController::askToCloseTab(int index) {
+  if (m_tabs.count() == 1) {
+    m_window.close();
     return;
   }
-  const int shown = wasKilled ? kSignalStatusBase + status : status;
-  whenDrained(MainQueue::Owner(this), terminal().ptySession(),
-              [this, shown] { stayOpen(tr("The shell ended with status %1.").arg(shown)); });
-}
-
-// The terminal is closed, so that nothing answers keys any more; Return closes the window.
-void EmulationWindowController::stayOpen(const QString& notice) {
-  if (std::exchange(m_hasEnded, true)) return;
-  terminal().ptySession().terminate();
-  surface().addLastNotice(notice);
-  surface().canvas().installEventFilter(this);
-}
-
-bool EmulationWindowController::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::KeyPress) {
-    const int key = static_cast<QKeyEvent*>(event)->key();
-    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-      m_window.closeNow();
-      return true;
+  askFirst(ClosedThing::Tab, m_tabs.panesOf(index), [this, view = QPointer(&m_tabs.view(index))] {
+    // Others may have come or gone meanwhile.
+    for (int at = 0; at < m_tabs.count() && m_tabs.count() > 1; ++at) {
+      if (&m_tabs.view(at) != view) continue;
+      m_closed.keep(ClosedTerminals::Tab{.tab = m_tabs.takeTab(at), .area = &m_tabs, .index = at},
+                    keptFor(m_settings.current()));
+      return;
     }
-  }
-  return QObject::eventFilter(watched, event);
+  });
+}
+
+bool EmulationWindowController::mayClose() {
+  const std::vector<TerminalPane*> panes = m_tabs.panes();
+  if (runningPrograms(panes).empty() || !m_settings.current().warnBeforeClosing) return true;
+  askFirst(ClosedThing::Window, panes, [this] { m_window.closeNow(); });
+  return false;
 }
 
 }  // namespace zolt

@@ -1,53 +1,61 @@
 #pragma once
 
 #include <QObject>
+#include <functional>
 #include <string>
+#include <vector>
 
+#include "app/ClosedTerminals.h"
+#include "app/Questions.h"
 #include "app/TerminalWindow.h"
 #include "desktop/BlurBehind.h"
-#include "platform/Clock.h"
 #include "settings/EmulationSettingsStore.h"
-#include "view/EmulationSurface.h"
+#include "view/TerminalTabs.h"
 
 namespace zolt {
 
-/// What a window of the full emulation does besides showing its terminal: its title is the program's; a bell asks for
-/// attention where the window has not the focus; what shows through it is blurred where that is set; closing it ends
-/// its terminal, after a question where a program runs in the foreground; and when its shell ends, it closes or says
-/// so. A child of the window. Main thread.
+/// The names of the programs that run in the foreground of terminals.
+std::vector<std::string> runningPrograms(const std::vector<TerminalPane*>& panes);
+
+/// How long what is closed can be brought back.
+std::chrono::milliseconds keptFor(const EmulationSettings& settings);
+
+/// What a window of the full emulation does besides showing its terminals: its title is that of the current one; a bell
+/// asks for attention where the window has not the focus; what shows through it is blurred where that is set. What the
+/// user closes is asked about where a program runs in the foreground, and kept for a while; what ends by itself is
+/// gone. A child of the window. Main thread.
 class EmulationWindowController : public QObject {
   Q_OBJECT
 
  public:
-  /// A shell that fails sooner than this after its start does not close its window: why it failed is there to read.
-  static constexpr std::chrono::seconds shortestLife{2};
+  /// `settings` and `closed` must outlive the window, whose area must be a TerminalTabs.
+  EmulationWindowController(TerminalWindow& window, const EmulationSettingsStore& settings, ClosedTerminals& closed);
 
-  /// `settings` and `clock` must outlive the window, whose surface must be that of the full emulation.
-  EmulationWindowController(TerminalWindow& window, const EmulationSettingsStore& settings,
-                            Clock& clock = Clock::steady());
+  TerminalTabs& tabs() { return m_tabs; }
 
-  /// Types `command` and Return into the shell, once it has printed something or a second has passed.
-  void typeFirst(const std::string& command);
-
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
+ Q_SIGNALS:
+  /// The window was closed by the user, and can be opened again.
+  void closed();
+  /// The window has no terminal any more, and is closed.
+  void over();
 
  private:
-  TerminalController& terminal();
-  EmulationSurface& surface();
-  void followBlur();
-  void showTitle(const QString& title);
+  void apply();
+  void showTitle();
+  void welcome(TerminalPane& pane);
+  void part(TerminalPane& pane);
+  void paneIsOver(TerminalPane& pane);
+  void askToClosePane(TerminalPane& pane);
+  void askToCloseTab(int index);
   bool mayClose();
-  void shellEnded(int status);
-  void stayOpen(const QString& notice);
+  void askFirst(ClosedThing thing, const std::vector<TerminalPane*>& panes, std::function<void()> close);
 
   TerminalWindow& m_window;
+  TerminalTabs& m_tabs;
   const EmulationSettingsStore& m_settings;
-  Clock& m_clock;
-  Clock::TimePoint m_start;
+  ClosedTerminals& m_closed;
   BlurBehind m_blur;
-  std::string m_command;  // still to be typed
-  bool m_hasEnded = false;
+  bool m_isOver = false;
 };
 
 }  // namespace zolt

@@ -7,6 +7,7 @@
 #include "controls/CommandKey.h"
 #include "platform/NotificationCenter.h"
 #include "view/Notifications.h"
+#include "view/TerminalTabs.h"
 
 namespace zolt {
 
@@ -58,6 +59,34 @@ QList<QKeySequence> fullScreenShortcuts() {
 #endif
 }
 
+// Where Command-W closes a split or a tab, the window needs another key.
+QList<QKeySequence> closeWindowShortcuts() {
+  return {QKeySequence(Qt::META | Qt::SHIFT | Qt::Key_W)};
+}
+
+// On a Mac the key that browsers have for it. Elsewhere that opens a tab.
+QList<QKeySequence> reopenShortcuts() {
+#ifdef Q_OS_MACOS
+  return commandShortcuts(Qt::Key_T, Qt::ShiftModifier);
+#else
+  return commandShortcuts(Qt::Key_R);
+#endif
+}
+
+QList<QKeySequence> splitDownShortcuts() {
+#ifdef Q_OS_MACOS
+  return commandShortcuts(Qt::Key_D, Qt::ShiftModifier);
+#else
+  return commandShortcuts(Qt::Key_J);
+#endif
+}
+
+// With Shift, layouts make other characters of the digits: here those of most.
+template <Qt::Key key, Qt::Key other>
+QList<QKeySequence> digitShortcuts() {
+  return commandShortcuts(key) + commandShortcuts(other).mid(0, 1);
+}
+
 // Control alone belongs to the shell here too. With Shift some layouts make other characters of these keys; "=" is the
 // key of "+" on many.
 template <Qt::Key key, Qt::Key other>
@@ -68,6 +97,9 @@ QList<QKeySequence> zoomShortcuts() {
 // What choosing an item does. A toggle is an action that is on or off.
 enum class Does { SendAction, Toggle, PostNotification, Close, Minimize, ToggleFullScreen, Separate };
 
+// In which windows an item is; those without terminals count as windows of the log display.
+enum class Where { Everywhere, Log, FullEmulation };
+
 struct Item {
   const char* menu;
   const char* title;
@@ -75,11 +107,21 @@ struct Item {
   const char* name;  // of the action or the notification
   Shortcuts shortcuts;
   QAction::MenuRole role = QAction::NoRole;
+  Where where = Where::Everywhere;
 };
 
-constexpr Item separator(const char* menu) {
-  return {menu, "", Does::Separate, "", none};
+constexpr Item separator(const char* menu, Where where = Where::Everywhere) {
+  return {menu, "", Does::Separate, "", none, QAction::NoRole, where};
 }
+
+// An action of tabs and splits.
+constexpr Item full(const char* menu, const char* title, const char* action, Shortcuts shortcuts,
+                    Does does = Does::SendAction) {
+  return {menu, title, does, action, shortcuts, QAction::NoRole, Where::FullEmulation};
+}
+
+// One that has a shortcut and no place in a menu.
+constexpr const char* kNoMenu = "";
 
 // Items with a role go to the application menu on macOS; elsewhere they stay in place. Items have mnemonics, because an
 // open menu has the keyboard; titles have none, because Alt belongs to the program in the terminal.
@@ -89,7 +131,11 @@ constexpr std::array kItems{
     separator("File"),
     Item{"File", "Save &Output As...", Does::SendAction, "saveOutputAs", command<Qt::Key_S>},
     separator("File"),
-    Item{"File", "&Close Window", Does::Close, "", command<Qt::Key_W>},
+    full("File", "Close &Split", "closePane", command<Qt::Key_W>),
+    full("File", "Close Ta&b", "closeTab", none),
+    Item{"File", "&Close Window", Does::Close, "", command<Qt::Key_W>, QAction::NoRole, Where::Log},
+    Item{"File", "&Close Window", Does::Close, "", closeWindowShortcuts, QAction::NoRole, Where::FullEmulation},
+    full("File", "R&eopen Closed", "reopenClosed", reopenShortcuts),
     separator("File"),
     Item{"File", "&Quit", Does::SendAction, "quit", command<Qt::Key_Q>, QAction::QuitRole},
     Item{"Edit", "&Copy", Does::SendAction, "copy", command<Qt::Key_C>},
@@ -111,9 +157,41 @@ constexpr std::array kItems{
          command<Qt::Key_B, Qt::ShiftModifier>},
     separator("Terminal"),
     Item{"Terminal", "Full &Emulation", Does::Toggle, "toggleFullEmulation", command<Qt::Key_E, Qt::ShiftModifier>},
+    full("Split", "Split &Right", "splitRight", command<Qt::Key_D>),
+    full("Split", "Split &Down", "splitDown", splitDownShortcuts),
+    separator("Split", Where::FullEmulation),
+    full("Split", "Go &Left", "goLeft", command<Qt::Key_Left>),
+    full("Split", "Go R&ight", "goRight", command<Qt::Key_Right>),
+    full("Split", "Go &Up", "goUp", command<Qt::Key_Up>),
+    full("Split", "Go D&own", "goDown", command<Qt::Key_Down>),
+    separator("Split", Where::FullEmulation),
+    full("Split", "&Zoom Split", "zoomPane", command<Qt::Key_Return>, Does::Toggle),
+    full("Split", "&Equalize Sizes", "equalisePanes", none),
+    full("Split", "&Swap With Next", "swapPanes", none),
+    full(kNoMenu, "", "moveDividerLeft", command<Qt::Key_Left, Qt::AltModifier>),
+    full(kNoMenu, "", "moveDividerRight", command<Qt::Key_Right, Qt::AltModifier>),
+    full(kNoMenu, "", "moveDividerUp", command<Qt::Key_Up, Qt::AltModifier>),
+    full(kNoMenu, "", "moveDividerDown", command<Qt::Key_Down, Qt::AltModifier>),
+    full(kNoMenu, "", "selectTab1", digitShortcuts<Qt::Key_1, Qt::Key_Exclam>),
+    full(kNoMenu, "", "selectTab2", digitShortcuts<Qt::Key_2, Qt::Key_At>),
+    full(kNoMenu, "", "selectTab3", digitShortcuts<Qt::Key_3, Qt::Key_NumberSign>),
+    full(kNoMenu, "", "selectTab4", digitShortcuts<Qt::Key_4, Qt::Key_Dollar>),
+    full(kNoMenu, "", "selectTab5", digitShortcuts<Qt::Key_5, Qt::Key_Percent>),
+    full(kNoMenu, "", "selectTab6", digitShortcuts<Qt::Key_6, Qt::Key_AsciiCircum>),
+    full(kNoMenu, "", "selectTab7", digitShortcuts<Qt::Key_7, Qt::Key_Ampersand>),
+    full(kNoMenu, "", "selectTab8", digitShortcuts<Qt::Key_8, Qt::Key_Asterisk>),
+    full(kNoMenu, "", "selectLastTab", digitShortcuts<Qt::Key_9, Qt::Key_ParenLeft>),
     Item{"Window", "&Minimize", Does::Minimize, "", command<Qt::Key_M>},
     Item{"Window", "&Full Screen", Does::ToggleFullScreen, "", fullScreenShortcuts},
     separator("Window"),
+    full("Window", "&Next Tab", "nextTab", command<Qt::Key_PageDown>),
+    full("Window", "&Previous Tab", "previousTab", command<Qt::Key_PageUp>),
+    full("Window", "Move Tab &Right", "moveTabForward", command<Qt::Key_PageDown, Qt::AltModifier>),
+    full("Window", "Move Tab &Left", "moveTabBackward", command<Qt::Key_PageUp, Qt::AltModifier>),
+    full("Window", "R&ename Tab...", "renameTab", none),
+    full("Window", "Move Tab to New &Window", "moveTabToNewWindow", none),
+    full("Window", "Mer&ge All Windows", "mergeAllWindows", none),
+    separator("Window", Where::FullEmulation),
     Item{"Help", "&About Zolt", Does::SendAction, "showAbout", none, QAction::AboutRole},
     Item{"Help", "Check for &Updates...", Does::SendAction, "checkForUpdates", none, QAction::ApplicationSpecificRole},
 };
@@ -156,14 +234,36 @@ QAction* makeAction(const Item& item, QWidget& window, const MenuContext& contex
   return action;
 }
 
+bool isIn(const Item& item, Display display) {
+  if (item.where == Where::Everywhere) return true;
+  return (item.where == Where::FullEmulation) == (display == Display::FullEmulation);
+}
+
+bool isAction(const Item& item) {
+  return item.does == Does::SendAction || item.does == Does::Toggle;
+}
+
 // Items are validated when their menu opens. While it is closed they stay enabled, because a disabled action would take
 // its shortcut with it; the responder decides for itself then.
 void validateItems(QMenu& menu, const MenuContext& context) {
   for (const Item& item : kItems) {
-    if (item.does != Does::SendAction && item.does != Does::Toggle) continue;
+    if (!isAction(item)) continue;
     if (auto* action = menu.findChild<QAction*>(QString::fromLatin1(item.name), Qt::FindDirectChildrenOnly)) {
       action->setEnabled(context.actions.isEnabled(item.name));
       if (item.does == Does::Toggle) action->setChecked(context.actions.isOn(item.name));
+    }
+  }
+}
+
+// What tabs and splits offer is enabled only while there is something for it: otherwise the key is the program's.
+void validateTabActions(const QWidget& window, const TerminalTabs& tabs) {
+  if (tabs.count() == 0) return;
+  for (const Item& item : kItems) {
+    const bool isOfTabs = item.where == Where::FullEmulation && isAction(item) &&
+                          tabs.metaObject()->indexOfMethod((QByteArray(item.name) + "()").constData()) >= 0;
+    if (!isOfTabs) continue;
+    for (QAction* action : window.findChildren<QAction*>(QString::fromLatin1(item.name))) {
+      action->setEnabled(tabs.validate(item.name));
     }
   }
 }
@@ -189,18 +289,28 @@ void listWindows(QMenu& menu, const QWidget& self, const MenuContext& context) {
 
 }  // namespace
 
-QList<QMenu*> makeMenus(QWidget& window, const MenuContext& context) {
+QList<QMenu*> makeMenus(TerminalWindow& window, const MenuContext& context) {
   QList<QMenu*> menus;
+  const Display display = window.kind().display;
+  const auto* tabs = display == Display::FullEmulation
+                         ? static_cast<TerminalTabs*>(&window.contentViewController().rootView().area())
+                         : nullptr;
   for (const Item& item : kItems) {
+    if (!isIn(item, display)) continue;
+    if (item.menu == kNoMenu) {
+      window.addAction(makeAction(item, window, context, &window));
+      continue;
+    }
     const QString title = QMenu::tr(item.menu);
     if (menus.isEmpty() || menus.back()->title() != title) {
       auto* menu = new QMenu(title, &window);
       QObject::connect(menu, &QMenu::aboutToShow, &window, [menu, &context] { validateItems(*menu, context); });
-      QObject::connect(menu, &QMenu::aboutToHide, &window, [menu] {
+      QObject::connect(menu, &QMenu::aboutToHide, &window, [menu, &window, tabs] {
         const QList<QAction*> actions = menu->actions();
         for (QAction* action : actions) {
           action->setEnabled(true);
         }
+        if (tabs != nullptr) validateTabActions(window, *tabs);
       });
       menus.append(menu);
     }
@@ -211,11 +321,17 @@ QList<QMenu*> makeMenus(QWidget& window, const MenuContext& context) {
                        [menu, &window, &context] { listWindows(*menu, window, context); });
     }
   }
+  if (tabs != nullptr) {
+    QObject::connect(tabs, &TerminalTabs::arrangementChanged, &window,
+                     [&window, tabs] { validateTabActions(window, *tabs); });
+    validateTabActions(window, *tabs);
+  }
   return menus;
 }
 
 void addMenuShortcuts(QWidget& window, const MenuContext& context) {
   for (const Item& item : kItems) {
+    if (!isIn(item, Display::Log)) continue;
     // The widgets of such a window handle copy and paste themselves, and are not zoomed.
     if (std::string_view(item.menu) == "Edit" && item.role == QAction::NoRole) continue;
     if (std::string_view(item.menu) == "View") continue;

@@ -18,9 +18,9 @@ struct MenuContext {
   std::function<std::vector<TerminalWindow*>()> windows;
 };
 
-/// Creates one window's menus as its children: File, Edit, View, Terminal, Window, Help. `context` must outlive them.
-/// On macOS the system moves the application menu's items to that menu.
-QList<QMenu*> makeMenus(QWidget& window, const MenuContext& context);
+/// Creates one window's menus as its children: File, Edit, View, Terminal, Window, Help; in the full emulation Split
+/// besides. `context` must outlive them. On macOS the system moves the application menu's items to that menu.
+QList<QMenu*> makeMenus(TerminalWindow& window, const MenuContext& context);
 
 /// Adds the menus' shortcuts to a window without a menu bar.
 void addMenuShortcuts(QWidget& window, const MenuContext& context);

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QStringList>
+#include <array>
 #include <utility>
 
 #include "controls/Question.h"
@@ -32,13 +33,24 @@ QString runningSentence(const std::vector<std::string>& programs) {
   return tr("%1 programs are running: %2.").arg(programs.size()).arg(names.join(QStringLiteral(", ")));
 }
 
-void askBeforeClosing(QWidget& window, const std::string& program, std::function<void()> close) {
+void askBeforeClosing(QWidget& window, ClosedThing thing, const std::vector<std::string>& programs, int seconds,
+                      std::function<void()> close) {
+  struct Words {
+    const char* title;
+    const char* yes;
+  };
+  static constexpr std::array kWords{Words{"Close Split", "&Close Split"}, Words{"Close Tab", "&Close Tab"},
+                                     Words{"Close Window", "&Close Window"}};
+  const Words& words = kWords[static_cast<std::size_t>(thing)];
+  const QString goesOn =
+      programs.size() == 1 ? tr("It goes on for %1 seconds, in which “Reopen Closed” brings it back. Then it ends.")
+                           : tr("They go on for %1 seconds, in which “Reopen Closed” brings them back. Then they end.");
   ask(window,
       {.name = QStringLiteral("closeQuestion"),
-       .title = tr("Close Window"),
-       .text = runningSentence({program}),
-       .explanation = tr("It ends with the window."),
-       .yes = tr("&Close Window")},
+       .title = tr(words.title),
+       .text = runningSentence(programs),
+       .explanation = goesOn.arg(seconds),
+       .yes = tr(words.yes)},
       std::move(close));
 }
 

@@ -16,7 +16,10 @@ QString runningSentence(const std::vector<std::string>& programs);
 
 /// Each of these asks over `window` and calls the function if the answer is yes. They return at once, and do nothing
 /// while that question is open there already. Main thread.
-void askBeforeClosing(QWidget& window, const std::string& program, std::function<void()> close);
+/// `programs` run in what is about to be closed, and can be brought back for so many seconds.
+enum class ClosedThing { Pane, Tab, Window };
+void askBeforeClosing(QWidget& window, ClosedThing thing, const std::vector<std::string>& programs, int seconds,
+                      std::function<void()> close);
 void askBeforeQuitting(QWidget& window, const std::vector<std::string>& programs, std::function<void()> quit);
 /// Whether a window of another display shall take this one's place.
 void askBeforeReplacing(QWidget& window, Display display, std::function<void()> replace);

@@ -88,12 +88,13 @@ void TerminalWindow::saveOutputAs() {
 }
 
 void TerminalWindow::closeNow() {
-  m_mayClose = nullptr;
+  m_isAgreed = true;
   close();
+  m_isAgreed = false;
 }
 
 void TerminalWindow::closeEvent(QCloseEvent* event) {
-  if (m_mayClose && !m_mayClose()) {
+  if (!m_isAgreed && m_mayClose && !m_mayClose()) {
     event->ignore();
     return;
   }

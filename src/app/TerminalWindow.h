@@ -71,6 +71,7 @@ class TerminalWindow : public QMainWindow {
   QString m_subtitle;
   TerminalWindowKind m_kind;
   std::function<bool()> m_mayClose;
+  bool m_isAgreed = false;  // to close
   std::unique_ptr<TerminalWindowController> m_controller;
   std::unique_ptr<OutputSaving> m_saving;
 };

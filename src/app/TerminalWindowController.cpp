@@ -10,6 +10,7 @@ TerminalWindowController::TerminalWindowController(std::unique_ptr<ContentView> 
 TerminalWindowController::~TerminalWindowController() = default;
 
 void TerminalWindowController::addTab() {
+  if (m_rootView->area().addTab()) return;
   m_terminals.push_back(std::make_unique<TerminalController>(std::nullopt, TerminalController::Restart::AfterFailure,
                                                              TerminalSize{}, std::string{}, m_environment));
 }

@@ -23,7 +23,8 @@ class TerminalWindowController : public QObject {
   /// Passes ownership of the root view to the window that shows it.
   std::unique_ptr<ContentView> releaseRootView() { return std::move(m_ownedRootView); }
 
-  /// Starts one more terminal with the default shell. It is not shown, deliberately: the log display has no tabs.
+  /// Starts one more terminal with the default shell. In the log display it is not shown, deliberately: that has no
+  /// tabs.
   void addTab();
 
   const std::vector<std::unique_ptr<TerminalController>>& terminals() const { return m_terminals; }

@@ -11,8 +11,8 @@ namespace zolt {
 WindowPalette::WindowPalette(TerminalWindow& window)
     : QObject(&window),
       m_window(window),
-      m_surface(static_cast<EmulationSurface&>(window.contentViewController().rootView().surface())) {
-  connect(&m_surface, &EmulationSurface::themeChanged, this, &WindowPalette::apply);
+      m_tabs(static_cast<TerminalTabs&>(window.contentViewController().rootView().area())) {
+  connect(&m_tabs, &TerminalTabs::themeChanged, this, &WindowPalette::apply);
   m_window.installEventFilter(this);
   apply();
 }
@@ -23,14 +23,15 @@ bool WindowPalette::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void WindowPalette::apply() {
+  if (m_tabs.count() == 0) return;
   const QPalette desktop = QApplication::palette();
-  const bool isDark = m_surface.isDark();
+  const bool isDark = m_tabs.surface().isDark();
   const bool desktopFits = zolt::isDark(desktop) == isDark;
   const QPalette ours = isDark ? darkPalette() : lightPalette();
   m_window.setPalette(desktopFits ? QPalette() : ours);
   QPalette bar = desktopFits ? desktop : ours;
-  bar.setColor(QPalette::Window, m_surface.ground());
-  bar.setColor(QPalette::Button, m_surface.ground());
+  bar.setColor(QPalette::Window, m_tabs.surface().ground());
+  bar.setColor(QPalette::Button, m_tabs.surface().ground());
   m_window.menuBar()->setPalette(bar);
 }
 

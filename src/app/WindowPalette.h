@@ -3,7 +3,7 @@
 #include <QObject>
 
 #include "app/TerminalWindow.h"
-#include "view/EmulationSurface.h"
+#include "view/TerminalTabs.h"
 
 namespace zolt {
 
@@ -14,7 +14,7 @@ class WindowPalette : public QObject {
   Q_OBJECT
 
  public:
-  /// The window has its menu bar, and the surface of the full emulation.
+  /// The window has its menu bar, and the area of the full emulation.
   explicit WindowPalette(TerminalWindow& window);
 
  protected:
@@ -24,7 +24,7 @@ class WindowPalette : public QObject {
   void apply();
 
   TerminalWindow& m_window;
-  EmulationSurface& m_surface;
+  TerminalTabs& m_tabs;
 };
 
 }  // namespace zolt

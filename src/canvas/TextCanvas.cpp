@@ -26,6 +26,9 @@ constexpr int kLayoutRounds = 16;
 constexpr std::chrono::milliseconds kRefineInterval{5};
 // After a change of size. The screen may follow only in the second: one was on its way. But it may also stay as it is.
 constexpr int kFramesAtOnce = 3;
+constexpr double kUsualRefreshRate = 60;  // hertz
+// How often a view that is hidden takes note of what is new.
+constexpr std::chrono::milliseconds kUnseenInterval{250};
 
 // The characters that fit a viewport of `size` logical pixels: at least one. The pixels are theirs, without the strips
 // that are too narrow for another one: a change of those few is no change for a program.
@@ -57,7 +60,7 @@ TextCanvas::TextCanvas(std::unique_ptr<RowSource> source, QWidget* parent, Clock
       m_source(std::move(source)),
       m_fonts(std::make_unique<CanvasFonts>(CanvasFont(), 1)),
       m_clock(clock),
-      m_pacer([this] { makeFrame(); }, clock),
+      m_pacer([this] { m_isUnseen ? syncUnseen() : makeFrame(); }, clock),
       m_bar(new ThinScrollBar(ThinScrollBar::Ground::Terminal, this)),
       m_sizeNotifier([this](const TerminalSize& size) { Q_EMIT gridSizeChanged(size); }, clock) {
   static const bool accessible = (CanvasAccessible::install(), true);
@@ -162,7 +165,7 @@ void TextCanvas::contentChanged() {
 }
 
 void TextCanvas::showChange() {
-  if (m_framesAtOnce > 0) {
+  if (m_framesAtOnce > 0 && !m_isUnseen) {
     --m_framesAtOnce;
     makeFrameNow();
   } else {
@@ -269,6 +272,12 @@ void TextCanvas::updateScrollBar() {
 
 void TextCanvas::makeFrameNow() {
   makeFrame();
+}
+
+// Nobody looks: what is new is taken note of, and laid out when the view is shown.
+void TextCanvas::syncUnseen() {
+  sync();
+  m_frameValid = false;
 }
 
 // Finds the rows in view, as the source now has them, into m_frame and m_rows.
@@ -397,10 +406,17 @@ void TextCanvas::resizeEvent(QResizeEvent* event) {
 
 void TextCanvas::showEvent(QShowEvent* event) {
   QAbstractScrollArea::showEvent(event);
-  if (const QScreen* shownOn = screen(); shownOn != nullptr && shownOn->refreshRate() > 1) {
-    m_pacer.setInterval(std::chrono::microseconds(std::lround(1e6 / shownOn->refreshRate())));
-  }
+  const QScreen* shownOn = screen();
+  const double rate = shownOn != nullptr && shownOn->refreshRate() > 1 ? shownOn->refreshRate() : kUsualRefreshRate;
+  m_pacer.setInterval(std::chrono::microseconds(std::lround(1e6 / rate)));
+  m_isUnseen = false;
   updateGridSize();
+}
+
+void TextCanvas::hideEvent(QHideEvent* event) {
+  QAbstractScrollArea::hideEvent(event);
+  m_isUnseen = true;
+  m_pacer.setInterval(kUnseenInterval);
 }
 
 bool TextCanvas::event(QEvent* event) {

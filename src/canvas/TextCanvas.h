@@ -32,7 +32,7 @@ struct PointerPlace;
 /// A frame costs what is visible, whatever the size of the text, and there is at most one per refresh of the screen.
 /// Scrolling moves pixels; only rows that changed are painted. Characters that are new take long to shape: a frame does
 /// so for a few milliseconds, and what is missing then follows in the next ones. A picture of the canvas
-/// (QWidget::grab) is complete.
+/// (QWidget::grab) is complete. A view that is hidden after it was shown only takes note of what is new, now and then.
 class TextCanvas : public QAbstractScrollArea {
   Q_OBJECT
 
@@ -67,6 +67,8 @@ class TextCanvas : public QAbstractScrollArea {
   void setPointerFollowed(bool followed);
   /// How long a new size must hold before it is announced.
   void setSizeRest(std::chrono::milliseconds rest) { m_sizeNotifier.setRest(rest); }
+  /// Whether the view is a little fainter than usual, because the user works elsewhere.
+  void setDimmed(bool dimmed);
   /// A brief, mild change of the whole view: a bell that is seen.
   void flash();
 
@@ -156,6 +158,7 @@ class TextCanvas : public QAbstractScrollArea {
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
   void scrollContentsBy(int dx, int dy) override;
   void wheelEvent(QWheelEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
@@ -181,6 +184,7 @@ class TextCanvas : public QAbstractScrollArea {
   void updateScale();
   void updateGridSize();
   void makeFrame();
+  void syncUnseen();
   void layOut();
   void sync();
   TextRange selectedOnScreen();
@@ -250,6 +254,8 @@ class TextCanvas : public QAbstractScrollArea {
   QTimer m_refineTimer;
   QTimer m_blinkTimer;
   bool m_blinkedAway = false;
+  bool m_isDimmed = false;
+  bool m_isUnseen = false;  // hidden, after it was shown
   QTimer m_flashTimer;
   std::unique_ptr<Timer> m_finishTimer;  // runs while a row in view is unfinished
   QString m_preedit;

@@ -18,6 +18,8 @@ namespace {
 constexpr std::chrono::milliseconds kFlashTime{120};
 // Over the text at its brightest: to be noticed, not to dazzle.
 constexpr int kFlashAlpha = 48;
+// Of the ground over a dimmed view: the text stays readable.
+constexpr int kDimAlpha = 76;
 // Of a frame. A key waits for it at most twice: for the frame that is being made, and for its own.
 constexpr std::chrono::milliseconds kShapingTime{6};
 
@@ -78,6 +80,15 @@ void TextCanvas::paintEvent(QPaintEvent* event) {
   m_fonts->shapingTime().unlimit();
   painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
   paintPreedit(painter);
+  if (m_isDimmed) {
+    QColor veil = QColor::fromRgb(m_colors.background);
+    veil.setAlpha(kDimAlpha);
+    painter.setClipping(false);
+    painter.resetTransform();
+    painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
+    painter.fillRect(viewport()->rect(), veil);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+  }
   if (m_flashTimer.isActive()) {
     QColor flash = QColor::fromRgba(m_colors.text);
     flash.setAlpha(kFlashAlpha);
@@ -136,6 +147,10 @@ void TextCanvas::updateBlinking() {
   } else if (!m_blinkTimer.isActive()) {
     m_blinkTimer.start(period / 2);
   }
+}
+
+void TextCanvas::setDimmed(bool dimmed) {
+  if (std::exchange(m_isDimmed, dimmed) != dimmed) viewport()->update();
 }
 
 void TextCanvas::flash() {

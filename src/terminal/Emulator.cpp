@@ -45,6 +45,7 @@ Emulator::~Emulator() {
 }
 
 void Emulator::feed(Bytes bytes) {
+  m_bytesFed += bytes.size();
   std::unique_lock lock(m_mutex);
   const bool isIdle = m_queue.empty() && !m_busy && !m_stopping;
   if (!isIdle || bytes.size() > processedAtOnceBytes) {

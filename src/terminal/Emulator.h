@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
@@ -52,6 +53,8 @@ class Emulator {
   };
   /// Takes the latest update. One thread.
   Update take();
+  /// How much was fed so far. Any thread.
+  std::uint64_t bytesFed() const { return m_bytesFed; }
   /// Whether everything that was fed has been processed, and its result taken or nothing changed. Any thread.
   bool isSettled() const;
 
@@ -64,6 +67,7 @@ class Emulator {
   static std::chrono::milliseconds now();
 
   const Handlers m_handlers;
+  std::atomic<std::uint64_t> m_bytesFed{0};
   vt::Terminal m_terminal;  // of whoever has set m_busy
 
   mutable std::mutex m_mutex;  // guards everything below

@@ -13,6 +13,7 @@
 #include "controls/CommandKey.h"
 #include "platform/NotificationCenter.h"
 #include "view/Notifications.h"
+#include "view/SingleTerminal.h"
 
 namespace zolt {
 
@@ -20,6 +21,16 @@ namespace {
 
 QWidget* makeSidebar(QWidget* parent) {
   return new BrewSidebarView(parent);
+}
+
+// One terminal in the log display.
+ContentView::MakeArea logArea(ContentView::MakeTerminal makeTerminal) {
+  return [makeTerminal = std::move(makeTerminal)](const TerminalSize& size) {
+    return std::make_unique<SingleTerminal>(std::make_unique<TerminalPane>(
+        makeTerminal(size), [](TerminalController& terminal, QWidget* parent) -> std::unique_ptr<TerminalSurface> {
+          return std::make_unique<LogSurface>(terminal, parent);
+        }));
+  };
 }
 
 bool holdsKeyboard(const QWidget& pane) {
@@ -33,12 +44,11 @@ ContentView::ContentView(MakeTerminal makeTerminal, QWidget* parent)
     : ContentView(std::move(makeTerminal), UserDefaults::standard(), parent) {}
 
 ContentView::ContentView(MakeTerminal makeTerminal, UserDefaults& defaults, QWidget* parent)
-    : ContentView(std::move(makeTerminal), nullptr, defaults, parent) {}
+    : ContentView(logArea(std::move(makeTerminal)), defaults, parent) {}
 
-ContentView::ContentView(MakeTerminal makeTerminal, MakeSurface makeSurface, UserDefaults& defaults, QWidget* parent)
+ContentView::ContentView(MakeArea makeArea, UserDefaults& defaults, QWidget* parent)
     : QWidget(parent),
-      m_makeTerminal(std::move(makeTerminal)),
-      m_makeSurface(std::move(makeSurface)),
+      m_makeArea(std::move(makeArea)),
       m_selectedTheme(defaults, "selectedTheme", "Dark"),
       m_sidebar(new SidebarSlot(makeSidebar, this)),
       m_column(new QVBoxLayout),
@@ -55,30 +65,19 @@ ContentView::ContentView(MakeTerminal makeTerminal, MakeSurface makeSurface, Use
   m_otherPane->setEnabled(false);
   connect(m_otherPane, &QShortcut::activated, this, &ContentView::moveKeyboard);
   // The shell is told its new size once, not at every step of the animation.
-  connect(m_sidebar, &SidebarSlot::aboutToMove, this, [this] { surface().canvas().holdGridSize(true); });
+  connect(m_sidebar, &SidebarSlot::aboutToMove, this, [this] { area().holdGridSize(true); });
   connect(m_sidebar, &SidebarSlot::atRest, this, [this] {
     layout()->activate();
-    surface().canvas().holdGridSize(false);
+    area().holdGridSize(false);
   });
 
   NotificationCenter& center = NotificationCenter::defaultCenter();
   center.addObserver(this, toggleBrewSidebar, [this] { setShowsBrewSidebar(!showsBrewSidebar()); });
-  center.addObserver(this, clearTerminal, [this] { surface().clear(); });
+  center.addObserver(this, clearTerminal, [this] { area().clear(); });
 }
 
 ContentView::~ContentView() {
   NotificationCenter::defaultCenter().removeObserver(this);
-  delete m_container;  // its display writes to the terminal until it is gone
-}
-
-TerminalController& ContentView::terminal() {
-  ensureTerminal();
-  return *m_terminal;
-}
-
-TerminalSurface& ContentView::surface() {
-  ensureTerminal();
-  return m_container->surface();
 }
 
 TerminalNSTextView& ContentView::textView() {
@@ -148,25 +147,21 @@ void ContentView::showEvent(QShowEvent* event) {
 void ContentView::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   painter.setCompositionMode(QPainter::CompositionMode_Source);
-  painter.fillRect(event->rect(), m_container == nullptr ? QColor(Qt::black)
-                                                         : QColor::fromRgba(surface().canvas().colors().background));
+  painter.fillRect(event->rect(),
+                   m_area == nullptr ? QColor(Qt::black) : QColor::fromRgba(surface().canvas().colors().background));
 }
 
-void ContentView::ensureTerminal() {
-  if (m_terminal) return;
-  m_terminal = m_makeTerminal(TextCanvas::gridSizeFor(size(), devicePixelRatioF()));
-  m_container = new TerminalContainerView(
-      [this](QWidget* container) -> std::unique_ptr<TerminalSurface> {
-        if (m_makeSurface) return m_makeSurface(*m_terminal, container);
-        return std::make_unique<LogSurface>(*m_terminal, container);
-      },
-      this);
-  m_column->insertWidget(0, m_container, 1);
+TerminalArea& ContentView::area() {
+  if (m_area != nullptr) return *m_area;
+  m_area = m_makeArea(TextCanvas::gridSizeFor(size(), devicePixelRatioF())).release();
+  m_area->setParent(this);
+  m_column->insertWidget(0, m_area, 1);
   // Show, then lay out at once: a hidden widget has no layout, and without one the canvas would report its old size to
   // the shell.
-  m_container->show();
+  m_area->show();
   layout()->activate();
-  setFocusProxy(m_container);
+  setFocusProxy(m_area);
+  return *m_area;
 }
 
 }  // namespace zolt

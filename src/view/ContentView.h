@@ -13,16 +13,16 @@
 #include "session/TerminalController.h"
 #include "view/LogSurface.h"
 #include "view/SidebarSlot.h"
-#include "view/TerminalContainerView.h"
+#include "view/TerminalArea.h"
 
 namespace zolt {
 
-/// The content of a terminal window: its terminal, on black, with the sidebar beside it and a footer below it while
-/// these are shown.
+/// The content of a terminal window: its terminals, on black, with the sidebar beside them and a footer below them
+/// while these are shown.
 ///
-/// Owns the terminal's controller, which is created when the view is first shown or the controller is first requested.
-/// Reacts to the notifications of Notifications.h; each of them reaches every window: all clear their terminal, all
-/// toggle their sidebar. Main thread.
+/// Owns the terminals. The first is created when the view is first shown or the terminal is first requested. Reacts to
+/// the notifications of Notifications.h; each of them reaches every window: all clear their terminal, all toggle their
+/// sidebar. Main thread.
 class ContentView : public QWidget {
   Q_OBJECT
 
@@ -32,16 +32,17 @@ class ContentView : public QWidget {
 
   /// `defaults` must outlive the view. Shows the log display.
   ContentView(MakeTerminal makeTerminal, UserDefaults& defaults, QWidget* parent = nullptr);
-  /// Makes the display of a terminal, with its canvas a child of `parent`.
-  using MakeSurface = std::function<std::unique_ptr<TerminalSurface>(TerminalController& terminal, QWidget* parent)>;
-  /// Shows the display that is given; an empty function stands for the log display.
-  ContentView(MakeTerminal makeTerminal, MakeSurface makeSurface, UserDefaults& defaults, QWidget* parent = nullptr);
+  /// Makes what the terminals are shown in, with the first terminal in it.
+  using MakeArea = std::function<std::unique_ptr<TerminalArea>(const TerminalSize& size)>;
+  ContentView(MakeArea makeArea, UserDefaults& defaults, QWidget* parent = nullptr);
   /// Uses the user's own settings.
   explicit ContentView(MakeTerminal makeTerminal, QWidget* parent = nullptr);
   ~ContentView() override;
 
-  TerminalController& terminal();
-  TerminalSurface& surface();
+  TerminalArea& area();
+  /// The terminal that has the keyboard, or had it last.
+  TerminalController& terminal() { return area().terminal(); }
+  TerminalSurface& surface() { return area().surface(); }
   /// The view of the log display, which it must show.
   TerminalNSTextView& textView();
   /// Shows `footer` below the terminal, in place of an earlier one; null: none. The view owns it.
@@ -61,17 +62,15 @@ class ContentView : public QWidget {
   std::vector<QWidget*> panes() const;
   void updatePanes();
   void moveKeyboard();
-  void ensureTerminal();
+  void ensureTerminal() { area(); }
 
-  MakeTerminal m_makeTerminal;
-  MakeSurface m_makeSurface;
-  std::unique_ptr<TerminalController> m_terminal;
+  MakeArea m_makeArea;
   StoredString m_selectedTheme;
-  SidebarSlot* m_sidebar;                        // a child
-  QVBoxLayout* m_column;                         // beside it
-  QShortcut* m_otherPane;                        // a child, enabled while there is another pane
-  QPointer<QWidget> m_footer;                    // a child
-  TerminalContainerView* m_container = nullptr;  // a child, once there is a terminal
+  SidebarSlot* m_sidebar;          // a child
+  QVBoxLayout* m_column;           // beside it
+  QShortcut* m_otherPane;          // a child, enabled while there is another pane
+  QPointer<QWidget> m_footer;      // a child
+  TerminalArea* m_area = nullptr;  // a child, once there is a terminal
 };
 
 }  // namespace zolt

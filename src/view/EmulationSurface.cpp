@@ -1,8 +1,12 @@
 #include "view/EmulationSurface.h"
 
+#include <unistd.h>
+
 #include <utility>
 
 #include "desktop/SystemScheme.h"
+#include "platform/HostName.h"
+#include "platform/ProcessFolder.h"
 #include "terminal/CellLooks.h"
 #include "terminal/VisibleText.h"
 #include "vt/history/ScrollbackStyles.h"
@@ -16,11 +20,15 @@ vt::ScrollbackView noText() {
   return vt::Scrollback(HistorySettings()).view();
 }
 
+bool canEnter(const std::string& folder) {
+  return !folder.empty() && access(folder.c_str(), X_OK) == 0;
+}
+
 }  // namespace
 
 EmulationSurface::EmulationSurface(TerminalController& terminal, const TerminalSize& size,
                                    EmulationSettingsStore& settings, QWidget* parent)
-    : m_settings(settings), m_scheme(std::make_unique<SystemScheme>()) {
+    : m_settings(settings), m_terminal(terminal), m_scheme(std::make_unique<SystemScheme>()) {
   const EmulationSettings current = settings.current();
   m_display = std::make_unique<EmulationDisplay>(terminal, size, current, isDark(), parent);
   m_text = std::make_unique<vt::ScrollbackText>(noText());
@@ -58,6 +66,20 @@ void EmulationSurface::addFirstNotice(const QString& line) {
 
 void EmulationSurface::addLastNotice(const QString& line) {
   m_display->addNotice(QString::fromStdString(visibleText(line.toStdString())));
+}
+
+QString EmulationSurface::title() const {
+  return QString::fromStdString(m_display->source().screen()->title).simplified();
+}
+
+std::string EmulationSurface::folder() const {
+  const vt::ScreenSnapshot& screen = *m_display->source().screen();
+  const bool isHere = isThisHost(screen.workingDirectoryHost);
+  if (isHere && canEnter(screen.workingDirectory)) return screen.workingDirectory;
+  const PTYSession& session = m_terminal.ptySession();
+  const auto shell = session.shellProcess();
+  const std::string folder = shell ? processFolder(*shell) : std::string();
+  return canEnter(folder) ? folder : session.workingDirectory;
 }
 
 // A view that is not followed would keep what the history drops.

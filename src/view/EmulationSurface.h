@@ -29,6 +29,15 @@ class EmulationSurface : public TerminalSurface {
   QColor ground() const;
   /// Whether the cursor stands at the start of the screen, as before anything has been printed.
   bool isUntouched() const;
+  /// What the program calls itself (OSC 0 and 2), on one line; empty if nothing.
+  QString title() const;
+  /// How far the program says it is (OSC 9;4).
+  vt::Progress progress() const { return m_display->source().screen()->progress; }
+  /// Where the program in the terminal is, as it says itself (OSC 7, this machine only), or else the shell's working
+  /// directory; if that cannot be told or entered, where the shell was started.
+  std::string folder() const;
+  /// How much the program has printed, in bytes.
+  std::uint64_t bytesPrinted() const { return m_display->emulator().bytesFed(); }
   /// Shows a line of our own, at the start before the shell prints anything, or at the end after it has ended. In both,
   /// nothing in the text is a control function.
   void addFirstNotice(const QString& line);
@@ -56,6 +65,7 @@ class EmulationSurface : public TerminalSurface {
   void updateText();
 
   EmulationSettingsStore& m_settings;
+  TerminalController& m_terminal;
   std::unique_ptr<SystemScheme> m_scheme;
   std::unique_ptr<EmulationDisplay> m_display;
   std::unique_ptr<vt::ScrollbackText> m_text;

@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "app/AppDelegate.h"
+#include "support/ManualClock.h"
 #include "support/ProcessFacts.h"
 #include "support/WaitFor.h"
 
@@ -52,7 +53,8 @@ class AppDelegateTest : public testing::Test {
   UserDefaults defaults{file};
   Config config{defaults};
   int prepared = 0;
-  AppDelegate delegate{config, defaults, [this](TerminalWindow&) { ++prepared; }};
+  ManualClock delegateClock;
+  AppDelegate delegate{config, defaults, [this](TerminalWindow&) { ++prepared; }, processEnvironment(), delegateClock};
 };
 
 }  // namespace zolt::test

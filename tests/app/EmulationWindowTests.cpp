@@ -1,5 +1,5 @@
 // What a window of the full emulation does besides showing its terminal.
-#include "app/EmulationWindowController.h"
+#include "app/PaneLife.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -19,6 +19,9 @@ using test::waitFor;
 class EmulationWindowTest : public test::AppDelegateTest {
  protected:
   void SetUp() override { defaults.setBool("fullEmulation", true); }
+
+  /// What was closed cannot be brought back any more.
+  void forgetClosed() { delegateClock.advance(std::chrono::minutes(2)); }
 
   void open(std::vector<std::string> mode) { open(child(std::move(mode))); }
   void open(const TerminalLaunch& launch) {
@@ -108,11 +111,13 @@ TEST_F(EmulationWindowTest, SaysThatTheShellCouldNotBeStarted) {
   EXPECT_TRUE(waitForScreen(*shownWindow, "The shell could not be started."));
 }
 
-TEST_F(EmulationWindowTest, EndsItsTerminalWhenItIsClosed) {
+TEST_F(EmulationWindowTest, EndsItsTerminalAWhileAfterItIsClosed) {
   open({"wait"});
   ASSERT_TRUE(waitForScreen(*shownWindow, "waiting"));
   shownWindow->close();
   EXPECT_TRUE(delegate.windows().empty());
+  EXPECT_EQ(test::childProcesses().size(), 1U);
+  forgetClosed();
   EXPECT_TRUE(waitFor([] { return test::childProcesses().empty(); }));
 }
 
@@ -138,6 +143,7 @@ TEST_F(EmulationWindowTest, NamesTheProgramThatRunsBeforeItCloses) {
   shownWindow->close();
   answer(question("closeQuestion"), QMessageBox::AcceptRole);
   EXPECT_TRUE(delegate.windows().empty());
+  forgetClosed();
   EXPECT_TRUE(waitFor([] { return test::childProcesses().empty(); }));
 }
 
@@ -209,27 +215,29 @@ TEST_F(EmulationWindowTest, RunsTheDefaultShellWithANoticeIfTheOneThatIsSetCanno
 }
 
 // A shell that has lived for a while closes its window whatever its status: that is often the last command's.
-TEST_F(EmulationWindowTest, ClosesWithAShellThatFailsLater) {
+TEST_F(EmulationWindowTest, IsOverWithAShellThatFailsLater) {
   config.setupDefaults();
   EmulationSettingsStore settings(config, defaults);
   test::ManualClock clock;
-  auto content = std::make_unique<ContentView>(
-      [](const TerminalSize& size) {
-        return std::make_unique<TerminalController>(child({"wait"}).shell, TerminalController::Restart::Never, size);
-      },
-      [&](TerminalController& terminal, QWidget* parent) {
-        return std::make_unique<EmulationSurface>(terminal, TerminalSize{.rows = 24, .columns = 80}, settings, parent);
-      },
-      defaults);
-  TerminalWindow window(QStringLiteral("Zolt"), QStringLiteral("Child"),
-                        std::make_unique<TerminalWindowController>(std::move(content)),
-                        {.display = Display::FullEmulation});
-  new EmulationWindowController(window, settings, clock);
-  window.show();
-  ASSERT_TRUE(waitForScreen(window, "waiting"));
-  clock.advance(EmulationWindowController::shortestLife);
-  window.contentViewController().rootView().terminal().ptySession().sendSignal(SIGKILL);
-  EXPECT_TRUE(waitFor([&] { return !window.isVisible(); }));
+  TerminalPane pane(std::make_unique<TerminalController>(child({"wait"}).shell, TerminalController::Restart::Never),
+                    [&](TerminalController& terminal, QWidget* parent) {
+                      return std::make_unique<EmulationSurface>(terminal, TerminalSize{.rows = 24, .columns = 80},
+                                                                settings, parent);
+                    });
+  auto* life = new PaneLife(pane, settings, clock);
+  bool isOver = false;
+  QObject::connect(life, &PaneLife::over, [&isOver] { isOver = true; });
+  TextCanvas& canvas = pane.surface().canvas();
+  pane.resize(600, 400);
+  pane.show();
+  ASSERT_TRUE(waitFor([&] {
+    canvas.makeFrameNow();
+    return canvas.visibleText().contains(QStringLiteral("waiting"));
+  }));
+  clock.advance(PaneLife::shortestLife);
+  pane.terminal().ptySession().sendSignal(SIGKILL);
+  EXPECT_TRUE(waitFor([&] { return isOver; }));
+  EXPECT_TRUE(life->isOver());
 }
 
 }  // namespace

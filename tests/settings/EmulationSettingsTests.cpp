@@ -61,19 +61,20 @@ TEST_F(EmulationSettingsTest, EachStoredKeyIsReadIntoItsSetting) {
       UserDefaults& defaults;
       EmulationSettings& expected;
       const char* key;
+      double number;  // within the setting's range
       void operator()(bool EmulationSettings::*member) const {
         expected.*member = !(expected.*member);
         defaults.setBool(key, expected.*member);
       }
       void operator()(double EmulationSettings::*member) const {
-        expected.*member = 1.5;
-        defaults.setDouble(key, 1.5);
+        expected.*member = number;
+        defaults.setDouble(key, number);
       }
       void operator()(std::string EmulationSettings::*member) const {
         expected.*member = "a text";
         defaults.setString(key, "a text");
       }
-    } change{defaults, expected, row.key};
+    } change{defaults, expected, row.key, row.range.first + row.range.step};
     std::visit(change, row.member);
     EXPECT_EQ(settings(), expected);
     defaults.removeObject(row.key);
@@ -98,8 +99,8 @@ TEST_F(EmulationSettingsTest, HaveTheKeysThatFilesAlreadyHold) {
     keys.insert(row.key);
   }
   EXPECT_EQ(keys, (std::set<std::string>{"allowWindowRequests", "askBeforeRiskyPaste", "audibleBell", "boldIsBright",
-                                         "closeWindowWhenShellExits", "commandActsAsMeta", "enableMouseReporting",
-                                         "ligatures", "lineSpacing", "minimumContrast", "optionSendsMeta",
+                                         "closeWindowWhenShellExits", "commandActsAsMeta", "dimUnfocusedPanes", "enableMouseReporting",
+                                         "ligatures", "lineSpacing", "minimumContrast", "optionSendsMeta", "reopenSeconds",
                                          "startupCommand", "startupShell", "useAlternateScreenBuffer", "visualBell",
                                          "warnBeforeClosing", "wordSeparators"}));
 }

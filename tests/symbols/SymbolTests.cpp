@@ -13,6 +13,8 @@ namespace {
 
 // Every name that some view asks for.
 const QStringList kUsed{
+    QStringLiteral("bell.fill"),
+    QStringLiteral("plus"),
     QStringLiteral("gear"),
     QStringLiteral("paintbrush"),
     QStringLiteral("keyboard"),

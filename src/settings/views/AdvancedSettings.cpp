@@ -22,6 +22,7 @@ constexpr std::array kFlags{FlagRow{"Use ligatures", &EmulationSettings::ligatur
                             FlagRow{"Show bold text in bright colors", &EmulationSettings::boldIsBright},
                             FlagRow{"Ask before risky paste", &EmulationSettings::askBeforeRiskyPaste},
                             FlagRow{"Let programs move and resize the window", &EmulationSettings::allowWindowRequests},
+                            FlagRow{"Dim splits without the keyboard", &EmulationSettings::dimUnfocusedPanes},
                             FlagRow{"Audible bell", &EmulationSettings::audibleBell},
                             FlagRow{"Visual bell", &EmulationSettings::visualBell}};
 
@@ -90,6 +91,9 @@ void AdvancedSettings::addEmulationSettings() {
                   QStringLiteral("Text that is too close to its background is made lighter or darker"));
   addEmulationRow(QStringLiteral("Word Separators"), makeField(emulation(), &EmulationSettings::wordSeparators),
                   QStringLiteral("Characters that end a word when it is selected by a double click, besides blanks"));
+  addEmulationRow(QStringLiteral("Reopen Closed"),
+                  makeSlider(emulation(), &EmulationSettings::reopenSeconds, secondsText),
+                  QStringLiteral("How long a closed split, tab or window can be brought back, its programs running"));
   for (const FlagRow& row : kFlags) {
     addEmulationRow(QLatin1String(row.label), makeSwitch(emulation(), row.setting));
   }

@@ -22,6 +22,10 @@ QString decimalText(double value) {
   return QString::asprintf("%.1f", value);
 }
 
+QString secondsText(double value) {
+  return QStringLiteral("%1 s").arg(truncated(value));
+}
+
 QString contrastText(double value) {
   return value > 1 ? QString::asprintf("%.1f:1", value) : QStringLiteral("Off");
 }

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string_view>
+
+namespace zolt {
+
+/// Whether a host name is this machine's: empty, "localhost", or what the machine calls itself, with or without its
+/// domain and in any case. Any thread.
+bool isThisHost(std::string_view name);
+
+}  // namespace zolt

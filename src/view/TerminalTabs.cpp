@@ -1,0 +1,605 @@
+#include "view/TerminalTabs.h"
+
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "controls/BarButton.h"
+#include "controls/ControlColors.h"
+#include "view/DropMark.h"
+
+namespace zolt {
+
+namespace {
+
+// Dropped nearer to an edge than this share of the pane, a tab splits it there.
+constexpr double kEdgeShare = 0.25;
+
+TabProgress toTab(const vt::Progress& progress) {
+  using From = vt::Progress::Kind;
+  using To = TabProgress::Kind;
+  switch (progress.kind) {
+    case From::None:
+      return {};
+    case From::Normal:
+      return {.kind = To::Value, .percent = progress.percent};
+    case From::Error:
+      return {.kind = To::Error, .percent = progress.percent};
+    case From::Indeterminate:
+      return {.kind = To::Indeterminate};
+    case From::Paused:
+      return {.kind = To::Paused, .percent = progress.percent};
+  }
+  return {};
+}
+
+// What tells most of several panes.
+TabMarks joined(const TabMarks& one, const TabMarks& other) {
+  TabMarks both = one;
+  both.hasActivity = one.hasActivity || other.hasActivity;
+  both.hasBell = one.hasBell || other.hasBell;
+  if (!both.exitStatus || *both.exitStatus == 0) {
+    if (other.exitStatus) both.exitStatus = other.exitStatus;
+  }
+  if (both.progress.kind == TabProgress::Kind::None) both.progress = other.progress;
+  return both;
+}
+
+TerminalPane* toPane(QWidget* widget) {
+  return static_cast<TerminalPane*>(widget);
+}
+
+}  // namespace
+
+TerminalTabs::TerminalTabs(MakePane makePane, QWidget* parent)
+    : TerminalArea(parent),
+      m_makePane(std::move(makePane)),
+      m_bar(new QWidget(this)),
+      m_strip(new TabStrip(m_bar)),
+      m_stack(new QStackedLayout) {
+  setAcceptDrops(true);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(m_bar);
+  column->addLayout(m_stack, 1);
+  auto* row = new QHBoxLayout(m_bar);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(0);
+  row->addWidget(m_strip, 1);
+  auto* more = new BarButton(QStringLiteral("plus"), QString(), tr("New tab"), m_bar);
+  more->setFocusPolicy(Qt::NoFocus);
+  row->addWidget(more);
+  m_bar->setAutoFillBackground(true);
+  m_bar->hide();
+  connect(more, &QAbstractButton::clicked, this, &TerminalTabs::addTab);
+  connect(m_strip, &QTabBar::currentChanged, this, &TerminalTabs::currentTabChanged);
+  connect(m_strip, &QTabBar::tabMoved, this, &TerminalTabs::tabMoved);
+  connect(m_strip, &TabStrip::closeWanted, this, &TerminalTabs::tabCloseWanted);
+  connect(m_strip, &TabStrip::named, this, [this](int index, const QString& name) {
+    tab(index).name = name;
+    updateTitle(index);
+  });
+  connect(m_strip, &TabStrip::tabDropped, this, &TerminalTabs::takeIn);
+  connect(m_strip, &TabStrip::tornOff, this, [this](int index, QPoint at) { Q_EMIT windowWanted(index, at); });
+  connect(m_strip, &TabStrip::menuWanted, this, &TerminalTabs::showMenu);
+}
+
+TerminalTabs::TerminalTabs(std::unique_ptr<TerminalPane> first, MakePane makePane, QWidget* parent)
+    : TerminalTabs(std::move(makePane), parent) {
+  TerminalPane& pane = *first.release();
+  insert(new SplitView(pane), QString(), pane, 0);
+}
+
+TerminalTabs::~TerminalTabs() {
+  m_strip->disconnect(this);
+  m_watched.clear();
+}
+
+TerminalPane& TerminalTabs::currentPane() {
+  return *tab(currentIndex()).current;
+}
+
+std::vector<TerminalPane*> TerminalTabs::panesOf(int index) const {
+  const std::vector<QWidget*> widgets = tab(index).view->panes();
+  std::vector<TerminalPane*> panes(widgets.size());
+  std::ranges::transform(widgets, panes.begin(), toPane);
+  return panes;
+}
+
+std::vector<TerminalPane*> TerminalTabs::panes() const {
+  std::vector<TerminalPane*> all;
+  for (int index = 0; index < count(); ++index) {
+    std::ranges::copy(panesOf(index), std::back_inserter(all));
+  }
+  return all;
+}
+
+int TerminalTabs::indexOf(const TerminalPane& pane) const {
+  const auto found =
+      std::ranges::find_if(m_tabs, [&pane](const Tab& each) { return each.view == pane.parentWidget(); });
+  return found == m_tabs.end() ? -1 : static_cast<int>(found - m_tabs.begin());
+}
+
+TerminalTabs::Tab* TerminalTabs::tabOf(const TerminalPane& pane) {
+  const int index = indexOf(pane);
+  return index < 0 ? nullptr : &tab(index);
+}
+
+// Tabs: they come, go and change places.
+
+bool TerminalTabs::addTab() {
+  if (!m_makePane) return true;
+  const std::string folder = folderOfCurrent();
+  m_bar->show();
+  layout()->activate();  // the new terminal has the room that is left
+  TerminalPane& pane =
+      *m_makePane({.area = m_stack->geometry().size(), .scale = devicePixelRatioF(), .folder = folder}).release();
+  insert(new SplitView(pane), QString(), pane, currentIndex() + 1);
+  return true;
+}
+
+void TerminalTabs::insert(SplitView* view, const QString& name, TerminalPane& current, int before) {
+  connect(view, &SplitView::dividerTaken, this, [this] { holdGridSize(true); });
+  connect(view, &SplitView::dividerLeft, this, [this] { holdGridSize(false); });
+  m_stack->addWidget(view);
+  m_tabs.insert(m_tabs.begin() + before, Tab{.view = view, .name = name, .current = &current});
+  for (TerminalPane* pane : panesOf(before)) {
+    watch(*pane);
+  }
+  {
+    const QSignalBlocker quiet(m_strip);
+    m_strip->insertTab(before, QString());
+    m_strip->setCurrentIndex(before);
+  }
+  updateStrip();
+  updateTitle(before);
+  updateMarks(before);
+  currentTabChanged(before);
+  for (TerminalPane* pane : panesOf(before)) {
+    Q_EMIT paneAdded(pane);
+  }
+}
+
+DetachedTab TerminalTabs::takeTab(int index) {
+  const Tab taken = tab(index);
+  for (TerminalPane* pane : panesOf(index)) {
+    Q_EMIT paneLeaving(pane);
+    unwatch(*pane);
+  }
+  taken.view->disconnect(this);
+  const bool wasCurrent = index == currentIndex();
+  m_tabs.erase(m_tabs.begin() + index);
+  {
+    const QSignalBlocker quiet(m_strip);
+    m_strip->removeTab(index);
+  }
+  m_stack->removeWidget(taken.view);
+  taken.view->hide();
+  taken.view->setParent(nullptr);
+  updateStrip();
+  if (m_tabs.empty()) {
+    Q_EMIT emptied();
+  } else if (wasCurrent) {
+    currentTabChanged(currentIndex());
+  } else {
+    Q_EMIT arrangementChanged();
+  }
+  return {.view = std::unique_ptr<SplitView>(taken.view), .name = taken.name, .current = taken.current};
+}
+
+void TerminalTabs::insertTab(DetachedTab tab, int before) {
+  TerminalPane* current = tab.current ? tab.current.data() : toPane(tab.view->panes().front());
+  insert(tab.view.release(), tab.name, *current, std::clamp(before, 0, count()));
+}
+
+void TerminalTabs::tabMoved(int from, int to) {
+  Tab moved = std::move(tab(from));
+  m_tabs.erase(m_tabs.begin() + from);
+  m_tabs.insert(m_tabs.begin() + to, std::move(moved));
+}
+
+void TerminalTabs::currentTabChanged(int index) {
+  if (index < 0 || index >= count()) return;
+  m_stack->setCurrentWidget(tab(index).view);
+  setFocusProxy(&currentPane());
+  for (TerminalPane* pane : panesOf(index)) {
+    Watch& watch = m_watched.at(pane);
+    watch.marks.hasActivity = false;
+    watch.marks.hasBell = false;
+  }
+  updateMarks(index);
+  updateColors();
+  updateDimming();
+  currentPane().setFocus();
+  Q_EMIT titleChanged();
+  Q_EMIT arrangementChanged();
+}
+
+void TerminalTabs::updateStrip() {
+  m_bar->setVisible(count() > 1);
+}
+
+void TerminalTabs::turnTo(int index) {
+  if (count() > 0) setCurrentIndex((index + count()) % count());
+}
+
+void TerminalTabs::moveTab(int to) {
+  if (to >= 0 && to < count()) m_strip->moveTab(currentIndex(), to);
+}
+
+void TerminalTabs::select(int number) {
+  if (number >= 1 && number <= count()) setCurrentIndex(number - 1);
+}
+
+void TerminalTabs::renameTab() {
+  if (count() > 1) m_strip->editName(currentIndex());
+}
+
+void TerminalTabs::moveTabToNewWindow() {
+  if (count() > 1) Q_EMIT windowWanted(currentIndex(), std::nullopt);
+}
+
+void TerminalTabs::closeTab() {
+  Q_EMIT tabCloseWanted(currentIndex());
+}
+
+void TerminalTabs::showMenu(int index, QPoint at) {
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  const auto add = [&](const QString& text, auto act) {
+    connect(menu->addAction(text), &QAction::triggered, this, [this, index, act] {
+      if (index < count()) act();
+    });
+  };
+  add(tr("&New Tab"), [this] { addTab(); });
+  add(tr("&Rename..."), [this, index] { m_strip->editName(index); });
+  add(tr("&Move to New Window"), [this, index] { Q_EMIT windowWanted(index, std::nullopt); });
+  menu->addSeparator();
+  add(tr("&Close"), [this, index] { Q_EMIT tabCloseWanted(index); });
+  menu->popup(at);
+}
+
+// Panes.
+
+void TerminalTabs::watch(TerminalPane& pane) {
+  EmulationSurface& surface = surfaceOf(pane);
+  Watch& watch = m_watched[&pane];
+  watch.connections = std::make_unique<QObject>();
+  watch.bytesSeen = surface.bytesPrinted();
+  QObject* owner = watch.connections.get();
+  connect(&surface, &EmulationSurface::titleChanged, owner, [this, &pane] { updateTitle(indexOf(pane)); });
+  connect(&surface, &EmulationSurface::themeChanged, owner, [this] {
+    updateColors();
+    Q_EMIT themeChanged();
+  });
+  connect(&surface, &EmulationSurface::screenChanged, owner, [this, &pane] { screenChanged(pane); });
+  connect(&surface, &EmulationSurface::bellRang, owner, [this, &pane] {
+    if (indexOf(pane) != currentIndex()) m_watched.at(&pane).marks.hasBell = true;
+    updateMarks(indexOf(pane));
+    Q_EMIT bellRang();
+  });
+  surface.canvas().installEventFilter(this);
+}
+
+void TerminalTabs::unwatch(TerminalPane& pane) {
+  surfaceOf(pane).canvas().removeEventFilter(this);
+  surfaceOf(pane).canvas().setDimmed(false);
+  m_watched.erase(&pane);
+}
+
+void TerminalTabs::screenChanged(TerminalPane& pane) {
+  Watch& watch = m_watched.at(&pane);
+  EmulationSurface& surface = surfaceOf(pane);
+  const int index = indexOf(pane);
+  const std::uint64_t printed = surface.bytesPrinted();
+  if (std::exchange(watch.bytesSeen, printed) != printed && index != currentIndex()) watch.marks.hasActivity = true;
+  watch.marks.progress = toTab(surface.progress());
+  updateMarks(index);
+}
+
+void TerminalTabs::setExitStatus(TerminalPane& pane, int status) {
+  m_watched.at(&pane).marks.exitStatus = status;
+  updateMarks(indexOf(pane));
+}
+
+bool TerminalTabs::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::FocusIn) {
+    const auto found =
+        std::ranges::find_if(m_watched, [&](const auto& each) { return &surfaceOf(*each.first).canvas() == watched; });
+    if (found != m_watched.end()) setCurrent(*found->first);
+  }
+  return TerminalArea::eventFilter(watched, event);
+}
+
+void TerminalTabs::setCurrent(TerminalPane& pane) {
+  Tab* holder = tabOf(pane);
+  if (holder == nullptr || holder->current == &pane) return;
+  holder->current = &pane;
+  if (holder->view->zoomed() != nullptr) holder->view->setZoomed(&pane);
+  updateTitle(indexOf(pane));
+  if (holder != &tab(currentIndex())) return;
+  setFocusProxy(&pane);
+  updateDimming();
+}
+
+void TerminalTabs::bringUp(TerminalPane& pane) {
+  const int index = indexOf(pane);
+  if (index < 0) return;
+  setCurrent(pane);
+  setCurrentIndex(index);
+  pane.setFocus();
+}
+
+void TerminalTabs::split(Direction side) {
+  if (!m_makePane) return;
+  TerminalPane& beside = currentPane();
+  SplitView& split = *tab(currentIndex()).view;
+  // The shell has its size from the start.
+  SplitLayout next = split.layoutOfPanes();
+  constexpr PaneId kAdded{0};  // no pane's
+  next.split(split.idOf(beside), side, kAdded);
+  const auto places = next.places({.width = split.width(), .height = split.height()}).panes;
+  const PaneSize size = std::ranges::find(places, kAdded, &SplitLayout::Place::pane)->rect.size;
+  splitWith(beside, side,
+            m_makePane({.area = {size.width, size.height}, .scale = devicePixelRatioF(), .folder = folderOfCurrent()}));
+}
+
+void TerminalTabs::splitWith(TerminalPane& beside, Direction side, std::unique_ptr<TerminalPane> added) {
+  TerminalPane& pane = *added.release();
+  const int index = indexOf(beside);
+  tab(index).view->split(beside, side, pane);
+  watch(pane);
+  updateMarks(index);
+  Q_EMIT paneAdded(&pane);
+  bringUp(pane);
+  updateDimming();
+  Q_EMIT arrangementChanged();
+}
+
+DetachedPane TerminalTabs::takePane(TerminalPane& pane) {
+  Tab& holder = *tabOf(pane);
+  SplitView& view = *holder.view;
+  Q_EMIT paneLeaving(&pane);
+  unwatch(pane);
+  DetachedPane taken{.pane = nullptr, .from = &view, .id = view.idOf(pane), .before = view.layoutOfPanes()};
+  // What is nearest takes the keyboard.
+  QWidget* next = nullptr;
+  for (const Direction direction : {Direction::Left, Direction::Up, Direction::Right, Direction::Down}) {
+    if (next == nullptr) next = view.neighbour(pane, direction);
+  }
+  const bool wasCurrent = holder.current == &pane;
+  if (wasCurrent) holder.current = toPane(next);
+  view.take(pane);
+  taken.pane.reset(&pane);
+  const int index = static_cast<int>(&holder - m_tabs.data());
+  updateTitle(index);
+  updateMarks(index);
+  if (index == currentIndex()) {
+    setFocusProxy(&currentPane());
+    updateDimming();
+    if (wasCurrent) currentPane().setFocus();
+  }
+  Q_EMIT arrangementChanged();
+  return taken;
+}
+
+void TerminalTabs::putBack(DetachedPane taken) {
+  TerminalPane& pane = *taken.pane.release();
+  const auto holder = std::ranges::find(m_tabs, taken.from.data(), &Tab::view);
+  if (holder != m_tabs.end() && holder->view->putBack(pane, taken.id, taken.before)) {
+    watch(pane);
+    Q_EMIT paneAdded(&pane);
+    bringUp(pane);
+    updateMarks(indexOf(pane));
+    updateDimming();
+    Q_EMIT arrangementChanged();
+  } else {
+    insert(new SplitView(pane), QString(), pane, currentIndex() + 1);
+  }
+}
+
+void TerminalTabs::closePane() {
+  Q_EMIT paneCloseWanted(&currentPane());
+}
+
+void TerminalTabs::go(Direction direction) {
+  if (QWidget* next = tab(currentIndex()).view->neighbour(currentPane(), direction)) bringUp(*toPane(next));
+}
+
+void TerminalTabs::moveDivider(Direction direction) {
+  const CellMetrics& cell = surface().canvas().cellMetrics();
+  const bool isSideways = direction == Direction::Left || direction == Direction::Right;
+  const double pixels = (isSideways ? 2 * cell.width : cell.height).toDouble() / devicePixelRatioF();
+  tab(currentIndex()).view->moveEdge(currentPane(), direction, static_cast<int>(pixels));
+}
+
+void TerminalTabs::equalisePanes() {
+  tab(currentIndex()).view->equalise();
+}
+
+void TerminalTabs::zoomPane() {
+  SplitView& split = *tab(currentIndex()).view;
+  split.setZoomed(split.zoomed() == nullptr ? &currentPane() : nullptr);
+  updateTitle(currentIndex());
+  currentPane().setFocus();
+}
+
+// With the one that follows, and the last with the first.
+void TerminalTabs::swapPanes() {
+  const std::vector<TerminalPane*> all = panesOf(currentIndex());
+  auto next = std::ranges::find(all, &currentPane()) + 1;
+  if (next == all.end()) next = all.begin();
+  tab(currentIndex()).view->swap(currentPane(), **next);
+}
+
+bool TerminalTabs::validate(const QByteArray& action) const {
+  static const std::vector<QByteArray> kNeedTabs{"nextTab",       "previousTab", "moveTabForward",    "moveTabBackward",
+                                                 "selectLastTab", "renameTab",   "moveTabToNewWindow"};
+  static const std::vector<QByteArray> kNeedPanes{
+      "goLeft",        "goRight",         "goUp",          "goDown",   "moveDividerLeft", "moveDividerRight",
+      "moveDividerUp", "moveDividerDown", "equalisePanes", "zoomPane", "swapPanes"};
+  if (std::ranges::find(kNeedTabs, action) != kNeedTabs.end()) return count() > 1;
+  if (std::ranges::find(kNeedPanes, action) != kNeedPanes.end()) return panesOf(currentIndex()).size() > 1;
+  if (action.startsWith("selectTab")) return action.mid(9).toInt() <= count();
+  if (action.startsWith("split")) return static_cast<bool>(m_makePane);
+  return true;
+}
+
+bool TerminalTabs::isOn(const QByteArray& action) const {
+  return action == "zoomPane" && tab(currentIndex()).view->zoomed() != nullptr;
+}
+
+// What is shown of them.
+
+QString TerminalTabs::title() const {
+  const Tab& current = tab(currentIndex());
+  return current.name.isEmpty() ? surfaceOf(*current.current).title() : current.name;
+}
+
+void TerminalTabs::updateTitle(int index) {
+  if (index < 0) return;
+  const Tab& shown = tab(index);
+  QString title = shown.name.isEmpty() ? surfaceOf(*shown.current).title() : shown.name;
+  if (title.isEmpty()) title = QString::fromStdString(shown.current->terminal().title());
+  if (shown.view->zoomed() != nullptr) {
+    title = tr("%1 (1 of %2)").arg(title).arg(panesOf(index).size());
+  }
+  m_strip->setTitle(index, title);
+  if (index == currentIndex()) Q_EMIT titleChanged();
+}
+
+void TerminalTabs::updateMarks(int index) {
+  if (index < 0) return;
+  TabMarks marks;
+  const std::vector<TerminalPane*> all = panesOf(index);
+  for (TerminalPane* pane : all) {
+    if (const auto found = m_watched.find(pane); found != m_watched.end()) marks = joined(marks, found->second.marks);
+  }
+  marks.panes = static_cast<int>(all.size());
+  m_strip->setMarks(index, marks);
+}
+
+void TerminalTabs::setDimsOthers(bool dims) {
+  m_dimsOthers = dims;
+  if (count() > 0) updateDimming();
+}
+
+void TerminalTabs::updateDimming() {
+  const std::vector<TerminalPane*> all = panesOf(currentIndex());
+  for (TerminalPane* pane : all) {
+    pane->surface().canvas().setDimmed(m_dimsOthers && all.size() > 1 && pane != &currentPane());
+  }
+}
+
+void TerminalTabs::updateColors() {
+  const QColor ground = surface().ground();
+  m_strip->setGround(ground);
+  QPalette palette = this->palette();
+  palette.setColor(QPalette::Window, mixed(ground, palette.color(QPalette::WindowText), 0.09));
+  m_bar->setPalette(palette);
+  for (const Tab& each : m_tabs) {
+    each.view->setGround(ground);
+  }
+}
+
+void TerminalTabs::clear() {
+  // The command reaches every window; here it is for the one that the user is in.
+  if (window()->isActiveWindow()) surface().clear();
+}
+
+void TerminalTabs::holdGridSize(bool held) {
+  for (TerminalPane* pane : panes()) {
+    pane->surface().canvas().holdGridSize(held);
+  }
+}
+
+std::string TerminalTabs::folderOfCurrent() {
+  return count() == 0 ? std::string() : surface().folder();
+}
+
+// Tabs that are dropped.
+
+void TerminalTabs::takeIn(const TabDrag& dragged, int before) {
+  auto* from = qobject_cast<TerminalTabs*>(dragged.from->parentWidget()->parentWidget());
+  if (from == nullptr || dragged.index >= from->count()) return;
+  if (from == this) {
+    m_strip->moveTab(dragged.index, before > dragged.index ? before - 1 : before);
+    return;
+  }
+  insertTab(from->takeTab(dragged.index), before);
+  window()->activateWindow();
+}
+
+TerminalTabs::Target TerminalTabs::targetAt(QPoint point) {
+  TerminalPane* over = &currentPane();
+  for (TerminalPane* pane : panesOf(currentIndex())) {
+    const QRect area(pane->mapTo(this, QPoint()), pane->size());
+    if (!pane->isVisible() || !area.contains(point)) continue;
+    over = pane;
+    const double x = static_cast<double>(point.x() - area.left()) / area.width();
+    const double y = static_cast<double>(point.y() - area.top()) / area.height();
+    const std::array<std::pair<double, Direction>, 4> edges{
+        std::pair{x, Direction::Left}, {1 - x, Direction::Right}, {y, Direction::Up}, {1 - y, Direction::Down}};
+    const auto nearest = std::ranges::min_element(edges);
+    if (nearest->first < kEdgeShare) return {.pane = over, .side = nearest->second};
+  }
+  return {.pane = over, .side = std::nullopt};
+}
+
+void TerminalTabs::dragEnterEvent(QDragEnterEvent* event) {
+  if (!m_makePane || !TabDrag::of(*event->mimeData())) return;
+  m_dropMark = new DropMark(this);
+  dragMoveEvent(event);
+}
+
+void TerminalTabs::dragMoveEvent(QDragMoveEvent* event) {
+  const auto dragged = TabDrag::of(*event->mimeData());
+  if (!dragged || m_dropMark == nullptr) return;
+  const Target target = targetAt(event->position().toPoint());
+  // A tab cannot be split with itself.
+  const bool isSelf = dragged->from == m_strip && dragged->index == currentIndex();
+  event->setAccepted(!isSelf);
+  QRect area(target.pane->mapTo(this, QPoint()), target.pane->size());
+  if (target.side == Direction::Left) area.setWidth(area.width() / 2);
+  if (target.side == Direction::Right) area.setLeft(area.center().x());
+  if (target.side == Direction::Up) area.setHeight(area.height() / 2);
+  if (target.side == Direction::Down) area.setTop(area.center().y());
+  m_dropMark->setGeometry(area);
+  m_dropMark->setVisible(!isSelf);
+  m_dropMark->raise();
+}
+
+void TerminalTabs::dragLeaveEvent(QDragLeaveEvent*) {
+  delete std::exchange(m_dropMark, nullptr);
+}
+
+void TerminalTabs::dropEvent(QDropEvent* event) {
+  delete std::exchange(m_dropMark, nullptr);
+  const auto dragged = TabDrag::of(*event->mimeData());
+  if (!dragged) return;
+  const Target target = targetAt(event->position().toPoint());
+  event->acceptProposedAction();
+  if (!target.side) return takeIn(*dragged, currentIndex() + 1);
+  auto* from = qobject_cast<TerminalTabs*>(dragged->from->parentWidget()->parentWidget());
+  if (from == nullptr || dragged->index >= from->count() || from->indexOf(*target.pane) == dragged->index) return;
+  // All its panes move, one beside the other.
+  DetachedTab tab = from->takeTab(dragged->index);
+  TerminalPane* beside = target.pane;
+  Direction side = *target.side;
+  for (QWidget* each : tab.view->panes()) {
+    auto* pane = toPane(each);
+    tab.view->take(*pane);
+    splitWith(*beside, side, std::unique_ptr<TerminalPane>(pane));
+    beside = pane;
+    if (side == Direction::Left) side = Direction::Right;
+    if (side == Direction::Up) side = Direction::Down;
+  }
+  window()->activateWindow();
+}
+
+}  // namespace zolt

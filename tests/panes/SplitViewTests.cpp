@@ -1,0 +1,133 @@
+// Widgets as the panes of a split.
+#include "panes/SplitView.h"
+
+#include <gtest/gtest.h>
+
+#include <QPointer>
+#include <QSignalSpy>
+#include <QTest>
+#include <memory>
+
+#include "support/WaitFor.h"
+
+namespace zolt {
+namespace {
+
+class SplitViewTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    view.resize(805, 605);
+    view.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view, test::kPatience.count()));
+  }
+  QPoint middleOfDivider(std::size_t number) const {
+    const PaneRect rect =
+        view.layoutOfPanes().places({.width = view.width(), .height = view.height()}).dividers[number].rect;
+    return {rect.x + rect.size.width / 2, rect.y + rect.size.height / 2};
+  }
+  void drag(QPoint from, QPoint to) {
+    QTest::mousePress(&view, Qt::LeftButton, {}, from);
+    QTest::mouseMove(&view, (from + to) / 2);
+    QTest::mouseMove(&view, to);
+    QTest::mouseRelease(&view, Qt::LeftButton, {}, to);
+  }
+
+  QWidget& a = *new QWidget;
+  QWidget& b = *new QWidget;
+  QWidget& c = *new QWidget;
+  SplitView view{a};
+};
+
+TEST_F(SplitViewTest, PlacesItsPanesBesideEachOther) {
+  view.split(a, Direction::Right, b);
+  view.split(b, Direction::Down, c);
+  EXPECT_EQ(view.panes(), (std::vector{&a, &b, &c}));
+  EXPECT_EQ(a.geometry(), QRect(0, 0, 400, 605));
+  EXPECT_EQ(b.geometry(), QRect(405, 0, 400, 300));
+  EXPECT_EQ(c.geometry(), QRect(405, 305, 400, 300));
+  EXPECT_TRUE(c.isVisible());
+  view.resize(1005, 605);
+  EXPECT_EQ(a.geometry(), QRect(0, 0, 500, 605));
+}
+
+TEST_F(SplitViewTest, GivesAPaneItsSizeBeforeItIsShown) {
+  struct FirstSize : QWidget {
+    void showEvent(QShowEvent*) override { shownWith = size(); }
+    QSize shownWith;
+  };
+  auto* pane = new FirstSize;
+  view.split(a, Direction::Right, *pane);
+  EXPECT_EQ(pane->shownWith, QSize(400, 605));
+}
+
+TEST_F(SplitViewTest, GivesAPaneBackAndTheRestItsRoom) {
+  view.split(a, Direction::Right, b);
+  view.take(b);
+  const std::unique_ptr<QWidget> taken(&b);
+  EXPECT_EQ(b.parentWidget(), nullptr);
+  EXPECT_FALSE(b.isVisible());
+  EXPECT_EQ(a.geometry(), view.rect());
+}
+
+TEST_F(SplitViewTest, PutsAPaneBackWhereItWasUnlessOthersHaveComeOrGone) {
+  view.split(a, Direction::Right, b);
+  view.split(b, Direction::Down, c);
+  ASSERT_TRUE(view.moveEdge(b, Direction::Down, 70));
+  const QRect place = b.geometry();
+  const PaneId id = view.idOf(b);
+  const SplitLayout before = view.layoutOfPanes();
+  view.take(b);
+  ASSERT_TRUE(view.putBack(b, id, before));
+  EXPECT_EQ(b.geometry(), place);
+  EXPECT_TRUE(b.isVisible());
+
+  view.take(b);
+  view.take(c);
+  const std::unique_ptr<QWidget> gone(&c);
+  const std::unique_ptr<QWidget> taken(&b);
+  EXPECT_FALSE(view.putBack(b, id, before));
+  EXPECT_EQ(view.panes(), std::vector{&a});
+}
+
+TEST_F(SplitViewTest, MovesADividerThatIsDragged) {
+  view.split(a, Direction::Right, b);
+  QSignalSpy taken(&view, &SplitView::dividerTaken);
+  QSignalSpy left(&view, &SplitView::dividerLeft);
+  const QPoint from = middleOfDivider(0);
+  drag(from, from + QPoint(123, 50));
+  EXPECT_EQ(a.width(), 523);
+  EXPECT_EQ(b.geometry(), QRect(528, 0, 277, 605));
+  EXPECT_EQ(taken.count(), 1);
+  EXPECT_EQ(left.count(), 1);
+  drag(QPoint(100, 100), QPoint(200, 100));
+  EXPECT_EQ(a.width(), 523) << "only dividers are dragged";
+}
+
+TEST_F(SplitViewTest, EqualisesByADoubleClickOnADivider) {
+  view.split(a, Direction::Right, b);
+  ASSERT_TRUE(view.moveEdge(a, Direction::Right, 100));
+  QTest::mouseDClick(&view, Qt::LeftButton, {}, middleOfDivider(0));
+  EXPECT_EQ(a.width(), b.width());
+}
+
+TEST_F(SplitViewTest, ShowsTheZoomedPaneAloneUntilAnythingElseIsDone) {
+  view.split(a, Direction::Right, b);
+  view.setZoomed(&b);
+  EXPECT_EQ(b.geometry(), view.rect());
+  EXPECT_FALSE(a.isVisible());
+  EXPECT_FALSE(view.moveEdge(b, Direction::Left, 10));
+  view.setZoomed(nullptr);
+  EXPECT_TRUE(a.isVisible());
+  view.setZoomed(&b);
+  view.split(b, Direction::Down, c);
+  EXPECT_EQ(view.zoomed(), nullptr);
+  EXPECT_TRUE(a.isVisible());
+}
+
+TEST_F(SplitViewTest, DoesNotZoomASinglePane) {
+  view.setZoomed(&a);
+  EXPECT_EQ(view.zoomed(), nullptr);
+}
+
+}  // namespace
+}  // namespace zolt
