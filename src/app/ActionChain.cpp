@@ -21,6 +21,9 @@ std::vector<QObject*> ActionChain::responders() const {
   for (QWidget* each = first; each != nullptr; each = each->isWindow() ? nullptr : each->parentWidget()) {
     chain.push_back(each);
   }
+  if (first != nullptr && m_windowResponder) {
+    if (QObject* further = m_windowResponder(*first->window())) chain.push_back(further);
+  }
   chain.insert(chain.end(), m_lastResponders.begin(), m_lastResponders.end());
   return chain;
 }

@@ -1,21 +1,26 @@
 #pragma once
 
 #include <QObject>
+#include <QWidget>
+#include <functional>
 #include <utility>
 #include <vector>
 
 namespace zolt {
 
 /// Sends actions by name along the responder chain: the widget with the focus and its parents up to the window, then
-/// the application's own responders, in order.
+/// what else responds for that window, then the application's own responders, in order.
 ///
 /// A responder performs an action with a slot or invokable method of that name without parameters. If it also has an
 /// invokable `bool validate(const QByteArray& action)`, that says whether the action is available now; and an invokable
 /// `bool isOn(const QByteArray& action)`, whether what it turns on and off is on. Main thread.
 class ActionChain {
  public:
+  /// What responds for a window wherever in it the focus is; null: nothing.
+  using WindowResponder = std::function<QObject*(QWidget& window)>;
   /// The responders must outlive the chain.
-  explicit ActionChain(std::vector<QObject*> lastResponders) : m_lastResponders(std::move(lastResponders)) {}
+  explicit ActionChain(std::vector<QObject*> lastResponders, WindowResponder windowResponder = {})
+      : m_lastResponders(std::move(lastResponders)), m_windowResponder(std::move(windowResponder)) {}
 
   /// Only the first responder found performs the action. Returns whether there was one.
   bool sendAction(const char* action) const;
@@ -30,6 +35,7 @@ class ActionChain {
   std::vector<QObject*> responders() const;
 
   std::vector<QObject*> m_lastResponders;
+  WindowResponder m_windowResponder;
 };
 
 }  // namespace zolt

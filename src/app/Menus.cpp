@@ -168,6 +168,8 @@ constexpr std::array kItems{
     full("Split", "&Zoom Split", "zoomPane", command<Qt::Key_Return>, Does::Toggle),
     full("Split", "&Equalize Sizes", "equalisePanes", none),
     full("Split", "&Swap With Next", "swapPanes", none),
+    separator("Split", Where::FullEmulation),
+    full("Split", "&Type Into All Splits", "typeIntoAll", command<Qt::Key_I>, Does::Toggle),
     full(kNoMenu, "", "moveDividerLeft", command<Qt::Key_Left, Qt::AltModifier>),
     full(kNoMenu, "", "moveDividerRight", command<Qt::Key_Right, Qt::AltModifier>),
     full(kNoMenu, "", "moveDividerUp", command<Qt::Key_Up, Qt::AltModifier>),

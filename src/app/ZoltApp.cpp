@@ -49,6 +49,12 @@ QPalette barPalette() {
   return palette;
 }
 
+// Tabs and splits are commanded wherever in their window the keyboard is: in the menus, or in the sidebar.
+QObject* areaOf(QWidget& window) {
+  auto* terminal = qobject_cast<TerminalWindow*>(&window);
+  return terminal == nullptr ? nullptr : &terminal->contentViewController().rootView().area();
+}
+
 void bringToFront(QWidget& window) {
   window.show();
   window.raise();
@@ -62,7 +68,7 @@ ZoltApp::ZoltApp(Config& config, UserDefaults& defaults, Environment environment
       m_defaults(defaults),
       m_appDelegate(std::make_unique<AppDelegate>(
           config, defaults, [this](TerminalWindow& window) { prepareWindow(window); }, std::move(environment))),
-      m_actions({m_appDelegate.get(), this, QCoreApplication::instance()}),
+      m_actions({m_appDelegate.get(), this, QCoreApplication::instance()}, areaOf),
       m_menus{.actions = m_actions, .windows = [this] { return windowsOnScreen(); }} {
   QApplication::setQuitOnLastWindowClosed(AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
 }

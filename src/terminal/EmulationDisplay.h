@@ -32,6 +32,7 @@ class EmulationDisplay : public QObject {
   TextCanvas& canvas() { return *m_canvas; }
   EmulationSource& source() { return *m_source; }
   Emulator& emulator() { return *m_emulator; }
+  EmulationInput& input() { return *m_input; }
 
   /// The settings from now on.
   void setSettings(const EmulationSettings& settings, bool isDark);

@@ -35,6 +35,14 @@ QString thisHost() {
 EmulationInput::EmulationInput(EmulationSource& source, TextCanvas& canvas, std::function<void(std::string_view)> write)
     : m_source(source), m_canvas(canvas), m_write(std::move(write)) {}
 
+template <typename Visit>
+void EmulationInput::eachReceiver(const Visit& visit) {
+  visit(*this);
+  for (EmulationInput* each : m_followers) {
+    visit(*each);
+  }
+}
+
 // What the user enters belongs at the end of the text.
 void EmulationInput::typed(std::string_view bytes) {
   if (bytes.empty()) return;
@@ -89,27 +97,31 @@ bool EmulationInput::claimsKey(const QKeyEvent& event) const {
 void EmulationInput::keyPressed(const QKeyEvent& event) {
   if (scrollsView(event)) return;
   m_heldKeys.insert(placeOnKeyboard(event));
-  send(event);
+  eachReceiver([&event](EmulationInput& each) { each.send(event); });
 }
 
 // Of a press that was kept, for a shortcut or the view, the program knows nothing.
 void EmulationInput::keyReleased(const QKeyEvent& event) {
-  if (m_heldKeys.erase(placeOnKeyboard(event)) > 0) send(event);
+  if (m_heldKeys.erase(placeOnKeyboard(event)) == 0) return;
+  eachReceiver([&event](EmulationInput& each) { each.send(event); });
 }
 
 void EmulationInput::textCommitted(const QString& text) {
   vt::KeyEvent event;
   event.text = text.toStdString();
-  typed(vt::keyBytes(event, modes()));
+  eachReceiver([&event](EmulationInput& each) { each.typed(vt::keyBytes(event, each.modes())); });
 }
 
 void EmulationInput::sendPaste(const std::string& text) {
-  typed(vt::pasteBytes(text, modes()));
+  eachReceiver([&text](EmulationInput& each) { each.typed(vt::pasteBytes(text, each.modes())); });
 }
 
 void EmulationInput::textPasted(const QString& text) {
   const std::string bytes = text.toStdString();
-  const PasteCheck check = checkPaste(bytes, modes().bracketedPaste);
+  // Of several programs the one that takes a paste as if it were typed decides.
+  bool areBracketed = true;
+  eachReceiver([&areBracketed](EmulationInput& each) { areBracketed = areBracketed && each.modes().bracketedPaste; });
+  const PasteCheck check = checkPaste(bytes, areBracketed);
   if (!check.mustAsk || !m_settings.askBeforeRiskyPaste) return sendPaste(bytes);
   askBeforePaste(m_canvas, check, [this, bytes] { sendPaste(bytes); });
 }

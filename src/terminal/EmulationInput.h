@@ -5,6 +5,8 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "canvas/CanvasInput.h"
 #include "canvas/TextCanvas.h"
@@ -24,6 +26,9 @@ class EmulationInput : public QObject, public CanvasInput {
   EmulationInput(EmulationSource& source, TextCanvas& canvas, std::function<void(std::string_view)> write);
 
   void setSettings(const EmulationSettings& settings) { m_settings = settings; }
+  /// What is typed or pasted here goes to these terminals too, to each in its own modes. They must outlive the input or
+  /// be replaced before they go.
+  void setFollowers(std::vector<EmulationInput*> followers) { m_followers = std::move(followers); }
 
   /// Function keys without the Command key are the program's, whatever they do in the window.
   bool claimsKey(const QKeyEvent& event) const override;
@@ -50,8 +55,13 @@ class EmulationInput : public QObject, public CanvasInput {
   void report(const vt::MouseEvent& mouse);
   vt::MouseEvent mouseEvent(Qt::KeyboardModifiers modifiers, const PointerPlace& place) const;
 
+  /// This one, and those that follow it.
+  template <typename Visit>
+  void eachReceiver(const Visit& visit);
+
   EmulationSource& m_source;
   TextCanvas& m_canvas;
+  std::vector<EmulationInput*> m_followers;
   std::function<void(std::string_view)> m_write;
   EmulationSettings m_settings;
   vt::MouseReporter m_mouse;

@@ -11,6 +11,7 @@
 #include "controls/BarButton.h"
 #include "controls/ControlColors.h"
 #include "view/DropMark.h"
+#include "view/TypingBar.h"
 
 namespace zolt {
 
@@ -60,12 +61,14 @@ TerminalTabs::TerminalTabs(MakePane makePane, QWidget* parent)
       m_makePane(std::move(makePane)),
       m_bar(new QWidget(this)),
       m_strip(new TabStrip(m_bar)),
+      m_typingBar(new TypingBar(this)),
       m_stack(new QStackedLayout) {
   setAcceptDrops(true);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
   column->addWidget(m_bar);
+  column->addWidget(m_typingBar);
   column->addLayout(m_stack, 1);
   auto* row = new QHBoxLayout(m_bar);
   row->setContentsMargins(0, 0, 0, 0);
@@ -76,6 +79,8 @@ TerminalTabs::TerminalTabs(MakePane makePane, QWidget* parent)
   row->addWidget(more);
   m_bar->setAutoFillBackground(true);
   m_bar->hide();
+  m_typingBar->hide();
+  connect(m_typingBar, &TypingBar::stopWanted, this, &TerminalTabs::typeIntoAll);
   connect(more, &QAbstractButton::clicked, this, &TerminalTabs::addTab);
   connect(m_strip, &QTabBar::currentChanged, this, &TerminalTabs::currentTabChanged);
   connect(m_strip, &QTabBar::tabMoved, this, &TerminalTabs::tabMoved);
@@ -214,7 +219,7 @@ void TerminalTabs::currentTabChanged(int index) {
   }
   updateMarks(index);
   updateColors();
-  updateDimming();
+  updateTyping(index);
   currentPane().setFocus();
   Q_EMIT titleChanged();
   Q_EMIT arrangementChanged();
@@ -289,6 +294,7 @@ void TerminalTabs::watch(TerminalPane& pane) {
 void TerminalTabs::unwatch(TerminalPane& pane) {
   surfaceOf(pane).canvas().removeEventFilter(this);
   surfaceOf(pane).canvas().setDimmed(false);
+  surfaceOf(pane).display().input().setFollowers({});
   m_watched.erase(&pane);
 }
 
@@ -357,7 +363,7 @@ void TerminalTabs::splitWith(TerminalPane& beside, Direction side, std::unique_p
   updateMarks(index);
   Q_EMIT paneAdded(&pane);
   bringUp(pane);
-  updateDimming();
+  updateTyping(index);
   Q_EMIT arrangementChanged();
 }
 
@@ -379,9 +385,9 @@ DetachedPane TerminalTabs::takePane(TerminalPane& pane) {
   const int index = static_cast<int>(&holder - m_tabs.data());
   updateTitle(index);
   updateMarks(index);
+  updateTyping(index);
   if (index == currentIndex()) {
     setFocusProxy(&currentPane());
-    updateDimming();
     if (wasCurrent) currentPane().setFocus();
   }
   Q_EMIT arrangementChanged();
@@ -396,7 +402,7 @@ void TerminalTabs::putBack(DetachedPane taken) {
     Q_EMIT paneAdded(&pane);
     bringUp(pane);
     updateMarks(indexOf(pane));
-    updateDimming();
+    updateTyping(indexOf(pane));
     Q_EMIT arrangementChanged();
   } else {
     insert(new SplitView(pane), QString(), pane, currentIndex() + 1);
@@ -437,12 +443,36 @@ void TerminalTabs::swapPanes() {
   tab(currentIndex()).view->swap(currentPane(), **next);
 }
 
+void TerminalTabs::typeIntoAll() {
+  Tab& current = tab(currentIndex());
+  current.typesIntoAll = !current.typesIntoAll;
+  updateTyping(currentIndex());
+}
+
+// To be called whenever a pane has come or gone.
+void TerminalTabs::updateTyping(int index) {
+  const std::vector<TerminalPane*> all = panesOf(index);
+  Tab& typed = tab(index);
+  typed.typesIntoAll = typed.typesIntoAll && all.size() > 1;
+  for (TerminalPane* pane : all) {
+    std::vector<EmulationInput*> others;
+    for (TerminalPane* each : all) {
+      if (typed.typesIntoAll && each != pane) others.push_back(&surfaceOf(*each).display().input());
+    }
+    surfaceOf(*pane).display().input().setFollowers(std::move(others));
+  }
+  if (index != currentIndex()) return;
+  if (typed.typesIntoAll) m_typingBar->setCount(static_cast<int>(all.size()));
+  m_typingBar->setVisible(typed.typesIntoAll);
+  updateDimming();
+}
+
 bool TerminalTabs::validate(const QByteArray& action) const {
   static const std::vector<QByteArray> kNeedTabs{"nextTab",       "previousTab", "moveTabForward",    "moveTabBackward",
                                                  "selectLastTab", "renameTab",   "moveTabToNewWindow"};
   static const std::vector<QByteArray> kNeedPanes{
       "goLeft",        "goRight",         "goUp",          "goDown",   "moveDividerLeft", "moveDividerRight",
-      "moveDividerUp", "moveDividerDown", "equalisePanes", "zoomPane", "swapPanes"};
+      "moveDividerUp", "moveDividerDown", "equalisePanes", "zoomPane", "typeIntoAll",     "swapPanes"};
   if (std::ranges::find(kNeedTabs, action) != kNeedTabs.end()) return count() > 1;
   if (std::ranges::find(kNeedPanes, action) != kNeedPanes.end()) return panesOf(currentIndex()).size() > 1;
   if (action.startsWith("selectTab")) return action.mid(9).toInt() <= count();
@@ -451,7 +481,9 @@ bool TerminalTabs::validate(const QByteArray& action) const {
 }
 
 bool TerminalTabs::isOn(const QByteArray& action) const {
-  return action == "zoomPane" && tab(currentIndex()).view->zoomed() != nullptr;
+  const Tab& current = tab(currentIndex());
+  return (action == "zoomPane" && current.view->zoomed() != nullptr) ||
+         (action == "typeIntoAll" && current.typesIntoAll);
 }
 
 // What is shown of them.
@@ -491,8 +523,9 @@ void TerminalTabs::setDimsOthers(bool dims) {
 
 void TerminalTabs::updateDimming() {
   const std::vector<TerminalPane*> all = panesOf(currentIndex());
+  const bool dims = m_dimsOthers && all.size() > 1 && !tab(currentIndex()).typesIntoAll;
   for (TerminalPane* pane : all) {
-    pane->surface().canvas().setDimmed(m_dimsOthers && all.size() > 1 && pane != &currentPane());
+    pane->surface().canvas().setDimmed(dims && pane != &currentPane());
   }
 }
 

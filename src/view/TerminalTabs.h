@@ -18,6 +18,7 @@
 namespace zolt {
 
 class DropMark;
+class TypingBar;
 
 /// A tab that is in no window just now: its panes, and the name that the user gave it.
 struct DetachedTab {
@@ -124,6 +125,9 @@ class TerminalTabs : public TerminalArea {
   Q_INVOKABLE void equalisePanes();
   Q_INVOKABLE void zoomPane();
   Q_INVOKABLE void swapPanes();
+  /// Whether what is typed into one pane of the current tab goes to all of them, which is said above them; until it is
+  /// turned off, or the tab has one pane.
+  Q_INVOKABLE void typeIntoAll();
   Q_INVOKABLE bool validate(const QByteArray& action) const;
   Q_INVOKABLE bool isOn(const QByteArray& action) const;
 
@@ -157,6 +161,7 @@ class TerminalTabs : public TerminalArea {
     SplitView* view;  // a child
     QString name;
     QPointer<TerminalPane> current;
+    bool typesIntoAll = false;
   };
   // What is known of a pane while it is here. The object is what its connections belong to.
   struct Watch {
@@ -183,6 +188,7 @@ class TerminalTabs : public TerminalArea {
   void updateTitle(int index);
   void updateMarks(int index);
   void updateDimming();
+  void updateTyping(int index);
   void updateColors();
   void screenChanged(TerminalPane& pane);
   void turnTo(int index);
@@ -199,6 +205,7 @@ class TerminalTabs : public TerminalArea {
   MakePane m_makePane;
   QWidget* m_bar;           // a child: the strip and a button
   TabStrip* m_strip;        // in it
+  TypingBar* m_typingBar;   // a child
   QStackedLayout* m_stack;  // of the tabs' views
   std::vector<Tab> m_tabs;  // in the order of the strip
   std::map<TerminalPane*, Watch> m_watched;

@@ -82,6 +82,18 @@ TEST_F(ActionChainTest, ReachesThemWithoutAnyWindow) {
   EXPECT_EQ(delegate.newWindows, 1);
 }
 
+TEST_F(ActionChainTest, ReachesWhatRespondsForTheWindowBeforeTheApplication) {
+  inner->setFocus();
+  Recorder forWindow;
+  const ActionChain own({&delegate}, [&](QWidget& focused) { return &focused == &window ? &forWindow : nullptr; });
+  EXPECT_TRUE(own.sendAction("newWindow"));
+  EXPECT_EQ(forWindow.newWindows, 1);
+  EXPECT_EQ(delegate.newWindows, 0);
+  window.hide();
+  EXPECT_TRUE(own.sendAction("newWindow"));
+  EXPECT_EQ(delegate.newWindows, 1);
+}
+
 TEST_F(ActionChainTest, ReportsAnActionThatNobodyPerforms) {
   EXPECT_FALSE(chain.sendAction("noSuchAction"));
   EXPECT_FALSE(chain.isEnabled("noSuchAction"));

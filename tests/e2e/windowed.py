@@ -240,11 +240,11 @@ class Window:
         if modifier:
             self.xdotool("keyup", modifier)
 
-    def drag(self, start, end):
+    def drag(self, start, end, steps=2):
         self.move(*start)
         self.xdotool("mousedown", 1)
-        self.move((start[0] + end[0]) / 2, (start[1] + end[1]) / 2)
-        self.move(*end)
+        for step in range(1, steps + 1):
+            self.move(start[0] + (end[0] - start[0]) * step / steps, start[1] + (end[1] - start[1]) * step / steps)
         self.xdotool("mouseup", 1)
 
     def xdotool(self, *arguments):

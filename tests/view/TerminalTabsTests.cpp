@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QDropEvent>
+#include <QLabel>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -284,6 +285,53 @@ TEST_F(TerminalTabsTest, OffersOnlyWhatThereIsSomethingFor) {
     EXPECT_TRUE(tabs->validate(action)) << action;
   }
   EXPECT_FALSE(tabs->validate("selectTab3"));
+}
+
+TEST_F(TerminalTabsTest, TypesIntoAllPanesOfTheTabToEachInItsModesAndSaysSo) {
+  auto* bar = tabs->findChild<QLabel*>(QStringLiteral("typingIntoAll"));
+  ASSERT_NE(bar, nullptr);
+  TerminalPane& elsewhere = addBehind("stty raw -echo; printf READY; exec cat -uv");
+  tabs->splitWith(tabs->currentPane(), Direction::Right, make("stty raw -echo; printf READY; exec cat -uv"));
+  TerminalPane& first = tabs->currentPane();
+  tabs->splitWith(first, Direction::Down, make("stty raw -echo; printf 'READY\\033[?1h'; exec cat -uv"));
+  TerminalPane& second = tabs->currentPane();
+  for (TerminalPane* pane : {&first, &second, &elsewhere}) {
+    ASSERT_TRUE(shows(*pane, "READY"));
+  }
+  EXPECT_FALSE(bar->isVisible());
+  tabs->typeIntoAll();
+  EXPECT_TRUE(tabs->isOn("typeIntoAll"));
+  EXPECT_TRUE(bar->isVisible());
+  EXPECT_TRUE(bar->text().contains(QStringLiteral("all 3 splits"))) << bar->text().toStdString();
+  QTest::keyClick(&second.surface().canvas(), Qt::Key_Up);
+  EXPECT_TRUE(shows(first, "READY^[[A"));
+  EXPECT_TRUE(shows(second, "READY^[OA")) << "it has set application cursor keys";
+  tabs->goUp();
+  QTest::keyClick(&first.surface().canvas(), Qt::Key_X);
+  EXPECT_TRUE(shows(second, "READY^[OAx"));
+  EXPECT_TRUE(shows(first, "READY^[[Ax"));
+
+  // A pane that comes follows, one that goes does not.
+  tabs->splitRight();
+  EXPECT_TRUE(bar->text().contains(QStringLiteral("all 4 splits"))) << bar->text().toStdString();
+  const DetachedPane taken = tabs->takePane(second);
+  tabs->bringUp(first);
+  QTest::keyClick(&first.surface().canvas(), Qt::Key_Y);
+  EXPECT_TRUE(shows(first, "READY^[[Axy"));
+  EXPECT_EQ(textOf(elsewhere).find_first_not_of("READY\n"), std::string::npos) << "another tab: " << textOf(elsewhere);
+  tabs->typeIntoAll();
+  EXPECT_FALSE(bar->isVisible());
+  second.setParent(nullptr);
+  EXPECT_EQ(textOf(second).find('y'), std::string::npos);
+}
+
+TEST_F(TerminalTabsTest, StopsTypingIntoAllWithTheLastSplit) {
+  tabs->splitRight();
+  tabs->typeIntoAll();
+  tabs->takePane(tabs->currentPane()).pane.reset();
+  EXPECT_FALSE(tabs->isOn("typeIntoAll"));
+  tabs->splitRight();
+  EXPECT_FALSE(tabs->isOn("typeIntoAll"));
 }
 
 TEST_F(TerminalTabsTest, PutsAPaneBackWhereItWas) {
