@@ -5,6 +5,8 @@
 
 #include "app/NewShell.h"
 #include "app/PaneLife.h"
+#include "platform/CacheFolder.h"
+#include "session/ShellIntegration.h"
 #include "session/ShellManager.h"
 #include "view/EmulationSurface.h"
 
@@ -21,8 +23,15 @@ std::unique_ptr<TerminalPane> PaneMaker::make(const Wanted& wanted) {
   const EmulationSettings settings = m_settings.current();
   const NewShell chosen =
       wanted.shell ? NewShell{.shell = *wanted.shell} : newShell(settings.startupShell, ShellManager::shared());
-  auto terminal = std::make_unique<TerminalController>(chosen.shell, TerminalController::Restart::Never, wanted.size,
-                                                       wanted.folder, m_environment);
+  Shell shell = chosen.shell;
+  Environment environment = m_environment;
+  if (settings.shellIntegration && !wanted.isForProgram) {
+    ShellStart start = integratedStart(shell, environment, installShellIntegration(cacheFolder()));
+    shell.args = std::move(start.args);
+    environment = std::move(start.environment);
+  }
+  auto terminal = std::make_unique<TerminalController>(shell, TerminalController::Restart::Never, wanted.size,
+                                                       wanted.folder, environment);
   auto pane = std::make_unique<TerminalPane>(
       std::move(terminal), [&](TerminalController& controller, QWidget* parent) -> std::unique_ptr<TerminalSurface> {
         return std::make_unique<EmulationSurface>(controller, wanted.size, m_settings, parent);

@@ -17,7 +17,7 @@ constexpr Config::Range kOpacities{.first = 0.1, .last = 1};
 
 // The settings table: key, member, whether a reset includes it, a number's range.
 // clang-format off
-constexpr std::array<EmulationRow, 19> kRows{{
+constexpr std::array<EmulationRow, 20> kRows{{
     {kStartupShell.key,           &Settings::startupShell,              false},
     {kStartupCommand.key,         &Settings::startupCommand,            false},
     {"lineSpacing",               &Settings::lineSpacing,               false, {1, 2, 0.1}},
@@ -31,8 +31,9 @@ constexpr std::array<EmulationRow, 19> kRows{{
     {"minimumContrast",           &Settings::minimumContrast,           true, {1, 7, 0.5}},
     {"wordSeparators",            &Settings::wordSeparators},
     {"askBeforeRiskyPaste",       &Settings::askBeforeRiskyPaste},
+    {"shellIntegration",          &Settings::shellIntegration},
     {"dimUnfocusedPanes",         &Settings::dimUnfocusedPanes},
-    {"reopenSeconds",             &Settings::reopenSeconds,             true, {10, 600, 10}},
+    {"reopenSeconds",             &Settings::reopenSeconds,             true, {10, 600, 1}},
     {"allowWindowRequests",       &Settings::allowWindowRequests},
     {"boldIsBright",              &Settings::boldIsBright},
     {"audibleBell",               &Settings::audibleBell},

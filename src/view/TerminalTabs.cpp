@@ -19,6 +19,8 @@ namespace {
 
 // Dropped nearer to an edge than this share of the pane, a tab splits it there.
 constexpr double kEdgeShare = 0.25;
+// What a program prints so soon after a new size, it draws anew.
+constexpr std::chrono::milliseconds kRedrawTime{1000};
 
 TabProgress toTab(const vt::Progress& progress) {
   using From = vt::Progress::Kind;
@@ -210,6 +212,10 @@ void TerminalTabs::tabMoved(int from, int to) {
 
 void TerminalTabs::currentTabChanged(int index) {
   if (index < 0 || index >= count()) return;
+  // What was in view has been seen, also what changed nothing on the screen.
+  for (auto& [pane, watch] : m_watched) {
+    if (pane->parentWidget() == m_stack->currentWidget()) watch.bytesSeen = surfaceOf(*pane).bytesPrinted();
+  }
   m_stack->setCurrentWidget(tab(index).view);
   setFocusProxy(&currentPane());
   for (TerminalPane* pane : panesOf(index)) {
@@ -288,6 +294,8 @@ void TerminalTabs::watch(TerminalPane& pane) {
     updateMarks(indexOf(pane));
     Q_EMIT bellRang();
   });
+  connect(&surface.canvas(), &TextCanvas::gridSizeChanged, owner,
+          [this, &pane] { m_watched.at(&pane).resized = std::chrono::steady_clock::now(); });
   surface.canvas().installEventFilter(this);
 }
 
@@ -303,7 +311,9 @@ void TerminalTabs::screenChanged(TerminalPane& pane) {
   EmulationSurface& surface = surfaceOf(pane);
   const int index = indexOf(pane);
   const std::uint64_t printed = surface.bytesPrinted();
-  if (std::exchange(watch.bytesSeen, printed) != printed && index != currentIndex()) watch.marks.hasActivity = true;
+  const bool hasPrinted = std::exchange(watch.bytesSeen, printed) != printed;
+  const bool isRedrawn = std::chrono::steady_clock::now() - watch.resized < kRedrawTime;
+  if (hasPrinted && !isRedrawn && index != currentIndex()) watch.marks.hasActivity = true;
   watch.marks.progress = toTab(surface.progress());
   updateMarks(index);
 }

@@ -2,6 +2,7 @@
 
 #include <QPointer>
 #include <QStackedLayout>
+#include <chrono>
 #include <functional>
 #include <map>
 #include <memory>
@@ -168,6 +169,7 @@ class TerminalTabs : public TerminalArea {
     std::unique_ptr<QObject> connections;
     TabMarks marks;
     std::uint64_t bytesSeen = 0;
+    std::chrono::steady_clock::time_point resized;  // the last time
   };
   // Where a tab that is dragged over a pane would go; no side: a tab of this window.
   struct Target {

@@ -187,6 +187,30 @@ TEST_F(TerminalTabsTest, TakesNoChangeOfOurOwnForNewOutput) {
   EXPECT_FALSE(marks(1).hasActivity);
 }
 
+TEST_F(TerminalTabsTest, TakesNothingForNewOutputThatWasPrintedInView) {
+  TerminalPane& first = tabs->currentPane();
+  // It changes nothing on the screen.
+  print(first, "\033]133;A\033\\");
+  ASSERT_TRUE(waitFor([&] { return TerminalTabs::surfaceOf(first).display().emulator().isSettled(); }));
+  tabs->addTab();
+  config.theme = Config::ColorScheme::Light;
+  ASSERT_TRUE(waitFor([&] { return !tabs->surface().isDark(); }));
+  ASSERT_TRUE(waitFor([&] { return TerminalTabs::surfaceOf(first).display().emulator().isSettled(); }));
+  EXPECT_FALSE(marks(0).hasActivity);
+}
+
+TEST_F(TerminalTabsTest, TakesADrawingAnewForTheNewSizeForNoNewOutput) {
+  TerminalPane& first = tabs->currentPane();
+  tabs->addTab();
+  Q_EMIT first.surface().canvas().gridSizeChanged(first.surface().canvas().gridSize());
+  print(first, "drawn anew");
+  ASSERT_TRUE(waitFor([&] { return TerminalTabs::surfaceOf(first).display().emulator().isSettled(); }));
+  EXPECT_FALSE(marks(0).hasActivity);
+  test::runLoopFor(std::chrono::milliseconds(1100));
+  print(first, "output");
+  EXPECT_TRUE(waitFor([&] { return marks(0).hasActivity; }));
+}
+
 TEST_F(TerminalTabsTest, ShowsAProgramsProgress) {
   TerminalPane& behind = addBehind("cat");
   print(behind, "\033]9;4;1;40\033\\");

@@ -22,6 +22,7 @@ constexpr std::array kFlags{FlagRow{"Use ligatures", &EmulationSettings::ligatur
                             FlagRow{"Show bold text in bright colors", &EmulationSettings::boldIsBright},
                             FlagRow{"Ask before risky paste", &EmulationSettings::askBeforeRiskyPaste},
                             FlagRow{"Let programs move and resize the window", &EmulationSettings::allowWindowRequests},
+                            FlagRow{"Shell integration", &EmulationSettings::shellIntegration},
                             FlagRow{"Dim splits without the keyboard", &EmulationSettings::dimUnfocusedPanes},
                             FlagRow{"Audible bell", &EmulationSettings::audibleBell},
                             FlagRow{"Visual bell", &EmulationSettings::visualBell}};
