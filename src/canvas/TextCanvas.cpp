@@ -255,6 +255,11 @@ void TextCanvas::scrollTo(DevicePixels offset) {
   m_pacer.request();
 }
 
+void TextCanvas::scrollToTop(TextPosition position) {
+  sync();
+  scrollTo(m_fonts->metrics().topOf(m_source->rowAt(position)));
+}
+
 void TextCanvas::scrollContentsBy(int, int) {
   // The bar's value has changed: the user moved it, or updateScrollBar set it to what the view shows already.
   if (!m_updatingBar) scrollTo(scrollModel().offsetFor(m_bar->value()));

@@ -90,6 +90,8 @@ class TextCanvas : public QAbstractScrollArea {
   /// How far a page is: the whole rows of the view but one.
   DevicePixels pageHeight() const;
   void scrollTo(DevicePixels offset);
+  /// Scrolls, as far as the text goes, so that the row of `position` is the first in view.
+  void scrollToTop(TextPosition position);
 
   /// How many rows the current frame has.
   std::size_t rowsInFrame() const { return m_rows.size(); }

@@ -415,6 +415,11 @@ vt::ScrollbackView EmulationSource::withRows(const vt::ScrollbackView& history,
     for (const vt::SnapshotRow::Run& run : shown.runs) {
       line.runs.push_back({.length = run.bytes, .style = run.style, .link = run.link ? *run.link : vt::LinkTarget()});
     }
+    for (const vt::RowMark& mark : shown.marks) {
+      line.marks.push_back({.offset = static_cast<std::uint32_t>(vt::byteAt(shown, mark.column)),
+                            .kind = mark.kind,
+                            .exitStatus = mark.exitStatus});
+    }
     builder.add(line);
   }
   return builder.finish();

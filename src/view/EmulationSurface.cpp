@@ -8,6 +8,7 @@
 #include "platform/HostName.h"
 #include "platform/ProcessFolder.h"
 #include "terminal/CellLooks.h"
+#include "terminal/ShellMarks.h"
 #include "terminal/VisibleText.h"
 #include "vt/history/ScrollbackStyles.h"
 #include "vt/theme/Theme.h"
@@ -80,6 +81,28 @@ std::string EmulationSurface::folder() const {
   const auto shell = session.shellProcess();
   const std::string folder = shell ? processFolder(*shell) : std::string();
   return canEnter(folder) ? folder : session.workingDirectory;
+}
+
+void EmulationSurface::showPrompt(PromptDirection direction) {
+  canvas().makeFrameNow();
+  const vt::ScrollbackText text(m_display->source().shownText());
+  const TextPosition top = canvas().rangeInView().begin;
+  const ShellMarks marks(text);
+  const auto prompt = direction == PromptDirection::Earlier ? marks.promptBefore(top) : marks.promptAfter(top);
+  if (prompt) {
+    canvas().scrollToTop(prompt->position);
+  } else if (direction == PromptDirection::Later) {
+    canvas().scrollToEndOfDocument();
+  }
+}
+
+bool EmulationSurface::selectCommandOutput() {
+  canvas().makeFrameNow();
+  const vt::ScrollbackText text(m_display->source().shownText());
+  const auto output = ShellMarks(text).outputAt(canvas().isAtEnd() ? text.end() : canvas().rangeInView().begin);
+  if (!output || output->empty()) return false;
+  canvas().select(*output);
+  return true;
 }
 
 // A view that is not followed would keep what the history drops.

@@ -13,6 +13,8 @@ namespace zolt {
 
 class SystemScheme;
 
+enum class PromptDirection { Earlier, Later };
+
 /// The full emulation of a terminal, in step with its settings. Main thread.
 class EmulationSurface : public TerminalSurface {
   Q_OBJECT
@@ -42,6 +44,12 @@ class EmulationSurface : public TerminalSurface {
   /// nothing in the text is a control function.
   void addFirstNotice(const QString& line);
   void addLastNotice(const QString& line);
+
+  /// Brings the prompt into view at the top that comes before the first row in view, or after it; after the last one
+  /// the end of the text. Does nothing where there is none, or the shell marks none (OSC 133).
+  void showPrompt(PromptDirection direction);
+  /// Selects what the last command has printed, or scrolled back the one at the top of the view; false if there is none.
+  bool selectCommandOutput();
 
   TextCanvas& canvas() override { return m_display->canvas(); }
   const HistoryText& text() const override { return *m_text; }

@@ -477,6 +477,10 @@ void TerminalTabs::updateTyping(int index) {
   updateDimming();
 }
 
+void TerminalTabs::copyCommandOutput() {
+  if (surface().selectCommandOutput()) surface().canvas().copy();
+}
+
 bool TerminalTabs::validate(const QByteArray& action) const {
   static const std::vector<QByteArray> kNeedTabs{"nextTab",       "previousTab", "moveTabForward",    "moveTabBackward",
                                                  "selectLastTab", "renameTab",   "moveTabToNewWindow"};

@@ -129,6 +129,11 @@ class TerminalTabs : public TerminalArea {
   /// Whether what is typed into one pane of the current tab goes to all of them, which is said above them; until it is
   /// turned off, or the tab has one pane.
   Q_INVOKABLE void typeIntoAll();
+  /// By the marks of the shell in the current pane.
+  Q_INVOKABLE void previousPrompt() { surface().showPrompt(PromptDirection::Earlier); }
+  Q_INVOKABLE void nextPrompt() { surface().showPrompt(PromptDirection::Later); }
+  Q_INVOKABLE void selectCommandOutput() { surface().selectCommandOutput(); }
+  Q_INVOKABLE void copyCommandOutput();
   Q_INVOKABLE bool validate(const QByteArray& action) const;
   Q_INVOKABLE bool isOn(const QByteArray& action) const;
 

@@ -286,5 +286,65 @@ TEST_F(EmulationSurfaceTest, TellsWhenAllThatWasReadIsShown) {
   EXPECT_NE(at.find("THE END"), std::string::npos);
 }
 
+// Three commands with a screenful of output each, the second of which is all wide characters, as a shell marks them.
+constexpr const char* kMarkedCommands = R"(
+  prompt() { printf '\033]133;A\033\\%s> \033]133;B\033\\%s\n\033]133;C\033\\' "$1" "$2"; }
+  finish() { printf '\033]133;D;%s\033\\' "$1"; }
+  prompt 1 one; seq -f 'first %.0f' 60; finish 0
+  prompt 2 two; seq -f '漢字 %.0f' 60; finish 1
+  prompt 3 three; seq -f 'third %.0f' 60; finish 0
+  prompt 4 '')";
+
+TEST_F(EmulationSurfaceTest, GoesFromPromptToPrompt) {
+  run(kMarkedCommands);
+  const auto top = [this] {
+    canvas().makeFrameNow();
+    return canvas().visibleText().section(QLatin1Char('\n'), 0, 0);
+  };
+  surface().showPrompt(PromptDirection::Earlier);
+  EXPECT_EQ(top(), QStringLiteral("3> three"));
+  surface().showPrompt(PromptDirection::Earlier);
+  EXPECT_EQ(top(), QStringLiteral("2> two"));
+  surface().showPrompt(PromptDirection::Earlier);
+  surface().showPrompt(PromptDirection::Earlier);
+  EXPECT_EQ(top(), QStringLiteral("1> one")) << "it is the first";
+  surface().showPrompt(PromptDirection::Later);
+  EXPECT_EQ(top(), QStringLiteral("2> two"));
+  surface().showPrompt(PromptDirection::Later);
+  surface().showPrompt(PromptDirection::Later);
+  EXPECT_TRUE(canvas().isAtEnd());
+}
+
+TEST_F(EmulationSurfaceTest, SelectsWhatACommandHasPrinted) {
+  run(kMarkedCommands);
+  ASSERT_TRUE(surface().selectCommandOutput());
+  EXPECT_EQ(canvas().selectedText(), QStringLiteral("READY")) << "the last one goes on";
+  surface().showPrompt(PromptDirection::Earlier);
+  surface().showPrompt(PromptDirection::Earlier);
+  ASSERT_TRUE(surface().selectCommandOutput());
+  EXPECT_TRUE(canvas().selectedText().startsWith(QStringLiteral("\u6F22\u5B57 1\n")))
+      << canvas().selectedText().left(40).toStdString();
+  EXPECT_TRUE(canvas().selectedText().endsWith(QStringLiteral("\u6F22\u5B57 60\n")));
+  canvas().scrollTo(canvas().scrollOffset() + canvas().pageHeight());
+  canvas().clearSelection();
+  ASSERT_TRUE(surface().selectCommandOutput()) << "in the middle of it";
+  EXPECT_TRUE(canvas().selectedText().startsWith(QStringLiteral("\u6F22\u5B57 1\n")));
+}
+
+TEST_F(EmulationSurfaceTest, SelectsTheOutputBeforeAFreshPrompt) {
+  run("printf '\\033]133;A\\033\\\\> \\033]133;C\\033\\\\'; echo done; printf "
+      "'\\033]133;D;0\\033\\\\\\033]133;A\\033\\\\> '");
+  ASSERT_TRUE(surface().selectCommandOutput());
+  EXPECT_EQ(canvas().selectedText(), QStringLiteral("done\n"));
+}
+
+TEST_F(EmulationSurfaceTest, HasNoPromptsWithoutMarks) {
+  run("seq 100");
+  EXPECT_FALSE(surface().selectCommandOutput());
+  canvas().scrollTo({});
+  surface().showPrompt(PromptDirection::Earlier);
+  EXPECT_EQ(canvas().scrollOffset(), DevicePixels(0));
+}
+
 }  // namespace
 }  // namespace zolt

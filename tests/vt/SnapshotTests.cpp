@@ -172,5 +172,18 @@ TEST(ScreenSnapshot, TellsWhatInputDependsOn) {
   EXPECT_FALSE(terminal.snapshot()->input.alternateScroll) << "the program has the wheel";
 }
 
+TEST(ScreenSnapshot, TellsWhereTheCharacterInAColumnBegins) {
+  Terminal terminal({.rows = 2, .columns = 20});
+  terminal.feed("ab\u6F22c\u00E9d");
+  const auto snapshot = terminal.snapshot();
+  const SnapshotRow& row = *snapshot->rows.front();
+  // a b (wide, two columns) c e-acute d
+  const std::size_t expected[] = {0, 1, 2, 2, 5, 6, 8, 9, 9};
+  for (int column = 0; column < 9; ++column) {
+    EXPECT_EQ(byteAt(row, column), expected[column]) << column;
+  }
+  EXPECT_EQ(byteAt(*snapshot->rows.back(), 5), 0U) << "a blank row";
+}
+
 }  // namespace
 }  // namespace zolt::vt

@@ -40,6 +40,19 @@ bool haveSameContent(const SnapshotRow& one, const SnapshotRow& other) {
          one.wraps == other.wraps && one.marks == other.marks && std::ranges::equal(one.runs, other.runs, sameRun);
 }
 
+std::size_t byteAt(const SnapshotRow& row, int column) {
+  std::size_t byte = 0;
+  int at = 0;
+  for (const SnapshotRow::Cluster& cluster : row.clusters) {
+    if (cluster.column >= column) break;
+    const int after = cluster.column + cluster.columns;
+    if (column < after) return cluster.begin;
+    byte = cluster.end;
+    at = after;
+  }
+  return std::min(byte + static_cast<std::size_t>(column - at), row.text.size());
+}
+
 SnapshotRow snapshotRow(const Grid& grid, int row, const CellTables& tables, std::uint64_t stamp) {
   SnapshotRow snapshot;
   snapshot.stamp = stamp;

@@ -45,6 +45,9 @@ struct SnapshotRow {
 /// Whether two rows show the same, whatever their stamps.
 bool haveSameContent(const SnapshotRow& one, const SnapshotRow& other);
 
+/// Where the character in `column` begins in the row's text; the text's end for a column past it.
+std::size_t byteAt(const SnapshotRow& row, int column);
+
 /// Row `row` of `grid`.
 SnapshotRow snapshotRow(const Grid& grid, int row, const CellTables& tables, std::uint64_t stamp);
 
