@@ -303,8 +303,14 @@ class Window:
         self.enter(f"python3 {INSIDE} point pointer")
         self.wrote("pointer-waits")
         x, y = (side / 2 for side in self.size())
-        self.click(x, y)
-        found = self.wrote("pointer").split()
+
+        def is_told():
+            # The program has asked for the mouse, but a multiplexer may not have passed that on yet.
+            self.click(x, y)
+            with contextlib.suppress(Failure):
+                return succeeds(lambda: self.text_of("pointer"), "", seconds=5)
+
+        found = succeeds(is_told, lambda: f"the program to be told of a click; printed: {self.printed()!r}").split()
         self._cell = tuple(map(float, found[2:]))
         self._origin = (x - float(found[0]), y - float(found[1]))
 
