@@ -183,6 +183,8 @@ void AppDelegate::reopenClosed() {
   auto* pane = std::get_if<ClosedTerminals::Pane>(&*closed);
   auto* tab = std::get_if<ClosedTerminals::Tab>(&*closed);
   TerminalTabs* area = pane != nullptr ? pane->area : tab->area;
+  // The tab that the split was in may be in another window now.
+  if (pane != nullptr && pane->pane.from) area = qobject_cast<TerminalTabs*>(pane->pane.from->parentWidget());
   const bool isThere = area != nullptr && area->isVisible();
   if (!isThere) {
     DetachedTab whole = tab != nullptr ? std::move(tab->tab) : DetachedTab();
@@ -270,8 +272,8 @@ void AppDelegate::replace(TerminalWindow& window, Display display) {
         .display = display,
         .place = window.geometry()},
        nullptr);
+  forget(window);  // what was replaced cannot be reopened
   window.closeNow();
-  forget(window);
 }
 
 // A window that is gone for good ends its terminal with itself.

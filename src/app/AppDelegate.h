@@ -40,9 +40,9 @@ class AppDelegate : public QObject {
   Q_OBJECT
 
  public:
-  /// `prepareWindow` is called for each new window before it is first shown, to attach the menus and the like. `config`,
-  /// `defaults` and `clock` must outlive the delegate. Every shell inherits `environment`. The update service is started as
-  /// soon as the delegate exists.
+  /// `prepareWindow` is called for each new window before it is first shown, to attach the menus and the like.
+  /// `config`, `defaults` and `clock` must outlive the delegate. Every shell inherits `environment`. The update service
+  /// is started as soon as the delegate exists.
   AppDelegate(Config& config, UserDefaults& defaults, std::function<void(TerminalWindow&)> prepareWindow,
               Environment environment = processEnvironment(), Clock& clock = Clock::steady());
   ~AppDelegate() override;

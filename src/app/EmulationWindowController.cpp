@@ -39,7 +39,11 @@ EmulationWindowController::EmulationWindowController(TerminalWindow& window, con
     if (!m_window.isActiveWindow()) QApplication::alert(&m_window);
   });
   showTitle();
-  if (m_window.kind().isForProgram) return;  // it ends with its program
+  if (m_window.kind().isForProgram) {  // it ends with its program
+    connect(&m_tabs, &TerminalTabs::paneCloseWanted, &m_window, &QWidget::close);
+    connect(&m_tabs, &TerminalTabs::tabCloseWanted, &m_window, &QWidget::close);
+    return;
+  }
   m_window.setCloseCheck([this] { return mayClose(); });
   connect(&m_window, &TerminalWindow::closed, this, [this] {
     if (m_isOver) {
@@ -54,6 +58,7 @@ EmulationWindowController::EmulationWindowController(TerminalWindow& window, con
   connect(&m_tabs, &TerminalTabs::tabCloseWanted, this, &EmulationWindowController::askToCloseTab);
   connect(&m_tabs, &TerminalTabs::emptied, this, [this] {
     m_isOver = true;
+    m_window.hide();  // there is nothing to paint
     // Not within what the last tab left for.
     MainQueue::async(MainQueue::Owner(this), [this] { m_window.closeNow(); });
   });
@@ -66,6 +71,7 @@ void EmulationWindowController::apply() {
   const EmulationSettings settings = m_settings.current();
   m_blur.setWanted(settings.blurBackground && settings.opacity < 1);
   m_tabs.setDimsOthers(settings.dimUnfocusedPanes);
+  m_tabs.setAlwaysShowsStrip(settings.alwaysShowTabs);
 }
 
 void EmulationWindowController::showTitle() {
@@ -82,6 +88,7 @@ void EmulationWindowController::welcome(TerminalPane& pane) {
   connect(life, &PaneLife::stays, this, [this, &pane](std::optional<int> status) {
     if (status) m_tabs.setExitStatus(pane, *status);
   });
+  if (life->status()) m_tabs.setExitStatus(pane, *life->status());
   if (life->isOver()) paneIsOver(pane);
 }
 

@@ -54,6 +54,7 @@ void PaneLife::stayOpen(const QString& notice, std::optional<int> status) {
   session().terminate();
   surface().addLastNotice(notice);
   surface().canvas().installEventFilter(this);
+  m_status = status;
   Q_EMIT stays(status);
 }
 

@@ -23,12 +23,16 @@ class PaneLife : public QObject {
   /// `settings` and `clock` must outlive the pane, which shows an EmulationSurface.
   PaneLife(TerminalPane& pane, const EmulationSettingsStore& settings, Clock& clock = Clock::steady());
   /// That of a pane; every pane that runs a shell has one.
-  static PaneLife* of(const TerminalPane& pane) { return pane.findChild<PaneLife*>(QString(), Qt::FindDirectChildrenOnly); }
+  static PaneLife* of(const TerminalPane& pane) {
+    return pane.findChild<PaneLife*>(QString(), Qt::FindDirectChildrenOnly);
+  }
 
   /// Types `command` and Return into the shell, once it has printed something or a second has passed.
   void typeFirst(const std::string& command);
   /// The shell has ended and nothing is left to read: the pane is to be closed.
   bool isOver() const { return m_isOver; }
+  /// The status with which the shell ended, if it has and the pane stays.
+  std::optional<int> status() const { return m_status; }
 
  Q_SIGNALS:
   /// `isOver` has become true.
@@ -54,6 +58,7 @@ class PaneLife : public QObject {
   std::string m_command;  // still to be typed
   bool m_hasEnded = false;
   bool m_isOver = false;
+  std::optional<int> m_status;
 };
 
 }  // namespace zolt

@@ -73,8 +73,7 @@ void askBeforeReplacing(QWidget& window, Display display, std::function<void()> 
                       : tr("Windows to come show a log. Replace this one?"),
        .explanation =
            tr("A display is chosen when a terminal starts; a running shell is told of no change. A new window "
-              "with a new shell takes this one's place, and the shell that runs here is ended, with "
-              "everything in it."),
+              "with a new shell takes this one's place, and what runs here is ended."),
        .yes = tr("&Replace This Window"),
        .no = tr("&Keep This Window")},
       std::move(replace));
@@ -85,8 +84,7 @@ void askBeforeEnding(QWidget& window, const std::string& program, std::function<
       {.name = QStringLiteral("replaceQuestion"),
        .title = tr("Full Emulation"),
        .text = runningSentence({program}),
-       .explanation = tr("A new window with a new shell takes this one's place, and the shell that runs here is ended, "
-                         "with everything in it."),
+       .explanation = tr("A new window with a new shell takes this one's place, and what runs here is ended."),
        .yes = tr("&Replace This Window"),
        .no = tr("&Keep This Window")},
       std::move(replace));

@@ -257,7 +257,9 @@ void TextCanvas::scrollTo(DevicePixels offset) {
 
 void TextCanvas::scrollToTop(TextPosition position) {
   sync();
-  scrollTo(m_fonts->metrics().topOf(m_source->rowAt(position)));
+  // Without the blank space above the text: a strip of the row before would be in it.
+  const CanvasRow row = m_source->rowAt(position);
+  scrollTo(row == CanvasRow(0) ? DevicePixels(0) : m_fonts->metrics().topOf(row) + toDevice(inset));
 }
 
 void TextCanvas::scrollContentsBy(int, int) {

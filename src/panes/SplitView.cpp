@@ -62,7 +62,7 @@ void SplitView::split(const QWidget& beside, Direction side, QWidget& added) {
   m_layout.split(idOf(beside), side, id);
   adopt(added, id);
   m_zoomed = nullptr;
-  placePanes();
+  rearrange();
 }
 
 void SplitView::take(QWidget& pane) {
@@ -72,7 +72,7 @@ void SplitView::take(QWidget& pane) {
   if (!m_panes.empty()) m_layout.remove(id);
   pane.hide();
   pane.setParent(nullptr);
-  if (!m_panes.empty()) placePanes();
+  if (!m_panes.empty()) rearrange();
 }
 
 bool SplitView::putBack(QWidget& pane, PaneId id, const SplitLayout& before) {
@@ -83,20 +83,20 @@ bool SplitView::putBack(QWidget& pane, PaneId id, const SplitLayout& before) {
   m_layout = before;
   adopt(pane, id);
   m_zoomed = nullptr;
-  placePanes();
+  rearrange();
   return true;
 }
 
 void SplitView::swap(const QWidget& one, const QWidget& other) {
   m_layout.swap(idOf(one), idOf(other));
   m_zoomed = nullptr;
-  placePanes();
+  rearrange();
 }
 
 void SplitView::equalise() {
   m_layout.equalise();
   m_zoomed = nullptr;
-  placePanes();
+  rearrange();
 }
 
 QWidget* SplitView::neighbour(const QWidget& pane, Direction direction) const {
@@ -105,7 +105,7 @@ QWidget* SplitView::neighbour(const QWidget& pane, Direction direction) const {
 
 bool SplitView::moveEdge(const QWidget& pane, Direction direction, int pixels) {
   if (m_zoomed != nullptr || !m_layout.moveEdge(idOf(pane), direction, pixels, wholeSize())) return false;
-  placePanes();
+  rearrange();
   return true;
 }
 
@@ -113,7 +113,7 @@ void SplitView::setZoomed(QWidget* pane) {
   if (m_panes.size() == 1) pane = nullptr;
   if (m_zoomed == pane) return;
   m_zoomed = pane;
-  placePanes();
+  rearrange();
 }
 
 void SplitView::setGround(const QColor& ground) {
@@ -121,10 +121,21 @@ void SplitView::setGround(const QColor& ground) {
   update();
 }
 
+// For another arrangement than the one that a divider may have been taken in.
+void SplitView::rearrange() {
+  m_hovered.reset();
+  releaseDivider();
+  placePanes();
+}
+
+void SplitView::releaseDivider() {
+  if (!m_grabbed) return;
+  m_grabbed.reset();
+  Q_EMIT dividerLeft();
+}
+
 // A pane that comes into view has its size before it is shown, so that its program is told of one size only.
 void SplitView::placePanes() {
-  m_hovered.reset();
-  m_grabbed.reset();
   for (const SplitLayout::Place& place : m_layout.places(wholeSize()).panes) {
     QWidget* pane = m_panes.at(place.pane);
     const bool isShown = m_zoomed == nullptr || m_zoomed == pane;
@@ -136,7 +147,7 @@ void SplitView::placePanes() {
 
 void SplitView::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  placePanes();
+  rearrange();
 }
 
 void SplitView::paintEvent(QPaintEvent* event) {
@@ -187,17 +198,14 @@ void SplitView::mousePressEvent(QMouseEvent* event) {
 
 void SplitView::mouseMoveEvent(QMouseEvent* event) {
   if (!m_grabbed) return hover(event->pos());
-  const auto grabbed = m_grabbed;
-  const int at = grabbed->axis == SplitAxis::SideBySide ? event->pos().x() : event->pos().y();
-  if (m_layout.moveDivider(*grabbed, at - m_grabbedAt, wholeSize())) placePanes();
-  m_grabbed = grabbed;
+  const int at = m_grabbed->axis == SplitAxis::SideBySide ? event->pos().x() : event->pos().y();
+  if (m_layout.moveDivider(*m_grabbed, at - m_grabbedAt, wholeSize())) placePanes();
 }
 
 void SplitView::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton || !m_grabbed) return;
-  m_grabbed.reset();
+  releaseDivider();
   hover(event->pos());
-  Q_EMIT dividerLeft();
 }
 
 void SplitView::mouseDoubleClickEvent(QMouseEvent* event) {

@@ -63,6 +63,8 @@ class SplitView : public QWidget {
   QWidget* widgetOf(std::optional<PaneId> pane) const;
   void adopt(QWidget& pane, PaneId id);
   void placePanes();
+  void rearrange();
+  void releaseDivider();
   std::optional<SplitLayout::Divider> dividerAt(QPoint point) const;
   void hover(QPoint point);
 

@@ -2,6 +2,7 @@
 
 #include <QMimeData>
 #include <QPoint>
+#include <cstdint>
 #include <optional>
 
 namespace zolt {
@@ -11,16 +12,18 @@ class TabStrip;
 /// A tab that is being dragged out of its strip. It never leaves this process: another one refuses it. Main thread.
 struct TabDrag {
   TabStrip* from = nullptr;
-  int index = 0;
+  std::uint64_t tab = 0;  ///< as `TabStrip::idOf` tells
 
+  /// Where in its strip the tab is now; -1 if it is gone.
+  int index() const;
   /// The tab that `data` stands for, if it is dragged just now.
   static std::optional<TabDrag> of(const QMimeData& data);
 };
 
-enum class TabDropResult { Taken, Nowhere };
+enum class TabDropResult { Taken, Nowhere, Cancelled };
 
-/// Lets the user drag a tab of `from` until it is dropped. Returns when that has happened. What takes it accepts the
-/// drop and takes the tab out of its strip.
-TabDropResult dragTab(TabStrip& from, int index, const QPixmap& picture, QPoint hotSpot);
+/// Lets the user drag a tab until it is dropped. Returns when that has happened. What takes it accepts the drop and
+/// takes the tab out of its strip.
+TabDropResult dragTab(const TabDrag& tab, const QPixmap& picture, QPoint hotSpot);
 
 }  // namespace zolt

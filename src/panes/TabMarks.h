@@ -17,8 +17,8 @@ struct TabProgress {
 
 /// What a tab tells of its terminals besides its title.
 struct TabMarks {
-  bool hasActivity = false;       ///< something was printed since it was last in view
-  bool hasBell = false;           ///< the bell rang since
+  bool hasActivity = false;         ///< something was printed since it was last in view
+  bool hasBell = false;             ///< the bell rang since
   std::optional<int> exitStatus{};  ///< of a program that has ended
   TabProgress progress{};
   int panes = 1;

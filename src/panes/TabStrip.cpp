@@ -9,6 +9,7 @@
 #include <QProxyStyle>
 #include <QStyleOptionTab>
 #include <algorithm>
+#include <chrono>
 
 #include "controls/ControlColors.h"
 #include "controls/TextScale.h"
@@ -30,6 +31,8 @@ constexpr double kRadius = 4;
 constexpr int kGapBreadth = 2;
 // How far out of the strip a tab is dragged before it leaves it.
 constexpr int kPullOut = 24;
+// How long a tab that is dragged rests on another until that comes to the front.
+constexpr std::chrono::milliseconds kRestTime{600};
 
 QColor onGround(const ControlColors& colors, const QColor& ground, const QColor& color) {
   return readable(color, {ground}, colors.text);
@@ -75,28 +78,90 @@ TabStrip::TabStrip(QWidget* parent) : QTabBar(parent) {
   setMouseTracking(true);
   setAcceptDrops(true);
   setContextMenuPolicy(Qt::DefaultContextMenu);
+  m_restTimer.setSingleShot(true);
+  connect(&m_restTimer, &QTimer::timeout, this, [this] {
+    if (m_restsOn >= 0 && m_restsOn < count()) setCurrentIndex(m_restsOn);
+  });
 }
 
-void TabStrip::setTitle(int index, const QString& title) {
-  if (tabText(index) == title) return;
-  setTabText(index, title);
-  updateWords(index);
+// Qt keeps a tab's own data with it wherever it is moved. It is a list, as a type of our own would have to be public.
+TabStrip::TabData TabStrip::data(int index) const {
+  const QVariantList list = tabData(index).toList();
+  if (list.isEmpty()) return {};
+  return {.id = list[0].toULongLong(),
+          .title = list[1].toString(),
+          .addition = list[2].toString(),
+          .marks = list[3].value<TabMarks>()};
 }
 
-void TabStrip::setMarks(int index, const TabMarks& marks) {
-  if (tabData(index).isValid() && this->marks(index) == marks) return;
-  setTabData(index, QVariant::fromValue(marks));
-  updateWords(index);
-  update(tabRect(index));
-}
-
-void TabStrip::updateWords(int index) {
-  const QString words = inWords(marks(index));
-  const QString title = tabText(index);
+void TabStrip::setData(int index, const TabData& data) {
+  setTabData(index, QVariantList{QVariant::fromValue(static_cast<qulonglong>(data.id)), data.title, data.addition,
+                                 QVariant::fromValue(data.marks)});
+  const QString words = inWords(data.marks);
+  const QString title = data.title + data.addition;
   setAccessibleTabName(index, words.isEmpty() ? title : tr("%1, %2").arg(title, words));
   setTabToolTip(index, (words.isEmpty() ? title : tr("%1\n%2").arg(title, words))
                            .toHtmlEscaped()
                            .replace(QLatin1Char('\n'), QStringLiteral("<br>")));
+  update(tabRect(index));
+}
+
+void TabStrip::addTabAt(int before) {
+  static std::uint64_t lastId = 0;
+  endReordering();
+  insertTab(before, QString());
+  setData(before, {.id = ++lastId, .title = {}, .addition = {}, .marks = {}});
+}
+
+void TabStrip::removeTabAt(int index) {
+  endReordering();
+  removeTab(index);
+}
+
+void TabStrip::turnTo(int index) {
+  endReordering();
+  setCurrentIndex(index);
+}
+
+int TabStrip::indexOf(std::uint64_t id) const {
+  for (int index = 0; index < count(); ++index) {
+    if (idOf(index) == id) return index;
+  }
+  return -1;
+}
+
+void TabStrip::setTitle(int index, const QString& title, const QString& addition) {
+  TabData data = this->data(index);
+  if (data.title == title && data.addition == addition) return;
+  data.title = title;
+  data.addition = addition;
+  setData(index, data);
+}
+
+void TabStrip::setMarks(int index, const TabMarks& marks) {
+  TabData data = this->data(index);
+  if (data.marks == marks) return;
+  data.marks = marks;
+  setData(index, data);
+}
+
+// While a tab is being reordered Qt refuses to turn to another one.
+void TabStrip::endReordering() {
+  if (m_pressed < 0) return;
+  m_pressed = -1;
+  QMouseEvent release(QEvent::MouseButtonRelease, m_pressedAt, mapToGlobal(m_pressedAt), Qt::LeftButton, Qt::NoButton,
+                      Qt::NoModifier);
+  QTabBar::mouseReleaseEvent(&release);
+}
+
+void TabStrip::tabInserted(int index) {
+  QTabBar::tabInserted(index);
+  m_pressed = m_pressedClose = m_pressedMiddle = -1;
+}
+
+void TabStrip::tabRemoved(int index) {
+  QTabBar::tabRemoved(index);
+  m_pressed = m_pressedClose = m_pressedMiddle = -1;
 }
 
 void TabStrip::setGround(const QColor& ground) {
@@ -159,12 +224,13 @@ void TabStrip::paintTab(QPainter& painter, const QRect& rect, int index) const {
   for (const bool isShown : {shown.hasBell, hasDot, shown.progress.kind != TabProgress::Kind::None}) {
     if (isShown) marksWidth += size + gap;
   }
-  const int side = rect.right() + 1 - close.left() + padding / 2;
-  const QRect room = rect.adjusted(side, 0, -side, 0);
+  const bool hasCross = isCurrent || isHovered;
+  const int end = hasCross ? close.left() - padding / 2 : rect.right() + 1 - padding;
+  const QRect room(QPoint(rect.left() + padding, rect.top()), QPoint(end - 1, rect.bottom()));
   const QString title =
-      fontMetrics().elidedText(tabText(index), Qt::ElideRight, std::max(room.width() - marksWidth, 0));
+      fontMetrics().elidedText(shownTitle(index), Qt::ElideRight, std::max(room.width() - marksWidth, 0));
   const int width = marksWidth + fontMetrics().horizontalAdvance(title);
-  int x = room.left() + std::max((room.width() - width) / 2, 0);
+  int x = std::max(std::min(rect.center().x() - width / 2, end - width), room.left());
   const auto next = [&] {
     const QRect mark(x, rect.center().y() - size / 2, size, size);
     x += size + gap;
@@ -222,6 +288,7 @@ void TabStrip::mousePressEvent(QMouseEvent* event) {
   m_pressedClose =
       event->button() == Qt::LeftButton && index >= 0 && closeRect(tabRect(index)).contains(event->pos()) ? index : -1;
   if (m_pressedClose >= 0) return update();
+  m_pressedMiddle = event->button() == Qt::MiddleButton ? index : -1;
   m_pressed = event->button() == Qt::LeftButton ? index : -1;
   m_pressedAt = event->pos();
   QTabBar::mousePressEvent(event);
@@ -251,7 +318,9 @@ void TabStrip::mouseReleaseEvent(QMouseEvent* event) {
     return;
   }
   QTabBar::mouseReleaseEvent(event);
-  if (event->button() == Qt::MiddleButton && index >= 0) Q_EMIT closeWanted(index);
+  const bool isMiddle = event->button() == Qt::MiddleButton && index >= 0 && index == m_pressedMiddle;
+  m_pressedMiddle = -1;
+  if (isMiddle) Q_EMIT closeWanted(index);
 }
 
 void TabStrip::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -263,21 +332,28 @@ void TabStrip::mouseDoubleClickEvent(QMouseEvent* event) {
   }
 }
 
+QPixmap TabStrip::pictureOf(int index) {
+  const QSize size = tabRect(index).size();
+  QPixmap picture(size * devicePixelRatioF());
+  picture.setDevicePixelRatio(devicePixelRatioF());
+  QPainter painter(&picture);
+  painter.setFont(font());
+  paintTab(painter, QRect(QPoint(), size), index);
+  return picture;
+}
+
 // Ends the strip's own way of dragging, which only reorders.
 void TabStrip::dragOut(QPoint at) {
-  m_pressed = -1;
-  const int index = currentIndex();
-  const QRect tab = tabRect(index);
-  QPixmap picture = grab(tab);
-  QMouseEvent release(QEvent::MouseButtonRelease, m_pressedAt, mapToGlobal(m_pressedAt), Qt::LeftButton, Qt::NoButton,
-                      Qt::NoModifier);
-  QTabBar::mouseReleaseEvent(&release);
+  const TabDrag tab{.from = this, .tab = idOf(currentIndex())};
+  endReordering();
   m_hovered = -1;
-  const QPoint hotSpot(std::clamp(at.x() - tab.left(), 0, tab.width()), tab.height() / 2);
+  m_closeIsHovered = false;
+  const QRect area = tabRect(tab.index());
+  const QPoint hotSpot(std::clamp(at.x() - area.left(), 0, area.width()), area.height() / 2);
   const QPointer<TabStrip> self(this);
-  if (dragTab(*this, index, picture, hotSpot) == TabDropResult::Nowhere && self) {
-    Q_EMIT tornOff(index, QCursor::pos() - hotSpot);
-  }
+  const TabDropResult result = dragTab(tab, pictureOf(tab.index()), hotSpot);
+  if (result != TabDropResult::Nowhere || !self || tab.index() < 0) return;
+  Q_EMIT tornOff(tab.index(), QCursor::pos() - hotSpot);
 }
 
 void TabStrip::leaveEvent(QEvent* event) {
@@ -310,17 +386,26 @@ void TabStrip::dragEnterEvent(QDragEnterEvent* event) {
   showGap(gapAt(event->position().toPoint()));
 }
 
+// A tab that rests on another one brings that to the front, so that it can be dropped on its terminals.
 void TabStrip::dragMoveEvent(QDragMoveEvent* event) {
   if (!TabDrag::of(*event->mimeData())) return;
   event->acceptProposedAction();
+  if (const int over = tabAt(event->position().toPoint()); over != m_restsOn) {
+    m_restsOn = over;
+    m_restTimer.start(kRestTime);
+  }
   showGap(gapAt(event->position().toPoint()));
 }
 
 void TabStrip::dragLeaveEvent(QDragLeaveEvent*) {
+  m_restTimer.stop();
+  m_restsOn = -1;
   showGap(-1);
 }
 
 void TabStrip::dropEvent(QDropEvent* event) {
+  m_restTimer.stop();
+  m_restsOn = -1;
   showGap(-1);
   const auto tab = TabDrag::of(*event->mimeData());
   if (!tab) return;
@@ -330,14 +415,13 @@ void TabStrip::dropEvent(QDropEvent* event) {
 
 void TabStrip::editName(int index) {
   endEditing(false);
-  setCurrentIndex(index);
-  m_edited = index;
-  m_editor = new QLineEdit(tabText(index), this);
+  turnTo(index);
+  m_edited = idOf(index);
+  m_editor = new QLineEdit(title(index), this);
   m_editor->setObjectName(QStringLiteral("tabName"));
   m_editor->setAccessibleName(tr("Name of the tab"));
   m_editor->setAlignment(Qt::AlignCenter);
-  constexpr int kInset = 3;
-  m_editor->setGeometry(tabRect(index).adjusted(kInset, kInset, -kInset, -kInset));
+  placeEditor();
   m_editor->installEventFilter(this);
   connect(m_editor, &QLineEdit::returnPressed, this, [this] { endEditing(true); });
   m_editor->show();
@@ -354,12 +438,21 @@ void TabStrip::endEditing(bool keep) {
   editor->removeEventFilter(this);
   editor->hide();
   editor->deleteLater();
-  if (keep && isChanged) Q_EMIT named(m_edited, name);
+  if (const int index = indexOf(m_edited); keep && isChanged && index >= 0) Q_EMIT named(index, name);
+}
+
+void TabStrip::placeEditor() {
+  constexpr int kInset = 3;
+  if (const int index = indexOf(m_edited); index < 0) {
+    endEditing(false);
+  } else {
+    m_editor->setGeometry(tabRect(index).adjusted(kInset, kInset, -kInset, -kInset));
+  }
 }
 
 void TabStrip::tabLayoutChange() {
   QTabBar::tabLayoutChange();
-  endEditing(false);
+  if (m_editor) placeEditor();
 }
 
 bool TabStrip::eventFilter(QObject* watched, QEvent* event) {

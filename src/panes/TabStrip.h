@@ -3,6 +3,8 @@
 #include <QColor>
 #include <QPointer>
 #include <QTabBar>
+#include <QTimer>
+#include <cstdint>
 
 #include "panes/TabDrag.h"
 #include "panes/TabMarks.h"
@@ -21,9 +23,20 @@ class TabStrip : public QTabBar {
  public:
   explicit TabStrip(QWidget* parent = nullptr);
 
-  void setTitle(int index, const QString& title);
+  /// Adds and removes tabs, and turns to one; each ends a reordering that the user is in the middle of.
+  void addTabAt(int before);
+  void removeTabAt(int index);
+  void turnTo(int index);
+  /// What a tab is called; `addition` is shown behind it, but is no part of the name when that is edited.
+  void setTitle(int index, const QString& title, const QString& addition = {});
+  QString title(int index) const { return data(index).title; }
+  QString shownTitle(int index) const { return data(index).title + data(index).addition; }
   void setMarks(int index, const TabMarks& marks);
-  TabMarks marks(int index) const { return tabData(index).value<TabMarks>(); }
+  TabMarks marks(int index) const { return data(index).marks; }
+  /// A number that a tab of this strip keeps as long as it is here, and no other ever has; and where that tab is, -1 if
+  /// it is gone.
+  std::uint64_t idOf(int index) const { return data(index).id; }
+  int indexOf(std::uint64_t id) const;
   /// The terminal's background, which the current tab continues.
   void setGround(const QColor& ground);
   QColor ground() const { return m_ground; }
@@ -56,17 +69,30 @@ class TabStrip : public QTabBar {
   void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   void tabLayoutChange() override;
+  void tabInserted(int index) override;
+  void tabRemoved(int index) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   friend class TabStyle;
 
+  struct TabData {
+    std::uint64_t id = 0;
+    QString title;
+    QString addition;
+    TabMarks marks;
+  };
+  TabData data(int index) const;
+  void setData(int index, const TabData& data);
+  void endReordering();
+  QPixmap pictureOf(int index);
   QRect closeRect(const QRect& tab) const;
   void paintTab(QPainter& painter, const QRect& rect, int index) const;
   void updateWords(int index);
   int gapAt(QPoint point) const;
   void showGap(int gap);
   void dragOut(QPoint at);
+  void placeEditor();
   void endEditing(bool keep);
 
   QColor m_ground = Qt::black;
@@ -75,9 +101,12 @@ class TabStrip : public QTabBar {
   int m_pressedClose = -1;
   int m_pressed = -1;  // dragging this one
   QPoint m_pressedAt;
+  int m_pressedMiddle = -1;
   int m_gap = -1;  // where a dragged tab would come to stand
+  QTimer m_restTimer;
+  int m_restsOn = -1;  // a dragged tab, on this one
   QPointer<QLineEdit> m_editor;
-  int m_edited = -1;
+  std::uint64_t m_edited = 0;
 };
 
 }  // namespace zolt

@@ -17,7 +17,7 @@ constexpr Config::Range kOpacities{.first = 0.1, .last = 1};
 
 // The settings table: key, member, whether a reset includes it, a number's range.
 // clang-format off
-constexpr std::array<EmulationRow, 20> kRows{{
+constexpr std::array<EmulationRow, 21> kRows{{
     {kStartupShell.key,           &Settings::startupShell,              false},
     {kStartupCommand.key,         &Settings::startupCommand,            false},
     {"lineSpacing",               &Settings::lineSpacing,               false, {1, 2, 0.1}},
@@ -32,6 +32,7 @@ constexpr std::array<EmulationRow, 20> kRows{{
     {"wordSeparators",            &Settings::wordSeparators},
     {"askBeforeRiskyPaste",       &Settings::askBeforeRiskyPaste},
     {"shellIntegration",          &Settings::shellIntegration},
+    {"alwaysShowTabs",            &Settings::alwaysShowTabs},
     {"dimUnfocusedPanes",         &Settings::dimUnfocusedPanes},
     {"reopenSeconds",             &Settings::reopenSeconds,             true, {10, 600, 1}},
     {"allowWindowRequests",       &Settings::allowWindowRequests},

@@ -53,10 +53,11 @@ struct EmulationSettings {
   double minimumContrast = 4.5;                          ///< of text with its background, 1...7; 1: no minimum
   std::string wordSeparators = "()[]{}<>\"'`,;|\u2502";  ///< besides blanks, which always separate words
   bool askBeforeRiskyPaste = true;                       ///< of several lines, or with control characters
-  bool shellIntegration = true;  ///< shells mark their prompts and tell their folder
+  bool shellIntegration = true;                          ///< shells mark their prompts and tell their folder
   bool dimUnfocusedPanes = true;
+  bool alwaysShowTabs = false;       ///< the strip, for one tab too
   double reopenSeconds = 60;         ///< in which what was closed can be brought back, 10...600
-  bool allowWindowRequests = false;                      ///< programs may move and resize the window
+  bool allowWindowRequests = false;  ///< programs may move and resize the window
   bool boldIsBright = false;
   bool audibleBell = true;
   bool visualBell = false;

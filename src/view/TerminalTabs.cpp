@@ -160,8 +160,8 @@ void TerminalTabs::insert(SplitView* view, const QString& name, TerminalPane& cu
   }
   {
     const QSignalBlocker quiet(m_strip);
-    m_strip->insertTab(before, QString());
-    m_strip->setCurrentIndex(before);
+    m_strip->addTabAt(before);
+    m_strip->turnTo(before);
   }
   updateStrip();
   updateTitle(before);
@@ -183,7 +183,7 @@ DetachedTab TerminalTabs::takeTab(int index) {
   m_tabs.erase(m_tabs.begin() + index);
   {
     const QSignalBlocker quiet(m_strip);
-    m_strip->removeTab(index);
+    m_strip->removeTabAt(index);
   }
   m_stack->removeWidget(taken.view);
   taken.view->hide();
@@ -231,8 +231,15 @@ void TerminalTabs::currentTabChanged(int index) {
   Q_EMIT arrangementChanged();
 }
 
+// Also for one tab that hides some of its splits: it says so.
 void TerminalTabs::updateStrip() {
-  m_bar->setVisible(count() > 1);
+  const bool hidesSplits = count() == 1 && tab(0).view->zoomed() != nullptr;
+  m_bar->setVisible(count() > 1 || hidesSplits || (count() == 1 && m_alwaysShowsStrip));
+}
+
+void TerminalTabs::setAlwaysShowsStrip(bool always) {
+  m_alwaysShowsStrip = always;
+  updateStrip();
 }
 
 void TerminalTabs::turnTo(int index) {
@@ -248,7 +255,7 @@ void TerminalTabs::select(int number) {
 }
 
 void TerminalTabs::renameTab() {
-  if (count() > 1) m_strip->editName(currentIndex());
+  if (m_bar->isVisible()) m_strip->editName(currentIndex());
 }
 
 void TerminalTabs::moveTabToNewWindow() {
@@ -262,16 +269,17 @@ void TerminalTabs::closeTab() {
 void TerminalTabs::showMenu(int index, QPoint at) {
   auto* menu = new QMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
+  // The tab may be elsewhere, or gone, by the time.
   const auto add = [&](const QString& text, auto act) {
-    connect(menu->addAction(text), &QAction::triggered, this, [this, index, act] {
-      if (index < count()) act();
+    connect(menu->addAction(text), &QAction::triggered, this, [this, id = m_strip->idOf(index), act] {
+      if (const int now = m_strip->indexOf(id); now >= 0) act(now);
     });
   };
-  add(tr("&New Tab"), [this] { addTab(); });
-  add(tr("&Rename..."), [this, index] { m_strip->editName(index); });
-  add(tr("&Move to New Window"), [this, index] { Q_EMIT windowWanted(index, std::nullopt); });
+  add(tr("&New Tab"), [this](int) { addTab(); });
+  add(tr("&Rename..."), [this](int now) { m_strip->editName(now); });
+  add(tr("&Move to New Window"), [this](int now) { Q_EMIT windowWanted(now, std::nullopt); });
   menu->addSeparator();
-  add(tr("&Close"), [this, index] { Q_EMIT tabCloseWanted(index); });
+  add(tr("&Close"), [this](int now) { Q_EMIT tabCloseWanted(now); });
   menu->popup(at);
 }
 
@@ -302,6 +310,7 @@ void TerminalTabs::watch(TerminalPane& pane) {
 void TerminalTabs::unwatch(TerminalPane& pane) {
   surfaceOf(pane).canvas().removeEventFilter(this);
   surfaceOf(pane).canvas().setDimmed(false);
+  surfaceOf(pane).canvas().holdGridSize(false);
   surfaceOf(pane).display().input().setFollowers({});
   m_watched.erase(&pane);
 }
@@ -315,6 +324,11 @@ void TerminalTabs::screenChanged(TerminalPane& pane) {
   const bool isRedrawn = std::chrono::steady_clock::now() - watch.resized < kRedrawTime;
   if (hasPrinted && !isRedrawn && index != currentIndex()) watch.marks.hasActivity = true;
   watch.marks.progress = toTab(surface.progress());
+  const std::string& folder = surface.display().source().screen()->workingDirectory;
+  if (folder != watch.folder) {
+    watch.folder = folder;
+    updateTitle(index);
+  }
   updateMarks(index);
 }
 
@@ -361,6 +375,8 @@ void TerminalTabs::split(Direction side) {
   next.split(split.idOf(beside), side, kAdded);
   const auto places = next.places({.width = split.width(), .height = split.height()}).panes;
   const PaneSize size = std::ranges::find(places, kAdded, &SplitLayout::Place::pane)->rect.size;
+  const bool hasRoom = size.width >= SplitLayout::smallestPane.width && size.height >= SplitLayout::smallestPane.height;
+  if (!hasRoom) return QApplication::beep();
   splitWith(beside, side,
             m_makePane({.area = {size.width, size.height}, .scale = devicePixelRatioF(), .folder = folderOfCurrent()}));
 }
@@ -387,6 +403,9 @@ DetachedPane TerminalTabs::takePane(TerminalPane& pane) {
   QWidget* next = nullptr;
   for (const Direction direction : {Direction::Left, Direction::Up, Direction::Right, Direction::Down}) {
     if (next == nullptr) next = view.neighbour(pane, direction);
+  }
+  for (QWidget* each : view.panes()) {
+    if (next == nullptr && each != &pane) next = each;  // there is no room for where they stand
   }
   const bool wasCurrent = holder.current == &pane;
   if (wasCurrent) holder.current = toPane(next);
@@ -445,6 +464,12 @@ void TerminalTabs::zoomPane() {
   currentPane().setFocus();
 }
 
+void TerminalTabs::movePaneToNewTab() {
+  if (panesOf(currentIndex()).size() == 1) return;
+  TerminalPane& pane = *takePane(currentPane()).pane.release();
+  insert(new SplitView(pane), QString(), pane, currentIndex() + 1);
+}
+
 // With the one that follows, and the last with the first.
 void TerminalTabs::swapPanes() {
   const std::vector<TerminalPane*> all = panesOf(currentIndex());
@@ -482,19 +507,23 @@ void TerminalTabs::copyCommandOutput() {
 }
 
 bool TerminalTabs::validate(const QByteArray& action) const {
-  static const std::vector<QByteArray> kNeedTabs{"nextTab",       "previousTab", "moveTabForward",    "moveTabBackward",
-                                                 "selectLastTab", "renameTab",   "moveTabToNewWindow"};
+  static const std::vector<QByteArray> kNeedTabs{"nextTab",         "previousTab",   "moveTabForward",
+                                                 "moveTabBackward", "selectLastTab", "moveTabToNewWindow"};
   static const std::vector<QByteArray> kNeedPanes{
       "goLeft",        "goRight",         "goUp",          "goDown",   "moveDividerLeft", "moveDividerRight",
-      "moveDividerUp", "moveDividerDown", "equalisePanes", "zoomPane", "typeIntoAll",     "swapPanes"};
+      "moveDividerUp", "moveDividerDown", "equalisePanes", "zoomPane", "typeIntoAll",     "movePaneToNewTab",
+      "swapPanes"};
+  if (count() == 0) return false;
   if (std::ranges::find(kNeedTabs, action) != kNeedTabs.end()) return count() > 1;
   if (std::ranges::find(kNeedPanes, action) != kNeedPanes.end()) return panesOf(currentIndex()).size() > 1;
+  if (action == "renameTab") return m_bar->isVisible();
   if (action.startsWith("selectTab")) return action.mid(9).toInt() <= count();
   if (action.startsWith("split")) return static_cast<bool>(m_makePane);
   return true;
 }
 
 bool TerminalTabs::isOn(const QByteArray& action) const {
+  if (count() == 0) return false;
   const Tab& current = tab(currentIndex());
   return (action == "zoomPane" && current.view->zoomed() != nullptr) ||
          (action == "typeIntoAll" && current.typesIntoAll);
@@ -503,6 +532,7 @@ bool TerminalTabs::isOn(const QByteArray& action) const {
 // What is shown of them.
 
 QString TerminalTabs::title() const {
+  if (count() == 0) return {};
   const Tab& current = tab(currentIndex());
   return current.name.isEmpty() ? surfaceOf(*current.current).title() : current.name;
 }
@@ -511,12 +541,20 @@ void TerminalTabs::updateTitle(int index) {
   if (index < 0) return;
   const Tab& shown = tab(index);
   QString title = shown.name.isEmpty() ? surfaceOf(*shown.current).title() : shown.name;
-  if (title.isEmpty()) title = QString::fromStdString(shown.current->terminal().title());
-  if (shown.view->zoomed() != nullptr) {
-    title = tr("%1 (1 of %2)").arg(title).arg(panesOf(index).size());
-  }
-  m_strip->setTitle(index, title);
-  if (index == currentIndex()) Q_EMIT titleChanged();
+  if (title.isEmpty()) title = ownTitle(*shown.current);
+  const bool isZoomed = shown.view->zoomed() != nullptr;
+  m_strip->setTitle(index, title, isZoomed ? tr(" (1 of %1)").arg(panesOf(index).size()) : QString());
+  if (index != currentIndex()) return;
+  updateStrip();
+  Q_EMIT titleChanged();
+}
+
+// For a program that sets none: the shell, and the folder that it has told.
+QString TerminalTabs::ownTitle(TerminalPane& pane) {
+  const QString shell = QString::fromStdString(pane.terminal().title());
+  const std::string& folder = surfaceOf(pane).display().source().screen()->workingDirectory;
+  const QString name = QString::fromStdString(folder.substr(folder.rfind('/') + 1)).simplified();
+  return name.isEmpty() ? shell : tr("%1 – %2").arg(name, shell);
 }
 
 void TerminalTabs::updateMarks(int index) {
@@ -550,7 +588,7 @@ void TerminalTabs::updateColors() {
   palette.setColor(QPalette::Window, mixed(ground, palette.color(QPalette::WindowText), 0.09));
   m_bar->setPalette(palette);
   for (const Tab& each : m_tabs) {
-    each.view->setGround(ground);
+    each.view->setGround(QColor::fromRgba(surface().canvas().colors().background));
   }
 }
 
@@ -573,12 +611,13 @@ std::string TerminalTabs::folderOfCurrent() {
 
 void TerminalTabs::takeIn(const TabDrag& dragged, int before) {
   auto* from = qobject_cast<TerminalTabs*>(dragged.from->parentWidget()->parentWidget());
-  if (from == nullptr || dragged.index >= from->count()) return;
+  const int index = dragged.index();
+  if (from == nullptr || index < 0) return;
   if (from == this) {
-    m_strip->moveTab(dragged.index, before > dragged.index ? before - 1 : before);
+    m_strip->moveTab(index, before > index ? before - 1 : before);
     return;
   }
-  insertTab(from->takeTab(dragged.index), before);
+  insertTab(from->takeTab(index), before);
   window()->activateWindow();
 }
 
@@ -609,7 +648,7 @@ void TerminalTabs::dragMoveEvent(QDragMoveEvent* event) {
   if (!dragged || m_dropMark == nullptr) return;
   const Target target = targetAt(event->position().toPoint());
   // A tab cannot be split with itself.
-  const bool isSelf = dragged->from == m_strip && dragged->index == currentIndex();
+  const bool isSelf = dragged->from == m_strip && dragged->index() == currentIndex();
   event->setAccepted(!isSelf);
   QRect area(target.pane->mapTo(this, QPoint()), target.pane->size());
   if (target.side == Direction::Left) area.setWidth(area.width() / 2);
@@ -633,9 +672,9 @@ void TerminalTabs::dropEvent(QDropEvent* event) {
   event->acceptProposedAction();
   if (!target.side) return takeIn(*dragged, currentIndex() + 1);
   auto* from = qobject_cast<TerminalTabs*>(dragged->from->parentWidget()->parentWidget());
-  if (from == nullptr || dragged->index >= from->count() || from->indexOf(*target.pane) == dragged->index) return;
+  if (from == nullptr || from->indexOf(*target.pane) == dragged->index()) return;
   // All its panes move, one beside the other.
-  DetachedTab tab = from->takeTab(dragged->index);
+  DetachedTab tab = from->takeTab(dragged->index());
   TerminalPane* beside = target.pane;
   Direction side = *target.side;
   for (QWidget* each : tab.view->panes()) {

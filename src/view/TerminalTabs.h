@@ -37,7 +37,8 @@ struct DetachedPane {
 };
 
 /// Terminals of the full emulation in tabs, each of them split into panes. The strip of tabs is shown while there is
-/// more than one. Tabs and panes are moved as they are: the programs in them notice nothing but a new size.
+/// more than one, or the user wants it. Tabs and panes are moved as they are: the programs in them notice nothing but a
+/// new size.
 ///
 /// Performs the actions of the menus for tabs and panes. Closes nothing by itself: it says what the user wants closed.
 /// All panes show an EmulationSurface. Main thread.
@@ -66,7 +67,7 @@ class TerminalTabs : public TerminalArea {
 
   int count() const { return static_cast<int>(m_tabs.size()); }
   int currentIndex() const { return m_strip->currentIndex(); }
-  void setCurrentIndex(int index) { m_strip->setCurrentIndex(index); }
+  void setCurrentIndex(int index) { m_strip->turnTo(index); }
   TabStrip& strip() { return *m_strip; }
   SplitView& view(int index) { return *m_tabs[static_cast<std::size_t>(index)].view; }
   TerminalPane& currentPane();
@@ -92,6 +93,8 @@ class TerminalTabs : public TerminalArea {
   void setExitStatus(TerminalPane& pane, int status);
   /// Whether panes without the keyboard are a little dimmed.
   void setDimsOthers(bool dims);
+  /// Whether the strip is shown for one tab too.
+  void setAlwaysShowsStrip(bool always);
   /// The title of the current tab: the name that the user gave it, or what its program calls itself; empty if neither.
   QString title() const;
 
@@ -126,6 +129,7 @@ class TerminalTabs : public TerminalArea {
   Q_INVOKABLE void equalisePanes();
   Q_INVOKABLE void zoomPane();
   Q_INVOKABLE void swapPanes();
+  Q_INVOKABLE void movePaneToNewTab();
   /// Whether what is typed into one pane of the current tab goes to all of them, which is said above them; until it is
   /// turned off, or the tab has one pane.
   Q_INVOKABLE void typeIntoAll();
@@ -174,6 +178,7 @@ class TerminalTabs : public TerminalArea {
     std::unique_ptr<QObject> connections;
     TabMarks marks;
     std::uint64_t bytesSeen = 0;
+    std::string folder;                             // that it has told
     std::chrono::steady_clock::time_point resized;  // the last time
   };
   // Where a tab that is dragged over a pane would go; no side: a tab of this window.
@@ -193,6 +198,7 @@ class TerminalTabs : public TerminalArea {
   void tabMoved(int from, int to);
   void updateStrip();
   void updateTitle(int index);
+  static QString ownTitle(TerminalPane& pane);
   void updateMarks(int index);
   void updateDimming();
   void updateTyping(int index);
@@ -217,6 +223,7 @@ class TerminalTabs : public TerminalArea {
   std::vector<Tab> m_tabs;  // in the order of the strip
   std::map<TerminalPane*, Watch> m_watched;
   bool m_dimsOthers = true;
+  bool m_alwaysShowsStrip = false;
   DropMark* m_dropMark = nullptr;  // a child, while a tab is dragged over a pane
 };
 

@@ -230,6 +230,37 @@ TEST_F(TabWindowTest, ClosesATabWhoseShellEndsAndKeepsTheOthers) {
   EXPECT_FALSE(delegate.validate("reopenClosed")) << "nothing runs in it";
 }
 
+TEST_F(TabWindowTest, KeepsTheStatusOfAProgramThatHasEndedWhereverItsTabGoes) {
+  TerminalPane& pane = addWaitingTab();
+  new PaneLife(pane, settings);
+  tabs().closeTab();
+  tabs().currentPane();
+  pane.terminal().ptySession().sendSignal(SIGKILL);
+  ASSERT_TRUE(waitFor([&] { return PaneLife::of(pane)->status().has_value(); }));
+  delegate.reopenClosed();
+  EXPECT_EQ(tabs().strip().marks(1).exitStatus, 137);
+}
+
+TEST_F(TabWindowTest, BringsASplitBackIntoItsTabInAnotherWindow) {
+  addWaitingTab();
+  TerminalPane& pane = addWaitingSplit();
+  tabs().closePane();
+  tabs().moveTabToNewWindow();
+  ASSERT_EQ(delegate.windows().size(), 2U);
+  delegate.reopenClosed();
+  EXPECT_EQ(tabsOf(window(1)).indexOf(pane), 0);
+}
+
+TEST_F(TabWindowTest, ReplacingAWindowEndsAllItsShells) {
+  addWaitingTab();
+  delegate.toggleFullEmulation();
+  const auto boxes = shownWindow->findChildren<QMessageBox*>(QStringLiteral("replaceQuestion"));
+  ASSERT_EQ(boxes.size(), 1);
+  answer(boxes.front(), QMessageBox::AcceptRole);
+  EXPECT_FALSE(delegate.validate("reopenClosed"));
+  EXPECT_TRUE(waitFor([] { return test::childProcesses().size() == 1; })) << "that of the new window";
+}
+
 TEST_F(TabWindowTest, MovesATabToAWindowOfItsOwnAndMergesThemAgain) {
   TerminalPane& pane = addWaitingTab();
   tabs().moveTabToNewWindow();
@@ -282,6 +313,8 @@ TEST_F(TabWindowTest, AWindowForAProgramHasNoFurtherTerminals) {
   tabsOf(window).splitRight();
   EXPECT_EQ(tabsOf(window).panes().size(), 1U);
   EXPECT_TRUE(window.contentViewController().terminals().empty());
+  tabsOf(window).closePane();
+  EXPECT_FALSE(window.isVisible());
 }
 
 }  // namespace

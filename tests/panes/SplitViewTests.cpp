@@ -103,6 +103,23 @@ TEST_F(SplitViewTest, MovesADividerThatIsDragged) {
   EXPECT_EQ(a.width(), 523) << "only dividers are dragged";
 }
 
+TEST_F(SplitViewTest, LetsGoOfADividerWhenTheArrangementChanges) {
+  view.split(a, Direction::Right, b);
+  QSignalSpy left(&view, &SplitView::dividerLeft);
+  const auto take = [this] { QTest::mousePress(&view, Qt::LeftButton, {}, middleOfDivider(0)); };
+  take();
+  view.setZoomed(&a);
+  EXPECT_EQ(left.count(), 1);
+  view.setZoomed(nullptr);
+  take();
+  view.resize(700, 500);
+  EXPECT_EQ(left.count(), 2);
+  take();
+  view.take(b);
+  const std::unique_ptr<QWidget> taken(&b);
+  EXPECT_EQ(left.count(), 3);
+}
+
 TEST_F(SplitViewTest, EqualisesByADoubleClickOnADivider) {
   view.split(a, Direction::Right, b);
   ASSERT_TRUE(view.moveEdge(a, Direction::Right, 100));

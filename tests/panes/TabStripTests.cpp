@@ -18,9 +18,10 @@ class TabStripTest : public testing::Test {
  protected:
   void SetUp() override {
     for (const char* title : {"one", "two", "three"}) {
-      strip.setMarks(strip.addTab(QString()), {});
+      strip.addTabAt(strip.count());
       strip.setTitle(strip.count() - 1, QString::fromLatin1(title));
     }
+    strip.setGround(strip.palette().color(QPalette::Window));
     strip.resize(600, strip.sizeHint().height());
     strip.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&strip, test::kPatience.count()));
@@ -28,7 +29,7 @@ class TabStripTest : public testing::Test {
   QStringList titles() const {
     QStringList all;
     for (int index = 0; index < strip.count(); ++index) {
-      all << strip.tabText(index);
+      all << strip.title(index);
     }
     return all;
   }
@@ -107,6 +108,73 @@ TEST_F(TabStripTest, KeepsTheNameAfterEscapeAndIfNothingWasTyped) {
   strip.editName(1);
   QTest::keyClick(editor(), Qt::Key_Return);
   EXPECT_TRUE(named.isEmpty());
+}
+
+TEST_F(TabStripTest, GoesOnEditingANameWhileTitlesChange) {
+  QSignalSpy named(&strip, &TabStrip::named);
+  strip.editName(2);
+  QTest::keyClicks(editor(), QStringLiteral("bui"));
+  strip.setTitle(2, QStringLiteral("another title"));
+  strip.removeTabAt(0);
+  QTest::keyClicks(editor(), QStringLiteral("lds"));
+  QTest::keyClick(editor(), Qt::Key_Return);
+  ASSERT_EQ(named.count(), 1);
+  EXPECT_EQ(named.front().value(0).toInt(), 1) << "where it is now";
+  EXPECT_EQ(named.front().value(1).toString(), QStringLiteral("builds"));
+}
+
+TEST_F(TabStripTest, EditsTheNameWithoutWhatIsShownBehindIt) {
+  strip.setTitle(1, QStringLiteral("two"), QStringLiteral(" (1 of 2)"));
+  EXPECT_EQ(strip.shownTitle(1), QStringLiteral("two (1 of 2)"));
+  strip.editName(1);
+  EXPECT_EQ(editor()->text(), QStringLiteral("two"));
+}
+
+TEST_F(TabStripTest, TakesNoKeysForTitles) {
+  strip.setTitle(1, QStringLiteral("a &b"));
+  strip.window()->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&strip, test::kPatience.count()));
+  QTest::keyClick(strip.windowHandle(), Qt::Key_B, Qt::AltModifier);
+  EXPECT_EQ(strip.currentIndex(), 0);
+}
+
+TEST_F(TabStripTest, EndsAReorderingBeforeTabsComeAndGo) {
+  const auto dragLeft = [this] {
+    QTest::mousePress(&strip, Qt::LeftButton, {}, middleOf(2));
+    for (int x = middleOf(2).x(); x >= middleOf(0).x() + 60; x -= 10) {
+      QMouseEvent move(QEvent::MouseMove, QPoint(x, middleOf(0).y()), strip.mapToGlobal(QPoint(x, middleOf(0).y())),
+                       Qt::NoButton, Qt::LeftButton, {});
+      QApplication::sendEvent(&strip, &move);
+    }
+  };
+  dragLeft();
+  strip.removeTabAt(strip.currentIndex());
+  EXPECT_GE(strip.currentIndex(), 0);
+  QTest::mouseRelease(&strip, Qt::LeftButton, {}, middleOf(0));
+  strip.addTabAt(1);
+  dragLeft();
+  strip.addTabAt(0);
+  strip.turnTo(0);
+  EXPECT_EQ(strip.currentIndex(), 0);
+  QTest::mouseRelease(&strip, Qt::LeftButton, {}, middleOf(0));
+  EXPECT_EQ(strip.count(), 4);
+}
+
+TEST_F(TabStripTest, KnowsATabWhereverItIs) {
+  const std::uint64_t id = strip.idOf(0);
+  strip.moveTab(0, 2);
+  EXPECT_EQ(strip.indexOf(id), 2);
+  strip.removeTabAt(0);
+  EXPECT_EQ(strip.indexOf(id), 1);
+  strip.removeTabAt(1);
+  EXPECT_EQ(strip.indexOf(id), -1);
+}
+
+TEST_F(TabStripTest, ClosesByTheMiddleButtonOnlyTheTabItWasPressedOn) {
+  QSignalSpy closed(&strip, &TabStrip::closeWanted);
+  QTest::mousePress(&strip, Qt::MiddleButton, {}, middleOf(0));
+  QTest::mouseRelease(&strip, Qt::MiddleButton, {}, middleOf(1));
+  EXPECT_TRUE(closed.isEmpty());
 }
 
 TEST_F(TabStripTest, TellsItsMarksInWords) {

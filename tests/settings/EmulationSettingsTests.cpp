@@ -98,26 +98,13 @@ TEST_F(EmulationSettingsTest, HaveTheKeysThatFilesAlreadyHold) {
     EXPECT_EQ(&rowOf(row.member), &row);
     keys.insert(row.key);
   }
-  EXPECT_EQ(keys, (std::set<std::string>{"allowWindowRequests",
-                                         "askBeforeRiskyPaste",
-                                         "audibleBell",
-                                         "boldIsBright",
-                                         "closeWindowWhenShellExits",
-                                         "commandActsAsMeta",
-                                         "dimUnfocusedPanes",
-                                         "enableMouseReporting",
-                                         "ligatures",
-                                         "lineSpacing",
-                                         "minimumContrast",
-                                         "optionSendsMeta",
-                                         "reopenSeconds",
-                                         "shellIntegration",
-                                         "startupCommand",
-                                         "startupShell",
-                                         "useAlternateScreenBuffer",
-                                         "visualBell",
-                                         "warnBeforeClosing",
-                                         "wordSeparators"}));
+  EXPECT_EQ(keys, (std::set<std::string>{"allowWindowRequests", "alwaysShowTabs",    "askBeforeRiskyPaste",
+                                         "audibleBell",         "boldIsBright",      "closeWindowWhenShellExits",
+                                         "commandActsAsMeta",   "dimUnfocusedPanes", "enableMouseReporting",
+                                         "ligatures",           "lineSpacing",       "minimumContrast",
+                                         "optionSendsMeta",     "reopenSeconds",     "shellIntegration",
+                                         "startupCommand",      "startupShell",      "useAlternateScreenBuffer",
+                                         "visualBell",          "warnBeforeClosing", "wordSeparators"}));
 }
 
 TEST_F(EmulationSettingsTest, AFlagThatIsNeitherYesNorNoCountsAsAbsent) {

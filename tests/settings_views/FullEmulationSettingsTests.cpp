@@ -22,7 +22,8 @@ namespace {
 constexpr const char* kDebugRows = "Debug|Show FPS counter|Log terminal output";
 constexpr const char* kEmulationRows =
     "Full Emulation|Minimum Contrast|Word Separators|Reopen Closed|Use ligatures|Show bold text in bright colors|Ask "
-    "before risky paste|Let programs move and resize the window|Shell integration|Dim splits without the "
+    "before risky paste|Let programs move and resize the window|Shell integration|Always show tabs|Dim splits without "
+    "the "
     "keyboard|Audible bell|Visual bell";
 
 struct SwitchCase {

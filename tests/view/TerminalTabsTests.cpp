@@ -152,12 +152,12 @@ TEST_F(TerminalTabsTest, MovesATabWithItsPanes) {
 
 TEST_F(TerminalTabsTest, NamesTabsAsTheUserSaysOrElseTheProgram) {
   tabs->addTab();
-  EXPECT_EQ(tabs->strip().tabText(1), QStringLiteral("sh"));
+  EXPECT_EQ(tabs->strip().shownTitle(1), QStringLiteral("sh"));
   print(tabs->currentPane(), "\033]2;a title\033\\");
-  EXPECT_TRUE(waitFor([&] { return tabs->strip().tabText(1) == QStringLiteral("a title"); }));
+  EXPECT_TRUE(waitFor([&] { return tabs->strip().shownTitle(1) == QStringLiteral("a title"); }));
   EXPECT_EQ(tabs->title(), QStringLiteral("a title"));
   Q_EMIT tabs->strip().named(1, QStringLiteral("mine"));
-  EXPECT_EQ(tabs->strip().tabText(1), QStringLiteral("mine"));
+  EXPECT_EQ(tabs->strip().shownTitle(1), QStringLiteral("mine"));
   EXPECT_EQ(tabs->title(), QStringLiteral("mine"));
   Q_EMIT tabs->strip().named(1, QString());
   EXPECT_EQ(tabs->title(), QStringLiteral("a title"));
@@ -166,8 +166,11 @@ TEST_F(TerminalTabsTest, NamesTabsAsTheUserSaysOrElseTheProgram) {
 TEST_F(TerminalTabsTest, MarksNewOutputAndABellInATabBehindUntilItIsLookedAt) {
   TerminalPane& behind = addBehind("cat");
   EXPECT_EQ(marks(1), TabMarks());
-  print(behind, "output");
-  EXPECT_TRUE(waitFor([&] { return marks(1).hasActivity; }));
+  // What it prints at first may be taken for a drawing anew.
+  EXPECT_TRUE(waitFor([&] {
+    print(behind, "output");
+    return marks(1).hasActivity;
+  }));
   EXPECT_FALSE(marks(1).hasBell);
   print(behind, "\a");
   EXPECT_TRUE(waitFor([&] { return marks(1).hasBell; }));
@@ -285,7 +288,7 @@ TEST_F(TerminalTabsTest, MovesDividersByTheCellAndZoomsAndSwaps) {
   tabs->zoomPane();
   EXPECT_TRUE(tabs->isOn("zoomPane"));
   EXPECT_FALSE(first.isVisible());
-  EXPECT_EQ(tabs->strip().tabText(0), QStringLiteral("sh (1 of 2)"));
+  EXPECT_EQ(tabs->strip().shownTitle(0), QStringLiteral("sh (1 of 2)"));
   EXPECT_EQ(focused(), &second);
   tabs->goLeft();
   EXPECT_TRUE(first.isVisible()) << "the zoom goes with the keyboard";
@@ -358,6 +361,56 @@ TEST_F(TerminalTabsTest, StopsTypingIntoAllWithTheLastSplit) {
   EXPECT_FALSE(tabs->isOn("typeIntoAll"));
 }
 
+TEST_F(TerminalTabsTest, NamesTheFolderWhereTheProgramSetsNoTitle) {
+  tabs->addTab();
+  print(tabs->currentPane(), "\033]7;file:///usr/share\033\\");
+  EXPECT_TRUE(waitFor([&] { return tabs->strip().title(1) == QString::fromUtf8("share – sh"); }))
+      << tabs->strip().title(1).toStdString();
+}
+
+TEST_F(TerminalTabsTest, ShowsTheStripForOneTabThatHidesSplitsOrIfTheUserWantsIt) {
+  tabs->splitRight();
+  EXPECT_FALSE(tabs->strip().isVisible());
+  tabs->zoomPane();
+  EXPECT_TRUE(tabs->strip().isVisible());
+  tabs->zoomPane();
+  EXPECT_FALSE(tabs->strip().isVisible());
+  tabs->setAlwaysShowsStrip(true);
+  EXPECT_TRUE(tabs->strip().isVisible());
+  EXPECT_TRUE(tabs->validate("renameTab"));
+}
+
+TEST_F(TerminalTabsTest, MovesASplitToATabOfItsOwn) {
+  tabs->splitRight();
+  TerminalPane& moved = tabs->currentPane();
+  tabs->movePaneToNewTab();
+  EXPECT_EQ(tabs->count(), 2);
+  EXPECT_EQ(tabs->indexOf(moved), 1);
+  EXPECT_EQ(focused(), &moved);
+}
+
+TEST_F(TerminalTabsTest, SplitsNothingThatIsTooSmall) {
+  tabs->resize(150, 100);
+  tabs->splitRight();
+  tabs->splitRight();
+  tabs->splitRight();
+  EXPECT_EQ(tabs->panes().size(), 2U);
+}
+
+TEST_F(TerminalTabsTest, TellsTheProgramItsSizeAfterADividerWasLeftByItself) {
+  tabs->splitRight();
+  SplitView& split = tabs->view(0);
+  QTest::mousePress(&split, Qt::LeftButton, {}, QPoint(402, 300));
+  tabs->zoomPane();
+  QTest::mouseRelease(&split, Qt::LeftButton, {}, QPoint(402, 300));
+  const int columns = tabs->surface().canvas().gridSize().columns;
+  EXPECT_GT(columns, 60);
+  EXPECT_TRUE(waitFor([&] {
+    tabs->surface().canvas().makeFrameNow();
+    return tabs->surface().display().source().screen()->size.columns == columns;
+  }));
+}
+
 TEST_F(TerminalTabsTest, PutsAPaneBackWhereItWas) {
   TerminalPane& first = tabs->currentPane();
   tabs->splitRight();
@@ -428,7 +481,7 @@ TEST_F(TerminalTabsTest, LeavesTheSizeOfAHiddenTabAloneUntilItIsShown) {
 TEST_F(TerminalTabsTest, ShowsATabThatWasBehindAsItIsNow) {
   TerminalPane& behind = addBehind("cat");
   print(behind, "printed unseen");
-  ASSERT_TRUE(waitFor([&] { return marks(1).hasActivity; }));
+  ASSERT_TRUE(waitFor([&] { return TerminalTabs::surfaceOf(behind).display().emulator().isSettled(); }));
   tabs->setCurrentIndex(1);
   // Without any further frame.
   behind.surface().canvas().grab();

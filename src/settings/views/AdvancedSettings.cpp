@@ -23,6 +23,7 @@ constexpr std::array kFlags{FlagRow{"Use ligatures", &EmulationSettings::ligatur
                             FlagRow{"Ask before risky paste", &EmulationSettings::askBeforeRiskyPaste},
                             FlagRow{"Let programs move and resize the window", &EmulationSettings::allowWindowRequests},
                             FlagRow{"Shell integration", &EmulationSettings::shellIntegration},
+                            FlagRow{"Always show tabs", &EmulationSettings::alwaysShowTabs},
                             FlagRow{"Dim splits without the keyboard", &EmulationSettings::dimUnfocusedPanes},
                             FlagRow{"Audible bell", &EmulationSettings::audibleBell},
                             FlagRow{"Visual bell", &EmulationSettings::visualBell}};
