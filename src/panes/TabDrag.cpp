@@ -1,9 +1,11 @@
 #include "panes/TabDrag.h"
 
+#include <QCoreApplication>
 #include <QDrag>
-#include <QGuiApplication>
+#include <QKeyEvent>
 #include <QPixmap>
 #include <QPointer>
+#include <QTimer>
 
 #include "panes/TabStrip.h"
 
@@ -19,11 +21,23 @@ struct Dragged {
 };
 std::optional<Dragged> dragged;
 
-// Escape ends a drag while the button is still held. Elsewhere than on X11 nobody tells of the button then.
-bool wasCancelled() {
-  return QGuiApplication::platformName() == QLatin1String("xcb") &&
-         QGuiApplication::mouseButtons().testFlag(Qt::LeftButton);
-}
+// Sees keys before the drag does, which begins to watch them when it runs.
+class EscapeWatch : public QObject {
+ public:
+  EscapeWatch() {
+    QTimer::singleShot(0, this, [this] { QCoreApplication::instance()->installEventFilter(this); });
+  }
+  bool wasPressed() const { return m_wasPressed; }
+
+  bool eventFilter(QObject*, QEvent* event) override {
+    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+    if (isKey && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) m_wasPressed = true;
+    return false;
+  }
+
+ private:
+  bool m_wasPressed = false;
+};
 
 }  // namespace
 
@@ -45,10 +59,11 @@ TabDropResult dragTab(const TabDrag& tab, const QPixmap& picture, QPoint hotSpot
   drag->setPixmap(picture);
   drag->setHotSpot(hotSpot);
   dragged = Dragged{.from = tab.from, .tab = tab.tab};
+  const EscapeWatch escape;
   const Qt::DropAction action = drag->exec(Qt::MoveAction);
   dragged.reset();
   if (action != Qt::IgnoreAction) return TabDropResult::Taken;
-  return wasCancelled() ? TabDropResult::Cancelled : TabDropResult::Nowhere;
+  return escape.wasPressed() ? TabDropResult::Cancelled : TabDropResult::Nowhere;
 }
 
 }  // namespace zolt
