@@ -9,7 +9,7 @@
 namespace zolt {
 
 /// Sends actions by name along the responder chain: the widget with the focus and its parents up to the window, then
-/// what else responds for that window, then the application's own responders, in order.
+/// that window's own responder, then the application's own responders, in order.
 ///
 /// A responder performs an action with a slot or invokable method of that name without parameters. If it also has an
 /// invokable `bool validate(const QByteArray& action)`, that says whether the action is available now; and an invokable

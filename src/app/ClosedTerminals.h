@@ -38,7 +38,7 @@ class ClosedTerminals : public QObject {
 
   /// Keeps what was closed for `time`.
   void keep(Closed closed, std::chrono::milliseconds time);
-  /// Takes back what was closed last, but not what has no running shell any more. None if there is nothing.
+  /// Takes back what was closed last, skipping what has no running shell left. None if there is nothing.
   std::optional<Closed> takeLast();
   bool empty() const { return m_kept.empty(); }
   /// Gives up everything, which ends its shells.

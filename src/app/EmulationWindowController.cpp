@@ -59,7 +59,7 @@ EmulationWindowController::EmulationWindowController(TerminalWindow& window, con
   connect(&m_tabs, &TerminalTabs::emptied, this, [this] {
     m_isOver = true;
     m_window.hide();  // there is nothing to paint
-    // Not within what the last tab left for.
+    // Not now: whoever took the last tab is not done yet.
     MainQueue::async(MainQueue::Owner(this), [this] { m_window.closeNow(); });
   });
   for (TerminalPane* pane : m_tabs.panes()) {
@@ -96,7 +96,7 @@ void EmulationWindowController::part(TerminalPane& pane) {
   if (PaneLife* life = PaneLife::of(pane)) life->disconnect(this);
 }
 
-// It may be an event of the pane that says so: the pane is deleted later.
+// This may be called from an event of the pane, so the pane is deleted later.
 void EmulationWindowController::paneIsOver(TerminalPane& pane) {
   const int index = m_tabs.indexOf(pane);
   if (index < 0) return;

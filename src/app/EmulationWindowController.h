@@ -21,9 +21,9 @@ std::vector<std::string> runningPrograms(const std::vector<TerminalPane*>& panes
 std::chrono::milliseconds keptFor(const EmulationSettings& settings);
 
 /// What a window of the full emulation does besides showing its terminals: its title is that of the current one; a bell
-/// asks for attention where the window has not the focus; what shows through it is blurred where that is set. What the
-/// user closes is asked about where a program runs in the foreground, and kept for a while; what ends by itself is
-/// gone. A child of the window. Main thread.
+/// asks for attention while the window does not have the focus; what shows through it is blurred where that is set.
+/// What the user closes is asked about where a program runs in the foreground, and kept for a while; what ends by
+/// itself is gone. A child of the window. Main thread.
 class EmulationWindowController : public QObject {
   Q_OBJECT
 

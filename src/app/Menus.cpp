@@ -61,10 +61,14 @@ QList<QKeySequence> fullScreenShortcuts() {
 
 // Where Command-W closes a split or a tab, the window needs another key.
 QList<QKeySequence> closeWindowShortcuts() {
+#ifdef Q_OS_MACOS
+  return commandShortcuts(Qt::Key_W, Qt::ShiftModifier);
+#else
   return {QKeySequence(Qt::META | Qt::SHIFT | Qt::Key_W)};
+#endif
 }
 
-// On a Mac the key that browsers have for it. Elsewhere that opens a tab.
+// On a Mac the key that browsers have for it. Elsewhere Shift is part of the command key, so that is New Tab.
 QList<QKeySequence> reopenShortcuts() {
 #ifdef Q_OS_MACOS
   return commandShortcuts(Qt::Key_T, Qt::ShiftModifier);
@@ -81,7 +85,7 @@ QList<QKeySequence> splitDownShortcuts() {
 #endif
 }
 
-// With Shift, layouts make other characters of the digits: here those of most.
+// With Shift the digit keys give other characters; these are those of the US layout.
 template <Qt::Key key, Qt::Key other>
 QList<QKeySequence> digitShortcuts() {
   return commandShortcuts(key) + commandShortcuts(other).mid(0, 1);
@@ -131,7 +135,7 @@ constexpr std::array kItems{
     separator("File"),
     Item{"File", "Save &Output As...", Does::SendAction, "saveOutputAs", command<Qt::Key_S>},
     separator("File"),
-    full("File", "Close &Split", "closePane", command<Qt::Key_W>),
+    full("File", "C&lose", "closePane", command<Qt::Key_W>),
     full("File", "Close Ta&b", "closeTab", none),
     Item{"File", "&Close Window", Does::Close, "", command<Qt::Key_W>, QAction::NoRole, Where::Log},
     Item{"File", "&Close Window", Does::Close, "", closeWindowShortcuts, QAction::NoRole, Where::FullEmulation},
@@ -172,10 +176,10 @@ constexpr std::array kItems{
     separator("Split", Where::FullEmulation),
     full("Split", "&Zoom Split", "zoomPane", command<Qt::Key_Return>, Does::Toggle),
     full("Split", "&Equalize Sizes", "equalisePanes", none),
-    full("Split", "&Swap With Next", "swapPanes", none),
+    full("Split", "&Swap with Next", "swapPanes", none),
     full("Split", "Move to &New Tab", "movePaneToNewTab", none),
     separator("Split", Where::FullEmulation),
-    full("Split", "&Type Into All Splits", "typeIntoAll", command<Qt::Key_I>, Does::Toggle),
+    full("Split", "&Type into All Splits", "typeIntoAll", command<Qt::Key_I>, Does::Toggle),
     full(kNoMenu, "", "moveDividerLeft", command<Qt::Key_Left, Qt::AltModifier>),
     full(kNoMenu, "", "moveDividerRight", command<Qt::Key_Right, Qt::AltModifier>),
     full(kNoMenu, "", "moveDividerUp", command<Qt::Key_Up, Qt::AltModifier>),
@@ -263,7 +267,7 @@ void validateItems(QMenu& menu, const MenuContext& context) {
   }
 }
 
-// What tabs and splits offer is enabled only while there is something for it: otherwise the key is the program's.
+// Tab and split actions are enabled only while they apply: otherwise the key is the program's.
 void validateTabActions(const QWidget& window, const TerminalTabs& tabs) {
   if (tabs.count() == 0) return;
   for (const Item& item : kItems) {

@@ -18,8 +18,8 @@ struct MenuContext {
   std::function<std::vector<TerminalWindow*>()> windows;
 };
 
-/// Creates one window's menus as its children: File, Edit, View, Terminal, Window, Help; in the full emulation Split
-/// besides. `context` must outlive them. On macOS the system moves the application menu's items to that menu.
+/// Creates one window's menus as its children: File, Edit, View, Terminal, Window, Help; and Split in the full
+/// emulation. `context` must outlive them. On macOS the system moves the application menu's items to that menu.
 QList<QMenu*> makeMenus(TerminalWindow& window, const MenuContext& context);
 
 /// Adds the menus' shortcuts to a window without a menu bar.

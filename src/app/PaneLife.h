@@ -11,18 +11,18 @@
 
 namespace zolt {
 
-/// The life of a shell in a pane of the full emulation: what is typed first, and what comes of the pane when the shell
-/// ends. A child of the pane, with which it goes from window to window. Main thread.
+/// The life of a shell in a pane of the full emulation: what is typed first, and what becomes of the pane when the
+/// shell ends. A child of the pane, with which it goes from window to window. Main thread.
 class PaneLife : public QObject {
   Q_OBJECT
 
  public:
-  /// A shell that fails sooner than this after its start does not close its pane: why it failed is there to read.
+  /// A shell that fails sooner than this after its start does not close its pane: so that the error can be read.
   static constexpr std::chrono::seconds shortestLife{2};
 
   /// `settings` and `clock` must outlive the pane, which shows an EmulationSurface.
   PaneLife(TerminalPane& pane, const EmulationSettingsStore& settings, Clock& clock = Clock::steady());
-  /// That of a pane; every pane that runs a shell has one.
+  /// The PaneLife of a pane; null if it runs no shell.
   static PaneLife* of(const TerminalPane& pane) {
     return pane.findChild<PaneLife*>(QString(), Qt::FindDirectChildrenOnly);
   }

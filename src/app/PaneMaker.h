@@ -23,8 +23,8 @@ class PaneMaker {
     TerminalSize size{};
     std::string folder{};  ///< the working directory; this process's if empty
   };
-  /// The shell is started first, so that its prompt is there for the first frame. One that cannot be run is said so in
-  /// the pane.
+  /// The shell is started first, so that its prompt is there for the first frame. If it cannot be run, the
+  /// pane says so.
   std::unique_ptr<TerminalPane> make(const Wanted& wanted);
   /// The terminal's size in a canvas of `area` logical pixels on a screen with `scale` device pixels to one of them.
   TerminalSize sizeIn(QSize area, double scale) const;

@@ -43,8 +43,9 @@ void askBeforeClosing(QWidget& window, ClosedThing thing, const std::vector<std:
                                      Words{"Close Window", "&Close Window"}};
   const Words& words = kWords[static_cast<std::size_t>(thing)];
   const QString goesOn =
-      programs.size() == 1 ? tr("It goes on for %1 seconds, in which “Reopen Closed” brings it back. Then it ends.")
-                           : tr("They go on for %1 seconds, in which “Reopen Closed” brings them back. Then they end.");
+      programs.size() == 1
+          ? tr("It keeps running for %1 seconds, and “Reopen Closed” brings it back. After that it is ended.")
+          : tr("They keep running for %1 seconds, and “Reopen Closed” brings them back. After that they are ended.");
   ask(window,
       {.name = QStringLiteral("closeQuestion"),
        .title = tr(words.title),

@@ -16,7 +16,7 @@ QString runningSentence(const std::vector<std::string>& programs);
 
 /// Each of these asks over `window` and calls the function if the answer is yes. They return at once, and do nothing
 /// while that question is open there already. Main thread.
-/// `programs` run in what is about to be closed, and can be brought back for so many seconds.
+/// `programs` run in what is about to be closed, and can be brought back for `seconds` seconds.
 enum class ClosedThing { Pane, Tab, Window };
 void askBeforeClosing(QWidget& window, ClosedThing thing, const std::vector<std::string>& programs, int seconds,
                       std::function<void()> close);

@@ -36,7 +36,7 @@ class SplitLayout {
  public:
   /// The line between two parts, and what can be grabbed around it.
   static constexpr int dividerBreadth = 5;
-  /// No part is made narrower or lower than this by hand.
+  /// No part is made narrower or shorter than this by hand.
   static constexpr PaneSize smallestPane{.width = 60, .height = 40};
 
   /// One pane fills everything.
@@ -52,7 +52,7 @@ class SplitLayout {
   void remove(PaneId pane);
   /// The two change places; sizes stay.
   void swap(PaneId one, PaneId other);
-  /// All parts of a split in one direction get the room that their panes beside each other need.
+  /// Gives each part room in proportion to the number of panes it has along its split's axis.
   void equalise();
 
   /// The pane next to `pane` in that direction: of several, the one at its middle. None at the edge.
@@ -65,7 +65,7 @@ class SplitLayout {
     PaneId pane;
     PaneRect rect;
   };
-  /// Between the part with this number and the next of one split.
+  /// Between part `part` of a split and the next.
   struct Divider {
     std::vector<std::size_t> path;  ///< to the split: the numbers of the parts, from the outermost
     std::size_t part;
@@ -77,7 +77,8 @@ class SplitLayout {
     std::vector<Place> panes;  ///< in the order of `panes()`
     std::vector<Divider> dividers;
   };
-  /// Everything in an area of that size, without gaps or overlaps. Where there is too little room panes may have none.
+  /// Everything in an area of that size, without gaps or overlaps. Where there is too little room some panes may be
+  /// empty.
   Places places(const PaneSize& whole) const;
   /// Moves a divider of `places(whole)` so that it begins `position` pixels from the left or the top of the area, as
   /// near as the smallest panes allow. False if it stays where it was.

@@ -131,7 +131,7 @@ void SplitView::rearrange() {
 void SplitView::releaseDivider() {
   if (!m_grabbed) return;
   m_grabbed.reset();
-  Q_EMIT dividerLeft();
+  Q_EMIT dividerReleased();
 }
 
 // A pane that comes into view has its size before it is shown, so that its program is told of one size only.
@@ -193,7 +193,7 @@ void SplitView::mousePressEvent(QMouseEvent* event) {
   if (!m_grabbed) return QWidget::mousePressEvent(event);
   const bool isSideBySide = m_grabbed->axis == SplitAxis::SideBySide;
   m_grabbedAt = isSideBySide ? event->pos().x() - m_grabbed->rect.x : event->pos().y() - m_grabbed->rect.y;
-  Q_EMIT dividerTaken();
+  Q_EMIT dividerGrabbed();
 }
 
 void SplitView::mouseMoveEvent(QMouseEvent* event) {

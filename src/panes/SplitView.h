@@ -45,9 +45,9 @@ class SplitView : public QWidget {
   void setGround(const QColor& ground);
 
  Q_SIGNALS:
-  /// A divider is being dragged, and has been let go.
-  void dividerTaken();
-  void dividerLeft();
+  /// The user has grabbed a divider; it has been released.
+  void dividerGrabbed();
+  void dividerReleased();
 
  protected:
   void paintEvent(QPaintEvent* event) override;

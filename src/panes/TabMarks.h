@@ -26,7 +26,7 @@ struct TabMarks {
   friend bool operator==(const TabMarks&, const TabMarks&) = default;
 };
 
-/// The marks in words, for a screen reader and the tooltip: "bell, 40 %". Empty if there is nothing to tell.
+/// The marks in words, for a screen reader and the tooltip: "bell, 40%". Empty if there is nothing to tell.
 QString inWords(const TabMarks& marks);
 
 }  // namespace zolt

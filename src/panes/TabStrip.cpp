@@ -31,7 +31,7 @@ constexpr double kRadius = 4;
 constexpr int kGapBreadth = 2;
 // How far out of the strip a tab is dragged before it leaves it.
 constexpr int kPullOut = 24;
-// How long a tab that is dragged rests on another until that comes to the front.
+// How long a dragged tab is held over another before that one comes to the front.
 constexpr std::chrono::milliseconds kRestTime{600};
 
 QColor onGround(const ControlColors& colors, const QColor& ground, const QColor& color) {
@@ -40,7 +40,7 @@ QColor onGround(const ControlColors& colors, const QColor& ground, const QColor&
 
 }  // namespace
 
-// Qt draws tabs, those that are being dragged too, by asking the style.
+// Qt asks the style to draw tabs, dragged ones included.
 class TabStyle : public QProxyStyle {
  public:
   explicit TabStyle(TabStrip& strip) : m_strip(strip) { setParent(&strip); }
@@ -212,7 +212,7 @@ void TabStrip::paintTab(QPainter& painter, const QRect& rect, int index) const {
     icon.moveCenter(close.center());
     symbol(QStringLiteral("xmark"), text).paint(&painter, icon);
   }
-  // The marks stand before the title, and both in the middle together.
+  // The marks come before the title; the two are centred together.
   const TabMarks shown = marks(index);
   const int size = scaledToText(kMarkSize, font());
   const int gap = scaledToText(kMarkGap, font());
@@ -367,7 +367,7 @@ void TabStrip::contextMenuEvent(QContextMenuEvent* event) {
   if (const int index = tabAt(event->pos()); index >= 0) Q_EMIT menuWanted(index, event->globalPos());
 }
 
-// The number of the tab before which something dropped at `point` comes to stand.
+// The number of the tab before which something dropped at `point` would land.
 int TabStrip::gapAt(QPoint point) const {
   for (int index = 0; index < count(); ++index) {
     if (point.x() < tabRect(index).center().x()) return index;
@@ -419,7 +419,7 @@ void TabStrip::editName(int index) {
   m_edited = idOf(index);
   m_editor = new QLineEdit(title(index), this);
   m_editor->setObjectName(QStringLiteral("tabName"));
-  m_editor->setAccessibleName(tr("Name of the tab"));
+  m_editor->setAccessibleName(tr("Tab name"));
   m_editor->setAlignment(Qt::AlignCenter);
   placeEditor();
   m_editor->installEventFilter(this);
@@ -463,7 +463,7 @@ bool TabStrip::eventFilter(QObject* watched, QEvent* event) {
     endEditing(false);
     return true;
   } else if (event->type() == QEvent::ShortcutOverride) {
-    event->accept();  // what is typed here is no command
+    event->accept();  // what is typed here is not a shortcut
   }
   return QTabBar::eventFilter(watched, event);
 }

@@ -15,7 +15,7 @@ namespace zolt {
 
 /// The tabs of a window: as wide as there is room for, with title and marks. They are reordered by dragging; dragged
 /// out of the strip, a tab can be dropped on another strip or wherever a drop is accepted; dropped nowhere it is torn
-/// off. A double click renames, a middle click closes. Never takes the keyboard, but while a name is being edited.
+/// off. A double click renames, a middle click closes. Never takes the keyboard, except while a name is being edited.
 /// Main thread.
 class TabStrip : public QTabBar {
   Q_OBJECT
@@ -23,7 +23,7 @@ class TabStrip : public QTabBar {
  public:
   explicit TabStrip(QWidget* parent = nullptr);
 
-  /// Adds and removes tabs, and turns to one; each ends a reordering that the user is in the middle of.
+  /// Adds and removes tabs, and switches to one; each ends a reordering that the user is in the middle of.
   void addTabAt(int before);
   void removeTabAt(int index);
   void turnTo(int index);
@@ -88,7 +88,6 @@ class TabStrip : public QTabBar {
   QPixmap pictureOf(int index);
   QRect closeRect(const QRect& tab) const;
   void paintTab(QPainter& painter, const QRect& rect, int index) const;
-  void updateWords(int index);
   int gapAt(QPoint point) const;
   void showGap(int gap);
   void dragOut(QPoint at);

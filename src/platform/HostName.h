@@ -5,7 +5,7 @@
 namespace zolt {
 
 /// Whether a host name is this machine's: empty, "localhost", or what the machine calls itself, with or without its
-/// domain and in any case. Any thread.
+/// domain, ignoring case. Any thread.
 bool isThisHost(std::string_view name);
 
 }  // namespace zolt

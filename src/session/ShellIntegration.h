@@ -19,7 +19,7 @@ struct ShellStart {
 /// How to start `shell`, which is to inherit `environment`, so that it marks its prompts, commands and their output
 /// (OSC 133: A, B, C with the command line as "cmdline_url", D with the status) and reports its working directory (OSC
 /// 7). `folder` is what `installShellIntegration` returned. The shell reads the user's files as it always does, and
-/// takes back what is changed here before it reads the first of them.
+/// undoes what is changed here before it reads the first of them.
 ///
 /// bash, zsh and fish are told by the name of the executable, also with a version ("bash-5.2"). Everything else is
 /// returned unchanged: other shells, these with arguments that do more than ask for a login or an interactive shell, an
@@ -32,7 +32,7 @@ ShellStart integratedStart(const Shell& shell, const Environment& environment, c
 
 /// Writes the shells' scripts to a folder within `parent`, for example `cacheFolder()`, and returns its path; empty if
 /// that fails, or `parent` is empty. The folder is named after the scripts' content, so that versions of Zolt do not
-/// disturb one another, and readable for the user only. Files that are there with the right content are left alone;
+/// disturb one another, and readable only by the user. Files that are there with the right content are left alone;
 /// others are replaced, each at once. That takes no time worth mentioning: call it for each start of a shell, as who
 /// cleans caches may have removed the folder, and a shell whose script is missing does not read the user's files. Any
 /// thread.

@@ -118,7 +118,7 @@ void EmulationInput::sendPaste(const std::string& text) {
 
 void EmulationInput::textPasted(const QString& text) {
   const std::string bytes = text.toStdString();
-  // Of several programs the one that takes a paste as if it were typed decides.
+  // One program that takes a paste as typed is enough to ask.
   bool areBracketed = true;
   eachReceiver([&areBracketed](EmulationInput& each) { areBracketed = areBracketed && each.modes().bracketedPaste; });
   const PasteCheck check = checkPaste(bytes, areBracketed);

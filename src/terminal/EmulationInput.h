@@ -26,8 +26,8 @@ class EmulationInput : public QObject, public CanvasInput {
   EmulationInput(EmulationSource& source, TextCanvas& canvas, std::function<void(std::string_view)> write);
 
   void setSettings(const EmulationSettings& settings) { m_settings = settings; }
-  /// What is typed or pasted here goes to these terminals too, to each in its own modes. They must outlive the input or
-  /// be replaced before they go.
+  /// What is typed or pasted here goes to these terminals too, encoded for the modes of each. They must outlive the
+  /// input or be replaced before they go.
   void setFollowers(std::vector<EmulationInput*> followers) { m_followers = std::move(followers); }
 
   /// Function keys without the Command key are the program's, whatever they do in the window.

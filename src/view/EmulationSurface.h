@@ -45,10 +45,11 @@ class EmulationSurface : public TerminalSurface {
   void addFirstNotice(const QString& line);
   void addLastNotice(const QString& line);
 
-  /// Brings the prompt into view at the top that comes before the first row in view, or after it; after the last one
-  /// the end of the text. Does nothing where there is none, or the shell marks none (OSC 133).
+  /// Scrolls so that the prompt before, or after, the first row in view is at the top; past the last prompt, to the end
+  /// of the text. Does nothing where there is none, or the shell marks none (OSC 133).
   void showPrompt(PromptDirection direction);
-  /// Selects what the last command has printed, or scrolled back the one at the top of the view; false if there is none.
+  /// Selects what the last command has printed, or, if scrolled back, the command at the top of the view; false if
+  /// there is none.
   bool selectCommandOutput();
 
   TextCanvas& canvas() override { return m_display->canvas(); }

@@ -1,7 +1,6 @@
 #include "view/TerminalTabs.h"
 
 #include <QApplication>
-#include <QDragEnterEvent>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QVBoxLayout>
@@ -10,16 +9,13 @@
 
 #include "controls/BarButton.h"
 #include "controls/ControlColors.h"
-#include "view/DropMark.h"
 #include "view/TypingBar.h"
 
 namespace zolt {
 
 namespace {
 
-// Dropped nearer to an edge than this share of the pane, a tab splits it there.
-constexpr double kEdgeShare = 0.25;
-// What a program prints so soon after a new size, it draws anew.
+// Output this soon after a resize is a redraw.
 constexpr std::chrono::milliseconds kRedrawTime{1000};
 
 TabProgress toTab(const vt::Progress& progress) {
@@ -40,7 +36,7 @@ TabProgress toTab(const vt::Progress& progress) {
   return {};
 }
 
-// What tells most of several panes.
+// Of several panes, the marks that matter most.
 TabMarks joined(const TabMarks& one, const TabMarks& other) {
   TabMarks both = one;
   both.hasActivity = one.hasActivity || other.hasActivity;
@@ -50,10 +46,6 @@ TabMarks joined(const TabMarks& one, const TabMarks& other) {
   }
   if (both.progress.kind == TabProgress::Kind::None) both.progress = other.progress;
   return both;
-}
-
-TerminalPane* toPane(QWidget* widget) {
-  return static_cast<TerminalPane*>(widget);
 }
 
 }  // namespace
@@ -151,8 +143,8 @@ bool TerminalTabs::addTab() {
 }
 
 void TerminalTabs::insert(SplitView* view, const QString& name, TerminalPane& current, int before) {
-  connect(view, &SplitView::dividerTaken, this, [this] { holdGridSize(true); });
-  connect(view, &SplitView::dividerLeft, this, [this] { holdGridSize(false); });
+  connect(view, &SplitView::dividerGrabbed, this, [this] { holdGridSize(true); });
+  connect(view, &SplitView::dividerReleased, this, [this] { holdGridSize(false); });
   m_stack->addWidget(view);
   m_tabs.insert(m_tabs.begin() + before, Tab{.view = view, .name = name, .current = &current});
   for (TerminalPane* pane : panesOf(before)) {
@@ -212,7 +204,7 @@ void TerminalTabs::tabMoved(int from, int to) {
 
 void TerminalTabs::currentTabChanged(int index) {
   if (index < 0 || index >= count()) return;
-  // What was in view has been seen, also what changed nothing on the screen.
+  // What was in view has been seen, even what changed nothing on the screen.
   for (auto& [pane, watch] : m_watched) {
     if (pane->parentWidget() == m_stack->currentWidget()) watch.bytesSeen = surfaceOf(*pane).bytesPrinted();
   }
@@ -269,7 +261,7 @@ void TerminalTabs::closeTab() {
 void TerminalTabs::showMenu(int index, QPoint at) {
   auto* menu = new QMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  // The tab may be elsewhere, or gone, by the time.
+  // The tab may be elsewhere, or gone, by then.
   const auto add = [&](const QString& text, auto act) {
     connect(menu->addAction(text), &QAction::triggered, this, [this, id = m_strip->idOf(index), act] {
       if (const int now = m_strip->indexOf(id); now >= 0) act(now);
@@ -357,155 +349,6 @@ void TerminalTabs::setCurrent(TerminalPane& pane) {
   updateDimming();
 }
 
-void TerminalTabs::bringUp(TerminalPane& pane) {
-  const int index = indexOf(pane);
-  if (index < 0) return;
-  setCurrent(pane);
-  setCurrentIndex(index);
-  pane.setFocus();
-}
-
-void TerminalTabs::split(Direction side) {
-  if (!m_makePane) return;
-  TerminalPane& beside = currentPane();
-  SplitView& split = *tab(currentIndex()).view;
-  // The shell has its size from the start.
-  SplitLayout next = split.layoutOfPanes();
-  constexpr PaneId kAdded{0};  // no pane's
-  next.split(split.idOf(beside), side, kAdded);
-  const auto places = next.places({.width = split.width(), .height = split.height()}).panes;
-  const PaneSize size = std::ranges::find(places, kAdded, &SplitLayout::Place::pane)->rect.size;
-  const bool hasRoom = size.width >= SplitLayout::smallestPane.width && size.height >= SplitLayout::smallestPane.height;
-  if (!hasRoom) return QApplication::beep();
-  splitWith(beside, side,
-            m_makePane({.area = {size.width, size.height}, .scale = devicePixelRatioF(), .folder = folderOfCurrent()}));
-}
-
-void TerminalTabs::splitWith(TerminalPane& beside, Direction side, std::unique_ptr<TerminalPane> added) {
-  TerminalPane& pane = *added.release();
-  const int index = indexOf(beside);
-  tab(index).view->split(beside, side, pane);
-  watch(pane);
-  updateMarks(index);
-  Q_EMIT paneAdded(&pane);
-  bringUp(pane);
-  updateTyping(index);
-  Q_EMIT arrangementChanged();
-}
-
-DetachedPane TerminalTabs::takePane(TerminalPane& pane) {
-  Tab& holder = *tabOf(pane);
-  SplitView& view = *holder.view;
-  Q_EMIT paneLeaving(&pane);
-  unwatch(pane);
-  DetachedPane taken{.pane = nullptr, .from = &view, .id = view.idOf(pane), .before = view.layoutOfPanes()};
-  // What is nearest takes the keyboard.
-  QWidget* next = nullptr;
-  for (const Direction direction : {Direction::Left, Direction::Up, Direction::Right, Direction::Down}) {
-    if (next == nullptr) next = view.neighbour(pane, direction);
-  }
-  for (QWidget* each : view.panes()) {
-    if (next == nullptr && each != &pane) next = each;  // there is no room for where they stand
-  }
-  const bool wasCurrent = holder.current == &pane;
-  if (wasCurrent) holder.current = toPane(next);
-  view.take(pane);
-  taken.pane.reset(&pane);
-  const int index = static_cast<int>(&holder - m_tabs.data());
-  updateTitle(index);
-  updateMarks(index);
-  updateTyping(index);
-  if (index == currentIndex()) {
-    setFocusProxy(&currentPane());
-    if (wasCurrent) currentPane().setFocus();
-  }
-  Q_EMIT arrangementChanged();
-  return taken;
-}
-
-void TerminalTabs::putBack(DetachedPane taken) {
-  TerminalPane& pane = *taken.pane.release();
-  const auto holder = std::ranges::find(m_tabs, taken.from.data(), &Tab::view);
-  if (holder != m_tabs.end() && holder->view->putBack(pane, taken.id, taken.before)) {
-    watch(pane);
-    Q_EMIT paneAdded(&pane);
-    bringUp(pane);
-    updateMarks(indexOf(pane));
-    updateTyping(indexOf(pane));
-    Q_EMIT arrangementChanged();
-  } else {
-    insert(new SplitView(pane), QString(), pane, currentIndex() + 1);
-  }
-}
-
-void TerminalTabs::closePane() {
-  Q_EMIT paneCloseWanted(&currentPane());
-}
-
-void TerminalTabs::go(Direction direction) {
-  if (QWidget* next = tab(currentIndex()).view->neighbour(currentPane(), direction)) bringUp(*toPane(next));
-}
-
-void TerminalTabs::moveDivider(Direction direction) {
-  const CellMetrics& cell = surface().canvas().cellMetrics();
-  const bool isSideways = direction == Direction::Left || direction == Direction::Right;
-  const double pixels = (isSideways ? 2 * cell.width : cell.height).toDouble() / devicePixelRatioF();
-  tab(currentIndex()).view->moveEdge(currentPane(), direction, static_cast<int>(pixels));
-}
-
-void TerminalTabs::equalisePanes() {
-  tab(currentIndex()).view->equalise();
-}
-
-void TerminalTabs::zoomPane() {
-  SplitView& split = *tab(currentIndex()).view;
-  split.setZoomed(split.zoomed() == nullptr ? &currentPane() : nullptr);
-  updateTitle(currentIndex());
-  currentPane().setFocus();
-}
-
-void TerminalTabs::movePaneToNewTab() {
-  if (panesOf(currentIndex()).size() == 1) return;
-  TerminalPane& pane = *takePane(currentPane()).pane.release();
-  insert(new SplitView(pane), QString(), pane, currentIndex() + 1);
-}
-
-// With the one that follows, and the last with the first.
-void TerminalTabs::swapPanes() {
-  const std::vector<TerminalPane*> all = panesOf(currentIndex());
-  auto next = std::ranges::find(all, &currentPane()) + 1;
-  if (next == all.end()) next = all.begin();
-  tab(currentIndex()).view->swap(currentPane(), **next);
-}
-
-void TerminalTabs::typeIntoAll() {
-  Tab& current = tab(currentIndex());
-  current.typesIntoAll = !current.typesIntoAll;
-  updateTyping(currentIndex());
-}
-
-// To be called whenever a pane has come or gone.
-void TerminalTabs::updateTyping(int index) {
-  const std::vector<TerminalPane*> all = panesOf(index);
-  Tab& typed = tab(index);
-  typed.typesIntoAll = typed.typesIntoAll && all.size() > 1;
-  for (TerminalPane* pane : all) {
-    std::vector<EmulationInput*> others;
-    for (TerminalPane* each : all) {
-      if (typed.typesIntoAll && each != pane) others.push_back(&surfaceOf(*each).display().input());
-    }
-    surfaceOf(*pane).display().input().setFollowers(std::move(others));
-  }
-  if (index != currentIndex()) return;
-  if (typed.typesIntoAll) m_typingBar->setCount(static_cast<int>(all.size()));
-  m_typingBar->setVisible(typed.typesIntoAll);
-  updateDimming();
-}
-
-void TerminalTabs::copyCommandOutput() {
-  if (surface().selectCommandOutput()) surface().canvas().copy();
-}
-
 bool TerminalTabs::validate(const QByteArray& action) const {
   static const std::vector<QByteArray> kNeedTabs{"nextTab",         "previousTab",   "moveTabForward",
                                                  "moveTabBackward", "selectLastTab", "moveTabToNewWindow"};
@@ -549,7 +392,7 @@ void TerminalTabs::updateTitle(int index) {
   Q_EMIT titleChanged();
 }
 
-// For a program that sets none: the shell, and the folder that it has told.
+// For a program that sets none: the shell, and the folder it has reported.
 QString TerminalTabs::ownTitle(TerminalPane& pane) {
   const QString shell = QString::fromStdString(pane.terminal().title());
   const std::string& folder = surfaceOf(pane).display().source().screen()->workingDirectory;
@@ -605,87 +448,6 @@ void TerminalTabs::holdGridSize(bool held) {
 
 std::string TerminalTabs::folderOfCurrent() {
   return count() == 0 ? std::string() : surface().folder();
-}
-
-// Tabs that are dropped.
-
-void TerminalTabs::takeIn(const TabDrag& dragged, int before) {
-  auto* from = qobject_cast<TerminalTabs*>(dragged.from->parentWidget()->parentWidget());
-  const int index = dragged.index();
-  if (from == nullptr || index < 0) return;
-  if (from == this) {
-    m_strip->moveTab(index, before > index ? before - 1 : before);
-    return;
-  }
-  insertTab(from->takeTab(index), before);
-  window()->activateWindow();
-}
-
-TerminalTabs::Target TerminalTabs::targetAt(QPoint point) {
-  TerminalPane* over = &currentPane();
-  for (TerminalPane* pane : panesOf(currentIndex())) {
-    const QRect area(pane->mapTo(this, QPoint()), pane->size());
-    if (!pane->isVisible() || !area.contains(point)) continue;
-    over = pane;
-    const double x = static_cast<double>(point.x() - area.left()) / area.width();
-    const double y = static_cast<double>(point.y() - area.top()) / area.height();
-    const std::array<std::pair<double, Direction>, 4> edges{
-        std::pair{x, Direction::Left}, {1 - x, Direction::Right}, {y, Direction::Up}, {1 - y, Direction::Down}};
-    const auto nearest = std::ranges::min_element(edges);
-    if (nearest->first < kEdgeShare) return {.pane = over, .side = nearest->second};
-  }
-  return {.pane = over, .side = std::nullopt};
-}
-
-void TerminalTabs::dragEnterEvent(QDragEnterEvent* event) {
-  if (!m_makePane || !TabDrag::of(*event->mimeData())) return;
-  m_dropMark = new DropMark(this);
-  dragMoveEvent(event);
-}
-
-void TerminalTabs::dragMoveEvent(QDragMoveEvent* event) {
-  const auto dragged = TabDrag::of(*event->mimeData());
-  if (!dragged || m_dropMark == nullptr) return;
-  const Target target = targetAt(event->position().toPoint());
-  // A tab cannot be split with itself.
-  const bool isSelf = dragged->from == m_strip && dragged->index() == currentIndex();
-  event->setAccepted(!isSelf);
-  QRect area(target.pane->mapTo(this, QPoint()), target.pane->size());
-  if (target.side == Direction::Left) area.setWidth(area.width() / 2);
-  if (target.side == Direction::Right) area.setLeft(area.center().x());
-  if (target.side == Direction::Up) area.setHeight(area.height() / 2);
-  if (target.side == Direction::Down) area.setTop(area.center().y());
-  m_dropMark->setGeometry(area);
-  m_dropMark->setVisible(!isSelf);
-  m_dropMark->raise();
-}
-
-void TerminalTabs::dragLeaveEvent(QDragLeaveEvent*) {
-  delete std::exchange(m_dropMark, nullptr);
-}
-
-void TerminalTabs::dropEvent(QDropEvent* event) {
-  delete std::exchange(m_dropMark, nullptr);
-  const auto dragged = TabDrag::of(*event->mimeData());
-  if (!dragged) return;
-  const Target target = targetAt(event->position().toPoint());
-  event->acceptProposedAction();
-  if (!target.side) return takeIn(*dragged, currentIndex() + 1);
-  auto* from = qobject_cast<TerminalTabs*>(dragged->from->parentWidget()->parentWidget());
-  if (from == nullptr || from->indexOf(*target.pane) == dragged->index()) return;
-  // All its panes move, one beside the other.
-  DetachedTab tab = from->takeTab(dragged->index());
-  TerminalPane* beside = target.pane;
-  Direction side = *target.side;
-  for (QWidget* each : tab.view->panes()) {
-    auto* pane = toPane(each);
-    tab.view->take(*pane);
-    splitWith(*beside, side, std::unique_ptr<TerminalPane>(pane));
-    beside = pane;
-    if (side == Direction::Left) side = Direction::Right;
-    if (side == Direction::Up) side = Direction::Down;
-  }
-  window()->activateWindow();
 }
 
 }  // namespace zolt

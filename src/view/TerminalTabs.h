@@ -82,7 +82,7 @@ class TerminalTabs : public TerminalArea {
   /// Takes a tab out, with its programs running. The last one leaves the area empty.
   DetachedTab takeTab(int index);
   void insertTab(DetachedTab tab, int before);
-  /// Takes a pane out of a tab that has more than this.
+  /// Takes a pane out of a tab that has others too.
   DetachedPane takePane(TerminalPane& pane);
   /// Puts it back where it was, if that is still there and has not changed; otherwise into a tab of its own.
   void putBack(DetachedPane pane);
@@ -130,8 +130,8 @@ class TerminalTabs : public TerminalArea {
   Q_INVOKABLE void zoomPane();
   Q_INVOKABLE void swapPanes();
   Q_INVOKABLE void movePaneToNewTab();
-  /// Whether what is typed into one pane of the current tab goes to all of them, which is said above them; until it is
-  /// turned off, or the tab has one pane.
+  /// Turns typing into all panes of the current tab on or off. A bar above them says that it is on; it ends when the
+  /// tab has one pane left.
   Q_INVOKABLE void typeIntoAll();
   /// By the marks of the shell in the current pane.
   Q_INVOKABLE void previousPrompt() { surface().showPrompt(PromptDirection::Earlier); }
@@ -142,11 +142,11 @@ class TerminalTabs : public TerminalArea {
   Q_INVOKABLE bool isOn(const QByteArray& action) const;
 
  Q_SIGNALS:
-  /// `title()`, or what it is told of, has changed.
+  /// `title()`, or the tab it is the title of, has changed.
   void titleChanged();
-  /// There are other tabs or panes, or another tab is in view: other actions may be available.
+  /// Tabs or panes have come or gone, or another tab is in view: other actions may be available.
   void arrangementChanged();
-  /// The theme of the terminals may be another one.
+  /// The theme of the terminals may have changed.
   void themeChanged();
   void bellRang();
   /// A pane was made, or has come from another area; and one is about to leave this area.
@@ -154,7 +154,7 @@ class TerminalTabs : public TerminalArea {
   void paneLeaving(zolt::TerminalPane* pane);
   void paneCloseWanted(zolt::TerminalPane* pane);
   void tabCloseWanted(int index);
-  /// A tab shall have a window of its own, there if a place is given.
+  /// A tab should get a window of its own, at `at` if given.
   void windowWanted(int index, std::optional<QPoint> at);
   /// The last tab has left.
   void emptied();
@@ -187,6 +187,7 @@ class TerminalTabs : public TerminalArea {
     std::optional<Direction> side;
   };
 
+  static TerminalPane* toPane(QWidget* widget) { return static_cast<TerminalPane*>(widget); }
   Tab& tab(int index) { return m_tabs[static_cast<std::size_t>(index)]; }
   const Tab& tab(int index) const { return m_tabs[static_cast<std::size_t>(index)]; }
   Tab* tabOf(const TerminalPane& pane);

@@ -26,7 +26,7 @@ TypingBar::TypingBar(QWidget* parent)
   m_text->setTextFormat(Qt::PlainText);
   m_text->setObjectName(QStringLiteral("typingIntoAll"));
   m_stop->setObjectName(QStringLiteral("stopTypingIntoAll"));
-  m_stop->setFocusPolicy(Qt::NoFocus);  // the terminal keeps the keyboard; the menu has it for the keyboard's users
+  m_stop->setFocusPolicy(Qt::NoFocus);  // the terminal keeps the keyboard; the menu serves keyboard users
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(2 * kPadding, kPadding, kPadding, kPadding);
   row->addWidget(m_text, 1);
@@ -35,7 +35,7 @@ TypingBar::TypingBar(QWidget* parent)
 }
 
 void TypingBar::setCount(int terminals) {
-  m_text->setText(tr("What you type goes to all %1 splits of this tab.").arg(terminals));
+  m_text->setText(tr("What you type goes to all %1 splits in this tab.").arg(terminals));
 }
 
 void TypingBar::paintEvent(QPaintEvent* event) {

@@ -6,7 +6,7 @@
 
 namespace zolt {
 
-/// Says, in a colour that is seen, that what is typed goes to several terminals, and offers to stop it. Never takes the
+/// Says, in a conspicuous colour, that what is typed goes to several terminals, and offers to stop it. Never takes the
 /// keyboard by itself. Main thread.
 class TypingBar : public QWidget {
   Q_OBJECT

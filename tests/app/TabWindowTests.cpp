@@ -304,7 +304,7 @@ TEST_F(TabWindowTest, ShowsTheTitleOfTheTabInView) {
   EXPECT_EQ(shownWindow->windowTitle(), QStringLiteral("Zolt"));
 }
 
-TEST_F(TabWindowTest, AWindowForAProgramHasNoFurtherTerminals) {
+TEST_F(TabWindowTest, AWindowForAProgramOffersNoMoreTerminals) {
   TerminalLaunch program = child({"wait"});
   program.isForProgram = true;
   TerminalWindow& window = delegate.openWindow(program);

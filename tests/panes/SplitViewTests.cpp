@@ -91,8 +91,8 @@ TEST_F(SplitViewTest, PutsAPaneBackWhereItWasUnlessOthersHaveComeOrGone) {
 
 TEST_F(SplitViewTest, MovesADividerThatIsDragged) {
   view.split(a, Direction::Right, b);
-  QSignalSpy taken(&view, &SplitView::dividerTaken);
-  QSignalSpy left(&view, &SplitView::dividerLeft);
+  QSignalSpy taken(&view, &SplitView::dividerGrabbed);
+  QSignalSpy left(&view, &SplitView::dividerReleased);
   const QPoint from = middleOfDivider(0);
   drag(from, from + QPoint(123, 50));
   EXPECT_EQ(a.width(), 523);
@@ -105,7 +105,7 @@ TEST_F(SplitViewTest, MovesADividerThatIsDragged) {
 
 TEST_F(SplitViewTest, LetsGoOfADividerWhenTheArrangementChanges) {
   view.split(a, Direction::Right, b);
-  QSignalSpy left(&view, &SplitView::dividerLeft);
+  QSignalSpy left(&view, &SplitView::dividerReleased);
   const auto take = [this] { QTest::mousePress(&view, Qt::LeftButton, {}, middleOfDivider(0)); };
   take();
   view.setZoomed(&a);

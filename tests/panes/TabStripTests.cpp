@@ -130,7 +130,7 @@ TEST_F(TabStripTest, EditsTheNameWithoutWhatIsShownBehindIt) {
   EXPECT_EQ(editor()->text(), QStringLiteral("two"));
 }
 
-TEST_F(TabStripTest, TakesNoKeysForTitles) {
+TEST_F(TabStripTest, MakesNoMnemonicsFromTitles) {
   strip.setTitle(1, QStringLiteral("a &b"));
   strip.window()->activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&strip, test::kPatience.count()));
@@ -184,7 +184,7 @@ TEST_F(TabStripTest, TellsItsMarksInWords) {
                      .progress = {.kind = TabProgress::Kind::Value, .percent = 40},
                      .panes = 2});
   QAccessibleInterface* tab = QAccessible::queryAccessibleInterface(&strip)->child(1);
-  EXPECT_EQ(tab->text(QAccessible::Name), QStringLiteral("two, bell, ended with status 3, 40 %, new output, 2 panes"));
+  EXPECT_EQ(tab->text(QAccessible::Name), QStringLiteral("two, bell, exited with status 3, 40%, new output, 2 splits"));
   strip.setMarks(1, {});
   EXPECT_EQ(tab->text(QAccessible::Name), QStringLiteral("two"));
 }
@@ -216,7 +216,7 @@ TEST_F(TabStripTest, OffersAMenuForTheTabUnderThePointer) {
   EXPECT_EQ(wanted.front().front().toInt(), 2);
 }
 
-TEST_F(TabStripTest, RefusesWhatIsNoTab) {
+TEST_F(TabStripTest, RefusesWhatIsNotATab) {
   QMimeData text;
   text.setText(QStringLiteral("text"));
   QDragEnterEvent enter(middleOf(0), Qt::CopyAction, &text, Qt::LeftButton, {});

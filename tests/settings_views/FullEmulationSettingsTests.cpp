@@ -21,10 +21,9 @@ namespace {
 
 constexpr const char* kDebugRows = "Debug|Show FPS counter|Log terminal output";
 constexpr const char* kEmulationRows =
-    "Full Emulation|Minimum Contrast|Word Separators|Reopen Closed|Use ligatures|Show bold text in bright colors|Ask "
-    "before risky paste|Let programs move and resize the window|Shell integration|Always show tabs|Dim splits without "
-    "the "
-    "keyboard|Audible bell|Visual bell";
+    "Full Emulation|Minimum Contrast|Word Separators|Keep Closed Terminals|Use ligatures|Show bold text in bright "
+    "colors|Ask before risky paste|Let programs move and resize the window|Shell integration|Always show tab bar|Dim "
+    "inactive splits|Audible bell|Visual bell";
 
 struct SwitchCase {
   int tab;

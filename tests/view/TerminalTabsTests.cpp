@@ -122,7 +122,7 @@ TEST_F(TerminalTabsTest, TakesTheFolderOfTheProcessIfTheProgramSaysNoneOrThatOfA
   EXPECT_EQ(tabs->surface().folder(), own);
 }
 
-TEST_F(TerminalTabsTest, TurnsRoundTheTabsAndSelectsThemByNumber) {
+TEST_F(TerminalTabsTest, CyclesThroughTheTabsAndSelectsThemByNumber) {
   tabs->addTab();
   tabs->addTab();
   tabs->nextTab();
@@ -181,7 +181,7 @@ TEST_F(TerminalTabsTest, MarksNewOutputAndABellInATabBehindUntilItIsLookedAt) {
   EXPECT_EQ(marks(1), TabMarks());
 }
 
-TEST_F(TerminalTabsTest, TakesNoChangeOfOurOwnForNewOutput) {
+TEST_F(TerminalTabsTest, DoesNotTakeOurOwnChangesForNewOutput) {
   TerminalPane& behind = addBehind("cat");
   ASSERT_TRUE(waitFor([&] { return TerminalTabs::surfaceOf(behind).display().emulator().isSettled(); }));
   config.theme = Config::ColorScheme::Light;
@@ -190,7 +190,7 @@ TEST_F(TerminalTabsTest, TakesNoChangeOfOurOwnForNewOutput) {
   EXPECT_FALSE(marks(1).hasActivity);
 }
 
-TEST_F(TerminalTabsTest, TakesNothingForNewOutputThatWasPrintedInView) {
+TEST_F(TerminalTabsTest, DoesNotMarkOutputThatWasPrintedInView) {
   TerminalPane& first = tabs->currentPane();
   // It changes nothing on the screen.
   print(first, "\033]133;A\033\\");
@@ -202,7 +202,7 @@ TEST_F(TerminalTabsTest, TakesNothingForNewOutputThatWasPrintedInView) {
   EXPECT_FALSE(marks(0).hasActivity);
 }
 
-TEST_F(TerminalTabsTest, TakesADrawingAnewForTheNewSizeForNoNewOutput) {
+TEST_F(TerminalTabsTest, DoesNotTakeARedrawAfterAResizeForNewOutput) {
   TerminalPane& first = tabs->currentPane();
   tabs->addTab();
   Q_EMIT first.surface().canvas().gridSizeChanged(first.surface().canvas().gridSize());
@@ -389,7 +389,7 @@ TEST_F(TerminalTabsTest, MovesASplitToATabOfItsOwn) {
   EXPECT_EQ(focused(), &moved);
 }
 
-TEST_F(TerminalTabsTest, SplitsNothingThatIsTooSmall) {
+TEST_F(TerminalTabsTest, DoesNotSplitAPaneThatIsTooSmall) {
   tabs->resize(150, 100);
   tabs->splitRight();
   tabs->splitRight();
@@ -397,7 +397,7 @@ TEST_F(TerminalTabsTest, SplitsNothingThatIsTooSmall) {
   EXPECT_EQ(tabs->panes().size(), 2U);
 }
 
-TEST_F(TerminalTabsTest, TellsTheProgramItsSizeAfterADividerWasLeftByItself) {
+TEST_F(TerminalTabsTest, TellsTheProgramItsSizeWhenADividerDragIsCutShort) {
   tabs->splitRight();
   SplitView& split = tabs->view(0);
   QTest::mousePress(&split, Qt::LeftButton, {}, QPoint(402, 300));

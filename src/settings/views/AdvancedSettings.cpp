@@ -23,8 +23,8 @@ constexpr std::array kFlags{FlagRow{"Use ligatures", &EmulationSettings::ligatur
                             FlagRow{"Ask before risky paste", &EmulationSettings::askBeforeRiskyPaste},
                             FlagRow{"Let programs move and resize the window", &EmulationSettings::allowWindowRequests},
                             FlagRow{"Shell integration", &EmulationSettings::shellIntegration},
-                            FlagRow{"Always show tabs", &EmulationSettings::alwaysShowTabs},
-                            FlagRow{"Dim splits without the keyboard", &EmulationSettings::dimUnfocusedPanes},
+                            FlagRow{"Always show tab bar", &EmulationSettings::alwaysShowTabs},
+                            FlagRow{"Dim inactive splits", &EmulationSettings::dimUnfocusedPanes},
                             FlagRow{"Audible bell", &EmulationSettings::audibleBell},
                             FlagRow{"Visual bell", &EmulationSettings::visualBell}};
 
@@ -93,9 +93,9 @@ void AdvancedSettings::addEmulationSettings() {
                   QStringLiteral("Text that is too close to its background is made lighter or darker"));
   addEmulationRow(QStringLiteral("Word Separators"), makeField(emulation(), &EmulationSettings::wordSeparators),
                   QStringLiteral("Characters that end a word when it is selected by a double click, besides blanks"));
-  addEmulationRow(QStringLiteral("Reopen Closed"),
+  addEmulationRow(QStringLiteral("Keep Closed Terminals"),
                   makeSlider(emulation(), &EmulationSettings::reopenSeconds, secondsText),
-                  QStringLiteral("How long a closed split, tab or window can be brought back, its programs running"));
+                  QStringLiteral("How long a closed split, tab or window can be reopened with its programs still running"));
   for (const FlagRow& row : kFlags) {
     addEmulationRow(QLatin1String(row.label), makeSwitch(emulation(), row.setting));
   }
