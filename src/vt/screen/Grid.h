@@ -26,6 +26,9 @@ struct RowInfo {
 /// rows are mapped to slots, and those of the region that was last scrolled form a ring. Rows and columns count from 0.
 class Grid {
  public:
+  /// In a row; further ones are dropped.
+  static constexpr std::size_t maxMarks = 16;
+
   /// At least 1 by 1, at most 65,535 by 65,535.
   explicit Grid(const TerminalSize& size);
 
