@@ -89,7 +89,7 @@ class Grid {
   std::span<const RowMark> marks(int row) const;
 
  private:
-  static constexpr std::size_t kMaxMarksPerRow = 16;
+  friend struct SavedFields;
 
   std::size_t slot(int row) const {
     const int inRing = row - m_ringTop;
