@@ -79,8 +79,9 @@ class Terminal {
   std::string saved() const;
   /// The terminal that `bytes` were saved from. Fed the same, it does the same; a synchronized update goes on at `now`,
   /// the time of the clock that is given to `feed`. The scrollback is empty and begins where the saved one ended, so
-  /// that the numbers of lines and positions go on. Colours and titles are those of the terminal, although no events
-  /// tell; a theme, a colour scheme or a size that has changed since is set as for any terminal.
+  /// that the numbers of lines and positions go on; no rows come back from it when the screen grows. Colours and titles
+  /// are those of the terminal, although no events tell; a theme, a colour scheme or a size that has changed since is
+  /// set as for any terminal.
   ///
   /// Fails with the reason if `bytes` are of a newer version or not a saved terminal. Safe for any bytes, in time and
   /// memory in proportion to them and to the size of the screen, which has the limits of Screen.

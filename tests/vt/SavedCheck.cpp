@@ -6,6 +6,8 @@
 
 #include "vt/SnapshotCheck.h"
 #include "vt/TerminalPicture.h"
+#include "vt/functions/Modes.h"
+#include "vt/history/ScrollbackText.h"
 
 namespace zolt::vt::test {
 
@@ -74,6 +76,10 @@ std::string differenceTo(Terminal& restored, Terminal& original) {
   if (eventsOf(restored) != eventsOf(original)) return "other events";
   const std::string snapshot = snapshotDifference(*restored.snapshot(), *original.snapshot());
   if (!snapshot.empty()) return snapshot;
+  for (const Mode& mode : modeTable()) {
+    if (mode.isSet(restored.state()) != mode.isSet(original.state()))
+      return "another mode " + std::to_string(mode.number);
+  }
   if (restored.saved() != original.saved()) return "other bytes";
   const Screen::RowsBelow below = restored.screen().rowsBelow();
   const Screen::RowsBelow originalBelow = original.screen().rowsBelow();
@@ -106,8 +112,15 @@ std::string continuationError(Terminal& terminal, std::string_view rest) {
 
 std::string useError(Terminal& terminal) {
   const auto error = [&] {
-    const std::string broken = brokenRule(terminal.screen());
-    return broken.empty() ? snapshotError(terminal) : broken;
+    if (const std::string broken = brokenRule(terminal.screen()); !broken.empty()) return broken;
+    if (const std::string broken = snapshotError(terminal); !broken.empty()) return broken;
+    const ScrollbackText history(terminal.snapshot()->history);
+    bool isInOrder = history.begin() <= history.end() && history.end() == history.view().end();
+    for (std::uint64_t line = history.firstLine(); line < history.endLine(); ++line) {
+      const TextPosition start = history.lineStart(line);
+      isInOrder = isInOrder && history.begin() <= start && start <= history.lineEnd(line);
+    }
+    return std::string(isInOrder ? "" : "the history's positions are not in order");
   };
   if (const std::string broken = error(); !broken.empty()) return "at first: " + broken;
   const std::string again = terminal.saved();

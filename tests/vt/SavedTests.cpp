@@ -134,7 +134,7 @@ TEST(SavedTerminal, KeepsTitlesAndTheirStack) {
 }
 
 TEST(SavedTerminal, KeepsTheKeyboardOfEachScreen) {
-  const auto terminal = fedAndBack("\033[>1u\033[>5u\033[?47h\033[=2u\033[>4;2m");
+  const auto terminal = fedAndBack("\033[>1u\033[>5u\033[?47h\033[=2u\033[>4;2m\033[>0;3m");
   const auto flags = [&] {
     terminal->feed("\033[?u");
     return terminal->takeReplies();
@@ -145,6 +145,7 @@ TEST(SavedTerminal, KeepsTheKeyboardOfEachScreen) {
   terminal->feed("\033[<u");
   EXPECT_EQ(flags(), "\033[?1u");
   EXPECT_EQ(terminal->state().keyboard.modifyOtherKeys, 2);
+  EXPECT_EQ(terminal->state().keyboard.modifyKeyboard, 3);
 }
 
 TEST(SavedTerminal, KeepsModesAndThoseThatWereSaved) {
@@ -186,6 +187,14 @@ TEST(SavedTerminal, KeepsTheShellsMarks) {
   EXPECT_EQ(marks(1)[0], (RowMark{.column = 0, .kind = HistoryMarkKind::CommandEnd, .exitStatus = 3}));
 }
 
+TEST(SavedTerminal, KeepsAMarkThatANarrowerAlternateScreenHasCutOff) {
+  const auto original = fed("\033[?1049h\033[1;9H\033]133;C\a");
+  original->resize({.rows = 4, .columns = 5});
+  const auto terminal = back(*original);
+  ASSERT_EQ(terminal->screen().grid().marks(0).size(), 1U);
+  EXPECT_EQ(terminal->screen().grid().marks(0)[0].column, 8);
+}
+
 TEST(SavedTerminal, KeepsFolderAndProgress) {
   const auto terminal = fedAndBack("\033]7;file://host/a%20b\a\033]9;4;2;70\a");
   EXPECT_EQ(terminal->state().workingDirectory, "/a b");
@@ -202,20 +211,28 @@ TEST(SavedTerminal, KeepsTheProgramsColoursUnderAnotherTheme) {
   constexpr Rgb kTheme{.red = 1};
   constexpr Rgb kNewTheme{.red = 2};
   constexpr Rgb kProgram{.red = 0x12, .green = 0x34, .blue = 0x56};
+  const auto changeTheme = [](Terminal& terminal, const Rgb& color) {
+    for (const std::uint8_t index : {1, 2, 3}) {
+      terminal.palette().setIndexedDefault(index, color);
+    }
+    terminal.palette().setRoleDefault(Palette::Role::Background, color);
+  };
   Terminal original({.rows = 4, .columns = 10});
-  original.palette().setIndexedDefault(1, kTheme);
-  original.palette().setRoleDefault(Palette::Role::Background, kTheme);
-  original.feed("\033[#P\033]4;2;#123456\a\033]11;#123456\a");
+  const Rgb initial = original.palette().indexed(3);
+  changeTheme(original, kTheme);
+  original.feed("\033[#P\033]4;2;#123456;3;" + colorReport(initial) + "\a\033]11;#123456\a");
   const auto terminal = back(original);
-  terminal->palette().setIndexedDefault(1, kNewTheme);
-  terminal->palette().setIndexedDefault(2, kNewTheme);
-  EXPECT_EQ(terminal->palette().indexed(1), kNewTheme);
-  EXPECT_EQ(terminal->palette().indexed(2), kProgram);
-  EXPECT_EQ(terminal->palette().role(Palette::Role::Background), kProgram);
+  const Palette& palette = terminal->palette();
+  EXPECT_EQ(palette.indexed(1), kTheme);
+  changeTheme(*terminal, kNewTheme);
+  EXPECT_EQ(palette.indexed(1), kNewTheme);
+  EXPECT_EQ(palette.indexed(2), kProgram);
+  EXPECT_EQ(palette.indexed(3), initial) << "the program's, although it was in the palette at first";
+  EXPECT_EQ(palette.role(Palette::Role::Background), kProgram);
   terminal->feed("\033]104\a");
-  EXPECT_EQ(terminal->palette().indexed(2), kNewTheme);
+  EXPECT_EQ(palette.indexed(2), kNewTheme);
   terminal->feed("\033[#Q");
-  EXPECT_EQ(terminal->palette().role(Palette::Role::Background), kTheme) << "pushed before the program changed it";
+  EXPECT_EQ(palette.role(Palette::Role::Background), kTheme) << "pushed before the program changed it";
 }
 
 TEST(SavedTerminal, KeepsARenditionThatWasPushed) {
@@ -248,6 +265,15 @@ TEST(SavedTerminal, KeepsTheRowsThatAShorterScreenPushedPastItsBottom) {
   EXPECT_EQ(terminal->screen().rowsBelow().text, "two\nthree");
   terminal->resize({.rows = 4, .columns = 10});
   EXPECT_EQ(screenText(*terminal), "one\ntwo\nthree");
+}
+
+TEST(SavedTerminal, RejoinsALineThatAShorterScreenCutInTwo) {
+  const auto original = fed("a line that wraps\033[H");
+  original->resize({.rows = 1, .columns = 10});
+  const auto terminal = back(*original);
+  EXPECT_EQ(screenText(*terminal), "a line tha");
+  terminal->resize({.rows = 4, .columns = 20});
+  EXPECT_EQ(screenText(*terminal), "a line that wraps");
 }
 
 TEST(SavedTerminal, EndsASynchronizedUpdateInTimeOnAnotherClock) {

@@ -348,7 +348,8 @@ struct SavedFields {
       hasMarks = false;
       grid.state(row) = info;
       for (const RowMark& mark : marks) {
-        archive.require(mark.column <= archive.size().columns);
+        // An alternate screen that was wider may have left it past the last column.
+        archive.require(mark.column <= Screen::maxSide);
         grid.addMark(row, mark);
       }
       archive.require(isWhole(grid.row(row)));
