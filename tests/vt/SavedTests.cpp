@@ -7,6 +7,7 @@
 
 #include "vt/SequenceCase.h"
 #include "vt/Terminal.h"
+#include "vt/saved/CellPiece.h"
 
 namespace zolt::vt {
 namespace {
@@ -362,6 +363,30 @@ TEST(SavedTerminal, OfANewerVersionIsAnErrorThatSaysSo) {
   std::string bytes = fed("text")->saved();
   ++bytes[0];
   EXPECT_EQ(reasonFor(bytes), "The terminal was saved by a newer version of Zolt.");
+}
+
+TEST(SavedTerminal, WithHalfAWideCharacterIsAnError) {
+  using Content = CellPiece::Content;
+  using Shape = CellPiece::Shape;
+  const auto head = [](Content content, Shape shape, std::uint64_t count) {
+    return std::string(1, static_cast<char>(CellPiece{.content = content, .shape = shape, .count = count}.head()));
+  };
+  const auto reasonWith = [](const std::string& output, const std::string& piece, const std::string& instead) {
+    std::string bytes = fed(output)->saved();
+    const std::size_t at = bytes.find(piece);
+    if (at == std::string::npos) return std::string("no such piece");
+    return reasonFor(bytes.replace(at, piece.size(), instead));
+  };
+  const std::string blanks = head(Content::None, Shape::Narrow, 2);
+  const std::string text = head(Content::Ascii, Shape::Narrow, 1) + "x";
+  for (const Shape shape : {Shape::Tail, Shape::Filler}) {
+    EXPECT_NE(reasonWith("\033[2Cx", blanks + text, head(Content::None, shape, 2) + text).find("no terminal has"),
+              std::string::npos);
+  }
+  const std::string narrow = head(Content::Scalar, Shape::Narrow, 1) + "\u00E9";
+  const std::string wide = head(Content::Scalar, Shape::Wide, 1) + "\u00E9";
+  EXPECT_NE(reasonWith("\033[10G\u00E9", narrow, wide).find("no terminal has"), std::string::npos) << "at the edge";
+  EXPECT_NE(reasonWith("\u00E9", narrow, wide).find("no terminal has"), std::string::npos);
 }
 
 TEST(SavedTerminal, SaysWhatIsWrongWithItsBytes) {
