@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/Result.h"
 #include "vt/input/Keyboard.h"
 #include "vt/parser/Parser.h"
 #include "vt/snapshot/ScreenSnapshot.h"
@@ -68,8 +69,30 @@ class Terminal {
   /// The events since the last call.
   TerminalEvents takeEvents() { return std::exchange(m_state.events, {}); }
 
+  /// Everything but the scrollback, in a few KiB: both grids with their styles, links and marks, the rows below them,
+  /// cursors, modes, tab stops, stacks, colours, titles, folder and progress, the input that is incomplete (in the
+  /// middle of a sequence, a string or a character), and the mouse. Of the scrollback: how far it goes in lines and
+  /// bytes, and whether the screen's first row continues its last line. Starts with a version number, and has no
+  /// checksum.
+  ///
+  /// Not kept: the settings, the scrollback's limit, and replies and events that nobody has taken.
+  std::string saved() const;
+  /// The terminal that `bytes` were saved from. Fed the same, it does the same; a synchronized update goes on at `now`,
+  /// the time of the clock that is given to `feed`. The scrollback is empty and begins where the saved one ended, so
+  /// that the numbers of lines and positions go on; no rows come back from it when the screen grows. Colours and titles
+  /// are those of the terminal, although no events tell; a theme, a colour scheme or a size that has changed since is
+  /// set as for any terminal.
+  ///
+  /// Fails with the reason if `bytes` are of a newer version or not a saved terminal. Safe for any bytes, in time and
+  /// memory in proportion to them and to the size of the screen, which has the limits of Screen.
+  static Result<std::unique_ptr<Terminal>> restored(std::string_view bytes, TerminalSettings settings,
+                                                    Milliseconds now = Milliseconds{0});
+
  private:
   class Dispatcher;
+
+  template <class Archive, class Self>
+  static void savedFields(Archive& archive, Self& terminal);
 
   std::size_t feedBulk(std::string_view bytes);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -13,8 +14,16 @@ namespace zolt::vt {
 
 /// The target of a hyperlink (OSC 8). Cells with equal targets belong to one link.
 struct LinkTarget {
+  static constexpr std::size_t maxIdBytes = 250;
+  static constexpr std::size_t maxUriBytes = 2083;
+
   std::string id;   ///< given by the program, or empty
-  std::string uri;  ///< printable, at most 2083 bytes
+  std::string uri;  ///< see isUri; empty: none
+
+  /// Whether `text` can be a link's target: printable ASCII without spaces, at most `maxUriBytes`.
+  static bool isUri(std::string_view text) {
+    return text.size() <= maxUriBytes && std::ranges::all_of(text, [](char c) { return c > 0x20 && c < 0x7F; });
+  }
 
   friend bool operator==(const LinkTarget&, const LinkTarget&) = default;
 };

@@ -125,9 +125,8 @@ void reportPresentation(State& state, const Sequence& sequence) {
 }
 
 void pushTitles(State& state, int which) {
-  constexpr std::size_t kMax = 16;
   if (which > 2) return;
-  if (state.pushedTitles.size() == kMax) state.pushedTitles.erase(state.pushedTitles.begin());
+  if (state.pushedTitles.size() == State::maxPushedTitles) state.pushedTitles.erase(state.pushedTitles.begin());
   state.pushedTitles.push_back({.title = state.title, .iconTitle = state.iconTitle});
 }
 

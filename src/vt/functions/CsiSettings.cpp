@@ -13,7 +13,6 @@ namespace {
 using State = TerminalState;
 using Sequence = ControlSequence;
 
-constexpr std::size_t kMaxPushed = 10;
 constexpr int kSavedCursorMode = 1048;
 
 template <bool isPrivate, bool value>
@@ -130,7 +129,7 @@ void setConformance(State& state, const Sequence& sequence) {
 }
 
 void pushStyle(State& state, const Sequence&) {
-  if (state.pushedStyles.size() < kMaxPushed) state.pushedStyles.push_back(state.screen.pen().style);
+  if (state.pushedStyles.size() < State::maxPushed) state.pushedStyles.push_back(state.screen.pen().style);
 }
 
 void popStyle(State& state, const Sequence&) {
@@ -140,7 +139,7 @@ void popStyle(State& state, const Sequence&) {
 }
 
 void pushColors(State& state, const Sequence&) {
-  if (state.pushedPalettes.size() < kMaxPushed) state.pushedPalettes.push_back(state.palette);
+  if (state.pushedPalettes.size() < State::maxPushed) state.pushedPalettes.push_back(state.palette);
 }
 
 void popColors(State& state, const Sequence&) {

@@ -12,10 +12,7 @@ namespace {
 
 using State = TerminalState;
 
-constexpr std::size_t kMaxTitleBytes = 1024;
-constexpr std::size_t kMaxUriBytes = 2083;
-constexpr std::size_t kMaxLinkIdBytes = 250;
-constexpr std::size_t kMaxPathBytes = 4096;
+constexpr std::size_t kMaxTitleBytes = State::maxTitleBytes;
 
 template <bool icon, bool window>
 void setTitle(State& state, std::string_view text) {
@@ -62,15 +59,9 @@ void setWorkingDirectory(State& state, std::string_view text) {
   const std::size_t slash = text.find('/');
   if (slash == std::string_view::npos) return;
   const std::optional<std::string> path = percentDecoded(text.substr(slash));
-  // A control character in a path could attack whatever displays it.
-  const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; };
-  if (!path || path->size() > kMaxPathBytes || std::ranges::any_of(*path, isControl)) return;
+  if (!path || !isWorkingDirectory(*path)) return;
   state.workingDirectory = *path;
-  state.workingDirectoryHost = withoutControls(text.substr(0, slash), 255);
-}
-
-bool isUri(std::string_view text) {
-  return std::ranges::all_of(text, [](char c) { return c > 0x20 && c < 0x7F; });
+  state.workingDirectoryHost = withoutControls(text.substr(0, slash), State::maxHostBytes);
 }
 
 // Parameters are "key=value" pairs separated by colons; only "id" is defined.
@@ -78,7 +69,7 @@ std::string linkId(std::string_view parameters) {
   while (!parameters.empty()) {
     const std::size_t end = std::min(parameters.find(':'), parameters.size());
     const std::string_view parameter = parameters.substr(0, end);
-    if (parameter.starts_with("id=")) return withoutControls(parameter.substr(3), kMaxLinkIdBytes);
+    if (parameter.starts_with("id=")) return withoutControls(parameter.substr(3), LinkTarget::maxIdBytes);
     parameters.remove_prefix(std::min(end + 1, parameters.size()));
   }
   return {};
@@ -86,7 +77,7 @@ std::string linkId(std::string_view parameters) {
 
 void setLink(State& state, std::string_view text) {
   const std::string_view parameters = takeField(text);
-  const bool isLink = !text.empty() && text.size() <= kMaxUriBytes && isUri(text);
+  const bool isLink = !text.empty() && LinkTarget::isUri(text);
   state.screen.setLink(isLink ? LinkTarget{.id = linkId(parameters), .uri = std::string(text)} : LinkTarget{});
 }
 

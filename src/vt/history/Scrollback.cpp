@@ -34,6 +34,11 @@ void Scrollback::clear() {
   openBlock({.position = end(), .line = m_lineEnds}, m_open.content->clusters);
 }
 
+void Scrollback::startAt(const BlockStart& start) {
+  m_lineEnds = start.line;
+  openBlock(start, m_open.content->clusters);
+}
+
 void Scrollback::OpenBlock::copyContent() {
   auto copy = std::make_shared<HistoryBlock>();
   copy->text.reserve(kScrollbackBlockBytes + kSpareBytes);
@@ -65,7 +70,7 @@ void Scrollback::startBlock() {
     HistoryBlock& block = m_open.writable();
     std::erase_if(block.runs, [&](const HistoryRun& run) { return run.begin >= block.text.size(); });
   }
-  BlockStart next{.position = end(), .line = m_lineEnds, .continuesALine = endsMidLine()};
+  BlockStart next = this->next();
   if (next.continuesALine) next.column = ScrollbackBlock(m_open.content, m_open.start).following().column;
   if (m_previous) seal(*m_previous);
   m_previous = std::move(m_open);

@@ -67,6 +67,10 @@ class Scrollback {
   }
   /// Trims everything.
   void clear();
+  /// Where the text that is appended next will begin; its column is unknown, and 0.
+  BlockStart next() const { return {.position = end(), .line = m_lineEnds, .continuesALine = endsMidLine()}; }
+  /// Goes on from `start`, as if a history that ends there had been appended and trimmed. Only in a new scrollback.
+  void startAt(const BlockStart& start);
   /// From now on whole blocks are trimmed at the front, each time one is full, as long as this many lines remain. In a
   /// line that fills whole blocks, each `partBytes` count as a line. None: without limit, as at first.
   void setLimit(std::optional<std::uint64_t> lines);

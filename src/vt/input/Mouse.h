@@ -92,6 +92,8 @@ class MouseReporter {
   void releaseAll() { m_held = 0; }
 
  private:
+  friend struct SavedFields;
+
   void trackButtons(const MouseEvent& event);
   bool isWanted(const MouseEvent& event, MouseTracking tracking) const;
   int buttonCode(const MouseEvent& event, const MouseModes& modes) const;

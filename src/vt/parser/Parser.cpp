@@ -168,6 +168,7 @@ void Parser::perform(Action action, char32_t character) {
 
 void Parser::begin() {
   m_sequence.prefix = 0;
+  m_sequence.final = 0;
   m_sequence.intermediateCount = 0;
   m_sequence.parameterCount = 0;
   m_tooManyIntermediates = false;

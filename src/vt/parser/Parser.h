@@ -55,6 +55,8 @@ class Parser {
   bool isIdle() const { return m_state == ParserState::Ground && !m_decoder.isInside(); }
 
  private:
+  friend struct SavedFields;
+
   enum class OpenString { None, Command, DeviceControl };
 
   std::size_t takeRun(std::string_view bytes);

@@ -82,7 +82,7 @@ void Grid::addMark(int row, const RowMark& mark) {
       marks, [&](const RowMark& each) { return each.column == mark.column && each.kind == mark.kind; });
   if (same != marks.end()) {
     *same = mark;
-  } else if (marks.size() < kMaxMarksPerRow) {
+  } else if (marks.size() < maxMarks) {
     marks.push_back(mark);
   }
   m_states[at].hasMarks = true;

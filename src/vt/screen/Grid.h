@@ -26,6 +26,9 @@ struct RowInfo {
 /// rows are mapped to slots, and those of the region that was last scrolled form a ring. Rows and columns count from 0.
 class Grid {
  public:
+  /// In a row; further ones are dropped.
+  static constexpr std::size_t maxMarks = 16;
+
   /// At least 1 by 1, at most 65,535 by 65,535.
   explicit Grid(const TerminalSize& size);
 
@@ -86,7 +89,7 @@ class Grid {
   std::span<const RowMark> marks(int row) const;
 
  private:
-  static constexpr std::size_t kMaxMarksPerRow = 16;
+  friend struct SavedFields;
 
   std::size_t slot(int row) const {
     const int inRing = row - m_ringTop;

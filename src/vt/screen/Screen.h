@@ -206,6 +206,8 @@ class Screen {
   void softReset();
 
  private:
+  friend struct SavedFields;
+
   struct Saved {
     Cursor cursor;
     Pen pen;

@@ -47,6 +47,8 @@ class Palette {
   void setRoleDefault(Role role, const Rgb& color);
 
  private:
+  friend struct SavedFields;
+
   std::array<Rgb, indexedColors> m_indexedDefaults;
   std::array<Rgb, 3> m_roleDefaults;
   std::array<Rgb, indexedColors> m_indexed;

@@ -37,6 +37,12 @@ std::string withoutControls(std::string_view text, std::size_t maxBytes) {
   return clean;
 }
 
+bool isWorkingDirectory(std::string_view path) {
+  const auto isControlByte = [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; };
+  return path.starts_with('/') && path.size() <= TerminalState::maxPathBytes &&
+         std::ranges::none_of(path, isControlByte);
+}
+
 TerminalState::TerminalState(const TerminalSize& given, TerminalSettings givenSettings)
     : settings(std::move(givenSettings)), screen(given, settings.history), prefersDark(settings.prefersDark) {
   setSize(given);
@@ -44,12 +50,11 @@ TerminalState::TerminalState(const TerminalSize& given, TerminalSettings givenSe
 }
 
 void TerminalState::setSize(const TerminalSize& given) {
-  constexpr int kMaxPixels = 10'000'000;
   screen.resize(given);
   size = {.rows = screen.rows(),
           .columns = screen.columns(),
-          .pixelWidth = std::clamp(given.pixelWidth, 0, kMaxPixels),
-          .pixelHeight = std::clamp(given.pixelHeight, 0, kMaxPixels)};
+          .pixelWidth = std::clamp(given.pixelWidth, 0, maxPixels),
+          .pixelHeight = std::clamp(given.pixelHeight, 0, maxPixels)};
 }
 
 void TerminalState::reply(std::string_view text) {

@@ -148,6 +148,13 @@ using Milliseconds = std::chrono::milliseconds;
 
 /// Everything in a terminal except its parser: what control functions act on. A value.
 struct TerminalState {
+  static constexpr std::size_t maxTitleBytes = 1024;
+  static constexpr std::size_t maxPathBytes = 4096;
+  static constexpr std::size_t maxHostBytes = 255;
+  static constexpr std::size_t maxPushedTitles = 16;
+  static constexpr std::size_t maxPushed = 10;  ///< styles, and palettes
+  static constexpr int maxPixels = 10'000'000;  ///< of each side
+
   TerminalState(const TerminalSize& size, TerminalSettings settings);
 
   TerminalSettings settings;
@@ -167,7 +174,7 @@ struct TerminalState {
     std::string iconTitle;
   };
   std::vector<Titles> pushedTitles;  ///< XTWINOPS 22, 23
-  std::string workingDirectory;      ///< OSC 7: an absolute path, or empty
+  std::string workingDirectory;      ///< OSC 7: see isWorkingDirectory; empty: unknown
   std::string workingDirectoryHost;
   Progress progress;
   std::vector<Style> pushedStyles;               ///< XTPUSHSGR
@@ -200,5 +207,9 @@ struct TerminalState {
 /// `text` without control, line separator and bidirectional formatting characters, truncated between characters to
 /// `maxBytes`.
 std::string withoutControls(std::string_view text, std::size_t maxBytes);
+
+/// Whether a program may name this as its working directory: an absolute path of at most `maxPathBytes`, without
+/// control characters, which could attack whatever displays it. Any bytes otherwise.
+bool isWorkingDirectory(std::string_view path);
 
 }  // namespace zolt::vt
