@@ -7,6 +7,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <memory>
+#include <vector>
 
 #include "support/WaitFor.h"
 
@@ -19,6 +20,12 @@ class SplitViewTest : public testing::Test {
     view.resize(805, 605);
     view.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&view, test::kPatience.count()));
+  }
+  // Panes that never came into the view, or were taken out of it.
+  void TearDown() override {
+    for (const QPointer<QWidget>& pane : m_all) {
+      if (pane != nullptr && pane->parentWidget() == nullptr) delete pane;
+    }
   }
   QPoint middleOfDivider(std::size_t number) const {
     const PaneRect rect =
@@ -36,6 +43,9 @@ class SplitViewTest : public testing::Test {
   QWidget& b = *new QWidget;
   QWidget& c = *new QWidget;
   SplitView view{a};
+
+ private:
+  std::vector<QPointer<QWidget>> m_all{&a, &b, &c};
 };
 
 TEST_F(SplitViewTest, PlacesItsPanesBesideEachOther) {
