@@ -59,8 +59,4 @@ void ClosedTerminals::giveUp(std::uint64_t number) {
   m_kept.erase(found);
 }
 
-void ClosedTerminals::clear() {
-  m_kept.clear();
-}
-
 }  // namespace zolt

@@ -41,8 +41,6 @@ class ClosedTerminals : public QObject {
   /// Takes back what was closed last, skipping what has no running shell left. None if there is nothing.
   std::optional<Closed> takeLast();
   bool empty() const { return m_kept.empty(); }
-  /// Gives up everything, which ends its shells.
-  void clear();
 
  private:
   struct Kept {

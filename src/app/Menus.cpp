@@ -127,6 +127,10 @@ constexpr Item full(const char* menu, const char* title, const char* action, Sho
 // One that has a shortcut and no place in a menu.
 constexpr const char* kNoMenu = "";
 
+bool isInNoMenu(const Item& item) {
+  return std::string_view(item.menu).empty();
+}
+
 // Items with a role go to the application menu on macOS; elsewhere they stay in place. Items have mnemonics, because an
 // open menu has the keyboard; titles have none, because Alt belongs to the program in the terminal.
 constexpr std::array kItems{
@@ -309,7 +313,7 @@ QList<QMenu*> makeMenus(TerminalWindow& window, const MenuContext& context) {
                          : nullptr;
   for (const Item& item : kItems) {
     if (!isIn(item, display)) continue;
-    if (item.menu == kNoMenu) {
+    if (isInNoMenu(item)) {
       window.addAction(makeAction(item, window, context, &window));
       continue;
     }
