@@ -46,6 +46,11 @@ if(NOT ZOLT_EMULATION_ONLY AND NOT APPLE)
   pkg_check_modules(x11_client IMPORTED_TARGET xcb)
 endif()
 
+# Where Qt finds fonts by it, it is asked to begin before Qt does.
+if(NOT ZOLT_EMULATION_ONLY AND NOT APPLE)
+  pkg_check_modules(fontconfig IMPORTED_TARGET fontconfig)
+endif()
+
 if(ZOLT_TESTS)
   find_package(GTest QUIET)
   zolt_need(GTest_FOUND "GoogleTest" libgtest-dev gtest-devel gtest googletest)

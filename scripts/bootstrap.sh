@@ -11,7 +11,7 @@ packages_for() {
   case "$1-$2" in
     apt-build)
       echo g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-svg-dev libutf8proc-dev libhwy-dev \
-        libre2-dev nlohmann-json3-dev libsodium-dev libzstd-dev libxcb1-dev fonts-dejavu-core libgtest-dev ;;
+        libre2-dev nlohmann-json3-dev libsodium-dev libzstd-dev libxcb1-dev libfontconfig-dev fonts-dejavu-core libgtest-dev ;;
     apt-wayland) echo qt6-wayland ;;
     apt-display) echo xvfb ;;
     apt-test)
@@ -22,7 +22,7 @@ packages_for() {
     apt-scenes) echo vim htop mc git xterm fonts-noto-cjk fonts-noto-color-emoji fonts-noto-core ;;
     dnf-build)
       echo gcc-c++ cmake ninja-build ccache pkgconf-pkg-config qt6-qtbase-devel qt6-qtsvg-devel utf8proc-devel \
-        highway-devel re2-devel json-devel libsodium-devel libzstd-devel libxcb-devel dejavu-sans-mono-fonts gtest-devel ;;
+        highway-devel re2-devel json-devel libsodium-devel libzstd-devel libxcb-devel fontconfig-devel dejavu-sans-mono-fonts gtest-devel ;;
     dnf-wayland) echo qt6-qtwayland ;;
     dnf-display) echo xorg-x11-server-Xvfb ;;
     dnf-test) echo bash zsh fish xdotool xclip xwd xprop procps-ng dbus-daemon at-spi2-core python3-gobject \
@@ -32,8 +32,8 @@ packages_for() {
     dnf-scenes) echo vim-enhanced htop mc git xterm google-noto-sans-cjk-fonts google-noto-emoji-color-fonts \
         google-noto-sans-fonts ;;
     pacman-build)
-      echo gcc cmake ninja ccache pkgconf qt6-base qt6-svg libutf8proc highway re2 nlohmann-json libsodium zstd libxcb ttf-dejavu \
-        gtest ;;
+      echo gcc cmake ninja ccache pkgconf qt6-base qt6-svg libutf8proc highway re2 nlohmann-json libsodium zstd libxcb fontconfig \
+        ttf-dejavu gtest ;;
     pacman-wayland) echo qt6-wayland ;;
     pacman-display) echo xorg-server-xvfb ;;
     pacman-test) echo bash zsh fish xdotool xclip xorg-xwd xorg-xprop procps-ng dbus at-spi2-core python-gobject \

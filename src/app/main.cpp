@@ -6,6 +6,7 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <thread>
 
 #include "app/CommandLine.h"
 #include "app/DisplayGuard.h"
@@ -16,6 +17,7 @@
 #include "base/Diagnostics.h"
 #include "brew/BrewCommand.h"
 #include "desktop/DesktopPalette.h"
+#include "desktop/FontsAhead.h"
 #include "platform/ChildProcess.h"
 #include "platform/Environment.h"
 #include "platform/MainQueue.h"
@@ -50,9 +52,11 @@ void open(zolt::AppDelegate& delegate, const zolt::OpenRequest& request) {
 
 int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::SingleInstance& instance,
                    const zolt::Environment& environment) {
+  std::jthread fonts = zolt::readFontConfigurationAhead();
   zolt::DisplayGuard guard;
   QApplication application(argc, argv);
   guard.release();
+  if (fonts.joinable()) fonts.join();  // the first window asks for fonts
   QApplication::setApplicationName(QStringLiteral("Zolt"));
   QApplication::setApplicationVersion(QStringLiteral(ZOLT_VERSION));
   QGuiApplication::setDesktopFileName(QStringLiteral("zolt"));
