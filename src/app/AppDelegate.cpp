@@ -96,15 +96,21 @@ std::unique_ptr<TerminalWindow> AppDelegate::createTerminalWindow(const Terminal
   const TerminalWindowKind kind{.display = launch.display.value_or(displayOfNewWindow()),
                                 .isForProgram = launch.isForProgram};
   const bool isFull = kind.display == Display::FullEmulation;
-  const TerminalSize size =
-      terminalSizeOfNewWindow(isFull ? emulationFont(m_emulationSettings->current()) : CanvasFont(), bar.get(),
-                              launch.place ? std::optional(launch.place->size()) : std::nullopt);
+  const CanvasFont font = isFull ? emulationFont(m_emulationSettings->current()) : CanvasFont();
+  const auto whole = launch.place ? std::optional(launch.place->size()) : std::nullopt;
+  // Once a window stands, fonts are loaded; a program that was given on the command line may ask for the size only
+  // once.
+  const bool mayRemember = m_windows.empty() && !bar && !launch.isForProgram;
+  const std::string basis = mayRemember ? whatTerminalSizeDependsOn(font, whole) : std::string();
+  const std::optional<TerminalSize> remembered = mayRemember ? m_firstSize.find(basis) : std::nullopt;
+  const TerminalSize size = remembered ? *remembered : terminalSizeOfNewWindow(font, bar.get(), whole);
   QString name;
   // The shell is started before the window is built, so that the prompt is there for the first frame.
   auto rootView = isFull ? makeFullContent(launch, size, name) : makeLogContent(launch, size, name);
   auto window = std::make_unique<TerminalWindow>(
       QStringLiteral("Zolt"), name, std::make_unique<TerminalWindowController>(std::move(rootView), m_environment),
       kind);
+  if (mayRemember) m_firstSize.set(basis, terminalSizeOfNewWindow(font, nullptr, whole));
   if (launch.place) window->setGeometry(*launch.place);
   if (bar) offerDisplays(*window, std::move(bar));
   if (isFull) prepareFullEmulation(*window);

@@ -12,7 +12,9 @@
 #include "app/ClosedTerminals.h"
 #include "app/Display.h"
 #include "app/PaneMaker.h"
+#include "app/RememberedSize.h"
 #include "app/TerminalWindow.h"
+#include "platform/CacheFolder.h"
 #include "platform/Environment.h"
 #include "settings/Config.h"
 #include "settings/EmulationSettingsStore.h"
@@ -112,6 +114,7 @@ class AppDelegate : public QObject {
   Environment m_environment;
   std::unique_ptr<EmulationSettingsStore> m_emulationSettings;
   PaneMaker m_panes;
+  RememberedSize m_firstSize{cacheFolder()};
   ClosedTerminals m_closedTerminals;
   std::optional<Display> m_display;
   std::vector<std::unique_ptr<TerminalWindow>> m_windows;

@@ -2,10 +2,12 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFontDatabase>
 #include <QFontMetrics>
 #include <QScreen>
 #include <QStyle>
 #include <QStyleOptionMenuItem>
+#include <QTextStream>
 #include <QToolBar>
 #include <algorithm>
 #include <utility>
@@ -35,13 +37,27 @@ int heightOf(const QWidget* footer, int width) {
   return footer->hasHeightForWidth() ? footer->heightForWidth(width) : footer->sizeHint().height();
 }
 
+qreal scaleOfPrimaryScreen() {
+  const QScreen* screen = QApplication::primaryScreen();
+  return screen == nullptr ? 1 : screen->devicePixelRatio();
+}
+
 }  // namespace
 
 TerminalSize terminalSizeOfNewWindow(const CanvasFont& font, const QWidget* footer, std::optional<QSize> window) {
-  const QScreen* screen = QApplication::primaryScreen();
   const QSize whole = window.value_or(kContentSize);
   const QSize room = whole - QSize(0, menuBarHeight() + heightOf(footer, whole.width()));
-  return TextCanvas::gridSizeFor(room, screen == nullptr ? 1 : screen->devicePixelRatio(), font);
+  return TextCanvas::gridSizeFor(room, scaleOfPrimaryScreen(), font);
+}
+
+std::string whatTerminalSizeDependsOn(const CanvasFont& font, std::optional<QSize> window) {
+  const QSize whole = window.value_or(kContentSize);
+  QString line;
+  QTextStream(&line) << whole.width() << ' ' << whole.height() << ' ' << scaleOfPrimaryScreen() << ' ' << font.size
+                     << ' ' << font.lineSpacing << ' ' << QApplication::style()->objectName() << '|' << font.family
+                     << '|' << QFontDatabase::systemFont(QFontDatabase::FixedFont).toString() << '|'
+                     << QApplication::font("QMenuBar").toString();
+  return line.simplified().toStdString();
 }
 
 TerminalWindow::TerminalWindow(const QString& title, const QString& subtitle,

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "app/Display.h"
@@ -21,6 +22,10 @@ namespace zolt {
 /// not that of every new one.
 TerminalSize terminalSizeOfNewWindow(const CanvasFont& font = {}, const QWidget* footer = nullptr,
                                      std::optional<QSize> window = std::nullopt);
+
+/// One line that says what the size of a terminal in a new window without a footer depends on, as far as can be told
+/// without loading fonts.
+std::string whatTerminalSizeDependsOn(const CanvasFont& font, std::optional<QSize> window);
 
 /// What a window shows.
 struct TerminalWindowKind {
