@@ -44,6 +44,7 @@ endif()
 # For what X11 desktops offer beyond Qt; left out without it.
 if(NOT ZOLT_EMULATION_ONLY AND NOT APPLE)
   pkg_check_modules(x11_client IMPORTED_TARGET xcb)
+  pkg_check_modules(x11_keyboard IMPORTED_TARGET xcb-xkb)
 endif()
 
 # Where Qt finds fonts by it, it is asked to begin before Qt does.

@@ -11,7 +11,8 @@ packages_for() {
   case "$1-$2" in
     apt-build)
       echo g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-svg-dev libutf8proc-dev libhwy-dev \
-        libre2-dev nlohmann-json3-dev libsodium-dev libzstd-dev libxcb1-dev libfontconfig-dev fonts-dejavu-core libgtest-dev ;;
+        libre2-dev nlohmann-json3-dev libsodium-dev libzstd-dev libxcb1-dev libxcb-xkb-dev libfontconfig-dev \
+        fonts-dejavu-core libgtest-dev ;;
     apt-wayland) echo qt6-wayland ;;
     apt-display) echo xvfb ;;
     apt-test)

@@ -9,6 +9,7 @@
 
 #include "app/EmulationWindowController.h"
 #include "app/Questions.h"
+#include "desktop/KeyRepeat.h"
 #include "platform/ProcessFolder.h"
 #include "platform/ProcessName.h"
 #include "session/ShellManager.h"
@@ -86,6 +87,12 @@ TerminalWindow& AppDelegate::open(const TerminalLaunch& launch, std::unique_ptr<
   return *m_windows.back();
 }
 
+// The menu and the preferences are then those of that display, too.
+void AppDelegate::setDisplayOfThisRun(std::optional<Display> display) {
+  m_display = display;
+  if (display) m_defaults.overrideForThisRun(kFullEmulationKey, *display == Display::FullEmulation ? "true" : "false");
+}
+
 Display AppDelegate::displayOfNewWindow() const {
   if (m_display) return *m_display;
   return m_emulationSettings->isOn() ? Display::FullEmulation : Display::Log;
@@ -154,6 +161,7 @@ std::unique_ptr<ContentView> AppDelegate::makeFullContent(const TerminalLaunch& 
 }
 
 void AppDelegate::prepareFullEmulation(TerminalWindow& window) {
+  askForKeyRepeatsWithoutReleases();
   auto* controller = new EmulationWindowController(window, *m_emulationSettings, m_closedTerminals);
   if (window.kind().isForProgram) return;
   connect(controller, &EmulationWindowController::closed, this, [this, &window] { keepClosed(window); });
@@ -295,7 +303,8 @@ void AppDelegate::forget(TerminalWindow& window) {
 
 void AppDelegate::quit() {
   std::vector<std::string> programs;
-  for (TerminalWindow* window : fullWindows()) {
+  for (const auto& window : m_windows) {
+    if (window->kind().display != Display::FullEmulation) continue;
     std::ranges::move(runningPrograms(tabsOf(*window).panes()), std::back_inserter(programs));
   }
   if (programs.empty() || !m_emulationSettings->current().warnBeforeClosing) return quitNow();

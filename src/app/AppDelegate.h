@@ -50,7 +50,7 @@ class AppDelegate : public QObject {
   ~AppDelegate() override;
 
   /// What windows show in this run, whatever the settings say.
-  void setDisplayOfThisRun(std::optional<Display> display) { m_display = display; }
+  void setDisplayOfThisRun(std::optional<Display> display);
   /// What a new window shows.
   Display displayOfNewWindow() const;
 

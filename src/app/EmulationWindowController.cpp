@@ -15,7 +15,10 @@ namespace zolt {
 std::vector<std::string> runningPrograms(const std::vector<TerminalPane*>& panes) {
   std::vector<std::string> names;
   for (TerminalPane* pane : panes) {
-    if (const auto program = pane->terminal().ptySession().foregroundProgram()) names.push_back(processName(*program));
+    const PTYSession& session = pane->terminal().ptySession();
+    const bool isShell = PaneLife::of(*pane) != nullptr;
+    const auto program = isShell ? session.foregroundProgram() : session.shellProcess();
+    if (program) names.push_back(processName(*program));
   }
   return names;
 }
@@ -39,12 +42,12 @@ EmulationWindowController::EmulationWindowController(TerminalWindow& window, con
     if (!m_window.isActiveWindow()) QApplication::alert(&m_window);
   });
   showTitle();
+  m_window.setCloseCheck([this] { return mayClose(); });
   if (m_window.kind().isForProgram) {  // it ends with its program
     connect(&m_tabs, &TerminalTabs::paneCloseWanted, &m_window, &QWidget::close);
     connect(&m_tabs, &TerminalTabs::tabCloseWanted, &m_window, &QWidget::close);
     return;
   }
-  m_window.setCloseCheck([this] { return mayClose(); });
   connect(&m_window, &TerminalWindow::closed, this, [this] {
     if (m_isOver) {
       Q_EMIT over();
@@ -114,7 +117,9 @@ void EmulationWindowController::askFirst(ClosedThing thing, const std::vector<Te
                                          std::function<void()> close) {
   const std::vector<std::string> programs = runningPrograms(panes);
   if (programs.empty() || !m_settings.current().warnBeforeClosing) return close();
-  askBeforeClosing(m_window, thing, programs, static_cast<int>(m_settings.current().reopenSeconds), std::move(close));
+  std::optional<int> seconds;
+  if (!m_window.kind().isForProgram) seconds = static_cast<int>(m_settings.current().reopenSeconds);
+  askBeforeClosing(m_window, thing, programs, seconds, std::move(close));
 }
 
 void EmulationWindowController::askToClosePane(TerminalPane& pane) {

@@ -33,8 +33,8 @@ QString runningSentence(const std::vector<std::string>& programs) {
   return tr("%1 programs are running: %2.").arg(programs.size()).arg(names.join(QStringLiteral(", ")));
 }
 
-void askBeforeClosing(QWidget& window, ClosedThing thing, const std::vector<std::string>& programs, int seconds,
-                      std::function<void()> close) {
+void askBeforeClosing(QWidget& window, ClosedThing thing, const std::vector<std::string>& programs,
+                      std::optional<int> seconds, std::function<void()> close) {
   struct Words {
     const char* title;
     const char* yes;
@@ -46,11 +46,12 @@ void askBeforeClosing(QWidget& window, ClosedThing thing, const std::vector<std:
       programs.size() == 1
           ? tr("It keeps running for %1 seconds, and “Reopen Closed” brings it back. After that it is ended.")
           : tr("They keep running for %1 seconds, and “Reopen Closed” brings them back. After that they are ended.");
+  const QString ends = programs.size() == 1 ? tr("It ends with the window.") : tr("They end with the window.");
   ask(window,
       {.name = QStringLiteral("closeQuestion"),
        .title = tr(words.title),
        .text = runningSentence(programs),
-       .explanation = goesOn.arg(seconds),
+       .explanation = seconds ? goesOn.arg(*seconds) : ends,
        .yes = tr(words.yes)},
       std::move(close));
 }

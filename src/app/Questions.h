@@ -3,6 +3,7 @@
 #include <QString>
 #include <QWidget>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,10 +17,10 @@ QString runningSentence(const std::vector<std::string>& programs);
 
 /// Each of these asks over `window` and calls the function if the answer is yes. They return at once, and do nothing
 /// while that question is open there already. Main thread.
-/// `programs` run in what is about to be closed, and can be brought back for `seconds` seconds.
+/// `programs` run in what is about to be closed, and can be brought back for `seconds` seconds; not at all without.
 enum class ClosedThing { Pane, Tab, Window };
-void askBeforeClosing(QWidget& window, ClosedThing thing, const std::vector<std::string>& programs, int seconds,
-                      std::function<void()> close);
+void askBeforeClosing(QWidget& window, ClosedThing thing, const std::vector<std::string>& programs,
+                      std::optional<int> seconds, std::function<void()> close);
 void askBeforeQuitting(QWidget& window, const std::vector<std::string>& programs, std::function<void()> quit);
 /// Whether a window of another display shall take this one's place.
 void askBeforeReplacing(QWidget& window, Display display, std::function<void()> replace);

@@ -38,6 +38,8 @@ class CanvasInput {
   /// A button was pressed, double-clicked or released, or the pointer moved. True: the program takes it, and the canvas
   /// does nothing with it.
   virtual bool pointerUsed(const QMouseEvent&, const PointerPlace&) { return false; }
+  /// Whether the program would take the pointer, so that Shift only keeps it from doing so.
+  virtual bool wantsPointer() const { return false; }
   /// Whether the program has a button that was pressed, and not released yet.
   virtual bool holdsPointer() const { return false; }
   /// The wheel was turned, or a touch pad scrolled; `rowHeight` in logical pixels. True as above.

@@ -122,6 +122,8 @@ class TextCanvas : public QAbstractScrollArea {
   Q_INVOKABLE void copy();
   Q_INVOKABLE void selectAll();
   Q_INVOKABLE void paste();
+  /// Pastes what is selected, in this program or another; the clipboard where the platform has no such selection.
+  void pasteSelection();
 
   /// While held, a new size is not announced; for changes in steps that are one change to the user.
   void holdGridSize(bool held) { m_sizeNotifier.hold(held); }
@@ -218,6 +220,7 @@ class TextCanvas : public QAbstractScrollArea {
   void forgetLink();
   void beginSelection(QPointF point, SelectionUnit unit);
   void extendSelection(QPointF point);
+  bool canExtendSelection() const;
   void pasteFrom(int clipboardMode);
 
   std::unique_ptr<RowSource> m_source;

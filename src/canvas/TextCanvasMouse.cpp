@@ -181,6 +181,10 @@ void TextCanvas::paste() {
   pasteFrom(QClipboard::Clipboard);
 }
 
+void TextCanvas::pasteSelection() {
+  pasteFrom(QApplication::clipboard()->supportsSelection() ? QClipboard::Selection : QClipboard::Clipboard);
+}
+
 void TextCanvas::pasteFrom(int clipboardMode) {
   const QString text = QApplication::clipboard()->text(static_cast<QClipboard::Mode>(clipboardMode));
   if (m_input != nullptr && !text.isEmpty()) m_input->textPasted(text);
@@ -207,6 +211,13 @@ bool TextCanvas::isUsedByProgram(const QMouseEvent& event) {
   return m_input != nullptr && !m_pointer && m_input->pointerUsed(event, placeOf(event.position()));
 }
 
+// An origin in a text that another has taken the place of is none.
+bool TextCanvas::canExtendSelection() const {
+  const TextRange range = m_selection.range();
+  const bool isHere = range.end >= m_source->begin() && range.begin <= m_source->end();
+  return m_selectionStarted && isHere && (m_input == nullptr || !m_input->wantsPointer());
+}
+
 void TextCanvas::mousePressEvent(QMouseEvent* event) {
   // The pointer may have rested where the link went, or came, since it last moved.
   if (!m_pointer && viewport()->hasMouseTracking()) followLink(event->position(), event->modifiers());
@@ -226,7 +237,7 @@ void TextCanvas::mousePressEvent(QMouseEvent* event) {
   m_doubleClickTime = -1;
   if (third) {
     beginSelection(point, SelectionUnit::Line);
-  } else if (event->modifiers().testFlag(Qt::ShiftModifier) && m_selectionStarted) {
+  } else if (event->modifiers().testFlag(Qt::ShiftModifier) && canExtendSelection()) {
     m_pointer = point;
     extendSelection(point);
   } else {

@@ -62,6 +62,7 @@ std::map<std::string, std::string> UserDefaults::storedValues() const {
 }
 
 std::optional<std::string> UserDefaults::stringForKey(const std::string& key) const {
+  if (const auto found = m_overrides.find(key); found != m_overrides.end()) return found->second;
   const auto found = m_values.find(key);
   return found == m_values.end() ? std::nullopt : std::optional(found->second);
 }
@@ -98,7 +99,13 @@ void UserDefaults::removeObject(const std::string& key) {
   set(key, std::nullopt);
 }
 
+void UserDefaults::overrideForThisRun(const std::string& key, const std::string& value) {
+  m_overrides[key] = value;
+  Q_EMIT changed(key);
+}
+
 void UserDefaults::set(const std::string& key, std::optional<std::string> value) {
+  m_overrides.erase(key);
   if (value) {
     m_values[key] = *value;
   } else {

@@ -48,6 +48,8 @@ class UserDefaults : public QObject {
   void setInteger(const std::string& key, std::int64_t value);
   void setBool(const std::string& key, bool value);
   void removeObject(const std::string& key);
+  /// Has `key` read as `value` until it is set or removed here. Never written.
+  void overrideForThisRun(const std::string& key, const std::string& value);
 
   /// Writes pending changes to the disk, and reads what other processes have written.
   void synchronize();
@@ -62,6 +64,7 @@ class UserDefaults : public QObject {
 
   SettingsFile m_store;
   std::map<std::string, std::string> m_values;
+  std::map<std::string, std::string> m_overrides;               // of this run
   std::map<std::string, std::optional<std::string>> m_waiting;  // to be written; no value: to be removed
   QTimer m_writing;
   QElapsedTimer m_sinceWriting;

@@ -73,11 +73,12 @@ bool EmulationInput::scrollsView(const QKeyEvent& event) {
   }
 }
 
-void EmulationInput::send(const QKeyEvent& event) {
+void EmulationInput::send(const QKeyEvent& event, bool repeats) {
   const vt::Modifiers locks = nativeLocks(event);
   const auto key = translateKey(event, {.optionIsMeta = m_settings.optionSendsMeta,
                                         .tellsModifiers = vt::tellsModifiers(modes().keyboard),
                                         .commandIsMeta = m_settings.commandActsAsMeta,
+                                        .repeats = repeats,
                                         .capsLock = locks.hasAny(vt::Modifier::CapsLock),
                                         .numLock = locks.hasAny(vt::Modifier::NumLock)});
   if (!key) return;
@@ -91,19 +92,23 @@ void EmulationInput::send(const QKeyEvent& event) {
 
 bool EmulationInput::claimsKey(const QKeyEvent& event) const {
   const bool isFunctionKey = event.key() >= Qt::Key_F1 && event.key() <= Qt::Key_F35;
-  return isFunctionKey && !(event.modifiers() & (Qt::ControlModifier | Qt::MetaModifier));
+  if (isFunctionKey && !(event.modifiers() & (Qt::ControlModifier | Qt::MetaModifier))) return true;
+  // Control with Shift still reaches every command.
+  const bool superIsMeta = m_settings.commandActsAsMeta && kKeyboardSystem == KeyboardSystem::Xkb;
+  return superIsMeta && event.modifiers().testFlag(Qt::MetaModifier);
 }
 
 void EmulationInput::keyPressed(const QKeyEvent& event) {
   if (scrollsView(event)) return;
-  m_heldKeys.insert(placeOnKeyboard(event));
-  eachReceiver([&event](EmulationInput& each) { each.send(event); });
+  if (event.key() == Qt::Key_Insert && event.modifiers() == Qt::ShiftModifier) return m_canvas.pasteSelection();
+  const bool repeats = !m_heldKeys.insert(placeOnKeyboard(event)).second;
+  eachReceiver([&](EmulationInput& each) { each.send(event, repeats); });
 }
 
 // Of a press that was kept, for a shortcut or the view, the program knows nothing.
 void EmulationInput::keyReleased(const QKeyEvent& event) {
   if (m_heldKeys.erase(placeOnKeyboard(event)) == 0) return;
-  eachReceiver([&event](EmulationInput& each) { each.send(event); });
+  eachReceiver([&event](EmulationInput& each) { each.send(event, false); });
 }
 
 void EmulationInput::textCommitted(const QString& text) {
@@ -174,7 +179,8 @@ bool EmulationInput::pointerUsed(const QMouseEvent& event, const PointerPlace& p
 
 bool EmulationInput::wheelTurned(const QWheelEvent& event, const PointerPlace& place, double rowHeight) {
   const bool isTracked = tracksMouse();
-  if (!isTracked && !modes().alternateScroll) {
+  const bool isInHistory = place.row < CanvasRow(0);
+  if (isInHistory || (!isTracked && !modes().alternateScroll)) {
     m_wheel.reset();
     return false;
   }

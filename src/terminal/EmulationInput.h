@@ -30,13 +30,15 @@ class EmulationInput : public QObject, public CanvasInput {
   /// input or be replaced before they go.
   void setFollowers(std::vector<EmulationInput*> followers) { m_followers = std::move(followers); }
 
-  /// Function keys without the Command key are the program's, whatever they do in the window.
+  /// Function keys without the Command key are the program's, whatever they do in the window; so are all keys with the
+  /// Super key where that is set to act as Meta.
   bool claimsKey(const QKeyEvent& event) const override;
   void keyPressed(const QKeyEvent& event) override;
   void keyReleased(const QKeyEvent& event) override;
   void textCommitted(const QString& text) override;
   void textPasted(const QString& text) override;
   bool pointerUsed(const QMouseEvent& event, const PointerPlace& place) override;
+  bool wantsPointer() const override { return tracksMouse(); }
   bool holdsPointer() const override { return m_heldButtons != Qt::NoButton; }
   bool wheelTurned(const QWheelEvent& event, const PointerPlace& place, double rowHeight) override;
   void focusChanged(bool focused) override;
@@ -49,7 +51,7 @@ class EmulationInput : public QObject, public CanvasInput {
   const vt::InputModes& modes() const { return m_source.screen()->input; }
   bool tracksMouse() const;
   bool scrollsView(const QKeyEvent& event);
-  void send(const QKeyEvent& event);
+  void send(const QKeyEvent& event, bool repeats);
   void typed(std::string_view bytes);
   void sendPaste(const std::string& text);
   void report(const vt::MouseEvent& mouse);

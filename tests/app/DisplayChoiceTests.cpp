@@ -204,6 +204,18 @@ TEST_F(DisplayChoiceTest, TheSwitchDecidesForWindowsToCome) {
   EXPECT_EQ(delegate.openWindow(child({"wait"})).kind().display, Display::Log);
 }
 
+TEST_F(DisplayChoiceTest, TheDisplayOfTheRunIsWhatTheMenuAndThePreferencesShow) {
+  EmulationSettingsStore preferences(config, defaults);
+  delegate.setDisplayOfThisRun(Display::FullEmulation);
+  EXPECT_TRUE(delegate.isOn("toggleFullEmulation"));
+  EXPECT_TRUE(preferences.isOn());
+  defaults.synchronize();
+  EXPECT_FALSE(UserDefaults(file).stringForKey(kFullEmulationKey)) << "for this run only";
+  delegate.toggleFullEmulation();
+  EXPECT_EQ(delegate.displayOfNewWindow(), Display::Log);
+  EXPECT_FALSE(preferences.isOn());
+}
+
 TEST_F(DisplayChoiceTest, TheSwitchCountsMoreThanTheDisplayOfTheRun) {
   delegate.setDisplayOfThisRun(Display::Log);
   delegate.toggleFullEmulation();

@@ -172,6 +172,27 @@ TEST_F(EmulationWindowTest, QuitAsksWhereAProgramRuns) {
   EXPECT_TRUE(delegate.windows().empty());
 }
 
+TEST_F(EmulationWindowTest, AsksBeforeItEndsAProgramOfTheCommandLine) {
+  TerminalLaunch program = child({"wait"});
+  program.isForProgram = true;
+  open(program);
+  ASSERT_TRUE(waitForScreen(*shownWindow, "waiting"));
+  shownWindow->close();
+  ASSERT_NE(question("closeQuestion"), nullptr);
+  EXPECT_EQ(question("closeQuestion")->text(), QStringLiteral("“testchild” is running."));
+  EXPECT_EQ(question("closeQuestion")->informativeText().indexOf(QStringLiteral("Reopen")), -1)
+      << question("closeQuestion")->informativeText().toStdString();
+  answer(question("closeQuestion"), QMessageBox::RejectRole);
+  EXPECT_TRUE(shownWindow->isVisible());
+  delegate.quit();
+  ASSERT_NE(question("quitQuestion"), nullptr);
+  answer(question("quitQuestion"), QMessageBox::RejectRole);
+  session().sendSignal(SIGKILL);
+  ASSERT_TRUE(waitFor([this] { return !session().isRunning(); }));
+  shownWindow->close();
+  EXPECT_FALSE(shownWindow->isVisible()) << "nothing runs in it any more";
+}
+
 TEST_F(EmulationWindowTest, QuitAsksNothingOtherwise) {
   openShell();
   QTimer::singleShot(0, &delegate, [this] { delegate.quit(); });

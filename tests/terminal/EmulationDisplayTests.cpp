@@ -19,6 +19,7 @@
 #include "canvas/CanvasLiterals.h"
 #include "support/ManualClock.h"
 #include "support/WaitFor.h"
+#include "terminal/input/KeyTranslation.h"
 
 namespace zolt {
 namespace {
@@ -215,6 +216,29 @@ TEST_F(EmulationDisplayTest, KeepsTheMouseForTheUserWithShiftAndWithoutTracking)
   EXPECT_EQ(sent(), "");
 }
 
+TEST_F(EmulationDisplayTest, BeginsASelectionWithShiftEachTimeWhereTheProgramUsesTheMouse) {
+  start("\\033[?1002h\\033[?1006h\\033[3;1Hone two three four\\033[10;1H");
+  drag(find("one").begin, find("one").end, Qt::ShiftModifier);
+  drag(find("three").begin, find("three").end, Qt::ShiftModifier);
+  EXPECT_EQ(canvas().selectedText(), QStringLiteral("three"));
+}
+
+TEST_F(EmulationDisplayTest, ExtendsTheSelectionWithShiftWhereItDoesNot) {
+  start("\\033[3;1Hone two three four\\033[10;1H");
+  drag(find("one").begin, find("one").end, Qt::NoModifier);
+  drag(find("three").end, find("three").end, Qt::ShiftModifier);
+  EXPECT_EQ(canvas().selectedText(), QStringLiteral("one two three"));
+}
+
+TEST_F(EmulationDisplayTest, BeginsANewSelectionOnTheOtherScreen) {
+  start("\\033[3;1Hone two three four\\033[10;1H");
+  drag(find("one").begin, find("one").end, Qt::NoModifier);
+  display->emulator().feed(Bytes(std::string("\033[?1049h\033[5;1Hfour five six")));
+  ASSERT_TRUE(shows("four five six"));
+  drag(find("five").begin, find("five").end, Qt::ShiftModifier);
+  EXPECT_EQ(canvas().selectedText(), QStringLiteral("five"));
+}
+
 TEST_F(EmulationDisplayTest, ReportsTheReleaseOfAButtonThatWasReportedWhateverIsHeldByThen) {
   start("\\033[?1002h\\033[?1006h\\033[3;1Hhere\\033[10;1H");
   const QPoint at = middleOf(find("here").begin);
@@ -263,6 +287,53 @@ TEST_F(EmulationDisplayTest, TellsOfTheReleaseOnlyOfKeysWhosePressItHasTold) {
   ASSERT_TRUE(isSent("^[[15~^[[15;1:3~")) << sent();
 }
 
+TEST_F(EmulationDisplayTest, TellsThatAKeyRepeatsWhichIsPressedWhileItIsHeld) {
+  start("\\033[>3u");
+  for (int i = 0; i < 3; ++i) {
+    QTest::keyPress(&canvas(), Qt::Key_F5);
+  }
+  QTest::keyRelease(&canvas(), Qt::Key_F5);
+  QTest::keyPress(&canvas(), Qt::Key_F5);
+  ASSERT_TRUE(isSent("^[[15~^[[15;1:2~^[[15;1:2~^[[15;1:3~^[[15~")) << sent();
+}
+
+TEST_F(EmulationDisplayTest, SendsNoRepeatsWithoutAutoRepeat) {
+  start("\\033[?8l");
+  for (int i = 0; i < 3; ++i) {
+    QTest::keyPress(&canvas(), Qt::Key_A, Qt::NoModifier);
+  }
+  QTest::keyRelease(&canvas(), Qt::Key_A);
+  QTest::keyClick(&canvas(), Qt::Key_B);
+  ASSERT_TRUE(isSent("ab")) << sent();
+}
+
+TEST_F(EmulationDisplayTest, PastesWhatIsSelectedWithShiftInsert) {
+  start();
+  QClipboard* clipboard = QApplication::clipboard();
+  clipboard->setText(QStringLiteral("selected"),
+                     clipboard->supportsSelection() ? QClipboard::Selection : QClipboard::Clipboard);
+  QTest::keyClick(&canvas(), Qt::Key_Insert, Qt::ShiftModifier);
+  ASSERT_TRUE(isSent("selected")) << sent();
+}
+
+TEST_F(EmulationDisplayTest, ClaimsAllKeysWithSuperWhereThatIsMeta) {
+  if (kKeyboardSystem != KeyboardSystem::Xkb) GTEST_SKIP() << "Command stays the menus'";
+  start();
+  const auto isClaimed = [&](Qt::KeyboardModifiers modifiers) {
+    QKeyEvent event(QEvent::ShortcutOverride, Qt::Key_W, modifiers);
+    event.ignore();
+    QApplication::sendEvent(&canvas(), &event);
+    return event.isAccepted();
+  };
+  EXPECT_FALSE(isClaimed(Qt::MetaModifier));
+  settings.commandActsAsMeta = true;
+  display->setSettings(settings, true);
+  EXPECT_TRUE(isClaimed(Qt::MetaModifier));
+  EXPECT_FALSE(isClaimed(Qt::ControlModifier | Qt::ShiftModifier));
+  QTest::keyClick(&canvas(), Qt::Key_W, Qt::MetaModifier);
+  ASSERT_TRUE(isSent("^[w")) << sent();
+}
+
 TEST_F(EmulationDisplayTest, ClaimsFunctionKeysOfTheWindowForTheProgram) {
   start();
   const auto isClaimed = [&](int key, Qt::KeyboardModifiers modifiers) {
@@ -308,6 +379,22 @@ TEST_F(EmulationDisplayTest, TurnsTheWheelIntoCursorKeysOnTheAlternateScreen) {
                    false);
   QApplication::sendEvent(&view(), &turn);
   ASSERT_TRUE(isSent("^[[A^[[A^[[A")) << sent();
+}
+
+TEST_F(EmulationDisplayTest, ScrollsTheViewWithTheWheelOverTheHistoryWhateverTheProgramTracks) {
+  run("stty raw -echo; seq 500 | tr '\\n' ' ' | fold -w 40; seq -f 'line %g\r' 300; printf "
+      "'\\033[?1000h\\033[?1006hREADY'; exec cat -uv");
+  ASSERT_TRUE(shows("READY"));
+  canvas().scrollTo(canvas().scrollOffset() - canvas().cellMetrics().height * 100);
+  canvas().makeFrameNow();
+  const DevicePixels before = canvas().scrollOffset();
+  const QPoint at(50, 50);
+  QWheelEvent turn(at, view().mapToGlobal(at), {}, QPoint(0, 120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                   false);
+  QApplication::sendEvent(&view(), &turn);
+  canvas().makeFrameNow();
+  EXPECT_LT(canvas().scrollOffset(), before);
+  EXPECT_EQ(sent(), "");
 }
 
 TEST_F(EmulationDisplayTest, HoldsTheViewWhileOutputGoesOnAndReturnsWithAKey) {

@@ -42,9 +42,9 @@ constexpr LockRow kNativeLocks[] = {
     {KeyboardSystem::Mac, 1U << 16, Modifier::CapsLock},
 };
 
-KeyAction actionOf(const QKeyEvent& event) {
+KeyAction actionOf(const QKeyEvent& event, bool repeats) {
   if (event.type() == QEvent::KeyRelease) return KeyAction::Release;
-  return event.isAutoRepeat() ? KeyAction::Repeat : KeyAction::Press;
+  return repeats || event.isAutoRepeat() ? KeyAction::Repeat : KeyAction::Press;
 }
 
 bool isDead(const QKeyEvent& event) {
@@ -151,7 +151,7 @@ vt::Modifiers nativeLocks(const QKeyEvent& event, KeyboardSystem system) {
 
 std::optional<vt::KeyEvent> translateKey(const QKeyEvent& event, const KeyTranslationOptions& options) {
   vt::KeyEvent translated;
-  translated.action = actionOf(event);
+  translated.action = actionOf(event, options.repeats);
   if (translated.action == KeyAction::Release && event.isAutoRepeat()) return std::nullopt;
   translated.modifiers = translateModifiers(event.modifiers(), options.system);
   if (options.capsLock) translated.modifiers = translated.modifiers | Modifier::CapsLock;

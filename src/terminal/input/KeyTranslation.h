@@ -16,6 +16,8 @@ struct KeyTranslationOptions {
   bool tellsModifiers = false;
   /// Command (Super where there is none) acts as Alt.
   bool commandIsMeta = false;
+  /// The key was held already: the platform may not say so.
+  bool repeats = false;
   /// Whether the locks are on, which Qt does not report; see `nativeLocks`.
   bool capsLock = false;
   bool numLock = false;
