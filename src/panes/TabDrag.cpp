@@ -21,7 +21,8 @@ struct Dragged {
 };
 std::optional<Dragged> dragged;
 
-// Sees keys before the drag does, which begins to watch them when it runs.
+// Sees keys before the drag does, which begins to watch them when it runs. Keys go to windows and widgets; what other
+// objects are sent is none of its business, and may come from other threads.
 class EscapeWatch : public QObject {
  public:
   EscapeWatch() {
@@ -29,7 +30,8 @@ class EscapeWatch : public QObject {
   }
   bool wasPressed() const { return m_wasPressed; }
 
-  bool eventFilter(QObject*, QEvent* event) override {
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (!watched->isWidgetType() && !watched->isWindowType()) return false;
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
     if (isKey && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) m_wasPressed = true;
     return false;

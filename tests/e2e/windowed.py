@@ -254,10 +254,12 @@ class Window:
 
     # What it shows and holds.
 
-    @staticmethod
-    def put_on_clipboard(text, selection="clipboard"):
+    @classmethod
+    def put_on_clipboard(cls, text, selection="clipboard"):
+        """The program that owns the text goes on in the background, and may not have told the X server yet."""
         subprocess.run(["xclip", "-in", "-selection", selection], input=text.encode(), check=True,
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        succeeds(lambda: cls.clipboard(selection) == text, "the clipboard to have the text")
 
     @staticmethod
     def clipboard(selection="clipboard"):
