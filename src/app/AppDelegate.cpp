@@ -107,8 +107,8 @@ std::unique_ptr<TerminalWindow> AppDelegate::createTerminalWindow(const Terminal
   const auto whole = launch.place ? std::optional(launch.place->size()) : std::nullopt;
   // Once a window stands, fonts are loaded; a program that was given on the command line may ask for the size only
   // once.
-  const bool mayRemember = m_windows.empty() && !bar && !launch.isForProgram;
-  const std::string basis = mayRemember ? whatTerminalSizeDependsOn(font, whole) : std::string();
+  const bool mayRemember = m_windows.empty() && !launch.isForProgram;
+  const std::string basis = mayRemember ? whatTerminalSizeDependsOn(font, bar.get(), whole) : std::string();
   const std::optional<TerminalSize> remembered = mayRemember ? m_firstSize.find(basis) : std::nullopt;
   const TerminalSize size = remembered ? *remembered : terminalSizeOfNewWindow(font, bar.get(), whole);
   QString name;
@@ -117,7 +117,7 @@ std::unique_ptr<TerminalWindow> AppDelegate::createTerminalWindow(const Terminal
   auto window = std::make_unique<TerminalWindow>(
       QStringLiteral("Zolt"), name, std::make_unique<TerminalWindowController>(std::move(rootView), m_environment),
       kind);
-  if (mayRemember) m_firstSize.set(basis, terminalSizeOfNewWindow(font, nullptr, whole));
+  if (mayRemember) m_firstSize.set(basis, terminalSizeOfNewWindow(font, bar.get(), whole));
   if (launch.place) window->setGeometry(*launch.place);
   if (bar) offerDisplays(*window, std::move(bar));
   if (isFull) prepareFullEmulation(*window);

@@ -50,12 +50,13 @@ TerminalSize terminalSizeOfNewWindow(const CanvasFont& font, const QWidget* foot
   return TextCanvas::gridSizeFor(room, scaleOfPrimaryScreen(), font);
 }
 
-std::string whatTerminalSizeDependsOn(const CanvasFont& font, std::optional<QSize> window) {
+std::string whatTerminalSizeDependsOn(const CanvasFont& font, const QWidget* footer, std::optional<QSize> window) {
   const QSize whole = window.value_or(kContentSize);
   QString line;
-  QTextStream(&line) << whole.width() << ' ' << whole.height() << ' ' << scaleOfPrimaryScreen() << ' ' << font.size
-                     << ' ' << font.lineSpacing << ' ' << QApplication::style()->objectName() << '|' << font.family
-                     << '|' << QFontDatabase::systemFont(QFontDatabase::FixedFont).toString() << '|'
+  QTextStream(&line) << (footer == nullptr ? "" : footer->metaObject()->className()) << ' ' << whole.width() << ' '
+                     << whole.height() << ' ' << scaleOfPrimaryScreen() << ' ' << font.size << ' ' << font.lineSpacing
+                     << ' ' << QApplication::style()->objectName() << '|' << font.family << '|'
+                     << QFontDatabase::systemFont(QFontDatabase::FixedFont).toString() << '|'
                      << QApplication::font("QMenuBar").toString();
   return line.simplified().toStdString();
 }

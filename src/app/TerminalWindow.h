@@ -23,9 +23,8 @@ namespace zolt {
 TerminalSize terminalSizeOfNewWindow(const CanvasFont& font = {}, const QWidget* footer = nullptr,
                                      std::optional<QSize> window = std::nullopt);
 
-/// One line that says what the size of a terminal in a new window without a footer depends on, as far as can be told
-/// without loading fonts.
-std::string whatTerminalSizeDependsOn(const CanvasFont& font, std::optional<QSize> window);
+/// One line that says what that size depends on, as far as can be told without loading fonts.
+std::string whatTerminalSizeDependsOn(const CanvasFont& font, const QWidget* footer, std::optional<QSize> window);
 
 /// What a window shows.
 struct TerminalWindowKind {

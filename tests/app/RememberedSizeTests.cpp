@@ -87,7 +87,7 @@ class FirstWindowTest : public test::AppDelegateTest, public testing::WithParamI
   }
 
   const CanvasFont font = GetParam() == Display::FullEmulation ? emulationFont(EmulationSettings()) : CanvasFont();
-  const std::string basis = whatTerminalSizeDependsOn(font, std::nullopt);
+  const std::string basis = whatTerminalSizeDependsOn(font, nullptr, std::nullopt);
   const RememberedSize memory{cacheFolder()};
   TerminalLaunch launch = child({"size"});
 };
@@ -104,6 +104,17 @@ TEST_P(FirstWindowTest, StartsItsShellWithTheRememberedSizeAndCorrectsIt) {
   EXPECT_TRUE(test::waitFor([&] { return told(window).find(right) != std::string::npos; })) << told(window);
   EXPECT_TRUE(told(window).starts_with(numbers(kSize))) << told(window);
   EXPECT_EQ(memory.find(basis), terminalSizeOfNewWindow(font));
+}
+
+TEST_P(FirstWindowTest, RemembersItsSizeApartWithABarBelowTheTerminal) {
+  if (GetParam() != Display::Log) GTEST_SKIP() << "the bar is below the log";
+  launch.display.reset();
+  delegate.applicationDidFinishLaunching(launch);
+  EXPECT_EQ(memory.find(basis), std::nullopt);
+  TerminalWindow& window = *delegate.windows().front();
+  const auto* bar = window.findChild<DisplayBar*>();
+  ASSERT_NE(bar, nullptr);
+  EXPECT_EQ(memory.find(whatTerminalSizeDependsOn(font, bar, std::nullopt)), terminalSizeOfNewWindow(font, bar));
 }
 
 TEST_P(FirstWindowTest, GivesAProgramOfTheCommandLineTheRightSizeAtOnce) {
