@@ -1,9 +1,27 @@
 #include "history/HistoryWorker.h"
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
+#include <chrono>
 #include <csignal>
 #include <utility>
 
 namespace zolt {
+
+namespace {
+
+constexpr std::chrono::milliseconds kRest{200};
+constexpr int kStepsBeforeRest = 64;  // some MiB
+
+void giveFreeMemoryBack() {
+#ifdef __GLIBC__
+  malloc_trim(0);
+#endif
+}
+
+}  // namespace
 
 HistoryWorker& HistoryWorker::shared() {
   static HistoryWorker worker;
@@ -37,11 +55,25 @@ void HistoryWorker::submit(std::shared_ptr<SteppedWork> work) {
   m_wake.notify_one();
 }
 
+// Blocks as they were are freed between those that stay: what the allocator keeps of them is given back to the system
+// once nothing has come for a while.
+void HistoryWorker::waitForWork(std::unique_lock<std::mutex>& lock) {
+  const auto hasWork = [this] { return m_stopping || !m_queue.empty(); };
+  if (m_steps >= kStepsBeforeRest && !m_wake.wait_for(lock, kRest, hasWork)) {
+    lock.unlock();
+    giveFreeMemoryBack();
+    m_steps = 0;
+    lock.lock();
+  }
+  m_wake.wait(lock, hasWork);
+}
+
 void HistoryWorker::run() {
   std::unique_lock lock(m_mutex);
   while (true) {
-    m_wake.wait(lock, [this] { return m_stopping || !m_queue.empty(); });
+    waitForWork(lock);
     if (m_stopping) return;
+    ++m_steps;
     std::shared_ptr<SteppedWork> work = std::move(m_queue.front());
     m_queue.pop_front();
     lock.unlock();

@@ -16,7 +16,8 @@ class SteppedWork {
   virtual bool step() = 0;
 };
 
-/// The thread that serves all histories of the process, one step each in turn.
+/// The thread that serves all histories of the process, one step each in turn. After a rest it gives memory that is
+/// free back to the system.
 class HistoryWorker {
  public:
   /// Started on first use, stopped when the process ends.
@@ -30,11 +31,13 @@ class HistoryWorker {
 
  private:
   void run();
+  void waitForWork(std::unique_lock<std::mutex>& lock);
 
   std::mutex m_mutex;
   std::condition_variable m_wake;
   std::deque<std::shared_ptr<SteppedWork>> m_queue;
   bool m_stopping = false;
+  int m_steps = 0;  // since the last rest; the thread's own
   std::thread m_thread;
 };
 
