@@ -56,7 +56,7 @@ class RequestServer : public QObject {
   Refusal m_refusal;
   Limits m_limits;
   std::deque<QLocalSocket*> m_connections;  // that have not been answered yet, the oldest first
-  QLocalServer m_server;                    // owns them
+  QLocalServer m_server{this};              // owns them
 };
 
 }  // namespace zolt

@@ -9,6 +9,8 @@
 #include <QDir>
 #include <QTemporaryDir>
 #include <cstring>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -72,6 +74,7 @@ class RequestServerTest : public testing::Test {
     auto server = std::make_unique<RequestServer>(
         [this](std::string_view line) -> RequestServer::Answer {
           lines.emplace_back(line);
+          if (whenAsked) whenAsked();
           return {.line = answerLine, .whenSent = [this] { ++sent; }};
         },
         [](std::string_view reason) { return "refused: " + std::string(reason) + "\n"; }, limits);
@@ -87,6 +90,7 @@ class RequestServerTest : public testing::Test {
   std::string answerLine = "done\n";
   std::vector<std::string> lines;
   int sent = 0;
+  std::function<void()> whenAsked;
 };
 
 TEST_F(RequestServerTest, AnswersALineWithALineAndCloses) {
@@ -151,9 +155,12 @@ TEST_F(RequestServerTest, LetsGoOfAClientThatNeverReads) {
   answerLine = std::string(8'000'000, 'x') + "\n";
   const auto server = serve({.time = std::chrono::milliseconds(50)});
   const auto sockets = [&] { return server->findChildren<QLocalSocket*>().size(); };
+  qsizetype atFirst = 0;
+  whenAsked = [&] { atFirst = sockets(); };
   Client client(path);
   client.send("a request\n");
   ASSERT_TRUE(waitFor([&] { return lines.size() == 1; }));
+  EXPECT_EQ(atFirst, 1);
   EXPECT_TRUE(waitFor([&] { return sockets() == 0; })) << "nothing is kept of it";
 }
 

@@ -105,7 +105,7 @@ TEST(Message, HasFieldsOfTheRightType) {
     EXPECT_EQ(refusal(std::string(R"({"zolt":1,"verb":"focus","window":)") + value + "}"),
               "\"window\" is of the wrong type");
   }
-  for (const char* value : {"\"sh\"", "[7]", "[[\"sh\"]]", "{\"a\":\"b\"}"}) {
+  for (const char* value : {"\"sh\"", "[7]", "[\"sh\",7]", "[[\"sh\"]]", "{\"a\":\"b\"}"}) {
     EXPECT_EQ(refusal(std::string(R"({"zolt":1,"verb":"split","program":)") + value + "}"),
               "\"program\" is of the wrong type")
         << value;
