@@ -19,17 +19,6 @@ namespace zolt {
 
 namespace {
 
-// Shows a window with the desktop's permission to take the focus (XDG Activation). Qt reads the token from the
-// environment, and only while it shows a window.
-void showWithToken(TerminalWindow& window, const std::string& token) {
-  constexpr const char* kVariable = "XDG_ACTIVATION_TOKEN";
-  const bool wasSet = qEnvironmentVariableIsSet(kVariable);
-  const QByteArray before = qgetenv(kVariable);
-  qputenv(kVariable, QByteArray::fromStdString(token));
-  window.makeKeyAndOrderFront();
-  wasSet ? qputenv(kVariable, before) : qunsetenv(kVariable);
-}
-
 // Where the shell is, or else where it was started.
 std::string folderOf(const PTYSession& session) {
   const auto shell = session.shellProcess();
@@ -62,9 +51,18 @@ AppDelegate::~AppDelegate() {
 
 void AppDelegate::applicationDidFinishLaunching(const TerminalLaunch& first) {
   m_config.setupDefaults();
+  openFirst(first);
+}
+
+void AppDelegate::serviceDidFinishLaunching() {
+  m_config.setupDefaults();
+  m_awaitsFirst = true;
+}
+
+TerminalWindow& AppDelegate::openFirst(const TerminalLaunch& first) {
   const bool isChosen = m_display || first.display || first.isForProgram ||
                         m_defaults.stringForKey(kFullEmulationKey) || m_defaults.stringForKey(kDisplayChosenKey);
-  open(first, isChosen ? nullptr : std::make_unique<DisplayBar>());
+  return open(first, isChosen ? nullptr : std::make_unique<DisplayBar>());
 }
 
 void AppDelegate::newWindow() {
@@ -73,16 +71,12 @@ void AppDelegate::newWindow() {
 }
 
 TerminalWindow& AppDelegate::openWindow(const TerminalLaunch& launch) {
-  return open(launch, nullptr);
+  return std::exchange(m_awaitsFirst, false) ? openFirst(launch) : open(launch, nullptr);
 }
 
 TerminalWindow& AppDelegate::open(const TerminalLaunch& launch, std::unique_ptr<DisplayBar> bar) {
   auto window = createTerminalWindow(launch, std::move(bar));
-  if (launch.activationToken.empty()) {
-    window->makeKeyAndOrderFront();
-  } else {
-    showWithToken(*window, launch.activationToken);
-  }
+  bringToFront(*window, launch.activationToken);
   m_windows.push_back(std::move(window));
   return *m_windows.back();
 }
@@ -91,6 +85,17 @@ TerminalWindow& AppDelegate::open(const TerminalLaunch& launch, std::unique_ptr<
 void AppDelegate::setDisplayOfThisRun(std::optional<Display> display) {
   m_display = display;
   if (display) m_defaults.overrideForThisRun(kFullEmulationKey, *display == Display::FullEmulation ? "true" : "false");
+}
+
+// Qt reads the token from the environment, and only while it shows or activates a window.
+void AppDelegate::bringToFront(TerminalWindow& window, const std::string& activationToken) {
+  if (activationToken.empty()) return window.makeKeyAndOrderFront();
+  constexpr const char* kVariable = "XDG_ACTIVATION_TOKEN";
+  const bool wasSet = qEnvironmentVariableIsSet(kVariable);
+  const QByteArray before = qgetenv(kVariable);
+  qputenv(kVariable, QByteArray::fromStdString(activationToken));
+  window.makeKeyAndOrderFront();
+  wasSet ? qputenv(kVariable, before) : qunsetenv(kVariable);
 }
 
 Display AppDelegate::displayOfNewWindow() const {
@@ -127,7 +132,8 @@ std::unique_ptr<TerminalWindow> AppDelegate::createTerminalWindow(const Terminal
 
 std::unique_ptr<ContentView> AppDelegate::makeLogContent(const TerminalLaunch& launch, const TerminalSize& size,
                                                          QString& name) {
-  const Shell shell = launch.shell ? *launch.shell : ShellManager::shared().defaultShell();
+  const std::optional<Shell>& given = launch.program ? launch.program : launch.shell;
+  const Shell shell = given ? *given : ShellManager::shared().defaultShell();
   name = QString::fromStdString(shell.name);
   auto started = std::make_shared<std::unique_ptr<TerminalController>>(
       std::make_unique<TerminalController>(shell, launch.restart, size, launch.workingDirectory, m_environment));
@@ -138,8 +144,11 @@ std::unique_ptr<ContentView> AppDelegate::makeFullContent(const TerminalLaunch& 
                                                           QString& name) {
   auto tab = launch.tab;
   if (!tab) {
-    auto pane = m_panes.make(
-        {.shell = launch.shell, .isForProgram = launch.isForProgram, .size = size, .folder = launch.workingDirectory});
+    auto pane = m_panes.make({.shell = launch.shell,
+                              .isForProgram = launch.isForProgram,
+                              .program = launch.program,
+                              .size = size,
+                              .folder = launch.workingDirectory});
     tab = std::make_shared<DetachedTab>();
     tab->current = pane.get();
     tab->view = std::make_unique<SplitView>(*pane.release());
@@ -150,7 +159,9 @@ std::unique_ptr<ContentView> AppDelegate::makeFullContent(const TerminalLaunch& 
         TerminalTabs::MakePane makePane;
         if (!isForProgram) {
           makePane = [this](const TerminalTabs::NewPane& wanted) {
-            return m_panes.make({.size = m_panes.sizeIn(wanted.area, wanted.scale), .folder = wanted.folder});
+            return m_panes.make({.program = wanted.program,
+                                 .size = m_panes.sizeIn(wanted.area, wanted.scale),
+                                 .folder = wanted.folder});
           };
         }
         auto tabs = std::make_unique<TerminalTabs>(std::move(makePane));

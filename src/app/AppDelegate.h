@@ -32,6 +32,7 @@ struct TerminalLaunch {
   std::optional<Display> display{};    ///< otherwise as chosen for this run, or in the settings
   std::optional<QRect> place{};        ///< on the screen, without the frame; otherwise that of every new window
   bool isForProgram = false;           ///< `shell` is a program that was given on the command line
+  std::optional<Shell> program{};      ///< in place of a shell, in a window like any other
   std::shared_ptr<DetachedTab> tab{};  ///< shown in the full emulation, instead of a new terminal
 };
 
@@ -57,6 +58,8 @@ class AppDelegate : public QObject {
   /// Loads the settings and opens the first window. As long as the user has never chosen a display, that window has a
   /// bar that offers both.
   void applicationDidFinishLaunching(const TerminalLaunch& first = {});
+  /// Loads the settings. The first window is opened once somebody asks for one, with the bar as above.
+  void serviceDidFinishLaunching();
   /// Always false, deliberately: the application keeps running without windows and opens one on request.
   static bool applicationShouldTerminateAfterLastWindowClosed() { return false; }
 
@@ -84,6 +87,9 @@ class AppDelegate : public QObject {
 
   /// Opens a window in front of the others.
   TerminalWindow& openWindow(const TerminalLaunch& launch);
+  /// Shows a window in front of the others, with the desktop's permission to take the focus (XDG Activation) if
+  /// `activationToken` is not empty.
+  static void bringToFront(TerminalWindow& window, const std::string& activationToken);
 
   /// Every window ever opened, in order, but those of the full emulation that were closed, and those that were
   /// replaced.
@@ -92,6 +98,7 @@ class AppDelegate : public QObject {
 
  private:
   TerminalWindow& open(const TerminalLaunch& launch, std::unique_ptr<DisplayBar> bar);
+  TerminalWindow& openFirst(const TerminalLaunch& launch);
   std::unique_ptr<TerminalWindow> createTerminalWindow(const TerminalLaunch& launch, std::unique_ptr<DisplayBar> bar);
   /// What a new window of the full emulation does besides showing its terminal.
   void prepareFullEmulation(TerminalWindow& window);
@@ -117,6 +124,7 @@ class AppDelegate : public QObject {
   RememberedSize m_firstSize{cacheFolder()};
   ClosedTerminals m_closedTerminals;
   std::optional<Display> m_display;
+  bool m_awaitsFirst = false;  // window, of a service
   std::vector<std::unique_ptr<TerminalWindow>> m_windows;
   std::vector<QPointer<TerminalWindow>> m_leaving;  // forgotten, each until the event is over that closed it
   std::unique_ptr<UpdaterController> m_updaterController;

@@ -48,6 +48,11 @@ const std::array kOptions{
              line.newInstance = true;
              return {};
            }},
+    Option{"--service", Takes::Nothing, "", "wait for the desktop to ask for a window",
+           [](CommandLine& line, const std::vector<std::string>&) -> Result<void> {
+             line.isService = true;
+             return {};
+           }},
     Option{"--log", Takes::Nothing, "", "show the output as a log in this run",
            [](CommandLine& line, const std::vector<std::string>&) -> Result<void> {
              line.display = Display::Log;
@@ -74,6 +79,11 @@ const std::array kOptions{
 
 Result<CommandLine> CommandLine::parse(const std::vector<std::string>& arguments) {
   CommandLine line;
+  if (!arguments.empty() && arguments.front() == "msg") {
+    line.action = Action::SendMessage;
+    line.message.assign(arguments.begin() + 1, arguments.end());
+    return line;
+  }
   for (std::size_t i = 0; i < arguments.size();) {
     // "--name value" and "--name=value" are the same.
     std::string name = arguments[i++];
@@ -96,11 +106,16 @@ Result<CommandLine> CommandLine::parse(const std::vector<std::string>& arguments
     if (const auto applied = option->apply(line, values); !applied) return Failure{applied.reason()};
   }
   if (line.screenshotFile && line.program.empty()) return Failure{"--screenshot needs -e PROGRAM"};
+  if (line.isService && (line.newInstance || !line.program.empty())) {
+    return Failure{"--service is for the one instance that others find"};
+  }
   return line;
 }
 
 std::string CommandLine::helpText() {
-  std::string text = "Usage: zolt [OPTION...] [-e PROGRAM [ARG...]]\n\n";
+  std::string text =
+      "Usage: zolt [OPTION...] [-e PROGRAM [ARG...]]\n"
+      "       zolt msg VERB [...]  ask something of the Zolt that is running; zolt msg --help\n\n";
   for (const Option& option : kOptions) {
     std::string head = std::string("  ") + option.name;
     if (*option.value != '\0') head += std::string(" ") + option.value;

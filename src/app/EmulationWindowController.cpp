@@ -16,7 +16,8 @@ std::vector<std::string> runningPrograms(const std::vector<TerminalPane*>& panes
   std::vector<std::string> names;
   for (TerminalPane* pane : panes) {
     const PTYSession& session = pane->terminal().ptySession();
-    const bool isShell = PaneLife::of(*pane) != nullptr;
+    const PaneLife* life = PaneLife::of(*pane);
+    const bool isShell = life != nullptr && life->runsShell();
     const auto program = isShell ? session.foregroundProgram() : session.shellProcess();
     if (program) names.push_back(processName(*program));
   }

@@ -27,6 +27,9 @@ class PaneLife : public QObject {
     return pane.findChild<PaneLife*>(QString(), Qt::FindDirectChildrenOnly);
   }
 
+  /// What runs in the pane is a program in place of a shell.
+  void setRunsProgram() { m_runsShell = false; }
+  bool runsShell() const { return m_runsShell; }
   /// Types `command` and Return into the shell, once it has printed something or a second has passed.
   void typeFirst(const std::string& command);
   /// The shell has ended and nothing is left to read: the pane is to be closed.
@@ -56,6 +59,7 @@ class PaneLife : public QObject {
   Clock& m_clock;
   Clock::TimePoint m_start;
   std::string m_command;  // still to be typed
+  bool m_runsShell = true;
   bool m_hasEnded = false;
   bool m_isOver = false;
   std::optional<int> m_status;

@@ -18,8 +18,9 @@ class PaneMaker {
   PaneMaker(EmulationSettingsStore& settings, Environment environment);
 
   struct Wanted {
-    std::optional<Shell> shell{};  ///< otherwise the one that the user has set
-    bool isForProgram = false;     ///< `shell` is a program: it begins and ends by itself
+    std::optional<Shell> shell{};    ///< otherwise the one that the user has set
+    bool isForProgram = false;       ///< `shell` is a program: it begins and ends by itself
+    std::optional<Shell> program{};  ///< in place of a shell: nothing is typed into it
     TerminalSize size{};
     std::string folder{};  ///< the working directory; this process's if empty
   };

@@ -1,13 +1,10 @@
 #include "app/SingleInstance.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <sys/file.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
 
-#include <QLocalSocket>
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -18,7 +15,8 @@
 #include <nlohmann/json.hpp>
 #include <thread>
 
-#include "platform/Pipe.h"
+#include "messages/Answer.h"
+#include "platform/LocalConnection.h"
 
 namespace zolt {
 
@@ -28,7 +26,6 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::seconds kAnswerLimit{5};
 constexpr std::chrono::milliseconds kRetry{20};
-constexpr std::size_t kRequestLimitBytes = 64 * 1024;
 constexpr std::string_view kAnswer = "opened\n";
 
 std::string environmentValue(const char* name) {
@@ -51,45 +48,6 @@ bool isOwnPrivateFolder(const std::string& path) {
   struct stat folder {};
   return lstat(path.c_str(), &folder) == 0 && S_ISDIR(folder.st_mode) && folder.st_uid == getuid() &&
          (folder.st_mode & 0077) == 0;
-}
-
-Descriptor connectTo(const std::string& path) {
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  std::memcpy(address.sun_path, path.c_str(), path.size());
-  Descriptor connection(socket(AF_UNIX, SOCK_STREAM, 0));
-  if (!connection) return {};
-  setCloseOnExec(connection.get());
-  fcntl(connection.get(), F_SETFL, O_NONBLOCK);
-  if (connect(connection.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) return {};
-  return connection;
-}
-
-bool isReady(int descriptor, short events, Clock::time_point deadline) {
-  const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
-  pollfd waited{.fd = descriptor, .events = events, .revents = 0};
-  return left.count() > 0 && poll(&waited, 1, static_cast<int>(left.count())) == 1;
-}
-
-bool sendAll(int descriptor, std::string_view text, Clock::time_point deadline) {
-  while (!text.empty()) {
-    if (!isReady(descriptor, POLLOUT, deadline)) return false;
-    const ssize_t sent = write(descriptor, text.data(), text.size());
-    if (sent < 0) return false;
-    text.remove_prefix(static_cast<std::size_t>(sent));
-  }
-  return true;
-}
-
-bool isAnswered(int descriptor, Clock::time_point deadline) {
-  std::string answer;
-  std::array<char, 64> buffer{};
-  while (answer.size() < kAnswer.size() && isReady(descriptor, POLLIN, deadline)) {
-    const ssize_t got = read(descriptor, buffer.data(), buffer.size());
-    if (got <= 0) break;
-    answer.append(buffer.data(), static_cast<std::size_t>(got));
-  }
-  return answer == kAnswer;
 }
 
 struct DisplayName {
@@ -174,9 +132,9 @@ SingleInstance::Lock SingleInstance::takeLock() {
 }
 
 bool SingleInstance::forward(const OpenRequest& request) const {
-  const Descriptor connection = connectTo(m_socketPath);
-  const auto deadline = Clock::now() + kAnswerLimit;
-  return connection && sendAll(connection.get(), request.encoded(), deadline) && isAnswered(connection.get(), deadline);
+  LocalConnection connection(Clock::now() + kAnswerLimit);
+  return connection.connect(m_socketPath) == LocalConnection::Outcome::Connected &&
+         connection.send(request.encoded()) && connection.readLine(kAnswer.size()) == kAnswer;
 }
 
 SingleInstance::Outcome SingleInstance::claim(const OpenRequest& request) {
@@ -194,29 +152,20 @@ SingleInstance::Outcome SingleInstance::claim(const OpenRequest& request) {
   return Outcome::Unshared;
 }
 
-bool SingleInstance::serve(std::function<void(const OpenRequest& request)> open) {
-  unlink(m_socketPath.c_str());
-  m_server = std::make_unique<QLocalServer>();
-  m_server->setSocketOptions(QLocalServer::UserAccessOption);
-  QObject::connect(m_server.get(), &QLocalServer::newConnection, m_server.get(), [server = m_server.get(), open] {
-    while (QLocalSocket* connection = server->nextPendingConnection()) {
-      QObject::connect(connection, &QLocalSocket::disconnected, connection, &QObject::deleteLater);
-      QObject::connect(connection, &QLocalSocket::readyRead, connection, [connection, open] {
-        if (!connection->canReadLine()) {
-          if (connection->bytesAvailable() > static_cast<qint64>(kRequestLimitBytes)) connection->abort();
-          return;
-        }
-        const std::string line = connection->readLine(kRequestLimitBytes).toStdString();
-        if (const auto request = OpenRequest::decoded(line)) {
-          // A client that gave up waiting has opened its own window by now.
-          connection->write(kAnswer.data(), static_cast<qint64>(kAnswer.size()));
-          if (connection->flush() && connection->state() == QLocalSocket::ConnectedState) open(*request);
-        }
-        connection->disconnectFromServer();
-      });
+bool SingleInstance::serve(std::function<void(const OpenRequest& request)> open, AnswerMessage answerMessage) {
+  const auto answer = [open = std::move(open),
+                       answerMessage = std::move(answerMessage)](std::string_view line) -> RequestServer::Answer {
+    // A client that gave up waiting has opened its own window by now.
+    if (const auto request = OpenRequest::decoded(line)) {
+      return {.line = std::string(kAnswer), .whenSent = [open, request] { open(*request); }};
     }
-  });
-  if (m_server->listen(QString::fromStdString(m_socketPath))) return true;
+    const auto message = Message::decoded(line);
+    return {.line = message ? answerMessage(message.value()) : answerRefused(message.reason())};
+  };
+  m_server =
+      std::make_unique<RequestServer>(answer, answerRefused, RequestServer::Limits{.requestBytes = kRequestLimitBytes});
+  if (m_server->listen(m_socketPath)) return true;
+  m_server.reset();
   unlink(m_lockPath.c_str());
   m_lock.reset();
   return false;

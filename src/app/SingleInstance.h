@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QLocalServer>
-#include <QObject>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -9,6 +7,8 @@
 #include <string_view>
 
 #include "app/Display.h"
+#include "app/RequestServer.h"
+#include "messages/Message.h"
 #include "platform/Descriptor.h"
 
 namespace zolt {
@@ -48,9 +48,12 @@ class SingleInstance {
   /// application object.
   Outcome claim(const OpenRequest& request);
 
-  /// Calls `open` on the main thread for each request from another process. Call after `First`. Returns false and
-  /// releases the lock if the socket cannot be created.
-  bool serve(std::function<void(const OpenRequest& request)> open);
+  /// Carries out a script's message and returns the answer, a line with its newline.
+  using AnswerMessage = std::function<std::string(const Message& message)>;
+
+  /// Calls `open` on the main thread for each request of a second start, and `answerMessage` for each message. Call
+  /// after `First`. Returns false and releases the lock if the socket cannot be created.
+  bool serve(std::function<void(const OpenRequest& request)> open, AnswerMessage answerMessage);
 
   bool isFirst() const { return static_cast<bool>(m_lock); }
   const std::string& socketPath() const { return m_socketPath; }
@@ -63,7 +66,7 @@ class SingleInstance {
   std::string m_lockPath;
   std::string m_socketPath;
   Descriptor m_lock;
-  std::unique_ptr<QLocalServer> m_server;
+  std::unique_ptr<RequestServer> m_server;
 };
 
 }  // namespace zolt

@@ -10,12 +10,15 @@
 
 #include "app/CommandLine.h"
 #include "app/DisplayGuard.h"
+#include "app/MessageClient.h"
 #include "app/ProgramRun.h"
 #include "app/SingleInstance.h"
 #include "app/StandardStreams.h"
+#include "app/WindowMessages.h"
 #include "app/ZoltApp.h"
 #include "base/Diagnostics.h"
 #include "brew/BrewCommand.h"
+#include "desktop/DesktopApplication.h"
 #include "desktop/DesktopPalette.h"
 #include "desktop/FontsAhead.h"
 #include "platform/ChildProcess.h"
@@ -27,8 +30,22 @@
 namespace {
 
 constexpr int kUsageStatus = 2;
+// The name of the desktop file, and of the application on the session bus.
+const QString kApplicationId = QStringLiteral("org.zolt.Zolt");
 // How long shells that ignore SIGTERM may take once the windows are gone.
 constexpr std::chrono::milliseconds kEndGrace{1000};
+
+std::string homeFolder() {
+  return qEnvironmentVariable("HOME").toStdString();
+}
+
+// What the bus has set up for a program that it starts is not for the shells.
+void prepareService(zolt::CommandLine& options, zolt::Environment& environment) {
+  for (const char* name : {"DBUS_STARTER_ADDRESS", "DBUS_STARTER_BUS_TYPE"}) {
+    environment.erase(name);
+  }
+  if (!options.workingDirectory && !homeFolder().empty()) options.workingDirectory = homeFolder();
+}
 
 int usageError(const std::string& reason) {
   zolt::printErrorLine("zolt: " + reason);
@@ -50,6 +67,24 @@ void open(zolt::AppDelegate& delegate, const zolt::OpenRequest& request) {
                        .display = request.display});
 }
 
+// Windows that the desktop asks for begin at home, wherever this process does.
+std::unique_ptr<zolt::DesktopApplication> onTheBus(zolt::AppDelegate& delegate, zolt::WindowMessages& messages) {
+  auto bus = std::make_unique<zolt::DesktopApplication>(kApplicationId);
+  const auto openIn = [&delegate](const std::string& folder, const QString& token) {
+    open(delegate, {.workingDirectory = folder, .activationToken = token.toStdString()});
+  };
+  QObject::connect(bus.get(), &zolt::DesktopApplication::windowWanted, bus.get(),
+                   [openIn](const QString& token) { openIn(homeFolder(), token); });
+  QObject::connect(bus.get(), &zolt::DesktopApplication::folderWanted, bus.get(),
+                   [openIn](const QString& folder, const QString& token) { openIn(folder.toStdString(), token); });
+  // Where no window has tabs, a window.
+  QObject::connect(bus.get(), &zolt::DesktopApplication::tabWanted, bus.get(),
+                   [openIn, &messages](const QString& token) {
+                     if (!messages.addTab(homeFolder(), token.toStdString())) openIn(homeFolder(), token);
+                   });
+  return bus;
+}
+
 int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::SingleInstance& instance,
                    const zolt::Environment& environment) {
   std::jthread fonts = zolt::readFontConfigurationAhead();
@@ -59,7 +94,7 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::
   if (fonts.joinable()) fonts.join();  // the first window asks for fonts
   QApplication::setApplicationName(QStringLiteral("Zolt"));
   QApplication::setApplicationVersion(QStringLiteral(ZOLT_VERSION));
-  QGuiApplication::setDesktopFileName(QStringLiteral("zolt"));
+  QGuiApplication::setDesktopFileName(kApplicationId);
 
   zolt::ZoltApp zoltApp(zolt::Config::shared(), zolt::UserDefaults::standard(), environment);
   zolt::AppDelegate& delegate = zoltApp.appDelegate();
@@ -68,7 +103,9 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::
 
   std::unique_ptr<zolt::ProgramRun> run;
   bool closed = false;
-  if (line.program.empty()) {
+  if (line.isService && instance.isFirst()) {
+    delegate.serviceDidFinishLaunching();
+  } else if (line.program.empty()) {
     delegate.applicationDidFinishLaunching();
   } else {
     delegate.applicationDidFinishLaunching({.shell = zolt::shellForProgram(line.program),
@@ -82,11 +119,17 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::
       QApplication::quit();
     });
   }
-  if (instance.isFirst()) instance.serve([&delegate](const zolt::OpenRequest& request) { open(delegate, request); });
+  zolt::WindowMessages messages(delegate, zolt::Config::shared(), zolt::UserDefaults::standard());
+  if (instance.isFirst()) {
+    instance.serve([&delegate](const zolt::OpenRequest& request) { open(delegate, request); },
+                   [&messages](const zolt::Message& message) { return messages.answer(message); });
+  }
 
   // Not needed for the first frame.
   std::unique_ptr<zolt::DesktopPalette> palette;
-  zolt::MainQueue::async(zolt::MainQueue::Owner(&application), [&palette] {
+  std::unique_ptr<zolt::DesktopApplication> bus;
+  zolt::MainQueue::async(zolt::MainQueue::Owner(&application), [&] {
+    if (instance.isFirst()) bus = onTheBus(delegate, messages);
     palette = std::make_unique<zolt::DesktopPalette>();
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/zolt/zolt.svg")));
   });
@@ -102,7 +145,7 @@ int main(int argc, char** argv) {
   zolt::openMissingStandardStreams();
   zolt::printToolkitMessagesWithoutWaiting();
   // What the shells inherit. Copied first: Qt unsets variables that it has read (DESKTOP_STARTUP_ID).
-  const zolt::Environment environment = zolt::processEnvironment();
+  zolt::Environment environment = zolt::processEnvironment();
   // If the reader of our standard output goes away, SIGPIPE must not close the terminals.
   zolt::ignoreBrokenPipes();
   auto line = zolt::CommandLine::parse({argv + 1, argv + argc});
@@ -114,6 +157,8 @@ int main(int argc, char** argv) {
     case zolt::CommandLine::Action::ShowVersion:
       std::fputs(zolt::CommandLine::versionText().c_str(), stdout);
       return 0;
+    case zolt::CommandLine::Action::SendMessage:
+      return zolt::runMessage(line.value().message);
     case zolt::CommandLine::Action::Run:
       break;
   }
@@ -123,6 +168,7 @@ int main(int argc, char** argv) {
     std::error_code ignored;
     options.screenshotFile = std::filesystem::absolute(*options.screenshotFile, ignored).string();
   }
+  if (options.isService) prepareService(options, environment);
   if (const auto& directory = options.workingDirectory; directory && chdir(directory->c_str()) != 0) {
     return usageError("cannot change to " + *directory + ": " + std::strerror(errno));
   }

@@ -4,8 +4,9 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <QFileInfo>
 #include <cstring>
+
+#include "desktop/SessionBus.h"
 
 namespace zolt {
 
@@ -22,12 +23,6 @@ constexpr char kRead[] = "Read";
 
 QString latin(const char* text) {
   return QString::fromLatin1(text);
-}
-
-// Without an address the library would launch a bus.
-bool hasSessionBus() {
-  return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
-         QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
 }
 
 QVariant unwrapped(QVariant value) {

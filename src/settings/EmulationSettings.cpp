@@ -17,7 +17,7 @@ constexpr Config::Range kOpacities{.first = 0.1, .last = 1};
 
 // The settings table: key, member, whether a reset includes it, a number's range.
 // clang-format off
-constexpr std::array<EmulationRow, 21> kRows{{
+constexpr std::array<EmulationRow, 22> kRows{{
     {kStartupShell.key,           &Settings::startupShell,              false},
     {kStartupCommand.key,         &Settings::startupCommand,            false},
     {"lineSpacing",               &Settings::lineSpacing,               false, {1, 2, 0.1}},
@@ -36,6 +36,7 @@ constexpr std::array<EmulationRow, 21> kRows{{
     {"dimUnfocusedPanes",         &Settings::dimUnfocusedPanes},
     {"reopenSeconds",             &Settings::reopenSeconds,             true, {10, 600, 1}},
     {"allowWindowRequests",       &Settings::allowWindowRequests},
+    {"messagesMayType",           &Settings::messagesMayType},
     {"boldIsBright",              &Settings::boldIsBright},
     {"audibleBell",               &Settings::audibleBell},
     {"visualBell",                &Settings::visualBell},

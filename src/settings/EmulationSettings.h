@@ -58,6 +58,7 @@ struct EmulationSettings {
   bool alwaysShowTabs = false;       ///< the strip, for one tab too
   double reopenSeconds = 60;         ///< in which what was closed can be brought back, 10...600
   bool allowWindowRequests = false;  ///< programs may move and resize the window
+  bool messagesMayType = false;      ///< scripts, into terminals that they did not open
   bool boldIsBright = false;
   bool audibleBell = true;
   bool visualBell = false;

@@ -79,10 +79,7 @@ TerminalTabs::TerminalTabs(MakePane makePane, QWidget* parent)
   connect(m_strip, &QTabBar::currentChanged, this, &TerminalTabs::currentTabChanged);
   connect(m_strip, &QTabBar::tabMoved, this, &TerminalTabs::tabMoved);
   connect(m_strip, &TabStrip::closeWanted, this, &TerminalTabs::tabCloseWanted);
-  connect(m_strip, &TabStrip::named, this, [this](int index, const QString& name) {
-    tab(index).name = name;
-    updateTitle(index);
-  });
+  connect(m_strip, &TabStrip::named, this, &TerminalTabs::setName);
   connect(m_strip, &TabStrip::tabDropped, this, &TerminalTabs::takeIn);
   connect(m_strip, &TabStrip::tornOff, this, [this](int index, QPoint at) { Q_EMIT windowWanted(index, at); });
   connect(m_strip, &TabStrip::menuWanted, this, &TerminalTabs::showMenu);
@@ -132,14 +129,27 @@ TerminalTabs::Tab* TerminalTabs::tabOf(const TerminalPane& pane) {
 // Tabs: they come, go and change places.
 
 bool TerminalTabs::addTab() {
-  if (!m_makePane) return true;
-  const std::string folder = folderOfCurrent();
+  openTab({});
+  return true;
+}
+
+TerminalPane* TerminalTabs::openTab(const Wanted& wanted) {
+  if (!m_makePane) return nullptr;
+  const std::string folder = wanted.folder ? *wanted.folder : folderOfCurrent();
   m_bar->show();
   layout()->activate();  // the new terminal has the room that is left
-  TerminalPane& pane =
-      *m_makePane({.area = m_stack->geometry().size(), .scale = devicePixelRatioF(), .folder = folder}).release();
+  TerminalPane& pane = *m_makePane({.area = m_stack->geometry().size(),
+                                    .scale = devicePixelRatioF(),
+                                    .folder = folder,
+                                    .program = wanted.program})
+                            .release();
   insert(new SplitView(pane), QString(), pane, currentIndex() + 1);
-  return true;
+  return &pane;
+}
+
+void TerminalTabs::setName(int index, const QString& name) {
+  tab(index).name = name;
+  updateTitle(index);
 }
 
 void TerminalTabs::insert(SplitView* view, const QString& name, TerminalPane& current, int before) {

@@ -47,9 +47,10 @@ class TerminalTabs : public TerminalArea {
 
  public:
   struct NewPane {
-    QSize area;          ///< of its canvas, in logical pixels
-    double scale;        ///< device pixels to one of them
-    std::string folder;  ///< the working directory; this process's if empty
+    QSize area;                      ///< of its canvas, in logical pixels
+    double scale;                    ///< device pixels to one of them
+    std::string folder;              ///< the working directory; this process's if empty
+    std::optional<Shell> program{};  ///< that runs instead of the user's shell
   };
   using MakePane = std::function<std::unique_ptr<TerminalPane>(const NewPane& wanted)>;
 
@@ -62,6 +63,15 @@ class TerminalTabs : public TerminalArea {
   TerminalController& terminal() override { return currentPane().terminal(); }
   EmulationSurface& surface() override { return surfaceOf(currentPane()); }
   bool addTab() override;
+  /// What a new terminal is like: where it starts, otherwise in the current one's folder; and what runs in it instead
+  /// of the user's shell.
+  struct Wanted {
+    std::optional<std::string> folder{};
+    std::optional<Shell> program{};
+  };
+  /// Shows one more terminal in a tab, or beside another; null if none may be added, or has room.
+  TerminalPane* openTab(const Wanted& wanted);
+  TerminalPane* openSplit(TerminalPane& beside, Direction side, const Wanted& wanted);
   void clear() override;
   void holdGridSize(bool held) override;
 
@@ -82,6 +92,8 @@ class TerminalTabs : public TerminalArea {
   /// Takes a tab out, with its programs running. The last one leaves the area empty.
   DetachedTab takeTab(int index);
   void insertTab(DetachedTab tab, int before);
+  /// Names a tab as the user does; an empty name restores the program's title.
+  void setName(int index, const QString& name);
   /// Takes a pane out of a tab that has others too.
   DetachedPane takePane(TerminalPane& pane);
   /// Puts it back where it was, if that is still there and has not changed; otherwise into a tab of its own.

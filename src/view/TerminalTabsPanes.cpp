@@ -17,9 +17,12 @@ void TerminalTabs::bringUp(TerminalPane& pane) {
 }
 
 void TerminalTabs::split(Direction side) {
-  if (!m_makePane) return;
-  TerminalPane& beside = currentPane();
-  SplitView& split = *tab(currentIndex()).view;
+  if (m_makePane && openSplit(currentPane(), side, {}) == nullptr) QApplication::beep();
+}
+
+TerminalPane* TerminalTabs::openSplit(TerminalPane& beside, Direction side, const Wanted& wanted) {
+  if (!m_makePane) return nullptr;
+  SplitView& split = *tabOf(beside)->view;
   // The shell has its size from the start.
   SplitLayout next = split.layoutOfPanes();
   constexpr PaneId kAdded{0};  // no pane's
@@ -27,9 +30,14 @@ void TerminalTabs::split(Direction side) {
   const auto places = next.places({.width = split.width(), .height = split.height()}).panes;
   const PaneSize size = std::ranges::find(places, kAdded, &SplitLayout::Place::pane)->rect.size;
   const bool hasRoom = size.width >= SplitLayout::smallestPane.width && size.height >= SplitLayout::smallestPane.height;
-  if (!hasRoom) return QApplication::beep();
-  splitWith(beside, side,
-            m_makePane({.area = {size.width, size.height}, .scale = devicePixelRatioF(), .folder = folderOfCurrent()}));
+  if (!hasRoom) return nullptr;
+  auto pane = m_makePane({.area = {size.width, size.height},
+                          .scale = devicePixelRatioF(),
+                          .folder = wanted.folder ? *wanted.folder : surfaceOf(beside).folder(),
+                          .program = wanted.program});
+  TerminalPane* const added = pane.get();
+  splitWith(beside, side, std::move(pane));
+  return added;
 }
 
 void TerminalTabs::splitWith(TerminalPane& beside, Direction side, std::unique_ptr<TerminalPane> added) {

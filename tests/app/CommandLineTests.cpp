@@ -117,14 +117,30 @@ TEST(CommandLine, TakesTheDisplayOfThisRun) {
   EXPECT_EQ(parsed({"--full-emulation", "-e", "top", "--log"}).display, Display::FullEmulation);
 }
 
+TEST(CommandLine, LeavesEverythingAfterMsgToTheMessage) {
+  const CommandLine line = parsed({"msg", "split", "--help", "-e"});
+  EXPECT_EQ(line.action, Action::SendMessage);
+  EXPECT_EQ(line.message, (Arguments{"split", "--help", "-e"}));
+  EXPECT_EQ(parsed({"-e", "msg"}).action, Action::Run);
+  EXPECT_EQ(refusal({"--log", "msg"}), "unknown option: msg");
+}
+
+TEST(CommandLine, KnowsAServiceAsTheOneInstance) {
+  EXPECT_FALSE(parsed({}).isService);
+  EXPECT_TRUE(parsed({"--service"}).isService);
+  EXPECT_EQ(refusal({"--service", "--new-instance"}), "--service is for the one instance that others find");
+  EXPECT_EQ(refusal({"--service", "-e", "top"}), "--service is for the one instance that others find");
+}
+
 TEST(CommandLine, NamesEveryOptionInItsHelpWithWhatItTakes) {
   const std::string help = CommandLine::helpText();
   for (const char* option :
        {"\n  -e PROGRAM [ARG...]  ", "\n  --working-directory DIR  ", "\n  --screenshot FILE  ", "\n  --log  ",
-        "\n  --new-instance  ", "\n  --full-emulation  ", "\n  --version  ", "\n  --help  "}) {
+        "\n  --new-instance  ", "\n  --full-emulation  ", "\n  --service  ", "\n  --version  ", "\n  --help  "}) {
     EXPECT_NE(help.find(option), std::string::npos) << option;
   }
   EXPECT_TRUE(help.starts_with("Usage: zolt "));
+  EXPECT_NE(help.find("zolt msg --help"), std::string::npos);
   EXPECT_TRUE(help.ends_with("\n"));
 }
 

@@ -102,6 +102,15 @@ TEST_F(DisplayChoiceTest, OffersItInTheFirstWindowOnly) {
   EXPECT_EQ(window(1).findChild<DisplayBar*>(), nullptr);
 }
 
+TEST_F(DisplayChoiceTest, IsOfferedInTheFirstWindowOfAServiceWheneverThatIsWanted) {
+  delegate.serviceDidFinishLaunching();
+  EXPECT_TRUE(delegate.windows().empty());
+  delegate.openWindow(child({"wait"}));
+  EXPECT_NE(bar(), nullptr);
+  delegate.openWindow(child({"wait"}));
+  EXPECT_EQ(window(1).findChild<DisplayBar*>(), nullptr);
+}
+
 TEST_F(DisplayChoiceTest, TakesTheBarAwayWhenTheChoiceIsMadeInTheMenu) {
   launch();
   delegate.toggleFullEmulation();

@@ -10,14 +10,18 @@
 #include <QLocalSocket>
 #include <QTemporaryDir>
 #include <future>
+#include <utility>
 #include <vector>
 
+#include "messages/Answer.h"
 #include "support/WaitFor.h"
 
 namespace zolt {
 namespace {
 
 using Outcome = SingleInstance::Outcome;
+
+const SingleInstance::AnswerMessage kNoMessages = [](const Message&) { return answerRefused("none is expected"); };
 
 class SingleInstanceTest : public testing::Test {
  protected:
@@ -46,7 +50,7 @@ TEST_F(SingleInstanceTest, OpensAWindowInTheRunningOneForASecondStart) {
   SingleInstance instance(path());
   ASSERT_EQ(instance.claim({}), Outcome::First);
   std::vector<OpenRequest> opened;
-  ASSERT_TRUE(instance.serve([&](const OpenRequest& request) { opened.push_back(request); }));
+  ASSERT_TRUE(instance.serve([&](const OpenRequest& request) { opened.push_back(request); }, kNoMessages));
   EXPECT_EQ(secondStart({.workingDirectory = "/a b/\"c\"\n", .activationToken = "token"}), Outcome::Forwarded);
   EXPECT_EQ(secondStart({.workingDirectory = "/d", .activationToken = ""}), Outcome::Forwarded);
   ASSERT_EQ(opened.size(), 2U);
@@ -84,7 +88,7 @@ TEST_F(SingleInstanceTest, WaitsForAFirstInstanceThatIsStillStarting) {
   int opened = 0;
   auto second = std::async(std::launch::async, [&] { return SingleInstance(path()).claim({}); });
   test::runLoopFor(std::chrono::milliseconds(200));
-  ASSERT_TRUE(instance.serve([&](const OpenRequest&) { ++opened; }));
+  ASSERT_TRUE(instance.serve([&](const OpenRequest&) { ++opened; }, kNoMessages));
   test::waitFor([&] { return second.wait_for(std::chrono::seconds(0)) == std::future_status::ready; });
   EXPECT_EQ(second.get(), Outcome::Forwarded);
   EXPECT_EQ(opened, 1);
@@ -94,7 +98,7 @@ TEST_F(SingleInstanceTest, LeavesNoFileBehind) {
   {
     SingleInstance instance(path());
     ASSERT_EQ(instance.claim({}), Outcome::First);
-    ASSERT_TRUE(instance.serve([](const OpenRequest&) {}));
+    ASSERT_TRUE(instance.serve([](const OpenRequest&) {}, kNoMessages));
     EXPECT_EQ(files().size(), 2);
   }
   EXPECT_TRUE(files().isEmpty()) << files().join(QLatin1Char(' ')).toStdString();
@@ -103,7 +107,7 @@ TEST_F(SingleInstanceTest, LeavesNoFileBehind) {
 TEST_F(SingleInstanceTest, LeavesTheFilesOfTheRunningOneAlone) {
   SingleInstance instance(path());
   ASSERT_EQ(instance.claim({}), Outcome::First);
-  ASSERT_TRUE(instance.serve([](const OpenRequest&) {}));
+  ASSERT_TRUE(instance.serve([](const OpenRequest&) {}, kNoMessages));
   EXPECT_EQ(secondStart({}), Outcome::Forwarded);
   EXPECT_EQ(files().size(), 2);
   EXPECT_EQ(secondStart({}), Outcome::Forwarded);
@@ -124,7 +128,7 @@ TEST_F(SingleInstanceTest, TakesOverFromOneThatWasKilled) {
   ASSERT_EQ(files().size(), 2);
   SingleInstance instance(path());
   EXPECT_EQ(instance.claim({}), Outcome::First);
-  EXPECT_TRUE(instance.serve([](const OpenRequest&) {}));
+  EXPECT_TRUE(instance.serve([](const OpenRequest&) {}, kNoMessages));
   EXPECT_EQ(secondStart({}), Outcome::Forwarded);
 }
 
@@ -134,28 +138,56 @@ TEST_F(SingleInstanceTest, RunsUnsharedWithoutAPlaceForItsLock) {
   EXPECT_EQ(SingleInstance(path() + std::string(200, 'x')).claim({}), Outcome::Unshared);
 }
 
-TEST_F(SingleInstanceTest, IgnoresInvalidRequests) {
+TEST_F(SingleInstanceTest, SaysWhatIsWrongWithAnInvalidRequest) {
   SingleInstance instance(path());
   ASSERT_EQ(instance.claim({}), Outcome::First);
   int opened = 0;
-  ASSERT_TRUE(instance.serve([&](const OpenRequest&) { ++opened; }));
-  const std::vector<QByteArray> lines{"\n",      "{}\n",       "{\"open\":\"file\"}\n",
-                                      "[1,2]\n", "\xFF\xFE\n", QByteArray(200'000, 'x')};
-  for (const QByteArray& line : lines) {
+  ASSERT_TRUE(instance.serve([&](const OpenRequest&) { ++opened; }, kNoMessages));
+  const std::vector<std::pair<QByteArray, std::string>> lines{
+      {"\n", "the request is not a JSON object"},
+      {"{}\n", "the request does not say which version of the messages it is of"},
+      {"{\"open\":\"file\"}\n", "the request does not say which version of the messages it is of"},
+      {"[1,2]\n", "the request is not a JSON object"},
+      {"\xFF\xFE\n", "the request is not a JSON object"},
+      {QByteArray(900'000, '[') + "\n", "the request is not a JSON object"},
+      {QByteArray(kRequestLimitBytes + 1, 'x'), "the request is too large"}};
+  for (const auto& [line, reason] : lines) {
+    SCOPED_TRACE(line.left(40).toStdString());
     QLocalSocket socket;
     socket.connectToServer(QString::fromStdString(instance.socketPath()));
     socket.write(line);
     EXPECT_TRUE(test::waitFor([&] { return socket.state() == QLocalSocket::UnconnectedState; }));
-    EXPECT_EQ(socket.readAll(), QByteArray());
+    EXPECT_EQ(socket.readAll().toStdString(), answerRefused(reason));
   }
   EXPECT_EQ(opened, 0);
   EXPECT_EQ(secondStart({}), Outcome::Forwarded);
 }
 
+TEST_F(SingleInstanceTest, AnswersMessagesAndSecondStartsOnOneSocket) {
+  SingleInstance instance(path());
+  ASSERT_EQ(instance.claim({}), Outcome::First);
+  int opened = 0;
+  std::vector<Message> messages;
+  ASSERT_TRUE(instance.serve([&](const OpenRequest&) { ++opened; },
+                             [&](const Message& message) {
+                               messages.push_back(message);
+                               return answerDone();
+                             }));
+  const Message sent{.verb = Verb::Split, .side = "down", .terminal = "a"};
+  QLocalSocket socket;
+  socket.connectToServer(QString::fromStdString(instance.socketPath()));
+  socket.write(QByteArray::fromStdString(sent.encoded()));
+  EXPECT_TRUE(test::waitFor([&] { return socket.state() == QLocalSocket::UnconnectedState; }));
+  EXPECT_EQ(socket.readAll().toStdString(), answerDone());
+  EXPECT_EQ(secondStart({}), Outcome::Forwarded);
+  EXPECT_EQ(messages, std::vector{sent});
+  EXPECT_EQ(opened, 1);
+}
+
 TEST_F(SingleInstanceTest, KeepsItsSocketPrivateToTheUser) {
   SingleInstance instance(path());
   ASSERT_EQ(instance.claim({}), Outcome::First);
-  ASSERT_TRUE(instance.serve([](const OpenRequest&) {}));
+  ASSERT_TRUE(instance.serve([](const OpenRequest&) {}, kNoMessages));
   struct stat socket {};
   ASSERT_EQ(stat(instance.socketPath().c_str(), &socket), 0);
   EXPECT_EQ(socket.st_mode & 0077, 0U);

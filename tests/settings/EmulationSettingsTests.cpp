@@ -24,6 +24,7 @@ TEST_F(EmulationSettingsTest, AreTheDefaultsWhileNothingIsStored) {
   EXPECT_EQ(settings().minimumContrast, 4.5);
   EXPECT_TRUE(settings().askBeforeRiskyPaste);
   EXPECT_FALSE(settings().allowWindowRequests);
+  EXPECT_FALSE(settings().messagesMayType);
   EXPECT_FALSE(settings().boldIsBright);
   EXPECT_EQ(settings().startupShell, kStartupShell.absent);
   EXPECT_EQ(settings().startupCommand, kStartupCommand.absent);
@@ -98,13 +99,28 @@ TEST_F(EmulationSettingsTest, HaveTheKeysThatFilesAlreadyHold) {
     EXPECT_EQ(&rowOf(row.member), &row);
     keys.insert(row.key);
   }
-  EXPECT_EQ(keys, (std::set<std::string>{"allowWindowRequests", "alwaysShowTabs",    "askBeforeRiskyPaste",
-                                         "audibleBell",         "boldIsBright",      "closeWindowWhenShellExits",
-                                         "commandActsAsMeta",   "dimUnfocusedPanes", "enableMouseReporting",
-                                         "ligatures",           "lineSpacing",       "minimumContrast",
-                                         "optionSendsMeta",     "reopenSeconds",     "shellIntegration",
-                                         "startupCommand",      "startupShell",      "useAlternateScreenBuffer",
-                                         "visualBell",          "warnBeforeClosing", "wordSeparators"}));
+  EXPECT_EQ(keys, (std::set<std::string>{"allowWindowRequests",
+                                         "alwaysShowTabs",
+                                         "askBeforeRiskyPaste",
+                                         "audibleBell",
+                                         "boldIsBright",
+                                         "closeWindowWhenShellExits",
+                                         "commandActsAsMeta",
+                                         "dimUnfocusedPanes",
+                                         "enableMouseReporting",
+                                         "ligatures",
+                                         "lineSpacing",
+                                         "messagesMayType",
+                                         "minimumContrast",
+                                         "optionSendsMeta",
+                                         "reopenSeconds",
+                                         "shellIntegration",
+                                         "startupCommand",
+                                         "startupShell",
+                                         "useAlternateScreenBuffer",
+                                         "visualBell",
+                                         "warnBeforeClosing",
+                                         "wordSeparators"}));
 }
 
 TEST_F(EmulationSettingsTest, AFlagThatIsNeitherYesNorNoCountsAsAbsent) {

@@ -22,7 +22,8 @@ namespace {
 constexpr const char* kDebugRows = "Debug|Show FPS counter|Log terminal output";
 constexpr const char* kEmulationRows =
     "Full Emulation|Minimum Contrast|Word Separators|Keep Closed Terminals|Use ligatures|Show bold text in bright "
-    "colors|Ask before risky paste|Let programs move and resize the window|Shell integration|Always show tab bar|Dim "
+    "colors|Ask before risky paste|Let programs move and resize the window|Let scripts type into any terminal|Shell "
+    "integration|Always show tab bar|Dim "
     "inactive splits|Audible bell|Visual bell";
 
 struct SwitchCase {
@@ -132,7 +133,8 @@ TEST_F(FullEmulationSettingsTest, ItsSwitchesStoreAndFollowTheirSettings) {
   open(test::Advanced);
   const std::pair<const char*, bool> switches[] = {{"ligatures", true},           {"boldIsBright", false},
                                                    {"askBeforeRiskyPaste", true}, {"allowWindowRequests", false},
-                                                   {"audibleBell", true},         {"visualBell", false}};
+                                                   {"messagesMayType", false},    {"audibleBell", true},
+                                                   {"visualBell", false}};
   for (const auto& [name, isOn] : switches) {
     SCOPED_TRACE(name);
     Switch& control = find<Switch>(name);

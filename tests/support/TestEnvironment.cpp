@@ -36,7 +36,11 @@ constexpr std::pair<const char*, const char*> kFolderVariables[] = {
     {"XDG_RUNTIME_DIR", "/runtime"},
 };
 
+// Of the terminal that the tests were started in.
+constexpr std::string_view kDroppedVariables[] = {"ZOLT_TERMINAL", "ZOLT_TOKEN"};
+
 bool isKept(std::string_view name) {
+  if (std::ranges::find(kDroppedVariables, name) != std::end(kDroppedVariables)) return false;
   return std::ranges::find(kKeptVariables, name) != std::end(kKeptVariables) ||
          std::ranges::any_of(kKeptPrefixes, [&](std::string_view prefix) { return name.starts_with(prefix); });
 }

@@ -22,6 +22,7 @@ constexpr std::array kFlags{FlagRow{"Use ligatures", &EmulationSettings::ligatur
                             FlagRow{"Show bold text in bright colors", &EmulationSettings::boldIsBright},
                             FlagRow{"Ask before risky paste", &EmulationSettings::askBeforeRiskyPaste},
                             FlagRow{"Let programs move and resize the window", &EmulationSettings::allowWindowRequests},
+                            FlagRow{"Let scripts type into any terminal", &EmulationSettings::messagesMayType},
                             FlagRow{"Shell integration", &EmulationSettings::shellIntegration},
                             FlagRow{"Always show tab bar", &EmulationSettings::alwaysShowTabs},
                             FlagRow{"Dim inactive splits", &EmulationSettings::dimUnfocusedPanes},
@@ -93,9 +94,9 @@ void AdvancedSettings::addEmulationSettings() {
                   QStringLiteral("Text that is too close to its background is made lighter or darker"));
   addEmulationRow(QStringLiteral("Word Separators"), makeField(emulation(), &EmulationSettings::wordSeparators),
                   QStringLiteral("Characters that end a word when it is selected by a double click, besides blanks"));
-  addEmulationRow(QStringLiteral("Keep Closed Terminals"),
-                  makeSlider(emulation(), &EmulationSettings::reopenSeconds, secondsText),
-                  QStringLiteral("How long a closed split, tab or window can be reopened with its programs still running"));
+  addEmulationRow(
+      QStringLiteral("Keep Closed Terminals"), makeSlider(emulation(), &EmulationSettings::reopenSeconds, secondsText),
+      QStringLiteral("How long a closed split, tab or window can be reopened with its programs still running"));
   for (const FlagRow& row : kFlags) {
     addEmulationRow(QLatin1String(row.label), makeSwitch(emulation(), row.setting));
   }
