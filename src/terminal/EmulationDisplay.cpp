@@ -164,6 +164,14 @@ void EmulationDisplay::takeEvents(const vt::TerminalEvents& events) {
       Q_EMIT bellRang();
     });
   }
+  for (const vt::Notification& each : events.notifications) {
+    MainQueue::async(self, [this, each] {
+      Q_EMIT notificationWanted(QString::fromStdString(each.title), QString::fromStdString(each.body));
+    });
+  }
+  for (const vt::EndedCommand& command : events.endedCommands) {
+    MainQueue::async(self, [this, command] { Q_EMIT commandEnded(command); });
+  }
   for (const vt::WindowRequest& request : events.windowRequests) {
     MainQueue::async(self, [this, request] { applyWindowRequest(request, *m_canvas); });
   }

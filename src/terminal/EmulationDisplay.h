@@ -50,6 +50,9 @@ class EmulationDisplay : public QObject {
   /// The program has set the title, to an empty one if it takes it back.
   void titleChanged(const QString& title);
   void bellRang();
+  /// The program wants the user to be notified (OSC 9, 777). Either may be empty.
+  void notificationWanted(const QString& title, const QString& body);
+  void commandEnded(const zolt::vt::EndedCommand& command);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -23,6 +23,9 @@ void join(vt::TerminalEvents& events, vt::TerminalEvents&& later) {
       events.notifications.push_back(std::move(notification));
     }
   }
+  for (const vt::EndedCommand& command : later.endedCommands) {
+    if (events.endedCommands.size() < vt::TerminalEvents::maxNotifications) events.endedCommands.push_back(command);
+  }
   for (const vt::WindowRequest& request : later.windowRequests) {
     if (events.windowRequests.size() < vt::TerminalEvents::maxNotifications) events.windowRequests.push_back(request);
   }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 namespace zolt {
@@ -57,6 +58,17 @@ std::optional<ShellMark> ShellMarks::promptBefore(TextPosition position) const {
 
 std::optional<ShellMark> ShellMarks::promptAfter(TextPosition position) const {
   return firstFrom(position + 1, isPrompt);
+}
+
+std::optional<TextRange> ShellMarks::lastCommand() const {
+  std::optional<ShellMark> mark{{.position = m_text.end() + 1}};
+  std::optional<ShellMark> output;
+  for (const HistoryMarkKind kind :
+       {HistoryMarkKind::CommandEnd, HistoryMarkKind::OutputStart, HistoryMarkKind::CommandStart}) {
+    output = std::exchange(mark, lastBefore(mark->position, [kind](HistoryMarkKind each) { return each == kind; }));
+    if (!mark) return std::nullopt;
+  }
+  return TextRange{.begin = mark->position, .end = output->position};
 }
 
 std::optional<TextRange> ShellMarks::outputAt(TextPosition position) const {

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "desktop/SystemScheme.h"
@@ -39,6 +40,8 @@ EmulationSurface::EmulationSurface(TerminalController& terminal, const TerminalS
   connect(m_display.get(), &EmulationDisplay::screenChanged, this, &EmulationSurface::screenChanged);
   connect(m_display.get(), &EmulationDisplay::titleChanged, this, &EmulationSurface::titleChanged);
   connect(m_display.get(), &EmulationDisplay::bellRang, this, &EmulationSurface::bellRang);
+  connect(m_display.get(), &EmulationDisplay::notificationWanted, this, &EmulationSurface::notificationWanted);
+  connect(m_display.get(), &EmulationDisplay::commandEnded, this, &EmulationSurface::commandEnded);
 }
 
 EmulationSurface::~EmulationSurface() = default;
@@ -103,6 +106,15 @@ bool EmulationSurface::selectCommandOutput() {
   if (!output || output->empty()) return false;
   canvas().select(*output);
   return true;
+}
+
+QString EmulationSurface::lastCommand() const {
+  const vt::ScrollbackText text(m_display->source().shownText());
+  const auto command = ShellMarks(text).lastCommand();
+  constexpr std::uint64_t kMostBytes = 4096;
+  if (!command) return {};
+  const TextRange shown{.begin = command->begin, .end = std::min(command->end, command->begin + kMostBytes)};
+  return QString::fromStdString(m_display->source().text(shown)).simplified();
 }
 
 // A view that is not followed would keep what the history drops.

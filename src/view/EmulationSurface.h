@@ -51,6 +51,8 @@ class EmulationSurface : public TerminalSurface {
   /// Selects what the last command has printed, or, if scrolled back, the command at the top of the view; false if
   /// there is none.
   bool selectCommandOutput();
+  /// The last command line that was run to its end, on one line; empty if there is none, or the shell marks none.
+  QString lastCommand() const;
 
   TextCanvas& canvas() override { return m_display->canvas(); }
   const HistoryText& text() const override { return *m_text; }
@@ -64,6 +66,10 @@ class EmulationSurface : public TerminalSurface {
   /// The program has set the title, to an empty one if it takes it back.
   void titleChanged(const QString& title);
   void bellRang();
+  /// The program wants the user to be notified. Either may be empty.
+  void notificationWanted(const QString& title, const QString& body);
+  /// The shell's command has ended (OSC 133).
+  void commandEnded(const zolt::vt::EndedCommand& command);
   /// The theme may be another one, or the settings are.
   void themeChanged();
   /// There is a new screen.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 #include <string>
+#include <utility>
 
 #include "vt/functions/OscFields.h"
 
@@ -113,12 +114,20 @@ void markShell(State& state, std::string_view text) {
   const std::string_view kind = takeField(text);
   if (kind == "A") return state.screen.addMark(HistoryMarkKind::PromptStart, 0);
   if (kind == "B") return state.screen.addMark(HistoryMarkKind::CommandStart, 0);
-  if (kind == "C") return state.screen.addMark(HistoryMarkKind::OutputStart, 0);
+  if (kind == "C") {
+    state.commandBegan = state.now;
+    return state.screen.addMark(HistoryMarkKind::OutputStart, 0);
+  }
   if (kind != "D") return;
   // A status that is not a number counts as a failure.
   const std::string_view status = takeField(text);
   constexpr int kUnknownFailure = 255;
-  state.screen.addMark(HistoryMarkKind::CommandEnd, status.empty() ? 0 : fieldNumber(status).value_or(kUnknownFailure));
+  const int exitStatus = status.empty() ? 0 : fieldNumber(status).value_or(kUnknownFailure);
+  state.screen.addMark(HistoryMarkKind::CommandEnd, exitStatus);
+  // A shell that marks the end once more, or an end without a beginning, tells of nothing that ran.
+  const auto began = std::exchange(state.commandBegan, std::nullopt);
+  if (!began || state.events.endedCommands.size() >= TerminalEvents::maxNotifications) return;
+  state.events.endedCommands.push_back({.took = state.now - *began, .exitStatus = exitStatus});
 }
 
 template <int first>

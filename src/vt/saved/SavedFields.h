@@ -270,7 +270,7 @@ struct SavedFields {
     // The size is known before; settings are the user's; events and replies are left to whoever takes them.
     auto& [settings, screen, modes, keyboard, palette, cursorStyle, conformanceLevel, rectanglesAreStreams, prefersDark,
            title, iconTitle, pushedTitles, workingDirectory, workingDirectoryHost, progress, pushedStyles,
-           pushedPalettes, savedModes, size, now, updateBegan, events, replies, endedByBell] = state;
+           pushedPalettes, savedModes, size, now, updateBegan, commandBegan, events, replies, endedByBell] = state;
     fields(archive, screen);
     fields(archive, modes);
     fields(archive, keyboard);
@@ -288,6 +288,8 @@ struct SavedFields {
     archive.list(pushedPalettes, TerminalState::maxPushed, [&](auto& each) { fields(archive, each); });
     archive.list(savedModes, modeTable().size(), [&](auto& each) { savedMode(archive, each); });
     if (modes.synchronizedUpdate) elapsedTime(archive, updateBegan, now);
+    // The clock is another one then.
+    if constexpr (std::remove_cvref_t<decltype(archive)>::isReader) commandBegan.reset();
   }
 
   static void fields(auto& archive, Like<MouseReporter> auto& reporter) {

@@ -86,6 +86,8 @@ struct KeyboardOptions {
   std::array<Flags, 2> flags;  ///< of the primary and the alternate screen
 };
 
+using Milliseconds = std::chrono::milliseconds;
+
 /// The selections that OSC 52 can name.
 enum class ClipboardTarget : std::uint8_t { Clipboard, Primary };
 
@@ -122,6 +124,14 @@ struct Notification {
   std::string body;
 };
 
+/// A command that has ended by the marks of the shell (OSC 133 C and D).
+struct EndedCommand {
+  Milliseconds took{0};
+  int exitStatus = 0;
+
+  friend bool operator==(const EndedCommand&, const EndedCommand&) = default;
+};
+
 /// The progress of a task (OSC 9;4).
 struct Progress {
   enum class Kind : std::uint8_t { None, Normal, Error, Indeterminate, Paused };
@@ -139,12 +149,11 @@ struct TerminalEvents {
   std::vector<ClipboardWrite> clipboardWrites;  ///< the latest for each target
   std::vector<ClipboardTarget> clipboardReads;  ///< queries that the settings allow
   std::vector<Notification> notifications;
+  std::vector<EndedCommand> endedCommands;
   std::vector<WindowRequest> windowRequests;  ///< if the settings allow them
   bool titleChanged = false;
   bool paletteChanged = false;
 };
-
-using Milliseconds = std::chrono::milliseconds;
 
 /// Everything in a terminal except its parser: what control functions act on. A value.
 struct TerminalState {
@@ -184,6 +193,7 @@ struct TerminalState {
   TerminalSize size;            ///< as far as the screen's limits allow; pixels are 0 if unknown
   Milliseconds now{0};          ///< when the current input was fed
   Milliseconds updateBegan{0};  ///< of the current synchronized update
+  std::optional<Milliseconds> commandBegan;  ///< the one that the shell runs, by its marks
 
   TerminalEvents events;
   std::string replies;
