@@ -39,7 +39,7 @@ AppDelegate::AppDelegate(Config& config, UserDefaults& defaults, std::function<v
       m_prepareWindow(std::move(prepareWindow)),
       m_environment(std::move(environment)),
       m_emulationSettings(std::make_unique<EmulationSettingsStore>(config, defaults)),
-      m_panes(*m_emulationSettings, m_environment),
+      m_panes(*m_emulationSettings, m_notifications, m_environment),
       m_closedTerminals(clock),
       m_updaterController(std::make_unique<UpdaterController>(true, defaults)) {}
 

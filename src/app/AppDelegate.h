@@ -120,6 +120,7 @@ class AppDelegate : public QObject {
   std::function<void(TerminalWindow&)> m_prepareWindow;
   Environment m_environment;
   std::unique_ptr<EmulationSettingsStore> m_emulationSettings;
+  DesktopNotifications m_notifications;
   PaneMaker m_panes;
   RememberedSize m_firstSize{cacheFolder()};
   ClosedTerminals m_closedTerminals;

@@ -6,7 +6,9 @@
 #include <cmath>
 #include <utility>
 
+#include "app/AppDelegate.h"
 #include "app/PaneLife.h"
+#include "app/PaneNotices.h"
 #include "platform/MainQueue.h"
 #include "platform/ProcessName.h"
 
@@ -47,6 +49,7 @@ EmulationWindowController::EmulationWindowController(TerminalWindow& window, con
   if (m_window.kind().isForProgram) {  // it ends with its program
     connect(&m_tabs, &TerminalTabs::paneCloseWanted, &m_window, &QWidget::close);
     connect(&m_tabs, &TerminalTabs::tabCloseWanted, &m_window, &QWidget::close);
+    followNotices(m_tabs.currentPane());
     return;
   }
   connect(&m_window, &TerminalWindow::closed, this, [this] {
@@ -85,7 +88,17 @@ void EmulationWindowController::showTitle() {
   m_window.setWindowTitle(shown.isEmpty() ? QStringLiteral("Zolt") : shown);
 }
 
+void EmulationWindowController::followNotices(TerminalPane& pane) {
+  PaneNotices* notices = PaneNotices::of(pane);
+  if (notices == nullptr) return;
+  connect(notices, &PaneNotices::clicked, this, [this, &pane](const QString& token) {
+    m_tabs.bringUp(pane);
+    AppDelegate::bringToFront(m_window, token.toStdString());
+  });
+}
+
 void EmulationWindowController::welcome(TerminalPane& pane) {
+  followNotices(pane);
   PaneLife* life = PaneLife::of(pane);
   if (life == nullptr) return;
   connect(life, &PaneLife::over, this, [this, &pane] { paneIsOver(pane); });
@@ -97,6 +110,7 @@ void EmulationWindowController::welcome(TerminalPane& pane) {
 }
 
 void EmulationWindowController::part(TerminalPane& pane) {
+  if (PaneNotices* notices = PaneNotices::of(pane)) notices->disconnect(this);
   if (PaneLife* life = PaneLife::of(pane)) life->disconnect(this);
 }
 

@@ -42,6 +42,7 @@ class EmulationWindowController : public QObject {
  private:
   void apply();
   void showTitle();
+  void followNotices(TerminalPane& pane);
   void welcome(TerminalPane& pane);
   void part(TerminalPane& pane);
   void paneIsOver(TerminalPane& pane);

@@ -6,6 +6,7 @@
 #include "app/MessageIdentity.h"
 #include "app/NewShell.h"
 #include "app/PaneLife.h"
+#include "app/PaneNotices.h"
 #include "platform/CacheFolder.h"
 #include "session/ShellIntegration.h"
 #include "session/ShellManager.h"
@@ -13,8 +14,8 @@
 
 namespace zolt {
 
-PaneMaker::PaneMaker(EmulationSettingsStore& settings, Environment environment)
-    : m_settings(settings), m_environment(std::move(environment)) {}
+PaneMaker::PaneMaker(EmulationSettingsStore& settings, DesktopNotifications& desktop, Environment environment)
+    : m_settings(settings), m_desktop(desktop), m_environment(std::move(environment)) {}
 
 TerminalSize PaneMaker::sizeIn(QSize area, double scale) const {
   return TextCanvas::gridSizeFor(area, scale, emulationFont(m_settings.current()));
@@ -48,6 +49,7 @@ std::unique_ptr<TerminalPane> PaneMaker::make(const Wanted& wanted) {
                                         "“%1” is not a program that can be run. This is %2, the default shell.")
                 .arg(QString::fromStdString(settings.startupShell), QString::fromStdString(chosen.shell.name)));
   }
+  new PaneNotices(*pane, m_settings, m_desktop);
   if (wanted.isForProgram) return pane;
   auto* life = new PaneLife(*pane, m_settings);
   isShell ? life->typeFirst(settings.startupCommand) : life->setRunsProgram();

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "desktop/DesktopNotifications.h"
 #include "platform/Environment.h"
 #include "settings/EmulationSettingsStore.h"
 #include "view/TerminalPane.h"
@@ -14,8 +15,8 @@ namespace zolt {
 /// Makes the panes of the full emulation, as the settings say. Main thread.
 class PaneMaker {
  public:
-  /// `settings` must outlive the panes. Every shell inherits `environment`.
-  PaneMaker(EmulationSettingsStore& settings, Environment environment);
+  /// `settings` and `desktop` must outlive the panes. Every shell inherits `environment`.
+  PaneMaker(EmulationSettingsStore& settings, DesktopNotifications& desktop, Environment environment);
 
   struct Wanted {
     std::optional<Shell> shell{};    ///< otherwise the one that the user has set
@@ -32,6 +33,7 @@ class PaneMaker {
 
  private:
   EmulationSettingsStore& m_settings;
+  DesktopNotifications& m_desktop;
   Environment m_environment;
 };
 

@@ -22,12 +22,9 @@ QDBusMessage callTo(const char* method) {
 
 }  // namespace
 
-DesktopNotifications::DesktopNotifications(QObject* parent) : QObject(parent) {}
-
 void DesktopNotifications::connectToBus() {
-  if (std::exchange(m_isConnected, true) || !hasSessionBus()) return;
-  m_bus = QDBusConnection::sessionBus();
-  if (!m_bus.isConnected()) return;
+  if (!m_bus.isConnected() && hasSessionBus()) m_bus = QDBusConnection::sessionBus();
+  if (!m_bus.isConnected() || std::exchange(m_isListening, true)) return;
   const auto listen = [this](const char* signal, const char* slot) {
     m_bus.connect(kService, kPath, kService, QLatin1String(signal), this, slot);
   };

@@ -28,7 +28,9 @@ class DesktopNotifications : public QObject {
   /// which may be empty.
   using Clicked = std::function<void(const QString& activationToken)>;
 
-  explicit DesktopNotifications(QObject* parent = nullptr);
+  /// On the session bus, which is connected to when it is first needed.
+  DesktopNotifications() = default;
+  explicit DesktopNotifications(const QDBusConnection& bus) : m_bus(bus) {}
 
   /// Shows a notification on behalf of `owner`, in place of an earlier one of the same owner that is still there. Once
   /// the owner is gone, a click does nothing.
@@ -49,7 +51,7 @@ class DesktopNotifications : public QObject {
   void sent(QObject* owner, QDBusPendingCallWatcher& call);
   std::map<QObject*, Shown>::iterator find(uint id);
 
-  bool m_isConnected = false;
+  bool m_isListening = false;
   bool m_takesMarkup = true;  // in bodies; as long as the desktop has not said otherwise
   QDBusConnection m_bus{QString()};
   std::map<QObject*, Shown> m_shown;  // by their owners

@@ -17,7 +17,7 @@ constexpr Config::Range kOpacities{.first = 0.1, .last = 1};
 
 // The settings table: key, member, whether a reset includes it, a number's range.
 // clang-format off
-constexpr std::array<EmulationRow, 22> kRows{{
+constexpr std::array<EmulationRow, 23> kRows{{
     {kStartupShell.key,           &Settings::startupShell,              false},
     {kStartupCommand.key,         &Settings::startupCommand,            false},
     {"lineSpacing",               &Settings::lineSpacing,               false, {1, 2, 0.1}},
@@ -40,6 +40,7 @@ constexpr std::array<EmulationRow, 22> kRows{{
     {"boldIsBright",              &Settings::boldIsBright},
     {"audibleBell",               &Settings::audibleBell},
     {"visualBell",                &Settings::visualBell},
+    {"desktopNotifications",      &Settings::desktopNotifications},
 }};
 // clang-format on
 

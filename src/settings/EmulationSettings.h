@@ -62,6 +62,7 @@ struct EmulationSettings {
   bool boldIsBright = false;
   bool audibleBell = true;
   bool visualBell = false;
+  bool desktopNotifications = true;  ///< of programs, and of long commands, in a window nobody looks at
 
   friend bool operator==(const EmulationSettings&, const EmulationSettings&) = default;
 };

@@ -106,6 +106,7 @@ TEST_F(EmulationSettingsTest, HaveTheKeysThatFilesAlreadyHold) {
                                          "boldIsBright",
                                          "closeWindowWhenShellExits",
                                          "commandActsAsMeta",
+                                         "desktopNotifications",
                                          "dimUnfocusedPanes",
                                          "enableMouseReporting",
                                          "ligatures",

@@ -134,7 +134,7 @@ TEST_F(FullEmulationSettingsTest, ItsSwitchesStoreAndFollowTheirSettings) {
   const std::pair<const char*, bool> switches[] = {{"ligatures", true},           {"boldIsBright", false},
                                                    {"askBeforeRiskyPaste", true}, {"allowWindowRequests", false},
                                                    {"messagesMayType", false},    {"audibleBell", true},
-                                                   {"visualBell", false}};
+                                                   {"visualBell", false},         {"desktopNotifications", true}};
   for (const auto& [name, isOn] : switches) {
     SCOPED_TRACE(name);
     Switch& control = find<Switch>(name);

@@ -27,7 +27,8 @@ constexpr std::array kFlags{FlagRow{"Use ligatures", &EmulationSettings::ligatur
                             FlagRow{"Always show tab bar", &EmulationSettings::alwaysShowTabs},
                             FlagRow{"Dim inactive splits", &EmulationSettings::dimUnfocusedPanes},
                             FlagRow{"Audible bell", &EmulationSettings::audibleBell},
-                            FlagRow{"Visual bell", &EmulationSettings::visualBell}};
+                            FlagRow{"Visual bell", &EmulationSettings::visualBell},
+                            FlagRow{"Show notifications", &EmulationSettings::desktopNotifications}};
 
 }  // namespace
 

@@ -190,9 +190,9 @@ struct TerminalState {
   std::vector<Palette> pushedPalettes;           ///< XTPUSHCOLORS
   std::vector<std::pair<int, bool>> savedModes;  ///< XTSAVE, by number
 
-  TerminalSize size;            ///< as far as the screen's limits allow; pixels are 0 if unknown
-  Milliseconds now{0};          ///< when the current input was fed
-  Milliseconds updateBegan{0};  ///< of the current synchronized update
+  TerminalSize size;                         ///< as far as the screen's limits allow; pixels are 0 if unknown
+  Milliseconds now{0};                       ///< when the current input was fed
+  Milliseconds updateBegan{0};               ///< of the current synchronized update
   std::optional<Milliseconds> commandBegan;  ///< the one that the shell runs, by its marks
 
   TerminalEvents events;
