@@ -106,11 +106,13 @@ TEST_F(WindowMessagesTest, ChoosesTheWindowWithTheKeyboardIfNoneIsNamed) {
 TEST_F(WindowMessagesTest, SplitsATerminalAndRunsAProgramThere) {
   TerminalWindow& window = openActive();
   const std::string first = windows()[0]["tabs"][0]["terminals"][0]["id"];
+  const int rows = listed(first)["rows"];
   const Json below =
       done({.verb = Verb::Split, .side = "down", .terminal = first, .program = {ZOLT_TEST_CHILD, "wait"}});
   const Json right = done({.verb = Verb::Split, .terminal = first, .program = {ZOLT_TEST_CHILD, "wait"}});
   EXPECT_EQ(tabsOf(window).panes().size(), 3U);
   const Json whole = listed(first);
+  EXPECT_LT(whole["rows"].get<int>(), rows);
   EXPECT_EQ(listed(right["terminal"])["rows"], whole["rows"]) << "beside it";
   EXPECT_GT(listed(below["terminal"])["columns"], whole["columns"]) << "below both";
   EXPECT_TRUE(waitForScreen(tabsOf(window).surface().canvas(), "waiting"));
@@ -255,6 +257,9 @@ TEST_F(WindowMessagesTest, DoesInALogWhatALogCanDo) {
   done({.verb = Verb::SendText, .terminal = answer["terminal"], .text = "hello\n", .token = answer["token"]});
   EXPECT_TRUE(waitForText(*delegate.windows().front(), "hello"));
   done({.verb = Verb::Focus, .terminal = answer["terminal"]});
+  delegate.windows().front()->close();
+  EXPECT_TRUE(windows().empty()) << "its shell runs on, but nobody can get at it";
+  EXPECT_EQ(refusal({.verb = Verb::Focus, .window = window}), "there is no window " + window);
 }
 
 TEST_F(WindowMessagesTest, GivesAShellTheIdOfItsTerminalInTheFullEmulationOnly) {
