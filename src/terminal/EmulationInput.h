@@ -12,6 +12,7 @@
 #include "canvas/TextCanvas.h"
 #include "settings/EmulationSettings.h"
 #include "terminal/EmulationSource.h"
+#include "terminal/KeyMode.h"
 #include "terminal/input/MouseTranslation.h"
 #include "vt/input/Mouse.h"
 
@@ -30,6 +31,12 @@ class EmulationInput : public QObject, public CanvasInput {
   /// input or be replaced before they go.
   void setFollowers(std::vector<EmulationInput*> followers) { m_followers = std::move(followers); }
 
+  /// Keys go to `mode` instead of the program from now on; null: to the program again. It must outlive the input or be
+  /// replaced before it goes.
+  void setMode(KeyMode* mode);
+  /// Ends what has the keyboard instead of the program, if anything.
+  void endMode();
+
   /// Function keys without the Command key are the program's, whatever they do in the window.
   bool claimsKey(const QKeyEvent& event) const override;
   void keyPressed(const QKeyEvent& event) override;
@@ -46,6 +53,7 @@ class EmulationInput : public QObject, public CanvasInput {
   void linkOpened(const std::string& target) override;
 
  private:
+  void interruptMode();
   const vt::InputModes& modes() const { return m_source.screen()->input; }
   bool tracksMouse() const;
   bool scrollsView(const QKeyEvent& event);
@@ -67,6 +75,8 @@ class EmulationInput : public QObject, public CanvasInput {
   vt::MouseReporter m_mouse;
   Qt::MouseButtons m_heldButtons = Qt::NoButton;  // that the program has been told of
   std::set<quint32> m_heldKeys;                   // the same; by their place on the keyboard
+  KeyMode* m_mode = nullptr;
+  std::set<quint32> m_keysOfMode;  // held, that a mode was given; the repeats of these are not for the program
   WheelSteps m_wheel;
 };
 
