@@ -7,6 +7,7 @@
 
 #include "canvas/CanvasCell.h"
 #include "canvas/CanvasCursor.h"
+#include "canvas/CanvasLabel.h"
 #include "canvas/CanvasPixels.h"
 #include "canvas/RowContent.h"
 
@@ -19,7 +20,8 @@ struct RowKey {
   std::vector<ColumnRange> found{};  ///< search results, in order
   ColumnRange current{};             ///< the part of the current match in this row; not in `found`
   std::optional<CanvasCursor> cursor{};
-  ColumnRange link{};          ///< underlined, because the pointer is on it
+  ColumnRange link{};  ///< underlined, because the pointer is on it
+  std::vector<RowLabel> labels{};
   bool isBlinkedAway = false;  ///< blinking text is hidden just now
   bool isUnfinished = false;   ///< pictures are missing that there was no time to make
 

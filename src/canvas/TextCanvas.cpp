@@ -174,7 +174,7 @@ void TextCanvas::showChange() {
 }
 
 void TextCanvas::scrollToEndOfDocument() {
-  if (m_atEnd) return;  // a frame now would keep the next one waiting
+  if (m_atEnd || m_isHeld) return;  // a frame now would keep the next one waiting
   m_atEnd = true;
   m_pacer.request();
 }
@@ -207,6 +207,9 @@ void TextCanvas::sync() {
   const auto moved = [this](TextPosition position) { return m_source->moved(position); };
   m_anchor = moved(m_anchor);
   m_selection.move(moved);
+  for (CanvasLabel& label : m_labels) {
+    label.on = {.begin = moved(label.on.begin), .end = moved(label.on.end)};
+  }
   if (rewritable.empty() || m_pointer) return;  // who is still selecting sees what
   rewritable = {.begin = moved(rewritable.begin), .end = moved(rewritable.end)};
   if (rewritable.begin < m_source->begin()) return;  // another text has taken its place, and may go again
@@ -242,7 +245,7 @@ DevicePixels TextCanvas::pageHeight() const {
 void TextCanvas::setOffset(DevicePixels offset) {
   const ScrollModel model = scrollModel();
   offset = model.clamped(offset);
-  m_atEnd = offset == model.maximum();
+  m_atEnd = !m_isHeld && offset == model.maximum();
   const CanvasRow row(std::min(offset / m_fonts->metrics().height, m_source->rowCount() - 1));
   m_anchor = m_source->rowRange(row).begin;
   m_anchorDelta = offset - m_fonts->metrics().topOf(row);
@@ -251,6 +254,7 @@ void TextCanvas::setOffset(DevicePixels offset) {
 void TextCanvas::scrollTo(DevicePixels offset) {
   sync();
   setOffset(offset);
+  m_wasAtEnd = false;
   m_bar->flash();
   m_pacer.request();
 }
@@ -293,7 +297,7 @@ void TextCanvas::layOut() {
   const DevicePixels viewportHeight = deviceHeight();
   sync();
   if (m_source->columns() == m_gridSize.columns && m_source->screenRows() == m_gridSize.rows) m_framesAtOnce = 0;
-  m_cursor = m_source->cursor();
+  m_cursor = cursorShown();
   for (int round = 0; round < kLayoutRounds; ++round) {
     const std::uint64_t generation = m_source->generation();
     const DevicePixels top = offsetNow() - toDevice(inset);
@@ -301,6 +305,7 @@ void TextCanvas::layOut() {
     CanvasRow first(std::max(top, DevicePixels(0)) / cell.height);
     // Above a screen that is shown from its first row on is blank space, not a strip of the history.
     if (m_atEnd && first + 1 == firstScreenRow()) ++first;
+    if (m_isHeld && m_anchorDelta <= DevicePixels(0)) first = std::max(first, m_source->rowAt(m_anchor));
     const CanvasRow last(std::min(bottom / cell.height, m_source->rowCount() - 1));
     m_rows.clear();
     m_frame.rows.clear();
@@ -340,6 +345,7 @@ RowKey TextCanvas::keyOf(CanvasRow number, const RowContent& row) const {
              .selected = selectedColumns(row),
              .cursor = cursorIn(number),
              .link = m_link ? row.columnsOf(m_link->range) : ColumnRange(),
+             .labels = labelsIn(row),
              .isBlinkedAway = row.blinks && m_blinkedAway};
   if (m_marks == nullptr) return key;
   const RowMarks marks = m_marks->marksIn(row.range);

@@ -9,6 +9,7 @@
 
 #include "base/TerminalSize.h"
 #include "canvas/CanvasFonts.h"
+#include "canvas/CanvasLabel.h"
 #include "canvas/FrameDamage.h"
 #include "canvas/FramePacer.h"
 #include "canvas/RowSource.h"
@@ -109,6 +110,30 @@ class TextCanvas : public QAbstractScrollArea {
   void reveal(TextRange range, LogicalPixels covered);
   /// The text in view.
   TextRange rangeInView();
+  /// Where the rows of the frame begin.
+  TextPosition firstInView() const { return m_rows.empty() ? TextPosition() : m_rows.front()->range.begin; }
+
+  /// Shows a cursor of the user's own on the character at `place` instead of the program's; none: the program's. It
+  /// stays there until it is set again.
+  void setCaret(std::optional<TextPosition> place);
+  /// Scrolls as little as is needed to have the row of `place` in view.
+  void scrollIntoView(TextPosition place);
+  /// The first and the last row that is wholly in view.
+  struct WholeRows {
+    CanvasRow first;
+    CanvasRow last;
+  };
+  WholeRows wholeRowsInView();
+  /// Selects without making the selection known to others.
+  void setSelection(const Selection& selection);
+
+  /// While held, the view stays where it is in the text, whatever is printed, until the user scrolls, and it never
+  /// follows the end. Afterwards it does if it did before, unless the user has scrolled.
+  void holdView(bool held);
+  /// Shows labels over the text, none of them on a part of another's. They follow the text that they are on.
+  void setLabels(std::vector<CanvasLabel> labels);
+  /// Where they are now, in the order in which they were set.
+  const std::vector<CanvasLabel>& labels() const { return m_labels; }
 
   const Selection& selection() const { return m_selection; }
   void select(TextRange range);
@@ -209,6 +234,9 @@ class TextCanvas : public QAbstractScrollArea {
   void paintRow(RowPainter& painter, std::size_t row);
   void finishRows();
   void paintMarks(RowPainter& painter, std::size_t row);
+  std::vector<RowLabel> labelsIn(const RowContent& row) const;
+  void paintLabels(RowPainter& painter, std::size_t row);
+  std::optional<CanvasCursor> cursorShown();
   void paintPreedit(QPainter& painter);
   void selectionChanged();
   SelectionEnd selectableUnit(QPointF point, SelectionUnit unit);
@@ -236,6 +264,8 @@ class TextCanvas : public QAbstractScrollArea {
 
   // Where the view is: at the end, or `m_anchorDelta` below the top of the row that shows `m_anchor`.
   bool m_atEnd = true;
+  bool m_isHeld = false;
+  bool m_wasAtEnd = false;  // when the view was held, and the user has not scrolled since
   TextPosition m_anchor;
   DevicePixels m_anchorDelta;
 
@@ -249,6 +279,8 @@ class TextCanvas : public QAbstractScrollArea {
 
   CanvasInput* m_input = nullptr;
   CanvasMarks* m_marks = nullptr;
+  std::vector<CanvasLabel> m_labels;
+  std::optional<TextPosition> m_caret;
 
   Selection m_selection;
   bool m_selectionStarted = false;   // there is an origin that a click with Shift can extend from

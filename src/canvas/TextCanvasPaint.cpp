@@ -106,6 +106,7 @@ void TextCanvas::paintRow(RowPainter& painter, std::size_t row) {
   if (!key.link.empty()) painter.paintLink(*m_rows[row], key.link);
   paintMarks(painter, row);
   if (key.cursor) painter.paintCursor(*m_rows[row], *key.cursor);
+  paintLabels(painter, row);
 }
 
 // Rows that are marked as unfinished in the frame are painted again with the next one in any case.

@@ -26,6 +26,13 @@ quint32 placeOnKeyboard(const QKeyEvent& event) {
   return event.nativeScanCode() != 0 ? event.nativeScanCode() : static_cast<quint32>(event.key());
 }
 
+bool isModifier(int key) {
+  constexpr int kModifiers[] = {Qt::Key_Shift,    Qt::Key_Control, Qt::Key_Meta,       Qt::Key_Alt,     Qt::Key_AltGr,
+                                Qt::Key_CapsLock, Qt::Key_NumLock, Qt::Key_ScrollLock, Qt::Key_Super_L, Qt::Key_Super_R,
+                                Qt::Key_Hyper_L,  Qt::Key_Hyper_R, Qt::Key_Mode_switch};
+  return std::ranges::find(kModifiers, key) != std::end(kModifiers);
+}
+
 QString thisHost() {
   return QSysInfo::machineHostName();
 }
@@ -98,20 +105,43 @@ bool EmulationInput::claimsKey(const QKeyEvent& event) const {
   return superIsMeta && event.modifiers().testFlag(Qt::MetaModifier);
 }
 
+// No input method takes the letters that a mode is given.
+void EmulationInput::setMode(KeyMode* mode) {
+  m_mode = mode;
+  m_canvas.setAttribute(Qt::WA_InputMethodEnabled, mode == nullptr);
+}
+
+void EmulationInput::endMode() {
+  if (m_mode != nullptr) m_mode->end();
+}
+
+void EmulationInput::interruptMode() {
+  if (m_mode != nullptr) m_mode->interrupted();
+}
+
 void EmulationInput::keyPressed(const QKeyEvent& event) {
+  const quint32 place = placeOnKeyboard(event);
+  if (m_mode != nullptr) {
+    if (isModifier(event.key())) return;
+    const bool repeats = !m_keysOfMode.insert(place).second || event.isAutoRepeat();
+    return m_mode->keyPressed(event, repeats);
+  }
+  if (m_keysOfMode.contains(place)) return;
   if (scrollsView(event)) return;
   if (event.key() == Qt::Key_Insert && event.modifiers() == Qt::ShiftModifier) return m_canvas.pasteSelection();
-  const bool repeats = !m_heldKeys.insert(placeOnKeyboard(event)).second;
+  const bool repeats = !m_heldKeys.insert(place).second;
   eachReceiver([&](EmulationInput& each) { each.send(event, repeats); });
 }
 
 // Of a press that was kept, for a shortcut or the view, the program knows nothing.
 void EmulationInput::keyReleased(const QKeyEvent& event) {
+  if (!event.isAutoRepeat()) m_keysOfMode.erase(placeOnKeyboard(event));
   if (m_heldKeys.erase(placeOnKeyboard(event)) == 0) return;
   eachReceiver([&event](EmulationInput& each) { each.send(event, false); });
 }
 
 void EmulationInput::textCommitted(const QString& text) {
+  if (m_mode != nullptr) return interruptMode();
   vt::KeyEvent event;
   event.text = text.toStdString();
   eachReceiver([&event](EmulationInput& each) { each.typed(vt::keyBytes(event, each.modes())); });
@@ -122,6 +152,7 @@ void EmulationInput::sendPaste(const std::string& text) {
 }
 
 void EmulationInput::textPasted(const QString& text) {
+  if (m_mode != nullptr) return interruptMode();
   const std::string bytes = text.toStdString();
   // One program that takes a paste as typed is enough to ask.
   bool areBracketed = true;
@@ -167,7 +198,9 @@ bool EmulationInput::pointerUsed(const QMouseEvent& event, const PointerPlace& p
   // The history is the user's, and so is the mouse with Shift. A button that the program has been told of is followed
   // wherever it goes.
   const bool isOnScreen = place.row >= CanvasRow(0) && place.row < CanvasRow(m_source.screenRows());
-  const bool isForProgram = tracksMouse() && isOnScreen && !event.modifiers().testFlag(Qt::ShiftModifier);
+  const bool isForProgram =
+      m_mode == nullptr && tracksMouse() && isOnScreen && !event.modifiers().testFlag(Qt::ShiftModifier);
+  if (isPress) interruptMode();
   const bool isFollowed = isRelease ? m_heldButtons.testFlag(event.button()) : !isPress && holdsPointer();
   if (!isFollowed && (!isForProgram || isRelease)) return false;
   mouse.action = isPress ? vt::MouseAction::Press : isRelease ? vt::MouseAction::Release : vt::MouseAction::Motion;
@@ -180,7 +213,7 @@ bool EmulationInput::pointerUsed(const QMouseEvent& event, const PointerPlace& p
 bool EmulationInput::wheelTurned(const QWheelEvent& event, const PointerPlace& place, double rowHeight) {
   const bool isTracked = tracksMouse();
   const bool isInHistory = place.row < CanvasRow(0);
-  if (isInHistory || (!isTracked && !modes().alternateScroll)) {
+  if (m_mode != nullptr || isInHistory || (!isTracked && !modes().alternateScroll)) {
     m_wheel.reset();
     return false;
   }
@@ -206,7 +239,10 @@ bool EmulationInput::wheelTurned(const QWheelEvent& event, const PointerPlace& p
 }
 
 void EmulationInput::focusChanged(bool focused) {
-  if (!focused) m_heldKeys.clear();
+  if (!focused) {
+    m_heldKeys.clear();
+    m_keysOfMode.clear();
+  }
   if (const std::string bytes = vt::focusBytes(focused, modes()); !bytes.empty()) m_write(bytes);
 }
 
@@ -217,6 +253,7 @@ bool EmulationInput::canDrop(const QMimeData& data) const {
 void EmulationInput::dropped(const QMimeData& data) {
   const auto drop = droppedText(data, thisHost());
   if (!drop) return;
+  interruptMode();
   if (drop->route == DroppedText::Route::Pasted) {
     textPasted(QString::fromStdString(drop->text));
   } else {

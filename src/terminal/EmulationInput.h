@@ -12,6 +12,7 @@
 #include "canvas/TextCanvas.h"
 #include "settings/EmulationSettings.h"
 #include "terminal/EmulationSource.h"
+#include "terminal/KeyMode.h"
 #include "terminal/input/MouseTranslation.h"
 #include "vt/input/Mouse.h"
 
@@ -30,6 +31,12 @@ class EmulationInput : public QObject, public CanvasInput {
   /// input or be replaced before they go.
   void setFollowers(std::vector<EmulationInput*> followers) { m_followers = std::move(followers); }
 
+  /// Keys go to `mode` instead of the program from now on; null: to the program again. It must outlive the input or be
+  /// replaced before it goes.
+  void setMode(KeyMode* mode);
+  /// Ends what has the keyboard instead of the program, if anything.
+  void endMode();
+
   /// Function keys without the Command key are the program's, whatever they do in the window; so are all keys with the
   /// Super key where that is set to act as Meta.
   bool claimsKey(const QKeyEvent& event) const override;
@@ -38,7 +45,7 @@ class EmulationInput : public QObject, public CanvasInput {
   void textCommitted(const QString& text) override;
   void textPasted(const QString& text) override;
   bool pointerUsed(const QMouseEvent& event, const PointerPlace& place) override;
-  bool wantsPointer() const override { return tracksMouse(); }
+  bool wantsPointer() const override { return m_mode == nullptr && tracksMouse(); }
   bool holdsPointer() const override { return m_heldButtons != Qt::NoButton; }
   bool wheelTurned(const QWheelEvent& event, const PointerPlace& place, double rowHeight) override;
   void focusChanged(bool focused) override;
@@ -48,6 +55,7 @@ class EmulationInput : public QObject, public CanvasInput {
   void linkOpened(const std::string& target) override;
 
  private:
+  void interruptMode();
   const vt::InputModes& modes() const { return m_source.screen()->input; }
   bool tracksMouse() const;
   bool scrollsView(const QKeyEvent& event);
@@ -69,6 +77,8 @@ class EmulationInput : public QObject, public CanvasInput {
   vt::MouseReporter m_mouse;
   Qt::MouseButtons m_heldButtons = Qt::NoButton;  // that the program has been told of
   std::set<quint32> m_heldKeys;                   // the same; by their place on the keyboard
+  KeyMode* m_mode = nullptr;
+  std::set<quint32> m_keysOfMode;  // held since a mode was given them; their repeats are not for the program
   WheelSteps m_wheel;
 };
 

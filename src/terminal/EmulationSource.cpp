@@ -318,8 +318,12 @@ TextRange EmulationSource::lineAt(TextPosition position) const {
 }
 
 TextRange EmulationSource::near(TextPosition position) const {
-  const TextRange line = lineAt(position);
-  TextRange part{.begin = std::max(line.begin, position.backBy(kNear)), .end = std::min(line.end, position + kNear)};
+  return near(lineAt(position), {.begin = position, .end = position});
+}
+
+TextRange EmulationSource::near(TextRange line, TextRange range) const {
+  TextRange part{.begin = std::max(line.begin, range.begin.backBy(kNear)),
+                 .end = std::min(line.end, range.end + kNear)};
   // Not from the middle of a character.
   const std::string start = rawText({.begin = part.begin, .end = std::min(part.begin + 4, part.end)});
   for (std::size_t i = 0; i < start.size() && isContinuation(start[i]); ++i) {
@@ -346,26 +350,25 @@ TextPosition EmulationSource::characterBefore(TextPosition position) const {
   return position.backBy(std::min(back, bytes.size()));
 }
 
-// A link that the program has marked (OSC 8): the characters around `position` that lead to the same target.
-std::optional<CanvasLink> EmulationSource::markedLinkAt(TextPosition position, TextRange line) const {
-  CanvasLink link{.range = {.begin = position, .end = position}, .target = {}};
+// OSC 8. Characters that follow each other and lead to the same target are one link.
+std::vector<CanvasLink> EmulationSource::markedLinks(TextRange line) const {
+  std::vector<CanvasLink> links;
   TextPosition at = line.begin;
-  bool isFound = false;
   const auto addRun = [&](std::size_t bytes, const vt::LinkTarget* target) {
-    const TextPosition end = at + bytes;
-    const bool isSame = target != nullptr && !link.target.empty() && target->uri == link.target;
-    if (!isFound && !isSame) {
-      link.range.begin = at;
-      link.target = target == nullptr ? std::string() : target->uri;
+    const TextRange run{.begin = at, .end = at + bytes};
+    at = run.end;
+    if (target == nullptr || target->uri.empty()) return;
+    const bool goesOn = !links.empty() && links.back().range.end == run.begin && links.back().target == target->uri;
+    if (goesOn) {
+      links.back().range.end = run.end;
+    } else {
+      links.push_back({.range = run, .target = target->uri});
     }
-    if (isFound ? isSame && at == link.range.end : true) link.range.end = end;
-    isFound = isFound || (position >= at && position < end && target != nullptr);
-    at = end;
   };
   if (line.begin < m_history.end()) {
     const vt::HistoryLine part = m_history.part(line.begin, std::min(line.end, m_history.end()));
     for (const vt::HistoryLine::Run& run : part.runs) {
-      addRun(run.length, run.link.uri.empty() ? nullptr : &run.link);
+      addRun(run.length, &run.link);
     }
   }
   if (isOnScreen(line.end)) {
@@ -377,20 +380,45 @@ std::optional<CanvasLink> EmulationSource::markedLinkAt(TextPosition position, T
       }
     }
   }
-  return isFound ? std::optional(link) : std::nullopt;
+  return links;
 }
 
 std::optional<CanvasLink> EmulationSource::linkAt(TextPosition position) const {
   const TextRange line = near(position);
   if (position >= line.end) return std::nullopt;
-  if (auto marked = markedLinkAt(position, line)) return marked;
+  const auto isThere = [position](TextRange range) { return position >= range.begin && position < range.end; };
+  for (CanvasLink& marked : markedLinks(line)) {
+    if (isThere(marked.range)) return std::move(marked);
+  }
   const std::string text = rawText(line);
   for (const ByteRange found : findLinks(text)) {
     const TextRange range{.begin = line.begin + found.begin, .end = line.begin + found.end};
-    if (position < range.begin || position >= range.end) continue;
+    if (!isThere(range)) continue;
     return CanvasLink{.range = range, .target = text.substr(found.begin, found.end - found.begin)};
   }
   return std::nullopt;
+}
+
+std::vector<EmulationSource::LinePart> EmulationSource::linesIn(TextRange range) const {
+  std::vector<LinePart> parts;
+  TextPosition at = range.begin;
+  while (at <= range.end) {
+    const TextRange line = lineAt(at);
+    const TextPosition first = std::max(line.begin, range.begin);
+    LinePart part{.range = near(line, {.begin = first, .end = std::max(first, std::min(line.end, range.end))}),
+                  .text = {},
+                  .markedLinks = {}};
+    part.text = rawText(part.range);
+    if (part.text.ends_with('\n')) {
+      part.text.pop_back();
+      part.range.end = part.range.end - 1;
+    }
+    part.markedLinks = markedLinks(part.range);
+    parts.push_back(std::move(part));
+    if (line.end <= at) break;
+    at = line.end;
+  }
+  return parts;
 }
 
 vt::ScrollbackView EmulationSource::shownText() const {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "canvas/RowSource.h"
 #include "history/RowIndex.h"
@@ -62,6 +63,15 @@ class EmulationSource : public RowSource {
   TextPosition characterBefore(TextPosition position) const override;
   std::optional<CanvasLink> linkAt(TextPosition position) const override;
 
+  /// A line, or what of it is near a range of the text.
+  struct LinePart {
+    TextRange range;                      ///< without its line end
+    std::string text;                     ///< a byte for each place of the range
+    std::vector<CanvasLink> markedLinks;  ///< that the program has marked (OSC 8), in order
+  };
+  /// The lines that `range` touches, from top to bottom, of long ones what is near it.
+  std::vector<LinePart> linesIn(TextRange range) const;
+
  private:
   // Blocks counted per background step: a few tenths of a millisecond, as each may have to be fetched.
   static constexpr std::size_t kRefinedAtOnce = 4;
@@ -75,7 +85,10 @@ class EmulationSource : public RowSource {
   std::string rawText(TextRange range) const;
   /// The part of the line around `position` that is near it.
   TextRange near(TextPosition position) const;
-  std::optional<CanvasLink> markedLinkAt(TextPosition position, TextRange line) const;
+  /// The part that is near `range`, which is in the line.
+  TextRange near(TextRange line, TextRange range) const;
+  /// The links that the program has marked in a part of a line.
+  std::vector<CanvasLink> markedLinks(TextRange line) const;
 
   Emulator& m_emulator;
   std::shared_ptr<const vt::ScreenSnapshot> m_screen;

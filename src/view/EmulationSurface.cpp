@@ -11,6 +11,7 @@
 #include "terminal/CellLooks.h"
 #include "terminal/ShellMarks.h"
 #include "terminal/VisibleText.h"
+#include "view/CopyModeBar.h"
 #include "vt/history/ScrollbackStyles.h"
 #include "vt/theme/Theme.h"
 
@@ -33,6 +34,9 @@ EmulationSurface::EmulationSurface(TerminalController& terminal, const TerminalS
     : m_settings(settings), m_terminal(terminal), m_scheme(std::make_unique<SystemScheme>()) {
   const EmulationSettings current = settings.current();
   m_display = std::make_unique<EmulationDisplay>(terminal, size, current, isDark(), parent);
+  m_hints = std::make_unique<HintMode>(*m_display, [this] { return folder(); });
+  m_copyMode = std::make_unique<CopyMode>(*m_display);
+  m_copyModeBar = std::make_unique<CopyModeBar>(*m_copyMode, m_display->canvas());
   m_text = std::make_unique<vt::ScrollbackText>(noText());
   connect(&settings, &EmulationSettingsStore::changed, this, &EmulationSurface::applySettings);
   connect(m_scheme.get(), &SystemScheme::changed, this, &EmulationSurface::applySettings);
@@ -42,6 +46,16 @@ EmulationSurface::EmulationSurface(TerminalController& terminal, const TerminalS
   connect(m_display.get(), &EmulationDisplay::bellRang, this, &EmulationSurface::bellRang);
   connect(m_display.get(), &EmulationDisplay::notificationWanted, this, &EmulationSurface::notificationWanted);
   connect(m_display.get(), &EmulationDisplay::commandEnded, this, &EmulationSurface::commandEnded);
+  connect(m_copyMode.get(), &CopyMode::findWanted, this, [this](CopyMode::FindStep step) {
+    switch (step) {
+      case CopyMode::FindStep::Open:
+        return findWanted();
+      case CopyMode::FindStep::Next:
+        return findNextWanted();
+      case CopyMode::FindStep::Previous:
+        return findPreviousWanted();
+    }
+  });
 }
 
 EmulationSurface::~EmulationSurface() = default;
@@ -115,6 +129,10 @@ QString EmulationSurface::lastCommand() const {
   if (!command) return {};
   const TextRange shown{.begin = command->begin, .end = std::min(command->end, command->begin + kMostBytes)};
   return QString::fromStdString(m_display->source().text(shown)).simplified();
+}
+
+void EmulationSurface::takeMatch(TextRange match) {
+  if (m_copyMode->isOn()) m_copyMode->goTo(match.begin);
 }
 
 // A view that is not followed would keep what the history drops.

@@ -6,11 +6,14 @@
 
 #include "settings/EmulationSettingsStore.h"
 #include "terminal/EmulationDisplay.h"
+#include "terminal/copying/CopyMode.h"
+#include "terminal/hints/HintMode.h"
 #include "view/TerminalSurface.h"
 #include "vt/history/ScrollbackText.h"
 
 namespace zolt {
 
+class CopyModeBar;
 class SystemScheme;
 
 enum class PromptDirection { Earlier, Later };
@@ -53,12 +56,18 @@ class EmulationSurface : public TerminalSurface {
   bool selectCommandOutput();
   /// The last command line that was run to its end, on one line; empty if there is none, or the shell marks none.
   QString lastCommand() const;
+  /// Labels to open, copy and type what is in view; ends them if they are shown.
+  HintMode& hints() { return *m_hints; }
+  /// Moving through the text, selecting and copying by the keyboard.
+  CopyMode& copyMode() { return *m_copyMode; }
 
   TextCanvas& canvas() override { return m_display->canvas(); }
   const HistoryText& text() const override { return *m_text; }
   void followText(bool followed) override;
   TextSnapshot excerpt() const override;
   std::unique_ptr<OutputStyles> outputStyles() const override;
+  void takeMatch(TextRange match) override;
+  bool takesMatches() const override { return m_copyMode->isOn(); }
   void whenShown(std::function<void()> shown) override { m_display->whenSettled(std::move(shown)); }
   void clear() override { m_display->clear(); }
 
@@ -83,6 +92,9 @@ class EmulationSurface : public TerminalSurface {
   TerminalController& m_terminal;
   std::unique_ptr<SystemScheme> m_scheme;
   std::unique_ptr<EmulationDisplay> m_display;
+  std::unique_ptr<HintMode> m_hints;
+  std::unique_ptr<CopyMode> m_copyMode;
+  std::unique_ptr<CopyModeBar> m_copyModeBar;
   std::unique_ptr<vt::ScrollbackText> m_text;
   bool m_isFollowed = false;
   bool m_isAlternate = false;  // m_text

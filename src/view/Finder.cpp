@@ -52,7 +52,8 @@ void Finder::showBar() {
   if (!m_bar) {
     m_bar = new FindBar(m_view.parentWidget());
     connect(m_bar, &FindBar::queryChanged, this, &Finder::searchAnew);
-    connect(m_bar, &FindBar::backwardWanted, &m_session, &FindSession::goBackward);
+    connect(m_bar, &FindBar::backwardWanted, this,
+            [this] { m_surface.takesMatches() ? m_view.setFocus() : m_session.goBackward(); });
     connect(m_bar, &FindBar::forwardWanted, &m_session, &FindSession::goForward);
     connect(m_bar, &FindBar::closeWanted, this, &Finder::close);
     m_bar->hide();
@@ -93,7 +94,8 @@ void Finder::previous() {
 
 void Finder::close() {
   if (!isOpen()) return;
-  if (const auto match = m_session.current()) m_view.select(*match);
+  const auto match = m_session.current();
+  if (match && !m_surface.takesMatches()) m_view.select(*match);
   m_session.stop();
   m_surface.followText(false);
   m_view.setMarks(nullptr);
@@ -146,6 +148,7 @@ void Finder::showFindings() {
 void Finder::showCurrent() {
   const int covered = m_bar->geometryAt(FindBar::Edge::Top).bottom() + kAroundBar - m_view.geometry().top();
   m_view.reveal(*m_session.current(), LogicalPixels(covered));
+  m_surface.takeMatch(*m_session.current());
   placeBar();
   searchChanged();
 }

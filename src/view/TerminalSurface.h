@@ -29,12 +29,20 @@ class TerminalSurface : public QObject {
 
   /// Calls `shown` once everything is on display that has been read from the program so far.
   virtual void whenShown(std::function<void()> shown) = 0;
+  /// Whether a match that is found is a place to go to just now. Then it is not selected when the find bar is closed,
+  /// and Return in the bar gives the keyboard back to the text.
+  virtual bool takesMatches() const { return false; }
+  virtual void takeMatch(TextRange /*match*/) {}
   /// Empties the terminal, as the user's command.
   virtual void clear() = 0;
 
  Q_SIGNALS:
   /// `text()` has changed. Places that were held have moved as the canvas's source tells.
   void textChanged();
+  /// The user asks from within the text to find something; the next or the previous match.
+  void findWanted();
+  void findNextWanted();
+  void findPreviousWanted();
   /// `text()` is another one now, with places of its own.
   void textReplaced();
 };

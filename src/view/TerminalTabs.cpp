@@ -379,7 +379,8 @@ bool TerminalTabs::isOn(const QByteArray& action) const {
   if (count() == 0) return false;
   const Tab& current = tab(currentIndex());
   return (action == "zoomPane" && current.view->zoomed() != nullptr) ||
-         (action == "typeIntoAll" && current.typesIntoAll);
+         (action == "typeIntoAll" && current.typesIntoAll) ||
+         (action == "toggleCopyMode" && surfaceOf(*current.current).copyMode().isOn());
 }
 
 // What is shown of them.

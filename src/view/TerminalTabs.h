@@ -150,6 +150,8 @@ class TerminalTabs : public TerminalArea {
   Q_INVOKABLE void nextPrompt() { surface().showPrompt(PromptDirection::Later); }
   Q_INVOKABLE void selectCommandOutput() { surface().selectCommandOutput(); }
   Q_INVOKABLE void copyCommandOutput();
+  Q_INVOKABLE void showHints() { surface().hints().toggle(); }
+  Q_INVOKABLE void toggleCopyMode() { surface().copyMode().toggle(); }
   Q_INVOKABLE bool validate(const QByteArray& action) const;
   Q_INVOKABLE bool isOn(const QByteArray& action) const;
 

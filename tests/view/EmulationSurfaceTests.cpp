@@ -315,6 +315,55 @@ TEST_F(EmulationSurfaceTest, GoesFromPromptToPrompt) {
   EXPECT_TRUE(canvas().isAtEnd());
 }
 
+TEST_F(EmulationSurfaceTest, TellsThatTheCopyModeIsOnAndGivesWayToItsCursor) {
+  run("seq 100");
+  auto* bar = container->findChild<QWidget*>(QStringLiteral("copyMode"));
+  ASSERT_NE(bar, nullptr);
+  EXPECT_FALSE(bar->isVisible());
+  const TerminalSize size = canvas().gridSize();
+  surface().copyMode().toggle();
+  EXPECT_TRUE(bar->isVisible());
+  EXPECT_EQ(canvas().gridSize(), size);
+  EXPECT_TRUE(bar->accessibleName().contains(QStringLiteral("q leaves"))) << bar->accessibleName().toStdString();
+  const QRect first = bar->geometry();
+  EXPECT_GT(first.top(), canvas().height() / 2);
+  feed(std::string("\r\n").append(static_cast<std::size_t>(size.columns) - 1, 'x'));
+  surface().copyMode().toggle();
+  surface().copyMode().toggle();
+  QTest::keyClicks(&canvas(), QStringLiteral("$"));
+  EXPECT_LT(bar->geometry().bottom(), canvas().height() / 2) << "it would lie on the cursor";
+  QTest::keyClicks(&canvas(), QStringLiteral("V"));
+  EXPECT_TRUE(bar->accessibleName().contains(QStringLiteral("lines"))) << bar->accessibleName().toStdString();
+  QTest::keyClicks(&canvas(), QStringLiteral("q"));
+  EXPECT_FALSE(bar->isVisible());
+}
+
+TEST_F(EmulationSurfaceTest, FindsInTheCopyMode) {
+  run("seq -f 'needle %g end' 100");
+  surface().copyMode().toggle();
+  QTest::keyClicks(&canvas(), QStringLiteral("/"));
+  auto* field = container->findChild<QLineEdit*>();
+  ASSERT_NE(field, nullptr);
+  field->setText(QStringLiteral("needle 55"));
+  ASSERT_TRUE(shows(QStringLiteral("1 of 1"))) << progress().toStdString();
+  const auto lineOfCursor = [this] {
+    return canvas().textOf(surface().display().source().lineAt(surface().copyMode().cursor()));
+  };
+  EXPECT_EQ(lineOfCursor(), QStringLiteral("needle 55 end\n"));
+  QTest::keyClick(field, Qt::Key_Return);
+  EXPECT_FALSE(field->hasFocus());
+  QTest::keyClicks(&canvas(), QStringLiteral("v$"));
+  EXPECT_EQ(canvas().selectedText(), QStringLiteral("needle 55 end"));
+  field->setText(QStringLiteral("needle"));
+  ASSERT_TRUE(shows(QStringLiteral("100 of 100"))) << progress().toStdString();
+  QTest::keyClicks(&canvas(), QStringLiteral("N"));
+  EXPECT_TRUE(waitFor([&] { return lineOfCursor() == QStringLiteral("needle 99 end\n"); }))
+      << lineOfCursor().toStdString();
+  QTest::keyClick(field, Qt::Key_Escape);
+  EXPECT_TRUE(surface().copyMode().isOn()) << "only the bar is closed";
+  EXPECT_FALSE(canvas().selectedText() == QStringLiteral("needle")) << "and no match is selected";
+}
+
 TEST_F(EmulationSurfaceTest, SelectsWhatACommandHasPrinted) {
   run(kMarkedCommands);
   ASSERT_TRUE(surface().selectCommandOutput());
