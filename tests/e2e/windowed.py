@@ -220,6 +220,13 @@ class Window:
         self.type(line)
         self.key("Return")
 
+    def paste(self, text):
+        """Pastes, and waits until something has come of it: until then the clipboard must stay as it is."""
+        self.put_on_clipboard(text)
+        before = self.picture_at_rest()
+        self.key("ctrl+shift+v")
+        succeeds(lambda: self.picture() != before, "what is pasted to be shown")
+
     def answer(self, title, *keys):
         """Waits for the question in a window of this title, and closes it with these keys."""
         question = succeeds(lambda: self.windows(f"^{title}$"), f"the question {title}")[0]
