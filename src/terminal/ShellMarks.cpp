@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <utility>
 #include <vector>
 
 namespace zolt {
@@ -61,14 +60,13 @@ std::optional<ShellMark> ShellMarks::promptAfter(TextPosition position) const {
 }
 
 std::optional<TextRange> ShellMarks::lastCommand() const {
-  std::optional<ShellMark> mark{{.position = m_text.end() + 1}};
-  std::optional<ShellMark> output;
-  for (const HistoryMarkKind kind :
-       {HistoryMarkKind::CommandEnd, HistoryMarkKind::OutputStart, HistoryMarkKind::CommandStart}) {
-    output = std::exchange(mark, lastBefore(mark->position, [kind](HistoryMarkKind each) { return each == kind; }));
-    if (!mark) return std::nullopt;
-  }
-  return TextRange{.begin = mark->position, .end = output->position};
+  const auto output =
+      lastBefore(m_text.end() + 1, [](HistoryMarkKind kind) { return kind == HistoryMarkKind::OutputStart; });
+  if (!output) return std::nullopt;
+  const auto command =
+      lastBefore(output->position, [](HistoryMarkKind kind) { return kind == HistoryMarkKind::CommandStart; });
+  if (!command) return std::nullopt;
+  return TextRange{.begin = command->position, .end = output->position};
 }
 
 std::optional<TextRange> ShellMarks::outputAt(TextPosition position) const {

@@ -25,7 +25,7 @@ class ShellMarks {
   /// The last prompt that begins before `position`, and the first one that begins after it.
   std::optional<ShellMark> promptBefore(TextPosition position) const;
   std::optional<ShellMark> promptAfter(TextPosition position) const;
-  /// The last command line that has been run to its end, without its prompt.
+  /// The last command line that was run, without its prompt.
   std::optional<TextRange> lastCommand() const;
   /// What the command has printed that `position` belongs to, be it in its prompt or in its output; at a prompt where
   /// nothing was run yet, the command before. Up to its end, or up to the next prompt or the text's end where the shell

@@ -54,7 +54,7 @@ class EmulationSurface : public TerminalSurface {
   /// Selects what the last command has printed, or, if scrolled back, the command at the top of the view; false if
   /// there is none.
   bool selectCommandOutput();
-  /// The last command line that was run to its end, on one line; empty if there is none, or the shell marks none.
+  /// The last command line that was run, on one line; empty if there is none, or the shell marks none.
   QString lastCommand() const;
   /// Labels to open, copy and type what is in view; ends them if they are shown.
   HintMode& hints() { return *m_hints; }

@@ -24,7 +24,7 @@ constexpr const char* kEmulationRows =
     "Full Emulation|Minimum Contrast|Word Separators|Keep Closed Terminals|Use ligatures|Show bold text in bright "
     "colors|Ask before risky paste|Let programs move and resize the window|Let scripts type into any terminal|Shell "
     "integration|Always show tab bar|Dim "
-    "inactive splits|Audible bell|Visual bell";
+    "inactive splits|Audible bell|Visual bell|Show notifications";
 
 struct SwitchCase {
   int tab;
