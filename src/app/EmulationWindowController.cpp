@@ -19,8 +19,10 @@ std::vector<std::string> runningPrograms(const std::vector<TerminalPane*>& panes
   for (TerminalPane* pane : panes) {
     const PTYSession& session = pane->terminal().ptySession();
     const PaneLife* life = PaneLife::of(*pane);
-    const bool isShell = life != nullptr && life->runsShell();
-    const auto program = isShell ? session.foregroundProgram() : session.shellProcess();
+    const auto* window = qobject_cast<const TerminalWindow*>(pane->window());
+    const bool isProgram =
+        (life != nullptr && !life->runsShell()) || (window != nullptr && window->kind().isForProgram);
+    const auto program = isProgram ? session.shellProcess() : session.foregroundProgram();
     if (program) names.push_back(processName(*program));
   }
   return names;

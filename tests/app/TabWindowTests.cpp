@@ -314,6 +314,9 @@ TEST_F(TabWindowTest, AWindowForAProgramOffersNoMoreTerminals) {
   EXPECT_EQ(tabsOf(window).panes().size(), 1U);
   EXPECT_TRUE(window.contentViewController().terminals().empty());
   tabsOf(window).closePane();
+  EXPECT_TRUE(window.isVisible()) << "its program runs: the user is asked";
+  defaults.setBool("warnBeforeClosing", false);
+  tabsOf(window).closePane();
   EXPECT_FALSE(window.isVisible());
 }
 
