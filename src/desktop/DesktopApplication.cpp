@@ -13,7 +13,7 @@ namespace zolt {
 
 namespace {
 
-// "org.example.App" is found at "/org/example/App", as the specification has it.
+// By the Desktop Entry Specification "org.example.App" is found at "/org/example/App".
 QString pathOf(QString id) {
   return QLatin1Char('/') + id.replace(QLatin1Char('.'), QLatin1Char('/')).replace(QLatin1Char('-'), QLatin1Char('_'));
 }

@@ -1,54 +1,25 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QClipboard>
-#include <QTest>
-#include <memory>
 #include <string>
-#include <vector>
 
-#include "support/WaitFor.h"
-#include "terminal/EmulationDisplay.h"
+#include "terminal/DisplayFixture.h"
 
 namespace zolt::test {
 
 /// The full emulation of a program that shows whatever it is sent in a visible form, for the modes of the keyboard.
-class ModeTest : public testing::Test {
+class ModeTest : public DisplayTest {
  protected:
   /// The program prints `text` first; in the format of printf.
   void start(const std::string& text) {
-    terminal = std::make_unique<TerminalController>(
-        Shell{
-            .name = "sh",
-            .executable = "/bin/sh",
-            .args = {"-c", std::string("stty raw -echo; printf '").append(text).append("'; printf '>'; exec cat -uv")},
-            .icon = "terminal"},
-        TerminalController::Restart::Never, TerminalSize{.rows = 24, .columns = 80});
-    window = std::make_unique<QWidget>();
-    display = std::make_unique<EmulationDisplay>(*terminal, TerminalSize{.rows = 24, .columns = 80}, settings, true,
-                                                 window.get());
-    window->resize(800, 500);
-    canvas().resize(800, 500);
-    window->show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get(), kPatience.count()));
-    QApplication::setActiveWindow(window.get());
-    canvas().setFocus();
+    run(std::string("stty raw -echo; printf '").append(text).append("'; printf '>'; exec cat -uv"));
     ASSERT_TRUE(waitFor([this] {
       canvas().makeFrameNow();
-      return display->source().screen()->size.columns == canvas().gridSize().columns &&
-             allText().find('>') != std::string::npos;
+      return allText().find('>') != std::string::npos;
     }));
     QApplication::clipboard()->setText(QStringLiteral("nothing"));
   }
-  void TearDown() override {
-    display.reset();
-    window.reset();
-    terminal.reset();
-  }
 
-  TextCanvas& canvas() { return display->canvas(); }
   std::string allText() {
     EmulationSource& source = display->source();
     return source.text({.begin = source.begin(), .end = source.end()});
@@ -81,11 +52,6 @@ class ModeTest : public testing::Test {
   std::string rowText(std::size_t row) {
     return canvas().visibleText().section(QLatin1Char('\n'), int(row), int(row)).toStdString();
   }
-
-  EmulationSettings settings;
-  std::unique_ptr<TerminalController> terminal;
-  std::unique_ptr<QWidget> window;
-  std::unique_ptr<EmulationDisplay> display;
 };
 
 }  // namespace zolt::test
