@@ -13,8 +13,8 @@ namespace zolt {
 /// row needs stays while it is painted, however many there are.
 class MaskCache {
  public:
-  /// A text has a few hundred different clusters.
-  static constexpr std::size_t kGeneration = 8192;
+  /// A text has a few hundred different clusters, and a row fewer than this.
+  static constexpr std::size_t kGeneration = 2048;
 
   /// Null if there is none. Valid until as many others have been asked for.
   const GlyphMask* find(const std::string& key) {
