@@ -26,7 +26,12 @@ constexpr std::array kStreams{
     Stream{STDERR_FILENO, O_WRONLY},
 };
 
+// Qt says so of every font that it tries for a letter of a script that the font cannot shape. Any program can print
+// such letters, and nobody can do anything about the fonts.
+constexpr QLatin1String kAboutFonts("  OpenType support missing for ");
+
 void printMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+  if (message.startsWith(kAboutFonts)) return;
   printErrorLine(qFormatLogMessage(type, context, message).toStdString());
 }
 

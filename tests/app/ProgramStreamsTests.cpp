@@ -4,11 +4,13 @@
 #include <unistd.h>
 
 #include <QTemporaryDir>
+#include <QtGlobal>
 #include <csignal>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "app/StandardStreams.h"
 #include "platform/ChildProcess.h"
 #include "platform/Pipe.h"
 #include "support/ProcessFacts.h"
@@ -86,6 +88,15 @@ TEST(ProgramStreams, MayBeFullPipesThatNobodyReads) {
 TEST(ProgramStreams, MayBeFullWhenTheToolkitHasSomethingToSay) {
   const Pipe full = fullPipe();
   EXPECT_EQ(statusOf("env QT_LOGGING_RULES='*.debug=true' " + kExit5, -1, full.writer.get()), 5);
+}
+
+TEST(ToolkitMessages, ArePrintedButForWhatFontsLack) {
+  printToolkitMessagesWithoutWaiting();
+  testing::internal::CaptureStderr();
+  qWarning("  OpenType support missing for \"%s\", script %d", "Noto Sans", 10);
+  qWarning("something else");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "something else\n");
+  qInstallMessageHandler(nullptr);
 }
 
 TEST(ProgramStreams, MayBePipesWhoseReaderHasGone) {
