@@ -13,10 +13,15 @@ std::string compressBlock(std::string_view bytes);
 /// Decompresses such a frame; nothing when it is damaged or holds more than 16 MiB. Any thread.
 std::optional<std::string> decompressBlock(std::string_view frame);
 
-/// Encrypts blocks with a random key that never leaves the process. Any thread.
+/// Encrypts blocks with one key. Any thread.
 class BlockCipher {
  public:
+  using Key = std::array<unsigned char, 32>;
+
+  /// A random key that never leaves the process.
   BlockCipher();
+  /// A key that has not encrypted anything else.
+  explicit BlockCipher(const Key& key) : m_key(key) {}
   BlockCipher(const BlockCipher&) = delete;
   BlockCipher& operator=(const BlockCipher&) = delete;
   ~BlockCipher();
@@ -31,7 +36,7 @@ class BlockCipher {
   std::optional<std::string> open(std::uint64_t number, std::string_view sealed) const;
 
  private:
-  std::array<unsigned char, 32> m_key{};
+  Key m_key{};
 };
 
 }  // namespace zolt

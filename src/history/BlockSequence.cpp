@@ -19,6 +19,10 @@ std::shared_ptr<const LineBlock> SealedBlocks::block(std::size_t index) const {
   return found ? found : lost(index);
 }
 
+StoredBlock SealedBlocks::stored(std::size_t index) const {
+  return {.summary = summary(index), .compressed = m_store.compressed(index)};
+}
+
 BlockText SealedBlocks::text(std::size_t index) const {
   std::optional<BlockStore::Content> content = m_store.read(index);
   const auto text = content && !content->block ? textOfHistoryBlock(content->bytes) : std::nullopt;
@@ -44,6 +48,11 @@ std::shared_ptr<const LineBlock> BlockCache::block(const SealedBlocks& blocks, s
 void BlockSequence::add(std::shared_ptr<const LineBlock> block) {
   m_sealed.m_summaries.push_back(block->summary());
   m_store.add(std::move(block));
+}
+
+void BlockSequence::addStored(StoredBlock block) {
+  m_sealed.m_summaries.push_back(block.summary);
+  m_store.addCompressed(std::move(block.compressed));
 }
 
 void BlockSequence::dropBefore(std::size_t index) {

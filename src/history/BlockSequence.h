@@ -22,6 +22,12 @@ struct BlockKind {
   std::shared_ptr<const LineBlock> (*lost)(const BlockSummary& summary);
 };
 
+/// A sealed block as it is kept from one session to the next.
+struct StoredBlock {
+  BlockSummary summary;
+  std::shared_ptr<const std::string> compressed;  ///< its `encoded()` bytes (compressBlock); null: lost
+};
+
 /// Owns or shares the text of a block.
 class BlockText {
  public:
@@ -56,6 +62,8 @@ class SealedBlocks {
   std::shared_ptr<const LineBlock> lost(std::size_t index) const { return m_kind->lost(summary(index)); }
   /// The one or the other.
   std::shared_ptr<const LineBlock> block(std::size_t index) const;
+  /// Block `index` as it is stored for another session; without its text when it was lost.
+  StoredBlock stored(std::size_t index) const;
   /// The text of block `index` alone, which is cheaper.
   BlockText text(std::size_t index) const;
 
@@ -94,6 +102,8 @@ class BlockSequence {
 
   /// Appends a block.
   void add(std::shared_ptr<const LineBlock> block);
+  /// Appends a block of an earlier session. Only before the first block is added.
+  void addStored(StoredBlock block);
   /// Trims the blocks before number `index` <= endBlock().
   void dropBefore(std::size_t index);
 

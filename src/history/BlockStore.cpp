@@ -8,6 +8,7 @@
 #include <utility>
 #include <variant>
 
+#include "base/Fatal.h"
 #include "history/BlockCodec.h"
 #include "history/FreeExtents.h"
 #include "history/HistoryWorker.h"
@@ -34,10 +35,12 @@ class BlockStore::State : public SteppedWork, public std::enable_shared_from_thi
   using Pins = std::multiset<std::size_t>;
 
   void add(std::shared_ptr<const SealedBlock> block);
+  void addCompressed(std::shared_ptr<const std::string> block);
   void dropBefore(std::size_t index);
   Pins::const_iterator pin();
   void unpin(Pins::const_iterator pin);
   std::optional<Content> read(std::size_t index) const;
+  std::shared_ptr<const std::string> compressed(std::size_t index) const;
   Usage usage() const;
   void waitUntilIdle();
   void close();
@@ -52,6 +55,11 @@ class BlockStore::State : public SteppedWork, public std::enable_shared_from_thi
   };
   struct Dropped {};
   using Place = std::variant<Plain, Packed, Spilled, Dropped>;
+  // Where a block was, and the file at that time.
+  struct Found {
+    Place place;
+    std::shared_ptr<const SpillFile> file;
+  };
   using Lock = std::unique_lock<std::mutex>;
 
   std::size_t end() const { return m_begin + m_places.size(); }
@@ -69,6 +77,9 @@ class BlockStore::State : public SteppedWork, public std::enable_shared_from_thi
     return !m_settings.folder.empty() && m_memoryBytes > m_settings.memoryBudget && m_nextToSpill < end() &&
            std::holds_alternative<Packed>(placeOf(m_nextToSpill));
   }
+  Found find(std::size_t index) const;
+  Packed packedIn(std::size_t index, const Found& found) const;
+  void skipDropped();
   void releaseTrimmed();
   void schedule();
   void pack(Lock& lock);
@@ -107,6 +118,22 @@ void BlockStore::State::add(std::shared_ptr<const SealedBlock> block) {
     pack(lock);
   }
   schedule();
+}
+
+void BlockStore::State::addCompressed(std::shared_ptr<const std::string> block) {
+  const Lock lock(m_mutex);
+  if (m_nextToPack != end()) fatalError("history: a compressed block was added after others");
+  if (block) m_memoryBytes += block->size();
+  m_places.push_back(block ? Place(std::move(block)) : Place(Dropped{}));
+  m_nextToPack = end();
+  skipDropped();
+  schedule();
+}
+
+void BlockStore::State::skipDropped() {
+  while (m_nextToSpill < end() && std::holds_alternative<Dropped>(placeOf(m_nextToSpill))) {
+    ++m_nextToSpill;
+  }
 }
 
 void BlockStore::State::dropBefore(std::size_t index) {
@@ -198,6 +225,7 @@ void BlockStore::State::spill(Lock& lock) {
   placeOf(index) = offset ? Place(written) : Place(Dropped{});
   m_memoryBytes -= packed->size();
   ++m_nextToSpill;
+  skipDropped();
 }
 
 // Writes where there is room or at the end of the file or, once it can no longer grow, over the oldest blocks. Returns
@@ -239,25 +267,37 @@ bool BlockStore::State::dropOldestInFile() {
   return true;
 }
 
+BlockStore::State::Found BlockStore::State::find(std::size_t index) const {
+  const Lock lock(m_mutex);
+  if (index < m_begin) return {.place = Dropped{}, .file = nullptr};
+  return {.place = placeOf(index), .file = m_file};
+}
+
+// The bytes of a block that is compressed already; null if it is not, or can no longer be read.
+BlockStore::State::Packed BlockStore::State::packedIn(std::size_t index, const Found& found) const {
+  if (const Packed* packed = std::get_if<Packed>(&found.place)) return *packed;
+  const Spilled* spilled = std::get_if<Spilled>(&found.place);
+  std::string sealed;
+  if (spilled == nullptr || !found.file->read(spilled->offset, spilled->size, sealed)) return nullptr;
+  // If it was just dropped and overwritten, it does not open: what is there now was sealed under another number.
+  auto opened = m_cipher.open(index, sealed);
+  return opened ? std::make_shared<const std::string>(std::move(*opened)) : nullptr;
+}
+
 std::optional<BlockStore::Content> BlockStore::State::read(std::size_t index) const {
-  Lock lock(m_mutex);
-  if (index < m_begin) return std::nullopt;
-  const Place place = placeOf(index);
-  const std::shared_ptr<const SpillFile> file = m_file;
-  lock.unlock();
-  if (const Plain* plain = std::get_if<Plain>(&place)) return Content{.block = *plain, .bytes = {}};
-  std::optional<std::string> bytes;
-  if (const Packed* packed = std::get_if<Packed>(&place)) {
-    bytes = decompressBlock(**packed);
-  } else if (const Spilled* spilled = std::get_if<Spilled>(&place)) {
-    std::string sealed;
-    // If it was just dropped and overwritten, it does not open: what is there now was sealed under another number.
-    if (!file->read(spilled->offset, spilled->size, sealed)) return std::nullopt;
-    const std::optional<std::string> opened = m_cipher.open(index, sealed);
-    if (opened) bytes = decompressBlock(*opened);
-  }
+  const Found found = find(index);
+  if (const Plain* plain = std::get_if<Plain>(&found.place)) return Content{.block = *plain, .bytes = {}};
+  const Packed packed = packedIn(index, found);
+  auto bytes = packed ? decompressBlock(*packed) : std::nullopt;
   if (!bytes) return std::nullopt;
   return Content{.block = nullptr, .bytes = std::move(*bytes)};
+}
+
+std::shared_ptr<const std::string> BlockStore::State::compressed(std::size_t index) const {
+  const Found found = find(index);
+  const Plain* plain = std::get_if<Plain>(&found.place);
+  return plain == nullptr ? packedIn(index, found)
+                          : std::make_shared<const std::string>(compressBlock((*plain)->encoded()));
 }
 
 BlockStore::Usage BlockStore::State::usage() const {
@@ -311,6 +351,10 @@ void BlockStore::add(std::shared_ptr<const SealedBlock> block) {
   m_state->add(std::move(block));
 }
 
+void BlockStore::addCompressed(std::shared_ptr<const std::string> block) {
+  m_state->addCompressed(std::move(block));
+}
+
 void BlockStore::dropBefore(std::size_t index) {
   m_state->dropBefore(index);
 }
@@ -325,6 +369,10 @@ std::optional<BlockStore::Content> BlockStore::read(std::size_t index) const {
 
 std::optional<BlockStore::Content> BlockStore::Reader::read(std::size_t index) const {
   return m_pin->state().read(index);
+}
+
+std::shared_ptr<const std::string> BlockStore::Reader::compressed(std::size_t index) const {
+  return m_pin->state().compressed(index);
 }
 
 BlockStore::Usage BlockStore::usage() const {

@@ -55,6 +55,9 @@ class BlockStore {
 
   /// Appends a block. Blocks are numbered from 0, whatever is trimmed.
   void add(std::shared_ptr<const SealedBlock> block);
+  /// Appends a block of an earlier store, as `Reader::compressed` returned it; null: one that was lost. Only before the
+  /// first block is added.
+  void addCompressed(std::shared_ptr<const std::string> block);
   /// Trims the blocks before number `index`, which is at most the number of blocks added.
   void dropBefore(std::size_t index);
 
@@ -69,6 +72,8 @@ class BlockStore {
    public:
     /// Block number `index`, which must have been added; nothing when it was dropped or can no longer be read.
     std::optional<Content> read(std::size_t index) const;
+    /// The same block compressed (compressBlock); null when it was dropped or can no longer be read.
+    std::shared_ptr<const std::string> compressed(std::size_t index) const;
 
    private:
     friend class BlockStore;

@@ -105,6 +105,12 @@ std::size_t Terminal::feedBulk(std::string_view bytes) {
   return end;
 }
 
+void Terminal::startOver() {
+  m_parser.reset();
+  m_mouse = MouseReporter();
+  m_state.startOver();
+}
+
 void Terminal::resize(const TerminalSize& size) {
   m_state.setSize(size);
   reportSize(m_state);

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/Result.h"
+#include "vt/TerminalRecord.h"
 #include "vt/input/Keyboard.h"
 #include "vt/parser/Parser.h"
 #include "vt/snapshot/ScreenSnapshot.h"
@@ -87,6 +88,14 @@ class Terminal {
   /// memory in proportion to them and to the size of the screen, which has the limits of Screen.
   static Result<std::unique_ptr<Terminal>> restored(std::string_view bytes, TerminalSettings settings,
                                                     Milliseconds now = Milliseconds{0});
+  /// The terminal with its scrollback as it is now.
+  TerminalRecord record() const { return {.state = saved(), .history = m_state.screen.scrollback().view()}; }
+  /// The terminal that was stored, with its scrollback; without that if it does not belong to it. Otherwise as above.
+  static Result<std::unique_ptr<Terminal>> restored(StoredTerminal stored, TerminalSettings settings,
+                                                    Milliseconds now = Milliseconds{0});
+  /// Makes room for another program, once the one that used the terminal is gone: the main screen is shown, the cursor
+  /// stands at the start of the row below its text, and all but text, title and theme is as in a new terminal.
+  void startOver();
 
  private:
   class Dispatcher;

@@ -60,4 +60,11 @@ Result<std::unique_ptr<Terminal>> Terminal::restored(std::string_view bytes, Ter
   return terminal;
 }
 
+Result<std::unique_ptr<Terminal>> Terminal::restored(StoredTerminal stored, TerminalSettings settings,
+                                                     Milliseconds now) {
+  auto terminal = restored(std::string_view(stored.state), std::move(settings), now);
+  if (terminal) terminal.value()->m_state.screen.scrollback().adopt(std::move(stored.history));
+  return terminal;
+}
+
 }  // namespace zolt::vt

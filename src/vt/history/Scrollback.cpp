@@ -39,6 +39,20 @@ void Scrollback::startAt(const BlockStart& start) {
   openBlock(start, m_open.content->clusters);
 }
 
+bool Scrollback::adopt(std::vector<StoredBlock> blocks) {
+  TextPosition end = blocks.empty() ? m_open.start.position : blocks.front().summary.start;
+  for (const StoredBlock& block : blocks) {
+    if (block.summary.start != end) return false;
+    end = block.summary.end();
+  }
+  if (end != m_open.start.position || m_blocks.endBlock() > 0) return false;
+  for (StoredBlock& block : blocks) {
+    m_blocks.addStored(std::move(block));
+  }
+  trim();
+  return true;
+}
+
 void Scrollback::OpenBlock::copyContent() {
   auto copy = std::make_shared<HistoryBlock>();
   copy->text.reserve(kScrollbackBlockBytes + kSpareBytes);

@@ -71,6 +71,10 @@ class Scrollback {
   BlockStart next() const { return {.position = end(), .line = m_lineEnds, .continuesALine = endsMidLine()}; }
   /// Goes on from `start`, as if a history that ends there had been appended and trimmed. Only in a new scrollback.
   void startAt(const BlockStart& start);
+  /// Puts the blocks of an earlier session (`storedBlocks`) before the text, without gaps between them, where
+  /// `startAt` had the first byte to come. Only in a new scrollback. False, and nothing happens, if they do not fit
+  /// there.
+  bool adopt(std::vector<StoredBlock> blocks);
   /// From now on whole blocks are trimmed at the front, each time one is full, as long as this many lines remain. In a
   /// line that fills whole blocks, each `partBytes` count as a line. None: without limit, as at first.
   void setLimit(std::optional<std::uint64_t> lines);

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -38,6 +39,9 @@ class ScrollbackView {
   /// The numbers of the first line, of which a part may be trimmed, and of the one after the last.
   std::uint64_t firstLine() const { return m_firstLine; }
   std::uint64_t endLine() const { return m_endLine; }
+
+  /// Calls `take` with every block from the oldest on, as it is stored for another session (Scrollback::adopt).
+  void forEachStored(const std::function<void(StoredBlock block)>& take) const;
 
   const SealedBlocks& sealed() const { return m_sealed; }
   const std::vector<TailBlock>& tail() const { return m_tail; }

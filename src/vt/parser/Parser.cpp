@@ -21,6 +21,15 @@ constexpr std::uint8_t kEscape = 0x1B;
 
 }  // namespace
 
+void Parser::reset() {
+  m_state = ParserState::Ground;
+  m_decoder = {};
+  m_open = OpenString::None;
+  m_stringSuspended = false;
+  m_stringTooLong = false;
+  m_string.clear();
+}
+
 void Parser::feed(std::string_view bytes) {
   while (!bytes.empty()) {
     const std::size_t taken = m_state == ParserState::Ground && !m_decoder.isInside() ? takeRun(bytes) : 0;

@@ -50,6 +50,9 @@ class Parser {
   /// Like `feed`, without its fast paths. For tests, which compare the two.
   void feedByTable(std::string_view bytes);
 
+  /// Forgets a sequence, a string or a character that is incomplete, without any effect of it.
+  void reset();
+
   ParserState state() const { return m_state; }
   /// Whether the parser is between sequences and between characters.
   bool isIdle() const { return m_state == ParserState::Ground && !m_decoder.isInside(); }

@@ -155,13 +155,41 @@ void Screen::reset() {
   showAlternate(false);
   m_rowsBelow.clear();
   m_scrollback.endOpenLine(m_tables);
+  resetPen();
+  for (Grid& grid : m_grids) {
+    clearGrid(grid);
+  }
+  resetState();
+}
+
+void Screen::startOver() {
+  showAlternate(false);
+  m_rowsBelow.clear();
+  resetPen();
+  clearGrid(m_grids[1]);
+  resetState();
+  int below = rows();
+  while (below > 0 && m_grid->state(below - 1).extent == 0) {
+    --below;
+  }
+  if (below == 0) return;
+  setCursor({.row = below - 1, .column = 0});
+  m_grid->state(below - 1).wraps = false;
+  lineFeed();
+}
+
+void Screen::clearGrid(Grid& grid) {
+  for (int row = 0; row < rows(); ++row) {
+    grid.clearRow(row, Cell());
+  }
+}
+
+void Screen::resetPen() {
   m_pen = {};
   m_attributesKnown = false;
-  for (Grid& grid : m_grids) {
-    for (int row = 0; row < rows(); ++row) {
-      grid.clearRow(row, Cell());
-    }
-  }
+}
+
+void Screen::resetState() {
   modes = {};
   characterSets = {};
   protection = Protection::None;

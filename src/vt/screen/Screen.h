@@ -202,6 +202,8 @@ class Screen {
 
   /// RIS: as after construction, except that the scrollback is kept.
   void reset();
+  /// The main screen with its text, and the cursor at the start of the row below that; all else as after construction.
+  void startOver();
   /// DECSTR.
   void softReset();
 
@@ -216,6 +218,9 @@ class Screen {
   };
   // Screen.cpp
   static TerminalSize clamped(const TerminalSize& size);
+  void clearGrid(Grid& grid);
+  void resetPen();
+  void resetState();
   Cell blank();
   std::uint64_t attributes() { return m_attributesKnown ? m_attributes : resolveAttributes(); }
   std::uint64_t resolveAttributes();

@@ -78,6 +78,18 @@ void TerminalState::resetSoft() {
 
 void TerminalState::resetHard() {
   screen.reset();
+  resetAllButScreen();
+  title.clear();
+  iconTitle.clear();
+  events.titleChanged = true;
+}
+
+void TerminalState::startOver() {
+  screen.startOver();
+  resetAllButScreen();
+}
+
+void TerminalState::resetAllButScreen() {
   screen.modes.graphemeClusters = settings.graphemeClusters;
   modes = {};
   keyboard = {};
@@ -86,9 +98,6 @@ void TerminalState::resetHard() {
   cursorStyle.reset();
   conformanceLevel = 64;
   rectanglesAreStreams = true;
-  title.clear();
-  iconTitle.clear();
-  events.titleChanged = true;
   pushedTitles.clear();
   progress = {};
   pushedStyles.clear();

@@ -211,7 +211,12 @@ struct TerminalState {
   /// Resizes the screen. Clamped to its limits.
   void setSize(const TerminalSize& given);
   void resetHard();  // RIS
+  /// As at the start, but for the text, the titles, the working directory and the theme.
+  void startOver();
   void resetSoft();  // DECSTR
+
+ private:
+  void resetAllButScreen();
 };
 
 /// `text` without control, line separator and bidirectional formatting characters, truncated between characters to
