@@ -1,8 +1,7 @@
 #include "app/AppDelegate.h"
 
-#include <unistd.h>
-
 #include <QApplication>
+#include <QDir>
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -23,7 +22,7 @@ namespace {
 std::string folderOf(const PTYSession& session) {
   const auto shell = session.shellProcess();
   const std::string folder = shell ? processFolder(*shell) : std::string();
-  return folder.empty() || access(folder.c_str(), X_OK) != 0 ? session.workingDirectory : folder;
+  return canEnter(folder) ? folder : session.workingDirectory;
 }
 
 TerminalTabs& tabsOf(TerminalWindow& window) {
@@ -49,6 +48,11 @@ AppDelegate::~AppDelegate() {
   }
 }
 
+void AppDelegate::keepSessionIn(const std::string& folder) {
+  m_session = std::make_unique<SessionStore>(folder, *m_emulationSettings);
+  connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, m_session.get(), &SessionStore::write);
+}
+
 void AppDelegate::applicationDidFinishLaunching(const TerminalLaunch& first) {
   m_config.setupDefaults();
   openFirst(first);
@@ -60,6 +64,12 @@ void AppDelegate::serviceDidFinishLaunching() {
 }
 
 TerminalWindow& AppDelegate::openFirst(const TerminalLaunch& first) {
+  const bool mayRestore = !first.shell && !first.program && !first.tab &&
+                          first.display.value_or(displayOfNewWindow()) == Display::FullEmulation;
+  TerminalWindow* restored = mayRestore ? restoreSession(first.activationToken) : nullptr;
+  // A start from the desktop asks for no folder but the usual one.
+  const bool isPlain = first.workingDirectory.empty() || first.workingDirectory == QDir::homePath().toStdString();
+  if (restored != nullptr) return isPlain ? *restored : open(first, nullptr);
   const bool isChosen = m_display || first.display || first.isForProgram ||
                         m_defaults.stringForKey(kFullEmulationKey) || m_defaults.stringForKey(kDisplayChosenKey);
   return open(first, isChosen ? nullptr : std::make_unique<DisplayBar>());
@@ -79,6 +89,26 @@ TerminalWindow& AppDelegate::open(const TerminalLaunch& launch, std::unique_ptr<
   bringToFront(*window, launch.activationToken);
   m_windows.push_back(std::move(window));
   return *m_windows.back();
+}
+
+TerminalWindow* AppDelegate::restoreSession(const std::string& activationToken) {
+  if (!m_session) return nullptr;
+  TerminalWindow* front = nullptr;
+  for (RestoredWindow& restored : m_session->restore(m_panes)) {
+    auto first = std::make_shared<DetachedTab>(std::move(restored.tabs.front()));
+    front = &open({.activationToken = activationToken,
+                   .display = Display::FullEmulation,
+                   .place = restored.place,
+                   .tab = std::move(first),
+                   .state = restored.state},
+                  nullptr);
+    TerminalTabs& tabs = tabsOf(*front);
+    for (std::size_t i = 1; i < restored.tabs.size(); ++i) {
+      tabs.insertTab(std::move(restored.tabs[i]), tabs.count());
+    }
+    tabs.setCurrentIndex(restored.current);
+  }
+  return front;
 }
 
 // The menu and the preferences are then those of that display, too.
@@ -112,7 +142,7 @@ std::unique_ptr<TerminalWindow> AppDelegate::createTerminalWindow(const Terminal
   const auto whole = launch.place ? std::optional(launch.place->size()) : std::nullopt;
   // Once a window stands, fonts are loaded; a program that was given on the command line may ask for the size only
   // once.
-  const bool mayRemember = m_windows.empty() && !launch.isForProgram;
+  const bool mayRemember = m_windows.empty() && !launch.isForProgram && !launch.tab;
   const std::string basis = mayRemember ? whatTerminalSizeDependsOn(font, bar.get(), whole) : std::string();
   const std::optional<TerminalSize> remembered = mayRemember ? m_firstSize.find(basis) : std::nullopt;
   const TerminalSize size = remembered ? *remembered : terminalSizeOfNewWindow(font, bar.get(), whole);
@@ -124,6 +154,7 @@ std::unique_ptr<TerminalWindow> AppDelegate::createTerminalWindow(const Terminal
       kind);
   if (mayRemember) m_firstSize.set(basis, terminalSizeOfNewWindow(font, bar.get(), whole));
   if (launch.place) window->setGeometry(*launch.place);
+  window->setWindowState(launch.state);
   if (bar) offerDisplays(*window, std::move(bar));
   if (isFull) prepareFullEmulation(*window);
   m_prepareWindow(*window);
@@ -174,6 +205,7 @@ std::unique_ptr<ContentView> AppDelegate::makeFullContent(const TerminalLaunch& 
 void AppDelegate::prepareFullEmulation(TerminalWindow& window) {
   askForKeyRepeatsWithoutReleases();
   auto* controller = new EmulationWindowController(window, *m_emulationSettings, m_closedTerminals);
+  m_launcher.follow(controller->tabs());
   if (window.kind().isForProgram) return;
   connect(controller, &EmulationWindowController::closed, this, [this, &window] { keepClosed(window); });
   connect(controller, &EmulationWindowController::over, this, [this, &window] { forget(window); });
@@ -325,6 +357,7 @@ void AppDelegate::quit() {
 }
 
 void AppDelegate::quitNow() {
+  if (m_session) m_session->capture(fullWindows());
   for (const auto& window : m_windows) {
     window->setCloseCheck(nullptr);
   }

@@ -11,8 +11,10 @@
 
 #include "app/ClosedTerminals.h"
 #include "app/Display.h"
+#include "app/LauncherProgress.h"
 #include "app/PaneMaker.h"
 #include "app/RememberedSize.h"
+#include "app/SessionStore.h"
 #include "app/TerminalWindow.h"
 #include "platform/CacheFolder.h"
 #include "platform/Environment.h"
@@ -34,6 +36,7 @@ struct TerminalLaunch {
   bool isForProgram = false;           ///< `shell` is a program that was given on the command line
   std::optional<Shell> program{};      ///< in place of a shell, in a window like any other
   std::shared_ptr<DetachedTab> tab{};  ///< shown in the full emulation, instead of a new terminal
+  Qt::WindowStates state{};
 };
 
 /// Opens terminal windows and owns them: those of the log display even after they are closed, until the application
@@ -55,8 +58,12 @@ class AppDelegate : public QObject {
   /// What a new window shows.
   Display displayOfNewWindow() const;
 
-  /// Loads the settings and opens the first window. As long as the user has never chosen a display, that window has a
-  /// bar that offers both.
+  /// Windows of the full emulation come back at the next start: they are kept in this folder when the application
+  /// quits. Called before it has launched; otherwise nothing is kept.
+  void keepSessionIn(const std::string& folder);
+
+  /// Loads the settings and opens the windows of the last session, or the first window. As long as the user has never
+  /// chosen a display, that window has a bar that offers both.
   void applicationDidFinishLaunching(const TerminalLaunch& first = {});
   /// Loads the settings. The first window is opened once somebody asks for one, with the bar as above.
   void serviceDidFinishLaunching();
@@ -99,6 +106,8 @@ class AppDelegate : public QObject {
  private:
   TerminalWindow& open(const TerminalLaunch& launch, std::unique_ptr<DisplayBar> bar);
   TerminalWindow& openFirst(const TerminalLaunch& launch);
+  /// The front window of those that were open when the application quit; null if there are none.
+  TerminalWindow* restoreSession(const std::string& activationToken);
   std::unique_ptr<TerminalWindow> createTerminalWindow(const TerminalLaunch& launch, std::unique_ptr<DisplayBar> bar);
   /// What a new window of the full emulation does besides showing its terminal.
   void prepareFullEmulation(TerminalWindow& window);
@@ -121,8 +130,10 @@ class AppDelegate : public QObject {
   Environment m_environment;
   std::unique_ptr<EmulationSettingsStore> m_emulationSettings;
   DesktopNotifications m_notifications;
+  LauncherProgress m_launcher{LauncherEntry(QStringLiteral("org.zolt.Zolt.desktop"))};
   PaneMaker m_panes;
   RememberedSize m_firstSize{cacheFolder()};
+  std::unique_ptr<SessionStore> m_session;
   ClosedTerminals m_closedTerminals;
   std::optional<Display> m_display;
   bool m_awaitsFirst = false;  // window, of a service

@@ -40,7 +40,7 @@ std::unique_ptr<TerminalPane> PaneMaker::make(const Wanted& wanted) {
   MessageIdentity::give(*terminal, id);
   auto pane = std::make_unique<TerminalPane>(
       std::move(terminal), [&](TerminalController& controller, QWidget* parent) -> std::unique_ptr<TerminalSurface> {
-        return std::make_unique<EmulationSurface>(controller, wanted.size, m_settings, parent);
+        return std::make_unique<EmulationSurface>(controller, wanted.size, m_settings, parent, wanted.earlier);
       });
   if (chosen.isRefused) {
     static_cast<EmulationSurface&>(pane->surface())

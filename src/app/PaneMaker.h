@@ -8,6 +8,7 @@
 #include "desktop/DesktopNotifications.h"
 #include "platform/Environment.h"
 #include "settings/EmulationSettingsStore.h"
+#include "view/EmulationSurface.h"
 #include "view/TerminalPane.h"
 
 namespace zolt {
@@ -24,6 +25,7 @@ class PaneMaker {
     std::optional<Shell> program{};  ///< in place of a shell: nothing is typed into it
     TerminalSize size{};
     std::string folder{};  ///< the working directory; this process's if empty
+    EarlierText earlier{};
   };
   /// The shell is started first, so that its prompt is there for the first frame. If it cannot be run, the
   /// pane says so.

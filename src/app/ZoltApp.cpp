@@ -7,6 +7,7 @@
 #include <QStyleOptionMenuItem>
 
 #include "app/AboutWindow.h"
+#include "app/Commands.h"
 #include "app/TerminalMenuBar.h"
 #include "app/WindowPalette.h"
 #include "desktop/DesktopPalette.h"
@@ -69,7 +70,7 @@ ZoltApp::ZoltApp(Config& config, UserDefaults& defaults, Environment environment
       m_appDelegate(std::make_unique<AppDelegate>(
           config, defaults, [this](TerminalWindow& window) { prepareWindow(window); }, std::move(environment))),
       m_actions({m_appDelegate.get(), this, QCoreApplication::instance()}, areaOf),
-      m_menus{.actions = m_actions, .windows = [this] { return windowsOnScreen(); }} {
+      m_menus{.actions = m_actions, .windows = [this] { return windowsOnScreen(); }, .defaults = defaults} {
   QApplication::setQuitOnLastWindowClosed(AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
 }
 
@@ -101,6 +102,11 @@ void ZoltApp::showPreferences() {
     addMenuShortcuts(*m_preferences, m_menus);
   }
   bringToFront(*m_preferences);
+}
+
+void ZoltApp::showCommands() {
+  auto* window = qobject_cast<TerminalWindow*>(QApplication::activeWindow());
+  if (window != nullptr && window->kind().display == Display::FullEmulation) zolt::showCommands(*window, m_menus);
 }
 
 void ZoltApp::showAbout() {

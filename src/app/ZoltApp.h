@@ -13,7 +13,7 @@
 namespace zolt {
 
 /// The application's scenes: terminal windows with their menus, and the settings. Performs the actions
-/// "showPreferences" and "showAbout". Main thread.
+/// "showPreferences", "showCommands" and "showAbout". Main thread.
 class ZoltApp : public QObject {
   Q_OBJECT
 
@@ -26,6 +26,8 @@ class ZoltApp : public QObject {
   const ActionChain& actions() const { return m_actions; }
 
   Q_INVOKABLE void showPreferences();
+  /// Over the key window, if that is of the full emulation.
+  Q_INVOKABLE void showCommands();
   Q_INVOKABLE void showAbout();
 
  private:

@@ -25,6 +25,7 @@
 #include "platform/Environment.h"
 #include "platform/MainQueue.h"
 #include "platform/Pipe.h"
+#include "platform/StateFolder.h"
 #include "platform/TerminationSignals.h"
 
 namespace {
@@ -99,6 +100,9 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::
   zolt::ZoltApp zoltApp(zolt::Config::shared(), zolt::UserDefaults::standard(), environment);
   zolt::AppDelegate& delegate = zoltApp.appDelegate();
   delegate.setDisplayOfThisRun(line.display);
+  if (instance.isFirst() && line.program.empty() && !zolt::stateFolder().empty()) {
+    delegate.keepSessionIn(zolt::stateFolder() + "/session");
+  }
   const zolt::TerminationSignals signals([&delegate] { delegate.quitNow(); });
 
   std::unique_ptr<zolt::ProgramRun> run;
@@ -106,7 +110,8 @@ int runApplication(int& argc, char** argv, const zolt::CommandLine& line, zolt::
   if (line.isService && instance.isFirst()) {
     delegate.serviceDidFinishLaunching();
   } else if (line.program.empty()) {
-    delegate.applicationDidFinishLaunching();
+    // A folder that was asked for gets a window besides those of the last session.
+    delegate.applicationDidFinishLaunching({.workingDirectory = line.workingDirectory ? currentDirectory() : ""});
   } else {
     delegate.applicationDidFinishLaunching({.shell = zolt::shellForProgram(line.program),
                                             .restart = zolt::TerminalController::Restart::Never,

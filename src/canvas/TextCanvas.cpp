@@ -128,9 +128,13 @@ void TextCanvas::zoomBy(double step) {
   useFont();
 }
 
-void TextCanvas::resetZoom() {
-  m_zoom = 0;
+void TextCanvas::setZoom(double zoom) {
+  m_zoom = zoom;
   useFont();
+}
+
+void TextCanvas::resetZoom() {
+  setZoom(0);
 }
 
 void TextCanvas::addActions() {

@@ -61,6 +61,9 @@ class TextCanvas : public QAbstractScrollArea {
   Q_INVOKABLE void zoomIn() { zoomBy(1); }
   Q_INVOKABLE void zoomOut() { zoomBy(-1); }
   Q_INVOKABLE void resetZoom();
+  /// How much larger than it was set the font is, in logical pixels; negative: smaller.
+  double zoom() const { return m_zoom; }
+  void setZoom(double zoom);
   /// The colours from now on. A background that is not opaque needs a window with an alpha channel.
   void setColors(const CanvasColors& colors);
   const CanvasColors& colors() const { return m_colors; }

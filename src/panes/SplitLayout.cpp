@@ -99,6 +99,15 @@ void normalise(Part& part) {
   part.parts = std::move(flat);
 }
 
+void makeSharesAddUp(Part& split) {
+  const double all = std::accumulate(split.parts.begin(), split.parts.end(), 0.0,
+                                     [](double sum, const Part& part) { return sum + part.share; });
+  for (Part& part : split.parts) {
+    part.share /= all;
+    makeSharesAddUp(part);
+  }
+}
+
 // How many panes stand in one line along the axis, at most.
 int panesAlong(const Part& part, SplitAxis axis) {
   if (part.pane) return 1;
@@ -174,6 +183,12 @@ void place(const Part& part, const PaneRect& rect, const Path& path, SplitLayout
 
 SplitLayout::SplitLayout(PaneId only) : m_root{.pane = only, .parts = {}} {}
 
+SplitLayout::SplitLayout(Part root) : m_root(std::move(root)) {
+  m_root.share = 1;
+  makeSharesAddUp(m_root);
+  normalise(m_root);
+}
+
 std::vector<PaneId> SplitLayout::panes() const {
   std::vector<PaneId> found;
   eachPane(m_root, [&found](PaneId pane) { found.push_back(pane); });
@@ -185,9 +200,14 @@ bool SplitLayout::contains(PaneId pane) const {
 }
 
 void SplitLayout::split(PaneId beside, Direction side, PaneId added) {
+  split(beside, side, SplitLayout(added));
+}
+
+void SplitLayout::split(PaneId beside, Direction side, const SplitLayout& added) {
   Part& part = partAt(m_root, *pathTo(m_root, beside));
   Part kept{.pane = beside, .parts = {}, .share = 0.5};
-  Part fresh{.pane = added, .parts = {}, .share = 0.5};
+  Part fresh = added.root();
+  fresh.share = 0.5;
   part.pane.reset();
   part.axis = axisOf(side);
   part.parts = isForward(side) ? std::vector{kept, fresh} : std::vector{fresh, kept};

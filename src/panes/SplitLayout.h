@@ -39,8 +39,19 @@ class SplitLayout {
   /// No part is made narrower or shorter than this by hand.
   static constexpr PaneSize smallestPane{.width = 60, .height = 40};
 
+  /// A pane, or two parts or more.
+  struct Part {
+    std::optional<PaneId> pane;
+    SplitAxis axis = SplitAxis::SideBySide;  ///< of the parts
+    std::vector<Part> parts;
+    double share = 1;  ///< of the split that it is in, above 0; those of all parts add up to 1
+  };
+
   /// One pane fills everything.
   explicit SplitLayout(PaneId only);
+  /// The panes stand as these parts do, each of which is a pane of its own or two parts or more. The shares, above 0,
+  /// need not add up.
+  explicit SplitLayout(Part root);
 
   /// From left to right and from the top down. Never empty.
   std::vector<PaneId> panes() const;
@@ -48,6 +59,8 @@ class SplitLayout {
 
   /// `added` takes half of the room of `beside`, on that side of it. `beside` must be there, `added` not.
   void split(PaneId beside, Direction side, PaneId added);
+  /// The same for panes that stand as in `added`.
+  void split(PaneId beside, Direction side, const SplitLayout& added);
   /// Gives the room of `pane`, which must not be the only one, to its neighbours in proportion.
   void remove(PaneId pane);
   /// The two change places; sizes stay.
@@ -84,13 +97,6 @@ class SplitLayout {
   /// near as the smallest panes allow. False if it stays where it was.
   bool moveDivider(const Divider& divider, int position, const PaneSize& whole);
 
-  /// A pane, or two parts or more.
-  struct Part {
-    std::optional<PaneId> pane;
-    SplitAxis axis = SplitAxis::SideBySide;  ///< of the parts
-    std::vector<Part> parts;
-    double share = 1;  ///< of the split that it is in, above 0; those of all parts add up to 1
-  };
   const Part& root() const { return m_root; }
 
  private:

@@ -4,6 +4,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
 #include "controls/ControlColors.h"
 #include "controls/Hairline.h"
@@ -17,6 +18,15 @@ PaneId nextId() {
   return PaneId{++last};
 }
 
+// The parts with other names for the panes, which are numbers in `ids`.
+SplitLayout::Part renamed(const SplitLayout::Part& part, const std::vector<PaneId>& ids) {
+  SplitLayout::Part result = part;
+  if (part.pane) result.pane = ids[static_cast<std::size_t>(*part.pane)];
+  std::ranges::transform(part.parts, result.parts.begin(),
+                         [&ids](const SplitLayout::Part& each) { return renamed(each, ids); });
+  return result;
+}
+
 QRect toRect(const PaneRect& rect) {
   return {rect.x, rect.y, rect.size.width, rect.size.height};
 }
@@ -28,10 +38,26 @@ bool isSame(const SplitLayout::Divider& one, const SplitLayout::Divider& other) 
 }  // namespace
 
 SplitView::SplitView(QWidget& first, QWidget* parent) : QWidget(parent), m_layout(nextId()) {
-  setAttribute(Qt::WA_OpaquePaintEvent);
-  setMouseTracking(true);
+  init();
   adopt(first, m_layout.panes().front());
   placePanes();
+}
+
+SplitView::SplitView(const std::vector<QWidget*>& panes, const SplitLayout& layout, QWidget* parent)
+    : QWidget(parent), m_layout(layout) {
+  std::vector<PaneId> ids(panes.size());
+  std::ranges::generate(ids, nextId);
+  m_layout = SplitLayout(renamed(layout.root(), ids));
+  init();
+  for (std::size_t i = 0; i < panes.size(); ++i) {
+    adopt(*panes[i], ids[i]);
+  }
+  placePanes();
+}
+
+void SplitView::init() {
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  setMouseTracking(true);
 }
 
 std::vector<QWidget*> SplitView::panes() const {
@@ -61,6 +87,15 @@ void SplitView::split(const QWidget& beside, Direction side, QWidget& added) {
   const PaneId id = nextId();
   m_layout.split(idOf(beside), side, id);
   adopt(added, id);
+  m_zoomed = nullptr;
+  rearrange();
+}
+
+void SplitView::split(const QWidget& beside, Direction side, SplitView& others) {
+  m_layout.split(idOf(beside), side, others.m_layout);
+  for (const auto& [id, pane] : std::exchange(others.m_panes, {})) {
+    adopt(*pane, id);
+  }
   m_zoomed = nullptr;
   rearrange();
 }

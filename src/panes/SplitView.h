@@ -18,6 +18,8 @@ class SplitView : public QWidget {
  public:
   /// `first` fills the view. Panes are children of the view while they are in it.
   explicit SplitView(QWidget& first, QWidget* parent = nullptr);
+  /// Panes that stand as in `layout`, where each is named by its number among `panes`.
+  SplitView(const std::vector<QWidget*>& panes, const SplitLayout& layout, QWidget* parent = nullptr);
 
   /// From left to right and from the top down. Empty only after the last one was taken.
   std::vector<QWidget*> panes() const;
@@ -26,6 +28,8 @@ class SplitView : public QWidget {
 
   /// `added` takes half of the room of `beside`, which is in the view.
   void split(const QWidget& beside, Direction side, QWidget& added);
+  /// Takes all panes of `others`, which stand to each other as they did in it. It is empty then.
+  void split(const QWidget& beside, Direction side, SplitView& others);
   /// Takes a pane out, hidden and without a parent; the caller owns it.
   void take(QWidget& pane);
   /// Puts a pane that was taken back where it was: `before` is the layout from before, `id` its name there. False, and
@@ -61,6 +65,7 @@ class SplitView : public QWidget {
  private:
   PaneSize wholeSize() const { return {.width = width(), .height = height()}; }
   QWidget* widgetOf(std::optional<PaneId> pane) const;
+  void init();
   void adopt(QWidget& pane, PaneId id);
   void placePanes();
   void rearrange();

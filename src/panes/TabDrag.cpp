@@ -18,6 +18,8 @@ constexpr auto kFormat = "application/x-zolt-tab";
 struct Dragged {
   QPointer<TabStrip> from;
   std::uint64_t tab = 0;
+  QPointer<QWidget> pane;
+  bool isPane = false;
 };
 std::optional<Dragged> dragged;
 
@@ -49,7 +51,8 @@ int TabDrag::index() const {
 
 std::optional<TabDrag> TabDrag::of(const QMimeData& data) {
   if (!data.hasFormat(QLatin1String(kFormat)) || !dragged || dragged->from.isNull()) return std::nullopt;
-  const TabDrag drag{.from = dragged->from, .tab = dragged->tab};
+  if (dragged->isPane && dragged->pane.isNull()) return std::nullopt;
+  const TabDrag drag{.from = dragged->from, .tab = dragged->tab, .pane = dragged->pane};
   return drag.index() < 0 ? std::nullopt : std::optional(drag);
 }
 
@@ -60,7 +63,7 @@ TabDropResult dragTab(const TabDrag& tab, const QPixmap& picture, QPoint hotSpot
   drag->setMimeData(data);
   drag->setPixmap(picture);
   drag->setHotSpot(hotSpot);
-  dragged = Dragged{.from = tab.from, .tab = tab.tab};
+  dragged = Dragged{.from = tab.from, .tab = tab.tab, .pane = tab.pane, .isPane = tab.pane != nullptr};
   const EscapeWatch escape;
   const Qt::DropAction action = drag->exec(Qt::MoveAction);
   dragged.reset();

@@ -1,5 +1,7 @@
 #include "platform/ProcessFolder.h"
 
+#include <unistd.h>
+
 #include <filesystem>
 #include <system_error>
 
@@ -35,6 +37,11 @@ std::string processFolder(pid_t process) {
   // The path of a folder that was removed is not one, or by now another's.
   std::error_code failed;
   return std::filesystem::is_directory(folder, failed) ? folder : std::string();
+}
+
+bool canEnter(const std::string& folder) {
+  std::error_code failed;
+  return std::filesystem::is_directory(folder, failed) && access(folder.c_str(), X_OK) == 0;
 }
 
 }  // namespace zolt

@@ -10,4 +10,7 @@ namespace zolt {
 /// ask, and if the folder is no longer there. Any thread.
 std::string processFolder(pid_t process);
 
+/// Whether a process of this user could work in the folder. Any thread.
+bool canEnter(const std::string& folder);
+
 }  // namespace zolt

@@ -17,12 +17,13 @@ constexpr Config::Range kOpacities{.first = 0.1, .last = 1};
 
 // The settings table: key, member, whether a reset includes it, a number's range.
 // clang-format off
-constexpr std::array<EmulationRow, 23> kRows{{
+constexpr std::array<EmulationRow, 24> kRows{{
     {kStartupShell.key,           &Settings::startupShell,              false},
     {kStartupCommand.key,         &Settings::startupCommand,            false},
     {"lineSpacing",               &Settings::lineSpacing,               false, {1, 2, 0.1}},
     {"closeWindowWhenShellExits", &Settings::closeWindowWhenShellExits},
     {"warnBeforeClosing",         &Settings::warnBeforeClosing},
+    {"restorePreviousSession",    &Settings::restorePreviousSession},
     {"optionSendsMeta",           &Settings::optionSendsMeta},
     {"commandActsAsMeta",         &Settings::commandActsAsMeta},
     {"useAlternateScreenBuffer",  &Settings::useAlternateScreenBuffer},

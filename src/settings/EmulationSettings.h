@@ -45,6 +45,7 @@ struct EmulationSettings {
   std::string startupCommand;  ///< empty: none
   bool closeWindowWhenShellExits = true;
   bool warnBeforeClosing = true;
+  bool restorePreviousSession = true;
   bool optionSendsMeta = kAltIsUsuallyMeta;
   bool commandActsAsMeta = false;
   bool useAlternateScreenBuffer = true;

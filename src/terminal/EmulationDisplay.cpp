@@ -9,6 +9,7 @@
 #include "platform/CacheFolder.h"
 #include "platform/MainQueue.h"
 #include "terminal/TranslucentWindow.h"
+#include "terminal/VisibleText.h"
 #include "terminal/WindowRequests.h"
 #include "vt/theme/Theme.h"
 
@@ -40,11 +41,34 @@ vt::TerminalSettings engineSettings(bool isDark) {
   return settings;
 }
 
+std::unique_ptr<vt::Terminal> makeEngine(const TerminalSize& size, vt::TerminalSettings settings,
+                                         const EarlierText& earlier) {
+  auto restored = earlier.terminal ? vt::Terminal::restored(*earlier.terminal, settings)
+                                   : Result<std::unique_ptr<vt::Terminal>>(Failure{});
+  std::string notice = earlier.notice;
+  if (earlier.terminal && !restored) notice = lostTextNotice(restored.reason());
+  std::unique_ptr<vt::Terminal> engine =
+      restored ? std::move(restored.value()) : std::make_unique<vt::Terminal>(size, std::move(settings));
+  if (restored) {
+    engine->startOver();
+    engine->resize(size);
+    engine->takeReplies();  // which the program before has waited for
+  }
+  if (!notice.empty()) engine->feed(visibleText(notice) + "\r\n");
+  return engine;
+}
+
 const vt::Theme& themeFor(bool isDark) {
   return isDark ? vt::darkTheme() : vt::lightTheme();
 }
 
 }  // namespace
+
+std::string lostTextNotice(const std::string& reason) {
+  return QCoreApplication::translate("EmulationDisplay", "What was shown here before is lost: %1.")
+      .arg(QString::fromStdString(reason))
+      .toStdString();
+}
 
 CanvasFont emulationFont(const EmulationSettings& settings) {
   return {.family = QString::fromStdString(settings.fontFamily),
@@ -54,11 +78,12 @@ CanvasFont emulationFont(const EmulationSettings& settings) {
 }
 
 EmulationDisplay::EmulationDisplay(TerminalController& terminal, const TerminalSize& size,
-                                   const EmulationSettings& settings, bool isDark, QWidget* parent, Clock& clock)
+                                   const EmulationSettings& settings, bool isDark, QWidget* parent, Clock& clock,
+                                   const EarlierText& earlier)
     : m_terminal(terminal) {
   const MainQueue::Owner self(this);
   m_emulator = std::make_unique<Emulator>(
-      size, engineSettings(isDark),
+      makeEngine(size, engineSettings(isDark), earlier),
       Emulator::Handlers{.changed =
                              [this, self] {
                                MainQueue::async(self, [this] {

@@ -14,6 +14,15 @@
 
 namespace zolt {
 
+/// What a terminal shows before its program prints anything: the text of an earlier session, and a line of our own.
+struct EarlierText {
+  std::shared_ptr<const vt::StoredTerminal> terminal;  ///< null: none
+  std::string notice;                                  ///< control characters have no effect in it; empty: none
+};
+
+/// The line that says that an earlier text cannot be read; `reason` is the end of a sentence.
+std::string lostTextNotice(const std::string& reason);
+
 /// The font of the full emulation's canvas with these settings.
 CanvasFont emulationFont(const EmulationSettings& settings);
 
@@ -26,7 +35,7 @@ class EmulationDisplay : public QObject {
   /// Takes all output of `terminal`, which must outlive the display. The canvas is a child of `parent`. The terminal
   /// has `size` until the canvas is shown. `isDark`: what the colour scheme amounts to.
   EmulationDisplay(TerminalController& terminal, const TerminalSize& size, const EmulationSettings& settings,
-                   bool isDark, QWidget* parent, Clock& clock = Clock::steady());
+                   bool isDark, QWidget* parent, Clock& clock = Clock::steady(), const EarlierText& earlier = {});
   ~EmulationDisplay() override;
 
   TextCanvas& canvas() { return *m_canvas; }

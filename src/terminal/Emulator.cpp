@@ -36,7 +36,10 @@ void join(vt::TerminalEvents& events, vt::TerminalEvents&& later) {
 }  // namespace
 
 Emulator::Emulator(const TerminalSize& size, vt::TerminalSettings settings, Handlers handlers)
-    : m_handlers(std::move(handlers)), m_terminal(size, std::move(settings)), m_thread([this] { run(); }) {}
+    : Emulator(std::make_unique<vt::Terminal>(size, std::move(settings)), std::move(handlers)) {}
+
+Emulator::Emulator(std::unique_ptr<vt::Terminal> terminal, Handlers handlers)
+    : m_handlers(std::move(handlers)), m_terminal(std::move(terminal)), m_thread([this] { run(); }) {}
 
 Emulator::~Emulator() {
   {
@@ -125,12 +128,12 @@ void Emulator::run() {
 // False: it is time to stop.
 bool Emulator::process(Work& work) {
   if (const Bytes* bytes = std::get_if<Bytes>(&work)) {
-    m_terminal.feed(bytes->view(), now());
+    m_terminal->feed(bytes->view(), now());
   } else {
-    std::get<Change>(work)(m_terminal);
+    std::get<Change>(work)(*m_terminal);
   }
   work = Bytes();  // gives the bytes back to the reader's count
-  if (std::string replies = m_terminal.takeReplies(); !replies.empty()) m_handlers.replied(std::move(replies));
+  if (std::string replies = m_terminal->takeReplies(); !replies.empty()) m_handlers.replied(std::move(replies));
   {
     const std::lock_guard lock(m_mutex);
     m_changed = true;
@@ -147,9 +150,9 @@ void Emulator::publish() {
     const std::lock_guard lock(m_mutex);
     if (!m_changed || !m_wanted || m_stopping) return;
   }
-  if (m_terminal.holdsFrame(now())) return;
-  std::shared_ptr<const vt::ScreenSnapshot> snapshot = m_terminal.snapshot();
-  vt::TerminalEvents events = m_terminal.takeEvents();
+  if (m_terminal->holdsFrame(now())) return;
+  std::shared_ptr<const vt::ScreenSnapshot> snapshot = m_terminal->snapshot();
+  vt::TerminalEvents events = m_terminal->takeEvents();
   {
     const std::lock_guard lock(m_mutex);
     m_latest = std::move(snapshot);

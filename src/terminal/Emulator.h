@@ -33,6 +33,8 @@ class Emulator {
   };
 
   Emulator(const TerminalSize& size, vt::TerminalSettings settings, Handlers handlers);
+  /// Goes on with a terminal that has been used before.
+  Emulator(std::unique_ptr<vt::Terminal> terminal, Handlers handlers);
   /// Ends the thread; output that has not been processed yet is dropped, and no handler is called any more.
   ~Emulator();
   Emulator(const Emulator&) = delete;
@@ -68,7 +70,7 @@ class Emulator {
 
   const Handlers m_handlers;
   std::atomic<std::uint64_t> m_bytesFed{0};
-  vt::Terminal m_terminal;  // of whoever has set m_busy
+  const std::unique_ptr<vt::Terminal> m_terminal;  // of whoever has set m_busy
 
   mutable std::mutex m_mutex;  // guards everything below
   std::condition_variable m_woken;

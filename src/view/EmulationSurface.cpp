@@ -1,7 +1,5 @@
 #include "view/EmulationSurface.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <utility>
 
@@ -23,17 +21,13 @@ vt::ScrollbackView noText() {
   return vt::Scrollback(HistorySettings()).view();
 }
 
-bool canEnter(const std::string& folder) {
-  return !folder.empty() && access(folder.c_str(), X_OK) == 0;
-}
-
 }  // namespace
 
 EmulationSurface::EmulationSurface(TerminalController& terminal, const TerminalSize& size,
-                                   EmulationSettingsStore& settings, QWidget* parent)
+                                   EmulationSettingsStore& settings, QWidget* parent, const EarlierText& earlier)
     : m_settings(settings), m_terminal(terminal), m_scheme(std::make_unique<SystemScheme>()) {
   const EmulationSettings current = settings.current();
-  m_display = std::make_unique<EmulationDisplay>(terminal, size, current, isDark(), parent);
+  m_display = std::make_unique<EmulationDisplay>(terminal, size, current, isDark(), parent, Clock::steady(), earlier);
   m_hints = std::make_unique<HintMode>(*m_display, [this] { return folder(); });
   m_copyMode = std::make_unique<CopyMode>(*m_display);
   m_copyModeBar = std::make_unique<CopyModeBar>(*m_copyMode, m_display->canvas());

@@ -25,7 +25,7 @@ class EmulationSurface : public TerminalSurface {
  public:
   /// As for EmulationDisplay. `settings` must outlive the surface.
   EmulationSurface(TerminalController& terminal, const TerminalSize& size, EmulationSettingsStore& settings,
-                   QWidget* parent);
+                   QWidget* parent, const EarlierText& earlier = {});
   ~EmulationSurface() override;
 
   EmulationDisplay& display() { return *m_display; }

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
@@ -56,7 +57,8 @@ TerminalTabs::TerminalTabs(MakePane makePane, QWidget* parent)
       m_bar(new QWidget(this)),
       m_strip(new TabStrip(m_bar)),
       m_typingBar(new TypingBar(this)),
-      m_stack(new QStackedLayout) {
+      m_stack(new QStackedLayout),
+      m_grip(new PaneGrip(this)) {
   setAcceptDrops(true);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
@@ -83,6 +85,7 @@ TerminalTabs::TerminalTabs(MakePane makePane, QWidget* parent)
   connect(m_strip, &TabStrip::tabDropped, this, &TerminalTabs::takeIn);
   connect(m_strip, &TabStrip::tornOff, this, [this](int index, QPoint at) { Q_EMIT windowWanted(index, at); });
   connect(m_strip, &TabStrip::menuWanted, this, &TerminalTabs::showMenu);
+  prepareGrip();
 }
 
 TerminalTabs::TerminalTabs(std::unique_ptr<TerminalPane> first, MakePane makePane, QWidget* parent)
@@ -94,10 +97,6 @@ TerminalTabs::TerminalTabs(std::unique_ptr<TerminalPane> first, MakePane makePan
 TerminalTabs::~TerminalTabs() {
   m_strip->disconnect(this);
   m_watched.clear();
-}
-
-TerminalPane& TerminalTabs::currentPane() {
-  return *tab(currentIndex()).current;
 }
 
 std::vector<TerminalPane*> TerminalTabs::panesOf(int index) const {
@@ -307,10 +306,12 @@ void TerminalTabs::watch(TerminalPane& pane) {
   connect(&surface.canvas(), &TextCanvas::gridSizeChanged, owner,
           [this, &pane] { m_watched.at(&pane).resized = std::chrono::steady_clock::now(); });
   surface.canvas().installEventFilter(this);
+  surface.canvas().viewport()->installEventFilter(this);
 }
 
 void TerminalTabs::unwatch(TerminalPane& pane) {
   surfaceOf(pane).canvas().removeEventFilter(this);
+  surfaceOf(pane).canvas().viewport()->removeEventFilter(this);
   surfaceOf(pane).canvas().setDimmed(false);
   surfaceOf(pane).canvas().holdGridSize(false);
   surfaceOf(pane).display().input().setFollowers({});
@@ -325,13 +326,23 @@ void TerminalTabs::screenChanged(TerminalPane& pane) {
   const bool hasPrinted = std::exchange(watch.bytesSeen, printed) != printed;
   const bool isRedrawn = std::chrono::steady_clock::now() - watch.resized < kRedrawTime;
   if (hasPrinted && !isRedrawn && index != currentIndex()) watch.marks.hasActivity = true;
-  watch.marks.progress = toTab(surface.progress());
+  const TabProgress progress = toTab(surface.progress());
+  const bool hasProgressed = std::exchange(watch.marks.progress, progress) != progress;
   const std::string& folder = surface.display().source().screen()->workingDirectory;
   if (folder != watch.folder) {
     watch.folder = folder;
     updateTitle(index);
   }
   updateMarks(index);
+  if (hasProgressed) Q_EMIT progressChanged();
+}
+
+std::vector<TabProgress> TerminalTabs::progress() const {
+  std::vector<TabProgress> all;
+  for (const auto& [pane, watch] : m_watched) {
+    all.push_back(watch.marks.progress);
+  }
+  return all;
 }
 
 void TerminalTabs::setExitStatus(TerminalPane& pane, int status) {
@@ -340,10 +351,17 @@ void TerminalTabs::setExitStatus(TerminalPane& pane, int status) {
 }
 
 bool TerminalTabs::eventFilter(QObject* watched, QEvent* event) {
+  const auto paneWith = [this](auto widgetOf, const QObject* widget) {
+    const auto found = std::ranges::find_if(
+        m_watched, [&](const auto& each) { return widgetOf(surfaceOf(*each.first).canvas()) == widget; });
+    return found == m_watched.end() ? nullptr : found->first;
+  };
   if (event->type() == QEvent::FocusIn) {
-    const auto found =
-        std::ranges::find_if(m_watched, [&](const auto& each) { return &surfaceOf(*each.first).canvas() == watched; });
-    if (found != m_watched.end()) setCurrent(*found->first);
+    TerminalPane* pane = paneWith([](TextCanvas& canvas) { return &canvas; }, watched);
+    if (pane != nullptr) setCurrent(*pane);
+  } else if (event->type() == QEvent::MouseMove) {
+    TerminalPane* pane = paneWith([](TextCanvas& canvas) { return canvas.viewport(); }, watched);
+    if (pane != nullptr) pointerMoved(*pane, static_cast<const QMouseEvent&>(*event));
   }
   return TerminalArea::eventFilter(watched, event);
 }

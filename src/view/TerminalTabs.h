@@ -2,6 +2,7 @@
 
 #include <QPointer>
 #include <QStackedLayout>
+#include <QTimer>
 #include <chrono>
 #include <functional>
 #include <map>
@@ -10,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "panes/PaneGrip.h"
 #include "panes/SplitView.h"
 #include "panes/TabStrip.h"
 #include "view/EmulationSurface.h"
@@ -80,7 +82,8 @@ class TerminalTabs : public TerminalArea {
   void setCurrentIndex(int index) { m_strip->turnTo(index); }
   TabStrip& strip() { return *m_strip; }
   SplitView& view(int index) { return *m_tabs[static_cast<std::size_t>(index)].view; }
-  TerminalPane& currentPane();
+  TerminalPane& currentPane() { return currentPaneOf(currentIndex()); }
+  TerminalPane& currentPaneOf(int index) { return *tab(index).current; }
   std::vector<TerminalPane*> panes() const;
   std::vector<TerminalPane*> panesOf(int index) const;
   /// The tab that a pane is in; -1 if it is in none.
@@ -94,13 +97,18 @@ class TerminalTabs : public TerminalArea {
   void insertTab(DetachedTab tab, int before);
   /// Names a tab as the user does; an empty name restores the program's title.
   void setName(int index, const QString& name);
+  const QString& name(int index) const { return tab(index).name; }
   /// Takes a pane out of a tab that has others too.
   DetachedPane takePane(TerminalPane& pane);
   /// Puts it back where it was, if that is still there and has not changed; otherwise into a tab of its own.
   void putBack(DetachedPane pane);
   /// Splits `beside`, and puts `added` on that side of it.
   void splitWith(TerminalPane& beside, Direction side, std::unique_ptr<TerminalPane> added);
+  /// The same with all panes of a tab, which stand to each other as they did in it.
+  void splitWith(TerminalPane& beside, Direction side, DetachedTab added);
 
+  /// How far the programs in all panes say they are.
+  std::vector<TabProgress> progress() const;
   /// Marks a pane whose program has ended.
   void setExitStatus(TerminalPane& pane, int status);
   /// Whether panes without the keyboard are a little dimmed.
@@ -163,6 +171,7 @@ class TerminalTabs : public TerminalArea {
   /// The theme of the terminals may have changed.
   void themeChanged();
   void bellRang();
+  void progressChanged();
   /// A pane was made, or has come from another area; and one is about to leave this area.
   void paneAdded(zolt::TerminalPane* pane);
   void paneLeaving(zolt::TerminalPane* pane);
@@ -225,6 +234,15 @@ class TerminalTabs : public TerminalArea {
   void split(Direction side);
   void go(Direction direction);
   void moveDivider(Direction direction);
+  void prepareGrip();
+  void pointerMoved(TerminalPane& pane, const QMouseEvent& event);
+  /// Null: no pane.
+  void offerGrip(TerminalPane* pane);
+  void dragPaneOut();
+  /// A pane of several in a tab of its own.
+  DetachedTab tabOfPane(TerminalPane& pane);
+  /// What is dragged, taken from where it was.
+  static DetachedTab taken(const TabDrag& dragged);
   void takeIn(const TabDrag& dragged, int before);
   Target targetAt(QPoint point);
   void showMenu(int index, QPoint at);
@@ -239,7 +257,10 @@ class TerminalTabs : public TerminalArea {
   std::map<TerminalPane*, Watch> m_watched;
   bool m_dimsOthers = true;
   bool m_alwaysShowsStrip = false;
-  DropMark* m_dropMark = nullptr;  // a child, while a tab is dragged over a pane
+  PaneGrip* m_grip;  // a child
+  QTimer m_gripTimer;
+  QPointer<TerminalPane> m_gripPane;  // that the grip is on, or soon will be
+  DropMark* m_dropMark = nullptr;     // a child, while a tab is dragged over a pane
 };
 
 }  // namespace zolt

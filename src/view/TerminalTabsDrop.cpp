@@ -14,19 +14,34 @@ namespace {
 // Dropped nearer to an edge than this share of the pane, a tab splits it there.
 constexpr double kEdgeShare = 0.25;
 
+TerminalTabs& areaOf(const TabDrag& dragged) {
+  return static_cast<TerminalTabs&>(*dragged.from->parentWidget()->parentWidget());
+}
+
+// Nothing can be split with itself.
+bool isPartOf(const TerminalPane& pane, const TabDrag& dragged) {
+  return dragged.pane == nullptr ? areaOf(dragged).indexOf(pane) == dragged.index() : dragged.pane == &pane;
+}
+
 }  // namespace
 
 // Tabs that are dropped.
 
+// A pane that is the last of its tab by now is all of it.
+DetachedTab TerminalTabs::taken(const TabDrag& dragged) {
+  TerminalTabs& from = areaOf(dragged);
+  const bool isWhole = dragged.pane == nullptr || from.panesOf(dragged.index()).size() == 1;
+  return isWhole ? from.takeTab(dragged.index()) : from.tabOfPane(*toPane(dragged.pane));
+}
+
 void TerminalTabs::takeIn(const TabDrag& dragged, int before) {
-  auto* from = qobject_cast<TerminalTabs*>(dragged.from->parentWidget()->parentWidget());
   const int index = dragged.index();
-  if (from == nullptr || index < 0) return;
-  if (from == this) {
+  const bool isWhole = dragged.pane == nullptr || areaOf(dragged).panesOf(index).size() == 1;
+  if (&areaOf(dragged) == this && isWhole) {
     m_strip->moveTab(index, before > index ? before - 1 : before);
     return;
   }
-  insertTab(from->takeTab(index), before);
+  insertTab(taken(dragged), before);
   window()->activateWindow();
 }
 
@@ -56,8 +71,7 @@ void TerminalTabs::dragMoveEvent(QDragMoveEvent* event) {
   const auto dragged = TabDrag::of(*event->mimeData());
   if (!dragged || m_dropMark == nullptr) return;
   const Target target = targetAt(event->position().toPoint());
-  // A tab cannot be split with itself.
-  const bool isSelf = dragged->from == m_strip && dragged->index() == currentIndex();
+  const bool isSelf = isPartOf(*target.pane, *dragged);
   event->setAccepted(!isSelf);
   QRect area(target.pane->mapTo(this, QPoint()), target.pane->size());
   if (target.side == Direction::Left) area.setWidth(area.width() / 2);
@@ -79,21 +93,9 @@ void TerminalTabs::dropEvent(QDropEvent* event) {
   if (!dragged) return;
   const Target target = targetAt(event->position().toPoint());
   event->acceptProposedAction();
+  if (isPartOf(*target.pane, *dragged)) return;
   if (!target.side) return takeIn(*dragged, currentIndex() + 1);
-  auto* from = qobject_cast<TerminalTabs*>(dragged->from->parentWidget()->parentWidget());
-  if (from == nullptr || from->indexOf(*target.pane) == dragged->index()) return;
-  // All its panes move, one beside the other.
-  DetachedTab tab = from->takeTab(dragged->index());
-  TerminalPane* beside = target.pane;
-  Direction side = *target.side;
-  for (QWidget* each : tab.view->panes()) {
-    auto* pane = toPane(each);
-    tab.view->take(*pane);
-    splitWith(*beside, side, std::unique_ptr<TerminalPane>(pane));
-    beside = pane;
-    if (side == Direction::Left) side = Direction::Right;
-    if (side == Direction::Up) side = Direction::Down;
-  }
+  splitWith(*target.pane, *target.side, taken(*dragged));
   window()->activateWindow();
 }
 

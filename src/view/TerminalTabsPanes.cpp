@@ -42,12 +42,20 @@ TerminalPane* TerminalTabs::openSplit(TerminalPane& beside, Direction side, cons
 
 void TerminalTabs::splitWith(TerminalPane& beside, Direction side, std::unique_ptr<TerminalPane> added) {
   TerminalPane& pane = *added.release();
+  splitWith(beside, side, DetachedTab{.view = std::make_unique<SplitView>(pane), .name = {}, .current = &pane});
+}
+
+void TerminalTabs::splitWith(TerminalPane& beside, Direction side, DetachedTab added) {
   const int index = indexOf(beside);
-  tab(index).view->split(beside, side, pane);
-  watch(pane);
+  const std::vector<QWidget*> widgets = added.view->panes();
+  TerminalPane& current = added.current ? *added.current : *toPane(widgets.front());
+  tab(index).view->split(beside, side, *added.view);
+  for (QWidget* widget : widgets) {
+    watch(*toPane(widget));
+    Q_EMIT paneAdded(toPane(widget));
+  }
   updateMarks(index);
-  Q_EMIT paneAdded(&pane);
-  bringUp(pane);
+  bringUp(current);
   updateTyping(index);
   Q_EMIT arrangementChanged();
 }

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "RunningZolt.h"
+#include "support/PrivateBus.h"
 
 namespace zolt {
 namespace {
@@ -16,20 +17,14 @@ const QString kName = QStringLiteral("org.zolt.Zolt");
 class DesktopApplicationTest : public testing::Test {
  protected:
   void SetUp() override {
-    daemon.start(QStringLiteral("dbus-daemon"),
-                 {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")});
-    if (!daemon.waitForReadyRead(test::kPatience.count())) GTEST_SKIP() << "dbus-daemon is not installed";
-    const QString address = QString::fromUtf8(daemon.readLine().trimmed());
-    zolt.set("DBUS_SESSION_BUS_ADDRESS", address);
-    bus = std::make_unique<QDBusConnection>(QDBusConnection::connectToBus(address, QStringLiteral("test")));
+    if (!daemon.isThere()) GTEST_SKIP() << "dbus-daemon is not installed";
+    zolt.set("DBUS_SESSION_BUS_ADDRESS", daemon.address());
+    bus = std::make_unique<QDBusConnection>(daemon.connect());
     ASSERT_TRUE(bus->isConnected());
   }
   void TearDown() override {
     zolt.stop();
     bus.reset();
-    QDBusConnection::disconnectFromBus(QStringLiteral("test"));
-    daemon.kill();
-    daemon.waitForFinished();
   }
 
   /// The name of the error; empty if the call succeeds.
@@ -54,7 +49,7 @@ class DesktopApplicationTest : public testing::Test {
     return waitFor([&] { return zolt.windows()[window]["tabs"][0]["terminals"][0]["folder"] == folder.toStdString(); });
   }
 
-  QProcess daemon;
+  test::PrivateBus daemon;
   std::unique_ptr<QDBusConnection> bus;
   test::RunningZolt zolt;
 };

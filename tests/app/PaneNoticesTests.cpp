@@ -3,11 +3,10 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QProcess>
-#include <QUuid>
 
 #include "AppFixture.h"
 #include "app/PaneMaker.h"
+#include "support/PrivateBus.h"
 
 namespace zolt {
 namespace {
@@ -52,15 +51,12 @@ class FakeDesktop : public QObject {
 class PaneNoticesTest : public test::AppDelegateTest {
  protected:
   void SetUp() override {
-    daemon.start(QStringLiteral("dbus-daemon"),
-                 {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")});
-    if (!daemon.waitForReadyRead(test::kPatience.count())) GTEST_SKIP() << "dbus-daemon is not installed";
-    const QString address = QString::fromUtf8(daemon.readLine().trimmed());
-    auto desktopBus = QDBusConnection::connectToBus(address, desktopName);
+    if (!bus.isThere()) GTEST_SKIP() << "dbus-daemon is not installed";
+    QDBusConnection desktopBus = bus.connect();
     ASSERT_TRUE(desktopBus.registerService(QStringLiteral("org.freedesktop.Notifications")));
     ASSERT_TRUE(desktopBus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), &desktop,
                                           QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals));
-    notifications = std::make_unique<DesktopNotifications>(QDBusConnection::connectToBus(address, ownName));
+    notifications = std::make_unique<DesktopNotifications>(bus.connect());
     PaneMaker maker(settings, *notifications, processEnvironment());
     pane = maker.make({.shell = child({"wait"}).shell, .size = {.rows = 24, .columns = 80}});
     window.resize(500, 300);
@@ -72,11 +68,6 @@ class PaneNoticesTest : public test::AppDelegateTest {
   void TearDown() override {
     pane.reset();
     notifications.reset();
-    for (const QString& name : {ownName, desktopName}) {
-      QDBusConnection::disconnectFromBus(name);
-    }
-    daemon.kill();
-    daemon.waitForFinished();
   }
   void lookElsewhere() {
     other.show();
@@ -102,9 +93,7 @@ class PaneNoticesTest : public test::AppDelegateTest {
     EXPECT_EQ(desktop.notes.size(), before + 1);
   }
 
-  const QString ownName = QUuid::createUuid().toString();
-  const QString desktopName = QUuid::createUuid().toString();
-  QProcess daemon;
+  test::PrivateBus bus;
   FakeDesktop desktop;
   EmulationSettingsStore settings{config, defaults};
   std::unique_ptr<DesktopNotifications> notifications;

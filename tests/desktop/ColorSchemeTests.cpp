@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "desktop/DesktopPalette.h"
+#include "support/PrivateBus.h"
 #include "support/WaitFor.h"
 
 namespace zolt {
@@ -16,27 +17,12 @@ namespace {
 
 using Preference = ColorScheme::Preference;
 
-// A bus of the tests' own, for as long as the program runs; the toolkit looks for it once.
-class SessionBus {
- public:
-  SessionBus() {
-    m_daemon.start(QStringLiteral("dbus-daemon"),
-                   {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")});
-    if (m_daemon.waitForReadyRead(10'000)) qputenv("DBUS_SESSION_BUS_ADDRESS", m_daemon.readLine().trimmed());
-  }
-  ~SessionBus() {
-    m_daemon.kill();
-    m_daemon.waitForFinished();
-  }
-
- private:
-  QProcess m_daemon;
-};
-
 class ColorSchemeTest : public testing::Test {
  protected:
   static void SetUpTestSuite() {
-    if (!bus) bus = std::make_unique<SessionBus>();
+    if (bus) return;
+    bus = std::make_unique<test::PrivateBus>();
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus->address().toUtf8());
   }
   static void TearDownTestSuite() { bus.reset(); }
   void TearDown() override {
@@ -54,7 +40,8 @@ class ColorSchemeTest : public testing::Test {
     return test::waitFor([&] { return scheme.preference() == preference; });
   }
 
-  static inline std::unique_ptr<SessionBus> bus;
+  // For all tests: the toolkit looks for it once.
+  static inline std::unique_ptr<test::PrivateBus> bus;
   QProcess portal;
 };
 

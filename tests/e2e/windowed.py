@@ -12,7 +12,6 @@ from pathlib import Path
 
 SKIPPED = 77
 PATIENCE_SECONDS = 60
-TITLE = "Zolt"
 # The screen of the virtual display, in pixels.
 SCREEN = (1280, 1024)
 # A program for the window.
@@ -115,22 +114,35 @@ class Window:
                 self.environment[name] = os.environ[name]
         (self.home / "shrc").write_text("PS1='ready> '\n", encoding="utf-8")
         self._output = open(self.home / "output", "w+b")
-        arguments = ["-e", *program] if program else []
-        self.process = subprocess.Popen([os.path.abspath(zolt), "--full-emulation", *arguments], env=self.environment, cwd=self.home,
-                                        stdin=subprocess.DEVNULL, stdout=self._output, stderr=self._output)
-        self.pid = self.process.pid
+        self._zolt = os.path.abspath(zolt)
+        self._said = []
         try:
-            self.id = succeeds(self._first_window, lambda: f"the window; printed: {self.printed()!r}")
-            self.focus()
+            self.start(*(["-e", *program] if program else []))
         except BaseException:
             self.stop()
             raise
+
+    def start(self, *arguments):
+        """Starts the program, which does not run, in the same home, and waits for its first window."""
+        self.process = subprocess.Popen([self._zolt, "--full-emulation", *arguments], env=self.environment, cwd=self.home,
+                                        stdin=subprocess.DEVNULL, stdout=self._output, stderr=self._output)
+        self.pid = self.process.pid
+        self.id = succeeds(self._first_window, lambda: f"the window; printed: {self.printed()!r}")
+        self.focus()
+
+    def quit(self):
+        """As the user does where nothing but shells runs."""
+        self.key("ctrl+shift+q")
+        succeeds(lambda: self.process.poll() is not None, "the program to have ended")
+        expect("the exit status", 0, self.process.returncode)
 
     def __enter__(self):
         return self
 
     def __exit__(self, kind, *_):
         printed = EXPECTED.sub("", self.printed())
+        for line in self._said:
+            printed = printed.replace(line, "")
         self.stop()
         if printed.strip():
             (print if kind else self._complain)(f"printed by the program: {printed[:4000]}")
@@ -155,6 +167,11 @@ class Window:
         self._output.close()
         self._folder.cleanup()
 
+    def says(self, line):
+        """Waits until the program has printed this line, which is as it should be."""
+        succeeds(lambda: line in self.printed(), lambda: f"{line!r} to be printed, not {self.printed()!r}")
+        self._said.append(line + "\n")
+
     def printed(self):
         return (self.home / "output").read_text(encoding="utf-8", errors="replace")
 
@@ -169,7 +186,7 @@ class Window:
     def _first_window(self):
         if self.process.poll() is not None:
             raise Failure(f"it ended with {self.process.returncode}: {self.printed()!r}")
-        found = self.windows(f"^{TITLE}")
+        found = self.windows()
         return found[0] if found else None
 
     def focus(self, window=None):

@@ -59,6 +59,45 @@ TEST(SplitLayoutTest, PutsPanesOfOneDirectionIntoOneRow) {
   EXPECT_EQ(layout.places(kWhole).dividers.size(), 2U);
 }
 
+TEST(SplitLayoutTest, StandsAsItsPartsDo) {
+  SplitLayout before(a);
+  before.split(a, Direction::Right, b);
+  before.split(b, Direction::Down, c);
+  before.split(c, Direction::Right, d);
+  const SplitLayout again(before.root());
+  EXPECT_EQ(again.panes(), before.panes());
+  for (const PaneId pane : {a, b, c, d}) {
+    EXPECT_EQ(rectOf(again, pane), rectOf(before, pane));
+  }
+}
+
+TEST(SplitLayoutTest, MakesSharesAddUpAndJoinsRowsWithinRows) {
+  const SplitLayout layout(SplitLayout::Part{
+      .pane = {},
+      .parts = {{.pane = a, .parts = {}, .share = 2},
+                {.pane = {},
+                 .parts = {{.pane = b, .parts = {}, .share = 5}, {.pane = c, .parts = {}, .share = 5}},
+                 .share = 2}},
+      .share = 9});
+  EXPECT_EQ(layout.root().parts.size(), 3U);
+  const int room = kWhole.width - 2 * SplitLayout::dividerBreadth;
+  EXPECT_NEAR(rectOf(layout, a).size.width, room / 2.0, 1);
+  EXPECT_NEAR(rectOf(layout, b).size.width, room / 4.0, 1);
+}
+
+TEST(SplitLayoutTest, TakesPanesThatStandTogetherAsTheyStand) {
+  SplitLayout layout(a);
+  SplitLayout added(b);
+  added.split(b, Direction::Down, c);
+  added.split(c, Direction::Right, d);
+  layout.split(a, Direction::Left, added);
+  EXPECT_EQ(layout.panes(), (std::vector{b, c, d, a}));
+  EXPECT_EQ(rectOf(layout, a), (PaneRect{.x = 405, .size = {400, 605}}));
+  EXPECT_EQ(rectOf(layout, b), (PaneRect{.size = {400, 300}}));
+  EXPECT_EQ(rectOf(layout, c).size.height, 300);
+  EXPECT_NEAR(rectOf(layout, d).size.width, 197, 1);
+}
+
 TEST(SplitLayoutTest, GivesTheRoomOfARemovedPaneToItsNeighboursInProportion) {
   SplitLayout layout(a);
   layout.split(a, Direction::Right, c);

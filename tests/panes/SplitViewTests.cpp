@@ -48,6 +48,34 @@ class SplitViewTest : public testing::Test {
   std::vector<QPointer<QWidget>> m_all{&a, &b, &c};
 };
 
+TEST_F(SplitViewTest, TakesAllPanesOfAnotherView) {
+  SplitView other(b);
+  other.split(b, Direction::Down, c);
+  view.split(a, Direction::Right, other);
+  EXPECT_TRUE(other.panes().empty());
+  EXPECT_EQ(view.panes(), (std::vector<QWidget*>{&a, &b, &c}));
+  EXPECT_EQ(c.parentWidget(), &view);
+  EXPECT_TRUE(c.isVisible());
+  EXPECT_EQ(b.x(), c.x());
+  EXPECT_GT(c.y(), b.y());
+  EXPECT_EQ(a.height(), view.height());
+}
+
+TEST_F(SplitViewTest, ArrangesPanesAsALayoutNamesThemByNumber) {
+  SplitLayout layout(PaneId{1});
+  layout.split(PaneId{1}, Direction::Right, PaneId{0});
+  auto& left = *new QWidget;
+  auto& right = *new QWidget;
+  SplitView arranged({&right, &left}, layout);
+  EXPECT_EQ(arranged.panes(), (std::vector<QWidget*>{&left, &right}));
+  EXPECT_EQ(left.parentWidget(), &arranged);
+  EXPECT_NE(arranged.idOf(left), view.idOf(a));
+  arranged.resize(view.size());
+  arranged.show();
+  EXPECT_EQ(left.x(), 0);
+  EXPECT_GT(right.x(), 400);
+}
+
 TEST_F(SplitViewTest, PlacesItsPanesBesideEachOther) {
   view.split(a, Direction::Right, b);
   view.split(b, Direction::Down, c);

@@ -115,6 +115,7 @@ TEST_F(EmulationSettingsTest, HaveTheKeysThatFilesAlreadyHold) {
                                          "minimumContrast",
                                          "optionSendsMeta",
                                          "reopenSeconds",
+                                         "restorePreviousSession",
                                          "shellIntegration",
                                          "startupCommand",
                                          "startupShell",

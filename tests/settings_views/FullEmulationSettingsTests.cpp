@@ -33,11 +33,11 @@ struct SwitchCase {
   bool isFixedOn;  // without the full emulation
 };
 constexpr SwitchCase kMovable[] = {
-    {test::General, "closeWindowWhenShellExits", true, true},  {test::General, "warnBeforeClosing", true, true},
-    {test::Keys, "optionSendsMeta", kAltIsUsuallyMeta, false}, {test::Keys, "commandActsAsMeta", false, false},
-    {test::Advanced, "useAlternateScreenBuffer", true, true},  {test::Advanced, "enableMouseReporting", true, true}};
-constexpr SwitchCase kAlwaysFixed[] = {{test::General, "restorePreviousSession", false, false},
-                                       {test::Advanced, "gpuAcceleration", true, true},
+    {test::General, "closeWindowWhenShellExits", true, true}, {test::General, "warnBeforeClosing", true, true},
+    {test::General, "restorePreviousSession", true, false},   {test::Keys, "optionSendsMeta", kAltIsUsuallyMeta, false},
+    {test::Keys, "commandActsAsMeta", false, false},          {test::Advanced, "useAlternateScreenBuffer", true, true},
+    {test::Advanced, "enableMouseReporting", true, true}};
+constexpr SwitchCase kAlwaysFixed[] = {{test::Advanced, "gpuAcceleration", true, true},
                                        {test::Advanced, "disableTransparencyForFullscreen", true, true},
                                        {test::Advanced, "showFpsCounter", false, false},
                                        {test::Advanced, "logTerminalOutput", false, false}};

@@ -85,6 +85,24 @@ class TerminalTabsTest : public testing::Test {
   std::unique_ptr<TerminalTabs> tabs;
 };
 
+TEST_F(TerminalTabsTest, TakesAllPanesOfATabBesideOneOfItsOwn) {
+  TerminalPane& first = tabs->currentPane();
+  TerminalPane& second = addBehind("cat");
+  tabs->splitWith(second, Direction::Down, make("cat"));
+  TerminalPane& third = tabs->currentPane();
+  DetachedTab tab = tabs->takeTab(1);
+  QSignalSpy added(tabs.get(), &TerminalTabs::paneAdded);
+  tabs->splitWith(first, Direction::Right, std::move(tab));
+  EXPECT_EQ(added.count(), 2);
+  EXPECT_EQ(tabs->count(), 1);
+  EXPECT_EQ(tabs->panesOf(0), (std::vector{&first, &second, &third}));
+  EXPECT_EQ(second.x(), third.x());
+  EXPECT_LT(second.y(), third.y());
+  EXPECT_EQ(focused(), &third);
+  print(second, "still here");
+  EXPECT_TRUE(shows(second, "still here"));
+}
+
 TEST_F(TerminalTabsTest, ShowsTheStripOnlyForSeveralTabs) {
   EXPECT_FALSE(tabs->strip().isVisible());
   tabs->addTab();

@@ -58,7 +58,10 @@ void GeneralSettings::build() {
                      .objectName = "warnBeforeClosing",
                      .isOn = true,
                      .setting = &EmulationSettings::warnBeforeClosing},
-                    {.label = "Restore previous session", .objectName = "restorePreviousSession", .isOn = false}});
+                    {.label = "Restore previous session",
+                     .objectName = "restorePreviousSession",
+                     .isOn = false,
+                     .setting = &EmulationSettings::restorePreviousSession}});
 }
 
 }  // namespace zolt
