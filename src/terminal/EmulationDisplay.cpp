@@ -112,7 +112,7 @@ EmulationDisplay::EmulationDisplay(TerminalController& terminal, const TerminalS
   m_canvas->setInput(m_input.get());
   connect(m_canvas, &TextCanvas::gridSizeChanged, this, [this](const TerminalSize& wanted) {
     m_emulator->change([wanted](vt::Terminal& engine) { engine.resize(wanted); });
-    m_terminal.resize(wanted);
+    m_terminal.ptySession().resize(wanted);  // the grid of the log is not used
   });
   setSettings(settings, isDark);
   m_terminal.ptySession().setOutputTap([emulator = m_emulator.get()](const Bytes& bytes) { emulator->feed(bytes); });

@@ -31,6 +31,18 @@ TEST_F(EmulationDisplayTest, TellsTheProgramTheSizeOfTheWindowAndEveryChange) {
   EXPECT_TRUE(shows(line)) << line << " in " << text();
 }
 
+TEST_F(EmulationDisplayTest, LeavesTheGridOfTheLogAloneHoweverOftenItIsResized) {
+  start();
+  for (int side = 300; side < 500; side += 20) {
+    canvas().resize(side, side);
+    ASSERT_TRUE(waitFor([&] {
+      stopped.advance(std::chrono::milliseconds(50));
+      return display->source().screen()->size.rows == canvas().gridSize().rows || (canvas().makeFrameNow(), false);
+    }));
+  }
+  EXPECT_EQ(terminal->getScreenContent().size(), 24U);
+}
+
 TEST_F(EmulationDisplayTest, ShowsTheFirstScreenOfANewSizeAtOnce) {
   // No time passes: a frame was made just now, and the next one would have to wait.
   clock = &stopped;
