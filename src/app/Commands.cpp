@@ -41,20 +41,21 @@ class ShortcutEntry : public QObject {
  private:
   void enter(int command, const std::optional<QKeySequence>& keys) {
     const MenuItem& item = *m_items[static_cast<std::size_t>(command)];
-    if (keys && !keys->isEmpty()) {
-      const QString name = keys->toString(QKeySequence::NativeText);
-      if (!canBeShortcut(*keys)) {
-        return m_palette.tell(CommandPalette::tr("“%1” types something. A shortcut has Ctrl, Alt or Super, or is a "
-                                                 "function key.")
-                                  .arg(name));
+    if (keys && !keys->isEmpty() && !canBeShortcut(*keys)) {
+      return m_palette.tell(CommandPalette::tr("“%1” types something. A shortcut has Ctrl, Alt or Super, or is a "
+                                               "function key.")
+                                .arg(keys->toString(QKeySequence::NativeText)));
+    }
+    for (const QKeySequence& each : keys ? QList{*keys} : item.shortcuts()) {
+      const MenuItem* other = otherItemWith(each, item, m_context.defaults);
+      if (other == nullptr) continue;
+      if (m_contested != each) {
+        m_contested = each;
+        return m_palette.tell(
+            CommandPalette::tr("“%1” is the shortcut of “%2”. Press it again to take it from there.")
+                .arg(each.toString(QKeySequence::NativeText), withoutMnemonic(QMenu::tr(other->title))));
       }
-      const MenuItem* other = otherItemWith(*keys, item, m_context.defaults);
-      if (other != nullptr && m_contested != keys) {
-        m_contested = *keys;
-        return m_palette.tell(CommandPalette::tr("“%1” is the shortcut of “%2”. Press it again to take it from there.")
-                                  .arg(name, withoutMnemonic(QMenu::tr(other->title))));
-      }
-      if (other != nullptr) change(*other, QKeySequence());
+      change(*other, QKeySequence());
     }
     m_contested.reset();
     change(item, keys);

@@ -116,6 +116,20 @@ TEST_F(CommandsTest, AShortcutOfAnotherCommandIsTakenOnlyWhenItIsPressedTwice) {
   EXPECT_EQ(shortcutsInMenu("equalisePanes"), QList{QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_T)});
 }
 
+TEST_F(CommandsTest, TheUsualShortcutThatAnotherCommandHasByNowIsTakenOnlyWhenItIsAskedForTwice) {
+  const QList<QKeySequence> usual = itemNamed("newTab").shortcuts();
+  setShortcut(itemNamed("newTab"), QKeySequence(), defaults);
+  setShortcut(itemNamed("equalisePanes"), usual.front(), defaults);
+  open("new tab");
+  press(Qt::Key_Tab);
+  press(Qt::Key_Delete);
+  EXPECT_TRUE(help().contains(QStringLiteral("is the shortcut of “Equalize Sizes”"))) << help().toStdString();
+  EXPECT_TRUE(shortcutsInMenu("newTab").isEmpty());
+  press(Qt::Key_Delete);
+  EXPECT_EQ(shortcutsInMenu("newTab"), usual);
+  EXPECT_TRUE(shortcutsInMenu("equalisePanes").isEmpty());
+}
+
 TEST_F(CommandsTest, KeysThatTypeSomethingAreNoShortcut) {
   open("equalize");
   press(Qt::Key_Tab);
